@@ -1,0 +1,97 @@
+#include "Frameworks/QNCategoriesPro/QNTimer.h"
+
+#include "Platform/Dispatch/MainQueue.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Message.h"
+
+NS_IMPLEMENTATION(QNTimer) {
+    cls.method<&QNTimer::fire>("fire")
+        .method<&QNTimer::invalidate>("invalidate")
+        .method<&QNTimer::isValid>("isValid");
+}
+
+namespace {
+
+class Locked {
+public:
+    explicit Locked(dispatch::Semaphore &lock) : lock_(lock) { lock_.wait(); }
+    Locked(const Locked &) = delete;
+    Locked &operator=(const Locked &) = delete;
+    ~Locked() { lock_.signal(); }
+
+private:
+    dispatch::Semaphore &lock_;
+};
+
+} // namespace
+
+Ref<QNTimer> QNTimer::timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
+                                            bool repeats) {
+    return initWithFireTime(interval, interval, target, selector, repeats);
+}
+
+Ref<QNTimer> QNTimer::initWithFireTime(NSTimeInterval fireTime, NSTimeInterval interval, const id &target,
+                                       SEL selector, bool repeats) {
+    auto timer = make<QNTimer>(interval, target, selector, repeats);
+    timer->start(fireTime);
+    return timer;
+}
+
+QNTimer::QNTimer(NSTimeInterval interval, const id &target, SEL selector, bool repeats)
+    : _timeInterval(interval), _repeats(repeats), _target(target), _selector(selector),
+      _source(std::make_shared<dispatch::TimerSource>(dispatch::mainQueue())) {}
+
+QNTimer::~QNTimer() {
+    invalidate();
+}
+
+void QNTimer::start(NSTimeInterval fireTime) {
+    _source->setTimer(dispatch::Clock::current().now() + nanosecondsFromTimeInterval(fireTime),
+                      nanosecondsFromTimeInterval(_timeInterval));
+    _source->setHandler([weak = Weak<NSObject>(self())] {
+        if (const auto timer = as<QNTimer>(weak.lock()))
+            timer->fire();
+    });
+    _source->resume();
+}
+
+void QNTimer::fire() {
+    id target;
+    bool repeats = false;
+    {
+        const Locked locked(_lock);
+        target = _target.lock();
+        repeats = _repeats;
+    }
+    if (!repeats || !target)
+        return invalidate();
+    objc_msgSend(target, _selector, self());
+}
+
+void QNTimer::invalidate() {
+    std::shared_ptr<dispatch::TimerSource> cancelled; // cancelled without the lock: its handler may be ours
+    {
+        const Locked locked(_lock);
+        if (!_valid)
+            return;
+        cancelled = std::move(_source);
+        _target.reset();
+        _valid = false;
+    }
+    cancelled->cancel();
+}
+
+bool QNTimer::repeats() const {
+    const Locked locked(_lock);
+    return _repeats;
+}
+
+NSTimeInterval QNTimer::timeInterval() const {
+    const Locked locked(_lock);
+    return _timeInterval;
+}
+
+bool QNTimer::isValid() const {
+    const Locked locked(_lock);
+    return _valid;
+}

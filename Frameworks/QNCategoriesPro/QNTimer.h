@@ -1,0 +1,54 @@
+// A timer on the main queue that holds its target weakly, so that an owner may keep a timer that calls back
+// into the owner.
+//
+//     timer_ = QNTimer::timerWithTimeInterval(2.0, self(), sel_registerName("refresh:"), true);
+//
+// | state   | from                                                                        |
+// |---------|-----------------------------------------------------------------------------|
+// | running | construction                                                                |
+// | invalid | `invalidate`, destruction, a tick after the target went away, the first tick |
+// |         | of a timer that does not repeat (which never reaches the target)            |
+//
+// Threads: ticks run on the main thread. Everything may be called from any thread; the target is called
+// without the lock, so it may call `invalidate` itself.
+#pragma once
+
+#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/TimerSource.h"
+#include "Platform/Foundation/NSDate.h"
+#include "Platform/Runtime/NSObject.h"
+
+class QNTimer : public NSObject {
+    NS_CLASS(QNTimer, NSObject)
+public:
+    /// A running timer that first ticks after `interval` seconds. The selector's operation takes the timer.
+    static Ref<QNTimer> timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
+                                              bool repeats);
+    /// A running timer that first ticks `fireTime` seconds from now.
+    static Ref<QNTimer> initWithFireTime(NSTimeInterval fireTime, NSTimeInterval interval, const id &target,
+                                         SEL selector, bool repeats);
+
+    /// For the two above, which also start the timer.
+    QNTimer(NSTimeInterval interval, const id &target, SEL selector, bool repeats);
+    ~QNTimer() override;
+
+    /// One tick.
+    void fire();
+    /// Stops the timer for good.
+    void invalidate();
+
+    bool repeats() const;
+    NSTimeInterval timeInterval() const;
+    bool isValid() const;
+
+private:
+    void start(NSTimeInterval fireTime);
+
+    bool _valid = true;
+    NSTimeInterval _timeInterval;
+    bool _repeats;
+    Weak<NSObject> _target;
+    SEL _selector;
+    std::shared_ptr<dispatch::TimerSource> _source;
+    mutable dispatch::Semaphore _lock{1};
+};

@@ -1,0 +1,30 @@
+#include "Manager/PrinterListCollector.h"
+
+#include "Manager/ZKUSB.h"
+#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSString.h"
+
+void collectPrinter(const Ref<ZKUSB> &printer, const Ref<ZKSafeMutableArray> &list) {
+    if (!printer)
+        return;
+    NSLog("serialNumber:%@", printer->serialNumber());
+    NSLog("printer:%@", printer->printerType());
+    NSLog("ip:%@", printer->ip());
+    NSLog("------   -------");
+    NSUInteger index = 0;
+    for (; index < list->count(); ++index) {
+        const auto earlier = as<ZKUSB>(list->objectAtIndex(index));
+        NSLog("------  %@ -------", earlier);
+        if (earlier && earlier->serialNumber() &&
+            earlier->serialNumber()->isEqualToString(printer->serialNumber()))
+            break;
+    }
+    if (index + 1 != list->count())
+        list->addObject(printer);
+}
+
+Ref<DiscoveryCallback> printerListCollector(const Ref<ZKSafeMutableArray> &list) {
+    return makeBlock<void(const Ref<ZKUSB> &)>(
+        [list](const Ref<ZKUSB> &printer) { collectPrinter(printer, list); });
+}

@@ -1,0 +1,89 @@
+#include "Manager/PrinterStatus.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSError.h"
+#include "Platform/Foundation/NSJSONSerialization.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Transport/zkcomtl.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+using Outcome = PrinterStatus::Outcome;
+
+namespace {
+
+constexpr std::int32_t timeout_ms = 2000;
+constexpr std::int64_t statesOfANormalPrinter[] = {3, 1};
+
+struct Free {
+    void operator()(char *text) const { std::free(text); }
+};
+using HeapText = std::unique_ptr<char, Free>;
+
+NSInteger integerOf(const id &value) {
+    if (const auto number = as<NSNumber>(value))
+        return number->integerValue();
+    const auto text = as<NSString>(value);
+    return text ? text->integerValue() : 0;
+}
+
+void logParseError(const NSError &error) {
+    NSLog("NSData 转 NSDictionary 失败\n");
+    NSLog("Error Domain:%@", error.domain());
+    NSLog("错误代码：%ld", error.code());
+    NSLog("错误描述：%@", error.localizedDescription());
+    NSLog("错误恢复建议：%@", error.localizedRecoverySuggestion());
+}
+
+PrinterStatus judge(NSInteger value) {
+    for (const std::int64_t normal : statesOfANormalPrinter)
+        if (value == normal) {
+            NSLog("printer status normal");
+            return {Outcome::normal, value, TL_USB_OK};
+        }
+    NSLog("printer status not normal");
+    return {Outcome::notNormal, value, TL_USB_OK};
+}
+
+} // namespace
+
+PrinterStatus readPrinterStatus(const Ref<NSString> &deviceUri) {
+    const std::string uri = deviceUri ? deviceUri->utf8() : std::string();
+    // The transport may leave the pointer as it is; what it points to is then an empty text of ours.
+    char *pointer = static_cast<char *>(std::calloc(8, 1));
+    const std::int32_t status = tl_usb_get_printer_info(uri.c_str(), 0, 2, timeout_ms, 1, &pointer);
+    const HeapText text(pointer);
+    NSLog("str:%s\n", text.get());
+    if (status != TL_USB_OK) {
+        std::fprintf(stderr, "获取状态失败, %d\n", status);
+        return {Outcome::noAnswer, 0, status};
+    }
+    return parsePrinterStatus(text ? NSString::stringWithUTF8String(text.get()) : nullptr);
+}
+
+PrinterStatus parsePrinterStatus(const Ref<NSString> &text) {
+    if (!text || text->length() == 0) {
+        std::fputs("NSString 为空\n", stderr);
+        return {Outcome::unreadable};
+    }
+    const auto bytes = qn::dataValue(text);
+    if (!bytes) {
+        std::fputs("NSString 转NSData失败\n", stderr);
+        return {Outcome::unreadable};
+    }
+    Ref<NSError> error;
+    const id json =
+        NSJSONSerialization::JSONObjectWithData(bytes, NSJSONReadingOptions::MutableContainers, &error);
+    if (!json) {
+        logParseError(*error);
+        return {Outcome::unreadable};
+    }
+    const auto object = as<NSDictionary>(json);
+    return judge(object ? integerOf(object->objectForKey(u"printer_status"_ns)) : 0);
+}

@@ -1,0 +1,77 @@
+#include "Manager/TonerHint.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Manager/ConsumableReminder.h"
+#include "Manager/ZKCommand.h"
+#include "Manager/ZKUSB.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSString.h"
+
+namespace {
+
+constexpr std::uint16_t readCommand = 0xFF21;
+constexpr std::uint16_t writeCommand = 0xFF20;
+constexpr std::int32_t timeout_ms = 10000;
+
+/// The header echoes the command and carries the value 1 behind it.
+bool accepts(const NSData &header, std::uint16_t command) {
+    const std::uint8_t *bytes = header.bytes();
+    return header.length() >= 6 && bytes[2] == command >> 8 && bytes[3] == (command & 0xFF) &&
+           bytes[4] == 0 && bytes[5] == 1;
+}
+
+/// One exchange; `handle` gets what the printer replied.
+void exchange(ZKUSB &printer, std::uint16_t command, const Ref<NSString> &text,
+              std::function<void(const Ref<NSData> &, const Ref<NSData> &)> handle) {
+    const auto completion = makeBlock<void(const Ref<NSData> &, const Ref<NSData> &)>(std::move(handle));
+    printer.sendACLWithPJL(ZKCommand::PJLWithCMD(command, qn::dataValue(text)), timeout_ms, completion);
+}
+
+TonerHintReading readingOf(const Ref<NSData> &header, const Ref<NSData> &data) {
+    if (!header)
+        return {TonerHintReading::Outcome::nothing};
+    if (!accepts(*header, readCommand) || !data || data->length() == 0)
+        return {TonerHintReading::Outcome::rejected};
+    const auto text = qn::UTF8String(data);
+    const std::int32_t threshold = text ? text->intValue() : 0;
+    NSLog("dataString:%@", text);
+    NSLog("dataInt:%d", threshold);
+    return {TonerHintReading::Outcome::threshold, threshold};
+}
+
+TonerHintWriting writingOf(const Ref<NSData> &header) {
+    if (!header)
+        return TonerHintWriting::nothing;
+    const bool success = accepts(*header, writeCommand);
+    NSLog(success ? "set honer success" : "set honer fail");
+    return success ? TonerHintWriting::success : TonerHintWriting::failure;
+}
+
+} // namespace
+
+void readTonerHint(const Ref<ZKUSB> &printer, const std::function<void(const TonerHintReading &)> &deliver) {
+    if (!printer)
+        return;
+    exchange(*printer, readCommand, u"<!--#ssi IDr OID_PLATFORM_CONSUMEABLE_HINT -->"_ns,
+             [&](const Ref<NSData> &header, const Ref<NSData> &data) {
+                 NSLog("get honer sendACLWithPJL header: %@", header);
+                 NSLog("get honer sendACLWithPJL data: %@", data);
+                 deliver(readingOf(header, data));
+             });
+}
+
+void writeTonerHint(const Ref<ZKUSB> &printer, std::int64_t popUpIndex,
+                    const std::function<void(TonerHintWriting)> &deliver) {
+    if (!printer)
+        return;
+    const auto text = u"OID_PLATFORM_CONSUMEABLE_HINT"_ns->stringByAppendingFormat(
+        "%@%ld", u"="_ns, thresholdForPopUpIndex(popUpIndex));
+    NSLog("pjl_tonerhint_set:%@", text);
+    exchange(*printer, writeCommand, text, [&](const Ref<NSData> &header, const Ref<NSData> &data) {
+        NSLog("set honer sendACLWithPJL header: %@", header);
+        NSLog("set honer sendACLWithPJL data: %@", data);
+        deliver(writingOf(header));
+    });
+}

@@ -1,0 +1,42 @@
+// The consumable-reminder threshold: the toner level, in percent, at which a printer warns that toner is low.
+// 0 means that the reminder is off; otherwise it is 2 to 10.
+//
+// Threads: both queries block their thread for one exchange, which may take the drain and two time-outs of
+// ten seconds, so call them off the main thread. `deliver` is called on that thread before the query returns.
+#pragma once
+
+#include "Platform/Runtime/Ref.h"
+
+#include <cstdint>
+#include <functional>
+
+class ZKUSB;
+
+/// What a printer answered to the question for its threshold.
+struct TonerHintReading {
+    enum class Outcome {
+        nothing,  ///< the transport failed
+        rejected, ///< the printer answered, but not as expected
+        threshold,
+    };
+
+    Outcome outcome = Outcome::nothing;
+    std::int32_t threshold = 0; ///< as the printer gave it: any number
+
+    friend bool operator==(const TonerHintReading &, const TonerHintReading &) = default;
+};
+
+/// What a printer answered to a new threshold.
+enum class TonerHintWriting {
+    nothing, ///< the transport failed
+    failure, ///< the printer refused
+    success,
+};
+
+/// Asks the printer for its threshold. `deliver` may be called never (no printer, or the exchange ended
+/// silently), once, or twice: a threshold whose data had the wrong length is followed by another outcome.
+void readTonerHint(const Ref<ZKUSB> &printer, const std::function<void(const TonerHintReading &)> &deliver);
+
+/// Sets the threshold of an item of the pop-up (see ConsumableReminder.h). `deliver` as above.
+void writeTonerHint(const Ref<ZKUSB> &printer, std::int64_t popUpIndex,
+                    const std::function<void(TonerHintWriting)> &deliver);

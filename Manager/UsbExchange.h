@@ -1,0 +1,42 @@
+// The steps of one exchange with a printer; what they promise is told at ZKUSB::sendACLWithPJL.
+//
+// The handle is closed only when the write or the reading of a reply header fails. Every other end leaves it
+// open: the transport keeps one handle a printer and retires it when the next exchange opens its own.
+#pragma once
+
+#include "Platform/Runtime/Ref.h"
+
+#include <array>
+#include <cstdint>
+
+class NSData;
+class ZKUSB;
+
+class UsbExchange {
+public:
+    UsbExchange(ZKUSB &printer, std::int32_t timeout_ms) : printer_(printer), timeout_ms_(timeout_ms) {}
+
+    void run(const NSData &request);
+
+private:
+    enum class Next { readTransfer, stop };
+
+    bool open();
+    void drain();
+    bool write(const NSData &request);
+    /// Reads one transfer into the zeroed buffer; false when the transport failed.
+    bool read(std::int32_t timeout_ms);
+    /// A transfer is in the buffer: takes it for a reply header, or skips it.
+    Next takeTransfer();
+    /// The buffer begins with a reply header: reads its data and completes; true when the exchange is over.
+    bool takeReply();
+    void fail();
+    void complete(const Ref<NSData> &header, const Ref<NSData> &data);
+    Ref<NSData> received() const;
+
+    ZKUSB &printer_;
+    const std::int32_t timeout_ms_;
+    void *handle_ = nullptr;
+    std::array<std::uint8_t, 4096> buffer_;
+    std::int32_t length_ = 0; // bytes in the buffer, 0 to its size
+};

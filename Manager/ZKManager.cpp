@@ -1,0 +1,96 @@
+#include "Manager/ZKManager.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
+#include "Manager/ZKUSB.h"
+#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Platform/Dispatch/Once.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Class.h"
+#include "Platform/Transport/zkcomtl.h"
+
+#include <cstring>
+#include <span>
+
+NS_IMPLEMENTATION(ZKManager) {
+    cls.instantiate([] { return shared(); });
+}
+
+namespace {
+
+/// A field of a device record; none when its bytes are not a text.
+Ref<NSString> textOf(const char (&field)[256]) {
+    return NSString::stringWithUTF8String({field, strnlen(field, sizeof field)});
+}
+
+Ref<ZKUSB> recordOf(const tl_usb_device_info &device) {
+    auto record = make<ZKUSB>();
+    record->setPrinterType(textOf(device.product));
+    record->setSerialNumber(textOf(device.serial));
+    record->setPID(device.pid);
+    record->setVID(device.vid);
+    record->setPrinterName(record->printerType());
+    record->setManufacturer(textOf(device.manufacturer));
+    return record;
+}
+
+} // namespace
+
+Ref<ZKManager> ZKManager::shared() {
+    static dispatch::Once token;
+    static Ref<ZKManager> *manager;
+    dispatch::once(token, [] { manager = new Ref<ZKManager>(new ZKManager); });
+    return *manager;
+}
+
+Ref<ZKSafeMutableArray> ZKManager::printerList() {
+    if (!printerList_)
+        printerList_ = make<ZKSafeMutableArray>();
+    return printerList_;
+}
+
+void ZKManager::setPrinterList(const Ref<ZKSafeMutableArray> &list) {
+    printerList_ = list ? make<ZKSafeMutableArray>() : nullptr;
+    if (list)
+        printerList_->addObjectsFromArray(list);
+}
+
+void ZKManager::setCallback(const Ref<DiscoveryCallback> &callback) {
+    callback_ = callback ? std::static_pointer_cast<DiscoveryCallback>(callback->copy()) : nullptr;
+}
+
+void ZKManager::zk_discoverPrinter(const Ref<DiscoveryCallback> &callback) {
+    setCallback(callback);
+    const auto block =
+        makeBlock<void(const Ref<NSTimer> &)>([weak = Weak<NSObject>(self())](const Ref<NSTimer> &) {
+            if (const auto manager = as<ZKManager>(weak.lock()))
+                manager->discoverPrinter();
+        });
+    const auto timer = qn::scheduledTimerWithTimeInterval(discoveryInterval, block, true);
+    setLocalTimer(timer);
+    timer->fire();
+}
+
+void ZKManager::discoverPrinter() {
+    if (stopRepeatDiscover_)
+        return;
+    tl_usb_device_info *devices = nullptr;
+    std::int32_t count = 0;
+    tl_usb_get_devicelist_by_vid(ZK_USB_VENDOR_ID, &devices, &count);
+    if (stopRepeatDiscover_)
+        return;
+    printerList()->removeAllObjects();
+    if (count <= 0 || !devices)
+        return;
+    const auto callback = callback_; // may be replaced by what it calls
+    for (const tl_usb_device_info &device : std::span(devices, static_cast<std::size_t>(count)))
+        if (const auto record = recordOf(device); callback)
+            (*callback)(record);
+}
+
+void ZKManager::zk_stopDiscoverPrinter() {
+    stopRepeatDiscover_ = true;
+    if (const auto timer = localTimer()) {
+        timer->invalidate();
+        localTimer_.reset();
+    }
+}

@@ -1,0 +1,65 @@
+// Keeps track of the maker's printers that are attached by USB.
+//
+//     ZKManager::shared()->zk_discoverPrinter(printerListCollector(ZKManager::shared()->printerList()));
+//
+// | state      | passes                                                                        |
+// |------------|-------------------------------------------------------------------------------|
+// | idle       | none; before `zk_discoverPrinter`                                              |
+// | running    | one at once, then one every 2 seconds                                         |
+// | suppressed | `stopRepeatDiscover` is true: the timer fires, but passes return at once      |
+// | stopped    | none; after `zk_stopDiscoverPrinter`                                          |
+//
+// Threads: the thread whose run loop the discovery was started on; it blocks for as long as the transport
+// takes to list. `printerList` may be read, and `stopRepeatDiscover` set, from any thread.
+#pragma once
+
+#include "Platform/RunLoop/NSTimer.h"
+#include "Platform/Runtime/NSBlock.h"
+
+#include <atomic>
+
+class ZKSafeMutableArray;
+class ZKUSB;
+
+/// Receives each printer that a pass found.
+using DiscoveryCallback = Block<void(const Ref<ZKUSB> &printer)>;
+
+class ZKManager : public NSObject {
+    NS_CLASS(ZKManager, NSObject)
+public:
+    /// Seconds from one pass to the next.
+    static constexpr NSTimeInterval discoveryInterval = 2.0;
+
+    /// The only instance.
+    static Ref<ZKManager> shared();
+    /// Allocating and copying yield the only instance, too.
+    static Ref<ZKManager> allocWithZone() { return shared(); }
+    id copy() const override { return shared(); }
+
+    bool stopRepeatDiscover() const { return stopRepeatDiscover_; }
+    void setStopRepeatDiscover(bool stop) { stopRepeatDiscover_ = stop; }
+    /// The printers of the latest pass, as the callback collected them. Created empty on first read.
+    Ref<ZKSafeMutableArray> printerList();
+    /// Stores a copy.
+    void setPrinterList(const Ref<ZKSafeMutableArray> &list);
+    Ref<DiscoveryCallback> callback() const { return callback_; }
+    void setCallback(const Ref<DiscoveryCallback> &callback);
+    /// The discovery timer as long as somebody (its run loop) keeps it.
+    Ref<NSTimer> localTimer() const { return localTimer_.lock(); }
+    void setLocalTimer(const Ref<NSTimer> &timer) { localTimer_ = timer; }
+
+    /// Starts repeated discovery on the calling thread's run loop. A second call replaces callback and timer
+    /// without stopping the earlier timer, and `stopRepeatDiscover` stays as it is.
+    void zk_discoverPrinter(const Ref<DiscoveryCallback> &callback);
+    /// One pass: empties the list and hands a new record of each attached printer to the callback.
+    void discoverPrinter();
+    void zk_stopDiscoverPrinter();
+
+private:
+    ZKManager() = default;
+
+    std::atomic<bool> stopRepeatDiscover_ = false;
+    Ref<ZKSafeMutableArray> printerList_;
+    Ref<DiscoveryCallback> callback_;
+    Weak<NSTimer> localTimer_;
+};

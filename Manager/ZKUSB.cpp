@@ -1,0 +1,41 @@
+#include "Manager/ZKUSB.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Manager/UsbExchange.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Class.h"
+
+NS_IMPLEMENTATION(ZKUSB) {}
+
+Ref<NSString> ZKUSB::copied(const Ref<NSString> &text) {
+    return text ? as<NSString>(text->copy()) : nullptr;
+}
+
+Ref<NSString> ZKUSB::URI() {
+    const auto path =
+        NSString::stringWithFormat("%@/%@?serial=%@", manufacturer_, printerName_, serialNumber_);
+    setURI(qn::URLEncode(u"usb://"_ns->stringByAppendingString(path)));
+    const std::scoped_lock guard(exchangeFields_);
+    return URI_;
+}
+
+void ZKUSB::setURI(const Ref<NSString> &text) {
+    const std::scoped_lock guard(exchangeFields_);
+    URI_ = copied(text);
+}
+
+Ref<ExchangeCompletion> ZKUSB::receiveCallback() const {
+    const std::scoped_lock guard(exchangeFields_);
+    return receiveCallback_.lock();
+}
+
+void ZKUSB::setReceiveCallback(const Ref<ExchangeCompletion> &completion) {
+    const std::scoped_lock guard(exchangeFields_);
+    receiveCallback_ = completion;
+}
+
+void ZKUSB::sendACLWithPJL(const Ref<NSData> &request, std::int32_t timeout,
+                           const Ref<ExchangeCompletion> &receiveCallback) {
+    setReceiveCallback(receiveCallback);
+    UsbExchange(*this, timeout).run(*request);
+}

@@ -1,0 +1,62 @@
+#include "Platform/Foundation/CollectionDescription.h"
+
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSString.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isWordUnit(char16_t unit) {
+    return (unit >= '0' && unit <= '9') || (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z') ||
+           unit == '_';
+}
+
+void appendEscaped(std::u16string &out, char16_t unit) {
+    static constexpr char16_t digits[] = u"0123456789abcdef";
+    switch (unit) {
+    case '"':
+    case '\\':
+        out += u'\\';
+        out += unit;
+        return;
+    case '\n':
+        out += u"\\n";
+        return;
+    case '\r':
+        out += u"\\r";
+        return;
+    case '\t':
+        out += u"\\t";
+        return;
+    default:
+        break;
+    }
+    if (unit >= 0x20 && unit < 0x7F) {
+        out += unit;
+        return;
+    }
+    out += u"\\U";
+    for (int shift = 12; shift >= 0; shift -= 4)
+        out += digits[unit >> shift & 15];
+}
+
+std::u16string quoted(const std::u16string &units) {
+    if (!units.empty() && std::all_of(units.begin(), units.end(), isWordUnit))
+        return units;
+    std::u16string text = u"\"";
+    for (const char16_t unit : units)
+        appendEscaped(text, unit);
+    return text + u"\"";
+}
+
+} // namespace
+
+std::u16string collectionElementDescription(const id &element, NSUInteger indent) {
+    if (const auto array = as<NSArray>(element))
+        return array->descriptionWithIndent(indent)->units();
+    if (const auto dictionary = as<NSDictionary>(element))
+        return dictionary->descriptionWithIndent(indent)->units();
+    return quoted(element->description()->units());
+}

@@ -1,0 +1,77 @@
+#include "Platform/Foundation/NSData.h"
+
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/NSException.h"
+
+#include <fstream>
+#include <iterator>
+
+NS_IMPLEMENTATION(NSData) {
+    cls.method<&NSData::length>("length");
+}
+
+NS_IMPLEMENTATION(NSMutableData) {}
+
+Ref<NSData> NSData::dataWithBytes(const void *bytes, NSUInteger length) {
+    const auto *first = static_cast<const std::uint8_t *>(bytes);
+    return length ? make<NSData>(std::vector<std::uint8_t>(first, first + length)) : data();
+}
+
+Ref<NSData> NSData::dataWithContentsOfFile(const std::string &path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return nullptr;
+    std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    return file.bad() ? nullptr : make<NSData>(std::move(bytes));
+}
+
+Ref<NSData> NSData::subdataWithRange(NSRange range) const {
+    if (!range.fits(length()))
+        throw NSException(NSRangeException, "-[NSData subdataWithRange:]: range {" +
+                                                std::to_string(range.location) + ", " +
+                                                std::to_string(range.length) + "} exceeds data length " +
+                                                std::to_string(length()));
+    return dataWithBytes(bytes() + range.location, range.length);
+}
+
+bool NSData::isEqual(const id &other) const {
+    const auto data = as<NSData>(other);
+    return data && data->bytes_ == bytes_;
+}
+
+NSUInteger NSData::hash() const {
+    return std::hash<std::string_view>()({reinterpret_cast<const char *>(bytes()), bytes_.size()});
+}
+
+Ref<NSString> NSData::description() const {
+    static constexpr char16_t digits[] = u"0123456789abcdef";
+    std::u16string text = u"<";
+    text.reserve(bytes_.size() * 9 / 4 + 3);
+    for (std::size_t i = 0; i < bytes_.size(); ++i) {
+        if (i && i % 4 == 0)
+            text += u' ';
+        text += digits[bytes_[i] >> 4];
+        text += digits[bytes_[i] & 15];
+    }
+    return make<NSString>(text + u">");
+}
+
+id NSData::mutableCopy() const {
+    return make<NSMutableData>(bytes_);
+}
+
+Ref<NSMutableData> NSMutableData::dataWithCapacity(NSUInteger capacity) {
+    auto data = make<NSMutableData>();
+    data->bytes_.reserve(capacity);
+    return data;
+}
+
+Ref<NSMutableData> NSMutableData::dataWithLength(NSUInteger length) {
+    return make<NSMutableData>(std::vector<std::uint8_t>(length));
+}
+
+void NSMutableData::appendBytes(const void *bytes, NSUInteger length) {
+    const auto *first = static_cast<const std::uint8_t *>(bytes);
+    bytes_.insert(bytes_.end(), first, first + length);
+}

@@ -1,0 +1,5 @@
+#include "Platform/Foundation/NSEnumerator.h"
+
+#include "Platform/Runtime/Class.h"
+
+NS_IMPLEMENTATION(NSEnumerator) {}

@@ -1,0 +1,89 @@
+#include "Platform/Foundation/NSNumber.h"
+
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Class.h"
+
+#include <charconv>
+#include <cmath>
+#include <functional>
+#include <limits>
+
+NS_IMPLEMENTATION(NSNumber) {}
+
+namespace {
+
+constexpr double twoTo63 = 9223372036854775808.0;
+constexpr double twoTo64 = 18446744073709551616.0;
+
+std::int64_t cut(double value) {
+    if (std::isnan(value))
+        return 0;
+    if (value >= twoTo63)
+        return std::numeric_limits<std::int64_t>::max();
+    return value < -twoTo63 ? std::numeric_limits<std::int64_t>::min() : static_cast<std::int64_t>(value);
+}
+
+std::uint64_t cutUnsigned(double value) {
+    if (value >= twoTo64)
+        return std::numeric_limits<std::uint64_t>::max();
+    return value >= twoTo63 ? static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(cut(value));
+}
+
+template <class T>
+Ref<NSString> decimal(T value) {
+    char text[40];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return make<NSString>(std::u16string(text, end));
+}
+
+} // namespace
+
+Ref<NSNumber> NSNumber::numberWithBool(bool value) {
+    static const auto &truth = *new Ref<NSNumber>(make<NSNumber>('B', std::uint64_t{1}));
+    static const auto &falsehood = *new Ref<NSNumber>(make<NSNumber>('B', std::uint64_t{0}));
+    return value ? truth : falsehood;
+}
+
+bool NSNumber::isUnsigned() const {
+    return encoding_ == 'B' || (encoding_ >= 'A' && encoding_ <= 'Z');
+}
+
+bool NSNumber::boolValue() const {
+    return isFloating() ? floating_ != 0 : signed_ != 0;
+}
+
+std::int64_t NSNumber::longLongValue() const {
+    return isFloating() ? cut(floating_) : signed_;
+}
+
+std::uint64_t NSNumber::unsignedLongLongValue() const {
+    return isFloating() ? cutUnsigned(floating_) : unsigned_;
+}
+
+double NSNumber::doubleValue() const {
+    if (isFloating())
+        return floating_;
+    return isUnsigned() ? static_cast<double>(unsigned_) : static_cast<double>(signed_);
+}
+
+Ref<NSString> NSNumber::stringValue() const {
+    if (encoding_ == 'f')
+        return decimal(static_cast<float>(floating_));
+    if (encoding_ == 'd')
+        return decimal(floating_);
+    return isUnsigned() ? decimal(unsigned_) : decimal(signed_);
+}
+
+bool NSNumber::isEqual(const id &other) const {
+    const auto number = as<NSNumber>(other);
+    if (!number)
+        return false;
+    if (isFloating() || number->isFloating())
+        return doubleValue() == number->doubleValue();
+    // Whole numbers of different signedness are equal only below the signed maximum.
+    return unsigned_ == number->unsigned_ && (isUnsigned() == number->isUnsigned() || signed_ >= 0);
+}
+
+NSUInteger NSNumber::hash() const {
+    return std::hash<double>()(doubleValue());
+}

@@ -1,0 +1,230 @@
+#include "Platform/Foundation/NSString.h"
+
+#include "Platform/Foundation/NSCharacterSet.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/Unicode.h"
+#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/NSException.h"
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+
+NS_IMPLEMENTATION(NSString) {
+    cls.method<&NSString::length>("length").method<&NSString::isEqualToString>("isEqualToString:");
+}
+
+NS_IMPLEMENTATION(NSMutableString) {}
+
+namespace {
+
+void checkRange(const char *operation, NSRange range, NSUInteger length) {
+    if (!range.fits(length))
+        throw NSException(NSRangeException, std::string("-[NSString ") + operation + "]: range {" +
+                                                std::to_string(range.location) + ", " +
+                                                std::to_string(range.length) + "} out of bounds; length " +
+                                                std::to_string(length));
+}
+
+void checkText(const char *operation, const Ref<NSString> &text) {
+    if (!text)
+        throw NSException(NSInvalidArgumentException,
+                          std::string("-[NSString ") + operation + "]: nil argument");
+}
+
+bool isSpace(char16_t unit) {
+    return unit == ' ' || (unit >= '\t' && unit <= '\r') || unit == 0x85 || unit == 0xA0;
+}
+
+template <class Integer>
+Integer leadingInteger(const std::u16string &units) {
+    std::size_t at = 0;
+    while (at < units.size() && isSpace(units[at]))
+        ++at;
+    const bool negative = at < units.size() && units[at] == '-';
+    if (at < units.size() && (units[at] == '-' || units[at] == '+'))
+        ++at;
+    // Counted downwards, where the range is larger by one.
+    constexpr Integer lowest = std::numeric_limits<Integer>::min(),
+                      highest = std::numeric_limits<Integer>::max();
+    Integer value = 0;
+    for (; at < units.size() && units[at] >= '0' && units[at] <= '9'; ++at) {
+        const auto digit = static_cast<Integer>(units[at] - '0');
+        if (value < (lowest + digit) / 10)
+            return negative ? lowest : highest;
+        value = static_cast<Integer>(value * 10 - digit);
+    }
+    if (negative)
+        return value;
+    return value == lowest ? highest : static_cast<Integer>(-value);
+}
+
+} // namespace
+
+Ref<NSString> NSString::stringWithString(const Ref<NSString> &text) {
+    checkText("stringWithString:", text);
+    return as<NSString>(text->copy());
+}
+
+Ref<NSString> NSString::stringWithUTF8String(std::string_view bytes) {
+    auto units = unicode::utf16FromUTF8(bytes);
+    return units ? make<NSString>(std::move(*units)) : nullptr;
+}
+
+Ref<NSString> NSString::stringWithASCIIString(const char *bytes) {
+    if (!bytes)
+        return nullptr;
+    const std::string_view text(bytes);
+    const bool ascii =
+        std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return ascii ? make<NSString>(std::u16string(text.begin(), text.end())) : nullptr;
+}
+
+unichar NSString::characterAtIndex(NSUInteger index) const {
+    checkRange("characterAtIndex:", {index, 1}, length());
+    return units_[index];
+}
+
+std::string NSString::utf8() const {
+    std::string bytes;
+    unicode::appendUTF8(bytes, units_);
+    return bytes;
+}
+
+std::optional<std::string> NSString::strictUTF8() const {
+    return unicode::utf8FromUTF16(units_);
+}
+
+Ref<NSData> NSString::dataUsingUTF8() const {
+    const auto bytes = strictUTF8();
+    return bytes ? NSData::dataWithBytes(bytes->data(), bytes->size()) : nullptr;
+}
+
+bool NSString::isEqual(const id &other) const {
+    return other.get() == this || isEqualToString(as<NSString>(other));
+}
+
+NSUInteger NSString::hash() const {
+    return std::hash<std::u16string>()(units_);
+}
+
+Ref<NSString> NSString::description() const {
+    return std::static_pointer_cast<NSString>(self());
+}
+
+id NSString::mutableCopy() const {
+    return make<NSMutableString>(units_);
+}
+
+NSComparisonResult NSString::compare(const Ref<NSString> &other) const {
+    checkText("compare:", other);
+    const int order = units_.compare(other->units_);
+    return order < 0   ? NSComparisonResult::OrderedAscending
+           : order > 0 ? NSComparisonResult::OrderedDescending
+                       : NSComparisonResult::OrderedSame;
+}
+
+bool NSString::hasPrefix(const Ref<NSString> &prefix) const {
+    checkText("hasPrefix:", prefix);
+    return units_.starts_with(prefix->units_);
+}
+
+bool NSString::hasSuffix(const Ref<NSString> &suffix) const {
+    checkText("hasSuffix:", suffix);
+    return units_.ends_with(suffix->units_);
+}
+
+bool NSString::containsString(const Ref<NSString> &text) const {
+    return rangeOfString(text).location != NSNotFound;
+}
+
+NSRange NSString::rangeOfString(const Ref<NSString> &text) const {
+    checkText("rangeOfString:", text);
+    const auto found = text->units_.empty() ? std::u16string::npos : units_.find(text->units_);
+    return found == std::u16string::npos ? NSRange{NSNotFound, 0} : NSRange{found, text->length()};
+}
+
+Ref<NSString> NSString::substringWithRange(NSRange range) const {
+    checkRange("substringWithRange:", range, length());
+    return make<NSString>(units_.substr(range.location, range.length));
+}
+
+Ref<NSString> NSString::substringFromIndex(NSUInteger index) const {
+    checkRange("substringFromIndex:", {index, 0}, length());
+    return make<NSString>(units_.substr(index));
+}
+
+Ref<NSString> NSString::substringToIndex(NSUInteger index) const {
+    return substringWithRange({0, index});
+}
+
+Ref<NSString> NSString::stringByAppendingString(const Ref<NSString> &text) const {
+    checkText("stringByAppendingString:", text);
+    return make<NSString>(units_ + text->units_);
+}
+
+Ref<NSString> NSString::stringByReplacingOccurrencesOfString(const Ref<NSString> &target,
+                                                             const Ref<NSString> &replacement) const {
+    checkText("stringByReplacingOccurrencesOfString:withString:", target);
+    checkText("stringByReplacingOccurrencesOfString:withString:", replacement);
+    std::u16string result;
+    std::size_t at = 0;
+    for (std::size_t found;
+         !target->units_.empty() && (found = units_.find(target->units_, at)) != std::u16string::npos;
+         at = found + target->length()) {
+        result.append(units_, at, found - at);
+        result += replacement->units_;
+    }
+    result.append(units_, at);
+    return make<NSString>(std::move(result));
+}
+
+Ref<NSString>
+NSString::stringByAddingPercentEncodingWithAllowedCharacters(const Ref<NSCharacterSet> &allowed) const {
+    static constexpr char16_t digits[] = u"0123456789ABCDEF";
+    std::u16string encoded;
+    encoded.reserve(units_.size() + units_.size() / 2);
+    for (std::size_t at = 0; at < units_.size();) {
+        if (allowed->characterIsMember(units_[at])) {
+            encoded += units_[at++];
+            continue;
+        }
+        std::size_t end = at + 1;
+        while (end < units_.size() && !allowed->characterIsMember(units_[end]))
+            ++end;
+        const auto bytes = unicode::utf8FromUTF16(std::u16string_view(units_).substr(at, end - at));
+        if (!bytes)
+            return nullptr;
+        for (const char byte : *bytes) {
+            encoded += u'%';
+            encoded += digits[static_cast<unsigned char>(byte) >> 4];
+            encoded += digits[byte & 15];
+        }
+        at = end;
+    }
+    return make<NSString>(std::move(encoded));
+}
+
+std::int32_t NSString::intValue() const {
+    return leadingInteger<std::int32_t>(units_);
+}
+
+NSInteger NSString::integerValue() const {
+    return leadingInteger<NSInteger>(units_);
+}
+
+void NSMutableString::appendString(const Ref<NSString> &text) {
+    checkText("appendString:", text);
+    units_ += text->units();
+}
+
+void NSMutableString::setString(const Ref<NSString> &text) {
+    checkText("setString:", text);
+    units_ = text->units();
+}
+
+void NSMutableString::replaceCharactersInRange(NSRange range, const Ref<NSString> &text) {
+    checkText("replaceCharactersInRange:withString:", text);
+    checkRange("replaceCharactersInRange:withString:", range, length());
+    units_.replace(range.location, range.length, text->units());
+}

@@ -1,0 +1,94 @@
+#include "Platform/Foundation/ObjectTable.h"
+
+#include <utility>
+
+namespace {
+
+constexpr NSUInteger absent = NSNotFound;
+
+NSUInteger spread(NSUInteger hash) {
+    return (hash * 0x9E3779B97F4A7C15u) >> 20;
+}
+
+} // namespace
+
+NSUInteger ObjectTable::locate(NSUInteger hash, const NSObject &key, const id &keyObject) const {
+    const auto matches = [&](const Entry &entry) {
+        return entry.key && entry.hash == hash && (entry.key.get() == &key || entry.key->isEqual(keyObject));
+    };
+    if (index_.empty()) {
+        for (NSUInteger i = 0; i < entries_.size(); ++i)
+            if (matches(entries_[i]))
+                return i;
+        return absent;
+    }
+    const NSUInteger mask = index_.size() - 1;
+    for (NSUInteger slot = spread(hash) & mask; index_[slot]; slot = (slot + 1) & mask)
+        if (matches(entries_[index_[slot] - 1]))
+            return index_[slot] - 1;
+    return absent;
+}
+
+const id *ObjectTable::find(const id &key) const {
+    if (!key || !live_)
+        return nullptr;
+    const NSUInteger found = locate(key->hash(), *key, key);
+    return found == absent ? nullptr : &entries_[found].value;
+}
+
+void ObjectTable::set(const id &key, const id &value) {
+    const NSUInteger hash = key->hash();
+    if (const NSUInteger found = locate(hash, *key, key); found != absent) {
+        const id released = std::exchange(entries_[found].value, value);
+        return;
+    }
+    entries_.push_back({hash, key, value});
+    ++live_;
+    if (entries_.size() > smallest && 2 * entries_.size() > index_.size()) {
+        rebuild();
+    } else if (!index_.empty()) {
+        const NSUInteger mask = index_.size() - 1;
+        NSUInteger slot = spread(hash) & mask;
+        while (index_[slot])
+            slot = (slot + 1) & mask;
+        index_[slot] = static_cast<std::uint32_t>(entries_.size());
+    }
+}
+
+bool ObjectTable::remove(const id &key) {
+    if (!key || !live_)
+        return false;
+    const NSUInteger found = locate(key->hash(), *key, key);
+    if (found == absent)
+        return false;
+    // The entry stays as a gap, so that the index holds; gaps go when they are the majority.
+    const Entry released = std::exchange(entries_[found], Entry{});
+    --live_;
+    if (entries_.size() > smallest ? live_ < entries_.size() / 2 : found + 1 == entries_.size() || live_ == 0)
+        rebuild();
+    return true;
+}
+
+const ObjectTable::Entry *ObjectTable::next(NSUInteger &position) const {
+    while (position < entries_.size())
+        if (const Entry &entry = entries_[position++]; entry.key)
+            return &entry;
+    return nullptr;
+}
+
+void ObjectTable::rebuild() {
+    std::erase_if(entries_, [](const Entry &entry) { return !entry.key; });
+    index_.clear();
+    if (entries_.size() <= smallest)
+        return;
+    NSUInteger size = 2 * smallest;
+    while (size < 4 * entries_.size())
+        size *= 2;
+    index_.resize(size);
+    for (NSUInteger i = 0; i < entries_.size(); ++i) {
+        NSUInteger slot = spread(entries_[i].hash) & (size - 1);
+        while (index_[slot])
+            slot = (slot + 1) & (size - 1);
+        index_[slot] = static_cast<std::uint32_t>(i + 1);
+    }
+}

@@ -1,0 +1,45 @@
+// The store behind ordinary dictionaries: a hash table of objects that keeps the order of insertion, so that
+// walks, descriptions and tests are the same on every run.
+#pragma once
+
+#include "Platform/Runtime/NSObject.h"
+
+#include <vector>
+
+class ObjectTable {
+public:
+    struct Entry {
+        NSUInteger hash;
+        id key; ///< none in an entry that was removed
+        id value;
+    };
+
+    explicit ObjectTable(NSUInteger capacity = 0) { entries_.reserve(capacity); }
+
+    NSUInteger count() const { return live_; }
+    /// The value of an equal key, or null.
+    const id *find(const id &key) const;
+    /// Sets the value of an equal key, which stays as it is, or adds the entry at the end.
+    void set(const id &key, const id &value);
+    bool remove(const id &key);
+
+    /// Calls `visit(key, value)` for every entry in order, until it answers false.
+    template <class Visit>
+    void forEach(Visit &&visit) const {
+        for (const Entry &entry : entries_)
+            if (entry.key && !visit(entry.key, entry.value))
+                return;
+    }
+    /// The first live entry at or after `position`, which moves behind it; null at the end.
+    const Entry *next(NSUInteger &position) const;
+
+private:
+    static constexpr NSUInteger smallest = 8; // up to here a walk beats an index
+
+    NSUInteger locate(NSUInteger hash, const NSObject &key, const id &keyObject) const;
+    void rebuild();
+
+    std::vector<Entry> entries_;
+    std::vector<std::uint32_t> index_; // entry number + 1, 0 when free; empty while the table is small
+    NSUInteger live_ = 0;
+};

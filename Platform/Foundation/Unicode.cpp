@@ -1,0 +1,80 @@
+#include "Platform/Foundation/Unicode.h"
+
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+// ICU's macros convert between signs freely.
+#pragma GCC diagnostic ignored "-Wconversion"
+#pragma GCC diagnostic ignored "-Wsign-conversion"
+
+namespace {
+
+constexpr UChar32 replacement = 0xFFFD;
+
+void appendUnits(std::u16string &out, UChar32 character) {
+    if (character <= 0xFFFF) {
+        out.push_back(static_cast<char16_t>(character));
+    } else {
+        out.push_back(U16_LEAD(character));
+        out.push_back(U16_TRAIL(character));
+    }
+}
+
+// Both converters report whether the text was valid throughout; an invalid piece is replaced.
+bool convert(std::string_view bytes, std::u16string &out) {
+    bool valid = true;
+    const char *text = bytes.data();
+    const auto length = static_cast<std::int64_t>(bytes.size());
+    out.reserve(out.size() + bytes.size());
+    for (std::int64_t i = 0; i < length;) {
+        if (const auto byte = static_cast<unsigned char>(text[i]); byte < 0x80) {
+            out.push_back(byte);
+            ++i;
+            continue;
+        }
+        UChar32 character;
+        U8_NEXT(text, i, length, character);
+        valid = valid && character >= 0;
+        appendUnits(out, character >= 0 ? character : replacement);
+    }
+    return valid;
+}
+
+bool convert(std::u16string_view units, std::string &out) {
+    bool valid = true;
+    const auto length = units.size();
+    out.reserve(out.size() + length);
+    for (std::size_t i = 0; i < length;) {
+        UChar32 character;
+        U16_NEXT(units.data(), i, length, character);
+        if (U_IS_SURROGATE(character)) {
+            valid = false;
+            character = replacement;
+        }
+        char bytes[U8_MAX_LENGTH];
+        std::size_t count = 0;
+        U8_APPEND_UNSAFE(bytes, count, character);
+        out.append(bytes, count);
+    }
+    return valid;
+}
+
+} // namespace
+
+std::optional<std::u16string> unicode::utf16FromUTF8(std::string_view bytes) {
+    std::u16string units;
+    return convert(bytes, units) ? std::optional(std::move(units)) : std::nullopt;
+}
+
+std::optional<std::string> unicode::utf8FromUTF16(std::u16string_view units) {
+    std::string bytes;
+    return convert(units, bytes) ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+void unicode::appendUTF8(std::string &out, std::u16string_view units) {
+    convert(units, out);
+}
+
+void unicode::appendUTF16(std::u16string &out, std::string_view bytes) {
+    convert(bytes, out);
+}

@@ -1,0 +1,78 @@
+#include "Platform/RunLoop/NSTimer.h"
+
+#include "Platform/Dispatch/Clock.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/RunLoop/NSRunLoop.h"
+#include "Platform/Runtime/Message.h"
+
+using dispatch::Clock;
+using dispatch::Instant;
+
+NS_IMPLEMENTATION(NSTimer) {
+    cls.method<&NSTimer::fire>("fire")
+        .method<&NSTimer::invalidate>("invalidate")
+        .method<&NSTimer::isValid>("isValid")
+        .method<&NSTimer::userInfo>("userInfo");
+}
+
+NSTimer::NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats)
+    : interval_(interval > 0 ? interval : 0.0001), repeats_(repeats), selector_(selector),
+      target_(std::move(target)), userInfo_(std::move(userInfo)),
+      fireInstant_(Clock::current().now() + nanosecondsFromTimeInterval(interval_)) {}
+
+Ref<NSTimer> NSTimer::timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
+                                            const id &userInfo, bool repeats) {
+    return make<NSTimer>(interval, target, selector, userInfo, repeats);
+}
+
+Ref<NSTimer> NSTimer::scheduledTimerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
+                                                     const id &userInfo, bool repeats) {
+    auto timer = timerWithTimeInterval(interval, target, selector, userInfo, repeats);
+    NSRunLoop::currentRunLoop()->addTimer(timer, NSDefaultRunLoopMode);
+    return timer;
+}
+
+void NSTimer::fire() {
+    if (!valid_)
+        return;
+    const id keep = self(), target = target_; // the target may invalidate the timer, or let it go
+    objc_msgSend(target, selector_, keep);
+    if (!repeats_)
+        invalidate();
+}
+
+void NSTimer::invalidate() {
+    valid_ = false;
+    const id target = std::move(target_), userInfo = std::move(userInfo_);
+}
+
+void NSTimer::tick() {
+    const id keep = self();
+    const Instant due = fireInstant_;
+    ticking_ = true;
+    try {
+        fire();
+    } catch (...) {
+        ticking_ = false;
+        throw;
+    }
+    ticking_ = false;
+    if (!valid_ || fireInstant_ != due)
+        return;
+    const auto period = nanosecondsFromTimeInterval(interval_);
+    const auto missed = (Clock::current().now() - due) / period;
+    fireInstant_ = due + period * (missed + 1);
+}
+
+Ref<NSDate> NSTimer::fireDate() const {
+    if (fireInstant_ == Instant::distantFuture())
+        return NSDate::distantFuture();
+    const std::chrono::duration<double> ahead = fireInstant_ - Clock::current().now();
+    return NSDate::dateWithTimeIntervalSinceNow(ahead.count());
+}
+
+void NSTimer::setFireDate(const Ref<NSDate> &date) {
+    const bool never = date->isEqual(NSDate::distantFuture());
+    fireInstant_ = never ? Instant::distantFuture()
+                         : Clock::current().now() + nanosecondsFromTimeInterval(date->timeIntervalSinceNow());
+}

@@ -1,0 +1,62 @@
+// Run-loop timers: a target is sent a selector when a date has come, on the thread of the run loop.
+//
+//     auto timer = NSTimer::scheduledTimerWithTimeInterval(3, controller, sel_registerName("tick:"), nullptr,
+//     true); … timer->invalidate();
+//
+// A scheduled timer is kept by its run loop, and keeps its target and user info, until it is invalid. A timer
+// that does not repeat becomes invalid after it fired. A repeating one fires on the grid of its first fire
+// date; dates it was too late for are skipped.
+//
+// Threads: a timer belongs to the thread of its run loop.
+#pragma once
+
+#include "Platform/Dispatch/Instant.h"
+#include "Platform/Foundation/NSDate.h"
+#include "Platform/Runtime/NSObject.h"
+
+class NSTimer : public NSObject {
+    NS_CLASS(NSTimer, NSObject)
+public:
+    /// First fires one interval from now. An interval of 0 or less counts as 0.1 ms.
+    NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats);
+
+    /// A timer that no run loop has yet. The selector's operation takes the timer: "tick:".
+    static Ref<NSTimer> timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
+                                              const id &userInfo, bool repeats);
+    /// The same, added to the current thread's run loop in the default mode.
+    static Ref<NSTimer> scheduledTimerWithTimeInterval(NSTimeInterval interval, const id &target,
+                                                       SEL selector, const id &userInfo, bool repeats);
+
+    /// Sends the selector now, whatever the date; the dates to come stay. Nothing when invalid.
+    void fire();
+    /// Stops the timer for good and lets its target and user info go.
+    void invalidate();
+
+    bool isValid() const { return valid_; }
+    bool repeats() const { return repeats_; }
+    /// Seconds between two dates; 0 when the timer does not repeat.
+    NSTimeInterval timeInterval() const { return repeats_ ? interval_ : 0; }
+    /// None once invalid.
+    id userInfo() const { return userInfo_; }
+
+    /// The next date. Follows changes of the wall clock.
+    Ref<NSDate> fireDate() const;
+    /// Moves the next date, and the grid with it.
+    void setFireDate(const Ref<NSDate> &date);
+
+private:
+    friend class NSRunLoop;
+
+    bool isDue(dispatch::Instant now) const { return valid_ && !ticking_ && fireInstant_ <= now; }
+    /// Fires on behalf of the run loop and moves on to the next date.
+    void tick();
+
+    const NSTimeInterval interval_;
+    const bool repeats_;
+    const SEL selector_;
+    id target_;
+    id userInfo_;
+    bool valid_ = true;
+    bool ticking_ = false; // a nested run loop does not fire the timer that it runs in
+    dispatch::Instant fireInstant_;
+};

@@ -1,0 +1,5 @@
+#include "Platform/Runtime/NSBlock.h"
+
+#include "Platform/Runtime/Class.h"
+
+NS_IMPLEMENTATION(NSBlock) {}

@@ -1,0 +1,40 @@
+#include "Platform/Runtime/NSObject.h"
+
+#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/NSException.h"
+
+Class NSObject::class_() {
+    static const Class theClass = [] {
+        const Class made = objc_class::registerClass("NSObject", nullptr);
+        ClassBuilder<NSObject> builder(made);
+        declare(builder);
+        return made;
+    }();
+    return theClass;
+}
+
+NSUInteger NSObject::hash() const {
+    return reinterpret_cast<std::uintptr_t>(this) >> 4;
+}
+
+bool NSObject::isKindOfClass(Class cls) const {
+    return isa()->isSubclassOf(cls);
+}
+
+bool NSObject::respondsToSelector(SEL selector) const {
+    return isa()->findMethod(selector) != nullptr;
+}
+
+namespace {
+[[noreturn]] id raiseNotCopyable(const NSObject &object, const char *operation) {
+    throw NSException(NSInvalidArgumentException, "-[" + object.isa()->name() + " " + operation +
+                                                      "]: instances of this class cannot be copied");
+}
+} // namespace
+
+id NSObject::copy() const {
+    return raiseNotCopyable(*this, "copyWithZone:");
+}
+id NSObject::mutableCopy() const {
+    return raiseNotCopyable(*this, "mutableCopyWithZone:");
+}

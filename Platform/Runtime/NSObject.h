@@ -1,0 +1,70 @@
+// The root of every object.
+//
+// A class declares itself once, next to its definition:
+//
+//     class Book : public NSObject {
+//         NS_CLASS(Book, NSObject)
+//     public:
+//         void open(const id &sender);
+//     };
+//
+//     NS_IMPLEMENTATION(Book) { cls.method<&Book::open>("open:"); }
+//
+// The class object is made on first use of `Book::class_()`, its superclass first, so no order of static
+// initialisers matters; `objc_registerClasses<Book, …>()` makes classes known by name before that.
+#pragma once
+
+#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/SEL.h"
+
+class NSString;
+template <class T>
+class ClassBuilder;
+
+class NSObject : public std::enable_shared_from_this<NSObject> {
+public:
+    NSObject() = default;
+    NSObject(const NSObject &) = delete;
+    NSObject &operator=(const NSObject &) = delete;
+    virtual ~NSObject() = default;
+
+    static Class class_();
+    virtual Class isa() const { return class_(); }
+
+    /// Identity, unless a class compares by value. None equals nothing.
+    virtual bool isEqual(const id &other) const { return other.get() == this; }
+    /// Equal objects have equal hashes.
+    virtual NSUInteger hash() const;
+    /// A text for people: "<Class: 0x…>" unless a class says more. Never none.
+    virtual Ref<NSString> description() const;
+    /// An immutable copy. Raises NSInvalidArgumentException for a class that cannot be copied.
+    virtual id copy() const;
+    /// A mutable copy. Raises NSInvalidArgumentException for a class that cannot be copied.
+    virtual id mutableCopy() const;
+
+    bool isKindOfClass(Class cls) const;
+    bool isMemberOfClass(Class cls) const { return isa() == cls; }
+    bool respondsToSelector(SEL selector) const;
+
+    id self() const { return std::const_pointer_cast<NSObject>(shared_from_this()); }
+
+private:
+    static void declare(ClassBuilder<NSObject> &cls);
+};
+
+/// The object as a `T`, or none when it is none or of another class.
+template <class T>
+Ref<T> as(const id &object) {
+    return object && object->isKindOfClass(T::class_()) ? std::static_pointer_cast<T>(object) : nullptr;
+}
+
+#define NS_CLASS(Type, Super)                                                                                \
+public:                                                                                                      \
+    using super = Super;                                                                                     \
+    static Class class_();                                                                                   \
+    Class isa() const override {                                                                             \
+        return class_();                                                                                     \
+    }                                                                                                        \
+                                                                                                             \
+private:                                                                                                     \
+    static void declare(ClassBuilder<Type> &cls);

@@ -1,0 +1,31 @@
+// Ownership of objects: `Ref` shares, `Weak` watches, `id` is any object. "None" is an empty `Ref`.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+class NSObject;
+struct objc_class;
+
+template <class T>
+using Ref = std::shared_ptr<T>;
+template <class T>
+using Weak = std::weak_ptr<T>;
+
+using id = Ref<NSObject>;
+/// Classes live as long as the process, so a plain pointer names one. As an object: `cls->self()`.
+using Class = objc_class *;
+
+using NSInteger = std::int64_t;
+using NSUInteger = std::uint64_t;
+using unichar = char16_t;
+
+/// What a search answers that found nothing.
+inline constexpr NSUInteger NSNotFound = 0x7FFFFFFFFFFFFFFF;
+
+/// Makes an object. Objects live only in a `Ref`, never on the stack.
+template <class T, class... Arguments>
+Ref<T> make(Arguments &&...arguments) {
+    return std::make_shared<T>(std::forward<Arguments>(arguments)...);
+}

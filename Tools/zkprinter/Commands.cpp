@@ -1,0 +1,163 @@
+#include "Tools/zkprinter/Commands.h"
+
+#include "Manager/ConsumableReminder.h"
+#include "Manager/PrinterStatus.h"
+#include "Manager/TonerHint.h"
+#include "Manager/ZKUSB.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSString.h"
+#include "Tools/zkprinter/Json.h"
+#include "Tools/zkprinter/Queue.h"
+#include "Tools/zkprinter/Terminal.h"
+
+#include <charconv>
+
+namespace {
+
+std::string shown(const Queue &queue) {
+    return escapedControlCharacters(queue.name);
+}
+
+void describe(Json &json, const Queue &queue) {
+    json.field("queue", queue.name);
+    queue.deviceUri ? json.field("deviceUri", *queue.deviceUri) : json.null("deviceUri");
+}
+
+[[noreturn]] void failWithoutAnswer(const Queue &queue) {
+    throw Failure(ExitStatus::noAnswer,
+                  "\"" + shown(queue) +
+                      "\" does not answer; wait until it has finished printing, or switch it off "
+                      "and on, and try again.");
+}
+
+std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
+    TonerHintReading last;
+    readTonerHint(printer, [&](const TonerHintReading &reading) {
+        if (reading.outcome != TonerHintReading::Outcome::nothing)
+            last = reading;
+    });
+    switch (last.outcome) {
+    case TonerHintReading::Outcome::threshold:
+        return last.threshold;
+    case TonerHintReading::Outcome::rejected:
+        throw Failure(ExitStatus::refused,
+                      "\"" + shown(queue) +
+                          "\" refused to tell its reminder; check that its firmware is up to date "
+                          "and try again.");
+    case TonerHintReading::Outcome::nothing:
+        break;
+    }
+    failWithoutAnswer(queue);
+}
+
+void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t threshold) {
+    auto last = TonerHintWriting::nothing;
+    writeTonerHint(printer, popUpIndexForThreshold(static_cast<std::int32_t>(threshold)),
+                   [&](TonerHintWriting writing) {
+                       if (writing != TonerHintWriting::nothing)
+                           last = writing;
+                   });
+    if (last == TonerHintWriting::failure)
+        throw Failure(
+            ExitStatus::refused,
+            "\"" + shown(queue) +
+                "\" refused the new reminder; check that its firmware is up to date and try again.");
+    if (last == TonerHintWriting::nothing)
+        failWithoutAnswer(queue);
+}
+
+std::string reminderText(std::int64_t threshold) {
+    return threshold == 0 ? "off" : "set to " + std::to_string(threshold) + " %";
+}
+
+void printReminder(const Queue &queue, std::int32_t threshold, const char *verb, Format format) {
+    if (format == Format::json)
+        printJson([&](Json &json) {
+            describe(json, queue);
+            json.field("enabled", threshold != 0).field("threshold", std::int64_t{threshold});
+        });
+    else
+        printLine("The low-toner reminder of \"" + shown(queue) + "\" is " + verb + reminderText(threshold) +
+                  ".");
+}
+
+} // namespace
+
+ExitStatus listQueues(Format format) {
+    const auto queues = supportedQueues();
+    if (format == Format::json) {
+        printJson([&](Json &json) {
+            json.array("queues", [&](Json &list) {
+                for (const Queue &queue : queues)
+                    list.element([&](Json &element) {
+                        describe(element, queue);
+                        queue.description ? element.field("description", *queue.description)
+                                          : element.null("description");
+                        element.field("usb", queue.printsOverUsb());
+                    });
+            });
+        });
+    } else if (queues.empty()) {
+        printLine("No queue belongs to a supported model; add one in the printer settings.");
+    } else {
+        std::vector<std::vector<std::string>> rows = {{"QUEUE", "DESCRIPTION", "USB", "DEVICE"}};
+        for (const Queue &queue : queues)
+            rows.push_back({queue.name, queue.description.value_or(""), queue.printsOverUsb() ? "yes" : "no",
+                            queue.deviceUri.value_or("")});
+        printTable(rows);
+    }
+    return ExitStatus::success;
+}
+
+ExitStatus showStatus(const std::string &name, Format format) {
+    const Queue queue = usbQueueNamed(name);
+    attachedPrinterOf(queue);
+    const PrinterStatus status = readPrinterStatus(NSString::stringWithUTF8String(*queue.deviceUri));
+    if (status.outcome == PrinterStatus::Outcome::noAnswer)
+        failWithoutAnswer(queue);
+    if (status.outcome == PrinterStatus::Outcome::unreadable)
+        throw Failure(ExitStatus::refused,
+                      "\"" + shown(queue) +
+                          "\" answered with something that is no status; switch it off and on and "
+                          "try again.");
+    if (format == Format::json)
+        printJson([&](Json &json) {
+            describe(json, queue);
+            json.field("normal", status.isNormal()).field("printerStatus", status.value);
+        });
+    else if (status.isNormal())
+        printLine("\"" + shown(queue) + "\" is " + styled("in a normal state", Style::good) + ".");
+    else
+        printLine("\"" + shown(queue) + "\" is " + styled("not in a normal state", Style::bad) + " (status " +
+                  std::to_string(status.value) + "); look at what the printer itself shows.");
+    return status.isNormal() ? ExitStatus::success : ExitStatus::notNormal;
+}
+
+ExitStatus showReminder(const std::string &name, Format format) {
+    const Queue queue = usbQueueNamed(name);
+    printReminder(queue, thresholdOf(queue, attachedPrinterOf(queue)), "", format);
+    return ExitStatus::success;
+}
+
+ExitStatus setReminder(const std::string &name, std::int64_t threshold, Format format) {
+    const Queue queue = usbQueueNamed(name);
+    const auto printer = attachedPrinterOf(queue);
+    writeThreshold(queue, printer, threshold);
+    const std::int32_t held = thresholdOf(queue, printer);
+    if (held != threshold)
+        throw Failure(ExitStatus::refused,
+                      "\"" + shown(queue) + "\" accepted the new reminder, but it is still " +
+                          reminderText(held) + "; switch the printer off and on and try again.");
+    printReminder(queue, held, "now ", format);
+    return ExitStatus::success;
+}
+
+std::optional<std::int64_t> parseThreshold(const std::string &text) {
+    if (text == "off")
+        return 0;
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool whole =
+        error == std::errc() && end == text.data() + text.size() && std::to_string(value) == text;
+    return whole && value != 0 && isReminderThreshold(value) ? std::optional(value) : std::nullopt;
+}

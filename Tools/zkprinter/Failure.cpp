@@ -1,0 +1,27 @@
+#include "Tools/zkprinter/Failure.h"
+
+const char *nameOf(ExitStatus status) {
+    switch (status) {
+    case ExitStatus::success:
+        return "success";
+    case ExitStatus::notNormal:
+        return "not-normal";
+    case ExitStatus::usage:
+        return "usage";
+    case ExitStatus::noSuchQueue:
+        return "no-such-queue";
+    case ExitStatus::notUsb:
+        return "not-usb";
+    case ExitStatus::notAttached:
+        return "not-attached";
+    case ExitStatus::noAnswer:
+        return "no-answer";
+    case ExitStatus::refused:
+        return "refused";
+    case ExitStatus::cupsUnreachable:
+        return "cups-unreachable";
+    case ExitStatus::brokenInstallation:
+        return "broken-installation";
+    }
+    return "unknown";
+}

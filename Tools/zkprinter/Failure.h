@@ -1,0 +1,33 @@
+// Everything that can go wrong, each with an exit status of its own for scripts.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+/// The exit statuses of the program.
+enum class ExitStatus {
+    success = 0,
+    notNormal = 1,          ///< the printer answered that it is not in a normal state
+    usage = 2,              ///< the command line makes no sense
+    noSuchQueue = 3,        ///< no queue of that name, or its model is not supported
+    notUsb = 4,             ///< the queue does not print over USB
+    notAttached = 5,        ///< the queue's printer is not attached, or switched off
+    noAnswer = 6,           ///< the printer is attached but did not answer
+    refused = 7,            ///< the printer answered, but not what was asked of it
+    cupsUnreachable = 8,    ///< the print service does not answer
+    brokenInstallation = 9, ///< a file of this program is missing
+};
+
+/// The status as scripts see it in JSON, e.g. "not-attached".
+const char *nameOf(ExitStatus status);
+
+/// Ends the command. Its text is one sentence that says what to do next.
+class Failure : public std::runtime_error {
+public:
+    Failure(ExitStatus status, const std::string &sentence) : std::runtime_error(sentence), status_(status) {}
+
+    ExitStatus status() const { return status_; }
+
+private:
+    ExitStatus status_;
+};

@@ -1,0 +1,104 @@
+#include "Tools/zkprinter/Terminal.h"
+
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/Unicode.h"
+
+#include <algorithm>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cwchar>
+#include <unistd.h>
+
+namespace {
+
+bool wantsColour() {
+    static const bool wanted = [] {
+        const char *terminal = std::getenv("TERM");
+        return isatty(STDOUT_FILENO) && !std::getenv("NO_COLOR") && terminal &&
+               std::string_view(terminal) != "dumb";
+    }();
+    return wanted;
+}
+
+const char *codeOf(Style style) {
+    switch (style) {
+    case Style::heading:
+        return "\x1B[1m";
+    case Style::good:
+        return "\x1B[32m";
+    case Style::bad:
+        return "\x1B[31m";
+    case Style::plain:
+        break;
+    }
+    return "";
+}
+
+/// Widths do not depend on the user's locale: what is printed is UTF-8 in any case.
+class UnicodeLocale {
+public:
+    UnicodeLocale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), previous_(uselocale(locale_)) {}
+    UnicodeLocale(const UnicodeLocale &) = delete;
+    UnicodeLocale &operator=(const UnicodeLocale &) = delete;
+    ~UnicodeLocale() {
+        uselocale(previous_);
+        if (locale_)
+            freelocale(locale_);
+    }
+
+private:
+    locale_t locale_, previous_;
+};
+
+void writeOut(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+} // namespace
+
+std::string styled(std::string_view text, Style style) {
+    return style == Style::plain || !wantsColour() ? std::string(text)
+                                                   : codeOf(style) + std::string(text) + "\x1B[0m";
+}
+
+std::size_t displayWidth(std::string_view utf8) {
+    const UnicodeLocale scope;
+    std::mbstate_t state{};
+    std::size_t width = 0;
+    for (std::size_t at = 0; at < utf8.size();) {
+        wchar_t character = 0;
+        const std::size_t length = std::mbrtowc(&character, utf8.data() + at, utf8.size() - at, &state);
+        if (length == 0 || length > utf8.size() - at)
+            return width + (utf8.size() - at);
+        width += static_cast<std::size_t>(std::max(wcwidth(character), 0));
+        at += length;
+    }
+    return width;
+}
+
+void printTable(const std::vector<std::vector<std::string>> &rows) {
+    std::vector<std::vector<std::string>> cells;
+    std::vector<std::size_t> widths;
+    for (const auto &row : rows) {
+        cells.emplace_back();
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            cells.back().push_back(escapedControlCharacters(row[column]));
+            widths.resize(std::max(widths.size(), column + 1));
+            widths[column] = std::max(widths[column], displayWidth(cells.back().back()));
+        }
+    }
+    for (std::size_t row = 0; row < cells.size(); ++row) {
+        std::string line;
+        for (std::size_t column = 0; column < cells[row].size(); ++column) {
+            line += cells[row][column];
+            if (column + 1 < cells[row].size())
+                line.append(widths[column] - displayWidth(cells[row][column]) + 2, ' ');
+        }
+        writeOut(styled(line, row == 0 ? Style::heading : Style::plain) + "\n");
+    }
+}
+
+void printLine(std::string_view line) {
+    writeOut(std::string(line) + "\n");
+}

@@ -1,0 +1,126 @@
+// zkprinter: the printers and their low-toner reminder from the command line.
+#include "Platform/Foundation/NSLog.h"
+#include "Tools/zkprinter/Commands.h"
+#include "Tools/zkprinter/Json.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <functional>
+#include <syslog.h>
+
+namespace {
+
+const char *const exitStatuses = R"(Exit statuses:
+  0  done                              5  printer not attached
+  1  printer not in a normal state     6  printer did not answer
+  2  wrong usage                       7  printer answered, but refused
+  3  no such queue                     8  CUPS does not answer
+  4  queue does not print over USB     9  this program is not completely installed)";
+
+/// What the command line asked for.
+struct Request {
+    bool json = false;
+    bool verbose = false;
+    bool watch = false;
+    std::string queue;
+    std::string threshold;
+    std::function<ExitStatus(Format)> command;
+};
+
+void addQueue(CLI::App &command, Request &request) {
+    command.add_option("QUEUE", request.queue, "Name of a print queue, or a device URI (usb://…)")
+        ->required();
+}
+
+ExitStatus runReminder(const Request &request, Format format) {
+    if (request.threshold.empty())
+        return showReminder(request.queue, format);
+    return setReminder(request.queue, *parseThreshold(request.threshold), format);
+}
+
+void addCommands(CLI::App &app, Request &request) {
+    app.add_flag("--json", request.json, "Print JSON on standard output and nothing else");
+    app.add_flag("-v,--verbose", request.verbose, "Print diagnostics on standard error");
+    app.set_version_flag("--version", std::string("zkprinter ") + ZK_VERSION);
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.footer(exitStatuses);
+
+    app.add_subcommand("list", "List the print queues of supported models")->callback([&] {
+        request.command = listQueues;
+    });
+    auto *devices = app.add_subcommand("devices", "List the attached printers");
+    devices->add_flag("--watch", request.watch, "Go on and report every printer that comes or goes");
+    devices->callback([&] { request.command = request.watch ? watchDevices : listDevices; });
+
+    auto *status = app.add_subcommand("status", "Say whether a printer is in a normal state");
+    addQueue(*status, request);
+    status->callback(
+        [&] { request.command = [&](Format format) { return showStatus(request.queue, format); }; });
+
+    auto *reminder = app.add_subcommand("reminder", "Show or set the toner level at which a printer reminds");
+    addQueue(*reminder, request);
+    reminder->add_option("THRESHOLD", request.threshold, "\"off\", or 2 to 10 percent")
+        ->check([](const std::string &text) {
+            return parseThreshold(text) ? std::string()
+                                        : "give \"off\" or a whole number from 2 to 10, not \"" + text + "\"";
+        });
+    reminder->callback(
+        [&] { request.command = [&](Format format) { return runReminder(request, format); }; });
+}
+
+ExitStatus report(ExitStatus status, const std::string &sentence, bool json) {
+    if (json)
+        printJson([&](Json &document) {
+            document.object("error", [&](Json &error) {
+                error.field("code", static_cast<std::int64_t>(status))
+                    .field("name", nameOf(status))
+                    .field("message", sentence);
+            });
+        });
+    std::fprintf(stderr, "zkprinter: %s\n", sentence.c_str());
+    return status;
+}
+
+/// Wrong usage has a sentence too: CLI11's, with where to look.
+ExitStatus reportUsage(const CLI::ParseError &error, int argc, char **argv) {
+    const bool json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
+    return report(ExitStatus::usage,
+                  escapedControlCharacters(error.what()) + "; \"zkprinter --help\" shows what can be asked.",
+                  json);
+}
+
+void directLog(bool verbose) {
+    openlog("zkprinter", LOG_PID, LOG_USER);
+    NSLogSetSink([verbose](std::string_view line) {
+        NSLogToSystemLogOnly(line);
+        if (verbose)
+            std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+    });
+}
+
+ExitStatus run(int argc, char **argv) {
+    CLI::App app("Shows and sets the low-toner reminder of Zelkor USB printers.", "zkprinter");
+    Request request;
+    addCommands(app, request);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success &help) {
+        app.exit(help);
+        return ExitStatus::success;
+    } catch (const CLI::ParseError &error) {
+        return reportUsage(error, argc, argv);
+    }
+    directLog(request.verbose);
+    try {
+        return request.command(request.json ? Format::json : Format::text);
+    } catch (const Failure &failure) {
+        return report(failure.status(), failure.what(), request.json);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    return static_cast<int>(run(argc, argv));
+}

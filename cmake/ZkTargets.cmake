@@ -1,0 +1,37 @@
+# How every target of the project is made: one box of the architecture, one target.
+find_package(Threads REQUIRED)
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+# Compile options of our own code, kept away from what only uses it.
+add_library(zk_options INTERFACE)
+target_include_directories(zk_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(zk_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wcast-align -Wformat=2 -Werror)
+target_link_libraries(zk_options INTERFACE Threads::Threads)
+if(ZK_SANITIZE)
+    target_compile_options(zk_options INTERFACE
+        -fsanitize=${ZK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(zk_options INTERFACE -fsanitize=${ZK_SANITIZE})
+endif()
+
+# zk_library(NAME SOURCES a.cpp … HEADERS a.h … USES other …): a static library.
+# Its headers are also compiled alone by the target all_verify_interface_header_sets.
+function(zk_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;USES" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${ARG_HEADERS})
+    set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+    target_link_libraries(${name} PUBLIC zk_options ${ARG_USES})
+endfunction()
+
+# zk_test(NAME SOURCES a.cpp … USES other …): one test program; every case of it is a test of ctest.
+function(zk_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES;LABELS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE zk_options ${ARG_USES} GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")
+endfunction()
