@@ -1,0 +1,56 @@
+// Finds the ACL frames in the bytes a printer receives.
+//
+//   UEL | PJL lines ... "@PJL ENTER LANGUAGE=ACL" LF | frame ... | UEL
+//
+// | in             | on                              | goes to                                   |
+// |----------------|---------------------------------|-------------------------------------------|
+// | between jobs   | UEL                             | lines                                     |
+// |                | anything else                   | between jobs (print data, thrown away)    |
+// | lines          | UEL, empty line, other PJL line | lines                                     |
+// |                | ENTER LANGUAGE=ACL              | frames                                    |
+// |                | another language, another text  | between jobs                              |
+// | frames         | 00 AC and the rest of a frame   | frames, after handing the frame over      |
+// |                | anything else                   | between jobs, which looks for UEL in it   |
+//
+// UEL inside a frame's data is data. Memory is bounded: one frame (65,551 bytes) and one line; the rest of a
+// longer line is dropped. Not thread-safe.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace transport {
+
+struct AclFrame {
+    uint16_t command;
+    std::string_view data; // valid during the call that hands the frame over
+};
+
+class AclInterpreter {
+public:
+    using FrameHandler = std::function<void(const AclFrame &)>;
+
+    /// Takes the next bytes, split anywhere, and calls the handler for each frame they complete.
+    void feed(std::span<const uint8_t> bytes, const FrameHandler &handler);
+
+private:
+    enum class Mode { BetweenJobs, Lines, Frames };
+
+    void feed(uint8_t byte, const FrameHandler &handler);
+    bool completesExit(uint8_t byte);
+    void feedLine(uint8_t byte);
+    void endLine();
+    void feedFrame(uint8_t byte, const FrameHandler &handler);
+
+    Mode mode_ = Mode::BetweenJobs;
+    size_t exitMatched_ = 0; // bytes of UEL seen so far
+    std::string line_;
+    std::vector<uint8_t> frame_;
+};
+
+} // namespace transport

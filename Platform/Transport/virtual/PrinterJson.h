@@ -1,0 +1,21 @@
+// The JSON text of a printer file. See docs/virtual-printers.md for its keys.
+#pragma once
+
+#include "Platform/Transport/virtual/VirtualPrinterState.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace transport {
+
+/// None for a text that is no printer; `reason`, when given, then says in one sentence why. Any bytes are
+/// safe.
+std::optional<VirtualPrinterState> printerFromJson(std::string_view text, std::string *reason = nullptr);
+
+/// The same object with another threshold; other keys, known or not, keep their values and their order.
+/// None for a text that is no printer.
+std::optional<std::string> jsonWithThreshold(std::string_view text, int32_t threshold);
+
+} // namespace transport

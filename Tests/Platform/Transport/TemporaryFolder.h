@@ -1,0 +1,38 @@
+// A folder of printer files that lives as long as one test.
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+class TemporaryFolder {
+public:
+    TemporaryFolder() : path_(testing::TempDir() + "printers.XXXXXX") {
+        if (::mkdtemp(path_.data()) == nullptr) {
+            throw std::runtime_error("no temporary folder");
+        }
+    }
+    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+    TemporaryFolder(const TemporaryFolder &) = delete;
+    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
+
+    std::filesystem::path path() const { return path_; }
+    std::filesystem::path file(const std::string &name) const { return path() / name; }
+
+    std::filesystem::path put(const std::string &name, const std::string &text) const {
+        std::ofstream(file(name), std::ios::binary) << text;
+        return file(name);
+    }
+
+    std::string get(const std::string &name) const {
+        std::ifstream stream(file(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+private:
+    std::string path_;
+};
