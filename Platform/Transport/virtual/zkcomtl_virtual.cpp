@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <map>
