@@ -118,7 +118,6 @@ TEST_F(TransportVirtual, ListsRecordsByteForByte) {
     tl_usb_device_info *list = nullptr;
     int32_t count = 0;
     ASSERT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, &list, &count), TL_USB_OK);
-    const std::unique_ptr<tl_usb_device_info, decltype(&std::free)> owner(list, &std::free);
     ASSERT_EQ(count, 2);
     std::string expected(size_t{2} * 772, '\0');
     for (size_t record = 0; record < 2; ++record) {
