@@ -12,6 +12,8 @@ target_compile_options(zk_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
     -Woverloaded-virtual -Wcast-align -Wformat=2 -Werror)
 target_link_libraries(zk_options INTERFACE Threads::Threads)
+# Qt's packages name graphics libraries that a widget program never calls.
+target_link_options(zk_options INTERFACE LINKER:--as-needed)
 if(ZK_SANITIZE)
     target_compile_options(zk_options INTERFACE
         -fsanitize=${ZK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

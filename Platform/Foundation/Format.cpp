@@ -118,7 +118,7 @@ private:
         case FormatArgument::Kind::CString:
             return printText(parsed, argument.text ? argument.text : "(null)");
         case FormatArgument::Kind::Pointer:
-            return printNumber(parsed, "p", argument.pointer);
+            return printPointer(parsed, argument.pointer);
         case FormatArgument::Kind::Floating:
             return printFloating(parsed, argument.floating);
         case FormatArgument::Kind::Signed:
@@ -129,7 +129,7 @@ private:
 
     void printObject(const Directive &parsed, const NSObject *object) {
         if (parsed.conversion == 'p')
-            return printNumber(parsed, "p", static_cast<const void *>(object));
+            return printPointer(parsed, object);
         if (!object)
             return printText(parsed, "(null)");
         const Ref<NSString> text = object->description();
@@ -182,7 +182,7 @@ private:
         case 'C':
             return printCharacter(static_cast<char16_t>(argument.integer), parsed.conversion == 'c');
         case 'p':
-            return printNumber(parsed, "p", reinterpret_cast<const void *>(argument.integer));
+            return printPointer(parsed, reinterpret_cast<const void *>(argument.integer));
         default:
             if (argument.kind == FormatArgument::Kind::Signed)
                 return printNumber(parsed, "lld", static_cast<long long>(argument.integer));
@@ -190,9 +190,23 @@ private:
         }
     }
 
+    static bool isPlain(const Directive &parsed) {
+        return parsed.flags.empty() && parsed.width < 0 && parsed.precision < 0;
+    }
+
+    /// The common case, as for decimals: every description of an object has an address.
+    void printPointer(const Directive &parsed, const void *value) {
+        if (!value || !isPlain(parsed))
+            return printNumber(parsed, "p", value);
+        const auto address = reinterpret_cast<std::uintptr_t>(value);
+        const auto end = std::to_chars(digits_.data(), digits_.data() + digits_.size(), address, 16).ptr;
+        output_.append(std::string_view("0x"));
+        output_.append(std::string_view(digits_.data(), static_cast<std::size_t>(end - digits_.data())));
+    }
+
     /// The common case, without going through snprintf.
     std::optional<std::string_view> plainDecimal(const Directive &parsed, std::int64_t value) {
-        if (!parsed.flags.empty() || parsed.width >= 0 || parsed.precision >= 0)
+        if (!isPlain(parsed))
             return std::nullopt;
         const auto end = std::to_chars(digits_.data(), digits_.data() + digits_.size(), value).ptr;
         return std::string_view(digits_.data(), static_cast<std::size_t>(end - digits_.data()));

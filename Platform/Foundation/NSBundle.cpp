@@ -14,7 +14,7 @@ std::optional<std::string> NSBundle::pathForResource(const std::string &name, co
     const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     const std::string file = type.empty() ? name : name + "." + type;
     for (const auto &place : {folder / "Resources", folder.parent_path() / "share/zkprinter"})
-        if (std::filesystem::is_regular_file(place / file, error))
+        if (std::filesystem::exists(place / file, error))
             return (place / file).string();
     return std::nullopt;
 }

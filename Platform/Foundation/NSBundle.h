@@ -15,7 +15,8 @@ class NSBundle {
 public:
     static const NSBundle &mainBundle();
 
-    /// The path of the resource "name.type" ("name" when the type is empty); nothing when there is none.
+    /// The path of the resource "name.type" ("name" when the type is empty), a file or a folder; nothing when
+    /// there is none.
     std::optional<std::string> pathForResource(const std::string &name, const std::string &type) const;
     /// Its bytes, or none.
     Ref<NSData> dataForResource(const std::string &name, const std::string &type) const;

@@ -57,6 +57,10 @@ std::pair<unsigned, std::size_t> controlAtFront(std::string_view rest) {
 void escapeInto(std::string &out, std::string_view text) {
     std::size_t plain = 0;
     for (std::size_t at = 0; at < text.size();) {
+        if (text[at] >= ' ' && text[at] < 0x7F) { // most of every text
+            ++at;
+            continue;
+        }
         const auto [code, length] = controlAtFront(text.substr(at));
         if (length) {
             out.append(text, plain, at - plain);

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Unicode.h"
 
+#include <algorithm>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
@@ -10,6 +11,19 @@
 namespace {
 
 constexpr UChar32 replacement = 0xFFFD;
+
+/// Appends the ASCII characters that begin at index `i` and gives the index behind them.
+template <class From, class To>
+std::size_t appendASCII(From text, std::size_t i, To &out) {
+    const auto first = text.begin() + static_cast<std::ptrdiff_t>(i);
+    const auto last =
+        std::find_if(first, text.end(), [](auto unit) { return static_cast<unsigned>(unit) >= 0x80; });
+    const auto at = static_cast<std::ptrdiff_t>(out.size());
+    out.resize(out.size() + static_cast<std::size_t>(last - first));
+    std::transform(first, last, out.begin() + at,
+                   [](auto unit) { return static_cast<typename To::value_type>(unit); });
+    return static_cast<std::size_t>(last - text.begin());
+}
 
 void appendUnits(std::u16string &out, UChar32 character) {
     if (character <= 0xFFFF) {
@@ -26,12 +40,7 @@ bool convert(std::string_view bytes, std::u16string &out) {
     const char *text = bytes.data();
     const auto length = static_cast<std::int64_t>(bytes.size());
     out.reserve(out.size() + bytes.size());
-    for (std::int64_t i = 0; i < length;) {
-        if (const auto byte = static_cast<unsigned char>(text[i]); byte < 0x80) {
-            out.push_back(byte);
-            ++i;
-            continue;
-        }
+    for (std::int64_t i = appendASCII(bytes, 0, out); i < length; i = appendASCII(bytes, i, out)) {
         UChar32 character;
         U8_NEXT(text, i, length, character);
         valid = valid && character >= 0;
@@ -44,7 +53,7 @@ bool convert(std::u16string_view units, std::string &out) {
     bool valid = true;
     const auto length = units.size();
     out.reserve(out.size() + length);
-    for (std::size_t i = 0; i < length;) {
+    for (std::size_t i = appendASCII(units, 0, out); i < length; i = appendASCII(units, i, out)) {
         UChar32 character;
         U16_NEXT(units.data(), i, length, character);
         if (U_IS_SURROGATE(character)) {

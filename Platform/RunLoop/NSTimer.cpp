@@ -15,6 +15,10 @@ NS_IMPLEMENTATION(NSTimer) {
         .method<&NSTimer::userInfo>("userInfo");
 }
 
+namespace {
+bool takesArgument(SEL selector) { return selector && selector->name.ends_with(':'); }
+} // namespace
+
 NSTimer::NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats)
     : interval_(interval > 0 ? interval : 0.0001), repeats_(repeats), selector_(selector),
       target_(std::move(target)), userInfo_(std::move(userInfo)),
@@ -36,7 +40,10 @@ void NSTimer::fire() {
     if (!valid_)
         return;
     const id keep = self(), target = target_; // the target may invalidate the timer, or let it go
-    objc_msgSend(target, selector_, keep);
+    if (takesArgument(selector_))
+        objc_msgSend(target, selector_, keep);
+    else
+        objc_msgSend(target, selector_);
     if (!repeats_)
         invalidate();
 }

@@ -20,7 +20,7 @@ public:
     /// First fires one interval from now. An interval of 0 or less counts as 0.1 ms.
     NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats);
 
-    /// A timer that no run loop has yet. The selector's operation takes the timer: "tick:".
+    /// A timer that no run loop has yet. The selector's operation takes the timer ("tick:") or nothing ("tick").
     static Ref<NSTimer> timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
                                               const id &userInfo, bool repeats);
     /// The same, added to the current thread's run loop in the default mode.

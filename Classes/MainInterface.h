@@ -1,0 +1,20 @@
+// The objects of the main interface description (Resources/interface/MainInterface.ui), connected, translated
+// and awake.
+#pragma once
+
+#include "Platform/Runtime/Ref.h"
+
+#include <memory>
+
+class AppDelegate;
+class MyMainWindow;
+class NSApplication;
+
+struct MainInterface {
+    /// Makes them and makes the delegate the application's.
+    explicit MainInterface(NSApplication &application);
+    ~MainInterface();
+
+    Ref<AppDelegate> delegate;
+    std::unique_ptr<MyMainWindow> window;
+};

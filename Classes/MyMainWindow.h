@@ -1,0 +1,33 @@
+// The main window: a background picture with one content view upon it, and the main menu.
+#pragma once
+
+#include "Platform/Interface/Outlet.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+class QLabel;
+class QMenuBar;
+class utilityMainView;
+
+class MyMainWindow : public QMainWindow, public NSNibAwaking {
+    Q_OBJECT
+public:
+    using QMainWindow::QMainWindow;
+
+    void awakeFromNib() override;
+    bool canBecomeKeyWindow() const { return true; }
+
+    /// Makes the view the single content of the main view, upon the background picture. The views it replaces
+    /// lose their parent and belong to the caller.
+    void showView(QWidget *view);
+
+    utilityMainView *UtilityMainView() const { return _UtilityMainView; }
+    void setUtilityMainView(utilityMainView *view) { _UtilityMainView = view; }
+
+private:
+    QWidget *mainView = nullptr;
+    QLabel *mainBackgroundView = nullptr;
+    QMenuBar *mainMenu = nullptr;
+    utilityMainView *_UtilityMainView = nullptr;
+};

@@ -1,0 +1,49 @@
+// The one message window: a short text and, while something is under way, a progress indicator. Run modally;
+// it has no buttons and is ended by `setStopModalState`.
+//
+// Threads: the main thread, except `parentFrame` and `setParentFrame`, which any thread may call.
+#pragma once
+
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Interface/ModalSession.h"
+#include "Platform/Interface/NSRect.h"
+#include "Platform/Interface/Outlet.h"
+
+#include <QDialog>
+
+#include <mutex>
+
+class QLabel;
+class QProgressBar;
+
+class TipWindow : public QDialog, public NSNibAwaking, public NSCenteredWindow {
+    Q_OBJECT
+public:
+    explicit TipWindow(QWidget *parent = nullptr);
+
+    void awakeFromNib() override;
+
+    /// Hides the window and ends the application's innermost modal run.
+    void setStopModalState();
+    /// The text is already translated; none clears the field.
+    void setMsgText(const Ref<NSString> &text);
+    /// Yes hides the indicator, no shows it.
+    void setProIndicator(bool hidden);
+    /// Places the window over `parentFrame`; its size fits its text.
+    void center() override;
+
+    /// The frame of the window that the tip is to be centred over, in screen coordinates.
+    NSRect parentFrame() const;
+    void setParentFrame(const NSRect &frame);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QLabel *message = nullptr;
+    QProgressBar *progress = nullptr;
+    mutable std::mutex frameLock_;
+    NSRect _parentFrame;
+};

@@ -1,0 +1,79 @@
+#include "Platform/Interface/ModalSession.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QEventLoop>
+#include <QWidget>
+#include <QWindow>
+
+namespace {
+
+bool isInput(QEvent::Type type) {
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+    case QEvent::DragEnter:
+    case QEvent::Drop:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool belongsTo(const QObject *target, const QWidget &window) {
+    if (const auto *widget = qobject_cast<const QWidget *>(target))
+        return widget->window() == &window;
+    return target == window.windowHandle();
+}
+
+} // namespace
+
+ModalSession::ModalSession() {
+    qApp->installEventFilter(this);
+}
+
+ModalSession::~ModalSession() = default;
+
+void ModalSession::run(QWidget &window) {
+    QEventLoop loop;
+    runs_.push_back({&window, &loop});
+    emit modeChanged();
+    window.setWindowModality(Qt::ApplicationModal);
+    if (auto *centered = dynamic_cast<NSCenteredWindow *>(&window))
+        centered->center();
+    window.show();
+    window.raise();
+    window.activateWindow();
+    loop.exec();
+    std::erase_if(runs_, [&](const Run &run) { return run.loop == &loop; });
+    emit modeChanged();
+}
+
+void ModalSession::stop() {
+    if (runs_.empty())
+        return;
+    // The run counts as ended from here on, though its loop returns only when what it is doing is done.
+    QEventLoop *loop = runs_.back().loop;
+    runs_.pop_back();
+    loop->quit();
+    emit modeChanged();
+}
+
+bool ModalSession::eventFilter(QObject *target, QEvent *event) {
+    if (runs_.empty() || !isInput(event->type()))
+        return false;
+    return (target->isWidgetType() || target->isWindowType()) && !belongsTo(target, *runs_.back().window);
+}

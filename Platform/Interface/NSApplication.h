@@ -1,0 +1,60 @@
+// The application: its entry, its delegate and its modal runs.
+//
+// Threads: the main thread.
+#pragma once
+
+#include "Platform/RunLoop/NSRunLoop.h"
+
+class ModalSession;
+class QWidget;
+class RunLoopBridge;
+
+/// Is told how the application fares.
+class NSApplicationDelegate {
+public:
+    virtual ~NSApplicationDelegate() = default;
+    virtual void applicationDidFinishLaunching() = 0;
+    virtual void applicationWillTerminate() = 0;
+    virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
+};
+
+class NSApplication {
+public:
+    /// Needs a QApplication. One at a time.
+    NSApplication();
+    NSApplication(const NSApplication &) = delete;
+    NSApplication &operator=(const NSApplication &) = delete;
+    ~NSApplication();
+
+    /// The application there is, or null.
+    static NSApplication *sharedApplication();
+
+    NSApplicationDelegate *delegate() const { return delegate_; }
+    /// Not owned.
+    void setDelegate(NSApplicationDelegate *delegate) { delegate_ = delegate; }
+
+    /// Shows the window, centred, and returns when `stopModal` ended its run.
+    void runModalForWindow(QWidget &window);
+    /// Ends the innermost modal run; nothing when there is none.
+    void stopModal();
+    bool isRunningModal() const;
+
+    /// The mode of the main run loop that is being served: modal-panel during a modal run, else default.
+    NSRunLoopMode runLoopMode() const;
+
+    /// Serves events until the application is to end.
+    int run();
+
+private:
+    NSApplicationDelegate *delegate_ = nullptr;
+    std::unique_ptr<ModalSession> modal_;
+    std::unique_ptr<RunLoopBridge> bridge_;
+};
+
+/// Defined by the program: makes the objects of the main interface description, sets the delegate and shows
+/// the main window.
+void NSLoadMainInterface(NSApplication &application);
+
+/// The entry of a program with windows: loads the main interface, runs, and ends the process at once, without
+/// waiting for work under way on other threads. Never returns.
+[[noreturn]] int NSApplicationMain(int argc, char **argv);

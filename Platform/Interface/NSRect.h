@@ -1,0 +1,17 @@
+// A rectangle in screen coordinates.
+#pragma once
+
+#include <QRect>
+
+struct NSRect {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+
+    friend bool operator==(const NSRect &, const NSRect &) = default;
+};
+
+inline NSRect toNSRect(const QRect &rect) {
+    return {double(rect.x()), double(rect.y()), double(rect.width()), double(rect.height())};
+}

@@ -1,0 +1,16 @@
+// Texts of the platform as Qt's, and back.
+#pragma once
+
+#include "Platform/Foundation/NSString.h"
+
+#include <QString>
+
+/// An empty text for none.
+inline QString toQString(const Ref<NSString> &text) {
+    return text ? QString::fromUtf16(text->units().data(), static_cast<qsizetype>(text->length()))
+                : QString();
+}
+
+inline Ref<NSString> toNSString(const QString &text) {
+    return make<NSString>(text.toStdU16String());
+}

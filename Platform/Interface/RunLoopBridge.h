@@ -1,0 +1,34 @@
+// Lets Qt's event loop drive the main run loop: its timers and the main queue are served between Qt's own
+// events, and Qt sleeps until the next of them is due.
+//
+// Threads: lives on the main thread; `wake` may be called from any.
+#pragma once
+
+#include "Platform/RunLoop/NSRunLoop.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <atomic>
+#include <functional>
+
+class RunLoopBridge final : public QObject {
+public:
+    /// `mode` says which mode is to be served at the moment.
+    explicit RunLoopBridge(std::function<NSRunLoopMode()> mode);
+    ~RunLoopBridge() override;
+
+    /// Has the run loop served soon. Called while one is on its way, it does nothing.
+    void wake();
+
+    bool event(QEvent *event) override;
+
+private:
+    void serve();
+    void sleepUntilNext();
+
+    const std::function<NSRunLoopMode()> mode_;
+    const Ref<NSRunLoop> loop_ = NSRunLoop::mainRunLoop();
+    QTimer timer_;
+    std::atomic<bool> waking_ = false;
+};
