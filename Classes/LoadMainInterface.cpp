@@ -1,4 +1,5 @@
-// What the application's entry calls to get its main interface: linked into the program itself, not the library.
+// What the application's entry calls to get its main interface: linked into the program itself, not the
+// library.
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
 #include "Platform/Interface/NSApplication.h"

@@ -7,7 +7,9 @@
 #include "ui_MainInterface.h"
 
 /// Pictures linked into a library are registered by hand, outside any name space.
-static void registerPictures() { Q_INIT_RESOURCE(zkutility); }
+static void registerPictures() {
+    Q_INIT_RESOURCE(zkutility);
+}
 
 MainInterface::MainInterface(NSApplication &application)
     : delegate(make<AppDelegate>()), window(std::make_unique<MyMainWindow>()) {

@@ -1,5 +1,6 @@
 #include "Classes/ZKView.h"
 
+#include <QLayout>
 #include <QPalette>
 
 namespace {
@@ -21,4 +22,11 @@ QPalette lightPalette(const QPalette &desktop) {
 void ZKView::awakeFromNib() {
     setPalette(lightPalette(palette()));
     setAutoFillBackground(true);
+}
+
+QSize ZKView::minimumSizeHint() const {
+    const QSize least = QWidget::minimumSizeHint();
+    const int width = std::max(least.width(), 32 * fontMetrics().averageCharWidth());
+    return {width,
+            layout() ? std::max(least.height(), layout()->totalHeightForWidth(width)) : least.height()};
 }

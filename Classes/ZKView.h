@@ -15,4 +15,7 @@ public:
     void awakeFromNib() override;
     /// A hook; does nothing.
     void viewDidApear() {}
+
+    /// Room for every line of the texts upon it, wrapped at a width that a reader likes.
+    QSize minimumSizeHint() const override;
 };

@@ -5,6 +5,7 @@
 
 #include <QAbstractTableModel>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
 
@@ -148,6 +149,14 @@ void NSTableView::showEvent(QShowEvent *event) {
     QTableView::showEvent(event);
     if (reloadWanted_)
         requestPaint();
+}
+
+void NSTableView::keyPressEvent(QKeyEvent *event) {
+    // Without a selection an arrow selects the row that has the focus, instead of the one next to it.
+    const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (arrow && selectedRow() == -1 && model_->rowCount() > 0)
+        return selectRow(std::max(currentIndex().row(), 0));
+    QTableView::keyPressEvent(event);
 }
 
 void NSTableView::paintPlaceholder() {

@@ -1,0 +1,154 @@
+// window-walk: drives the real window without a display and writes a picture of every step.
+//
+//     CUPS_SERVER=… ZKCOMTL_PRINTERS=… window-walk FOLDER
+//
+// Shows the window as it starts, a printer being read, its threshold, a new one confirmed, a printer that
+// does not answer and a printer in the network. Time is moved by hand, so that nobody waits for tips to end.
+// Exit status 1 when a step does not come about.
+#include "Classes/AppDelegate.h"
+#include "Classes/MainInterface.h"
+#include "Classes/MyMainWindow.h"
+#include "Classes/TipWindow.h"
+#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Interface/NSTableView.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QPainter>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+#include <functional>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr qint64 patience_ms = 20000;
+constexpr auto longerThanAnyTip = 4s;
+
+class Walk {
+public:
+    Walk(dispatch::ManualClock &clock, MyMainWindow &window, TipWindow &tip, QString folder)
+        : clock_(clock), window_(window), tip_(tip), folder_(std::move(folder)),
+          table_(*outlet<NSTableView>(window, "scanResultsView")),
+          choices_(*outlet<QComboBox>(window, "popUpBtns")),
+          confirm_(*outlet<QPushButton>(window, "cofirmBtn")) {}
+
+    void run() {
+        waitUntil("the table to fill", [this] { return table_.model()->rowCount() > 0; });
+        picture("1-start");
+        selectRow("Sample Laser at the desk");
+        duringTip("2-reading", [this] { return choices_.currentIndex() > 0; });
+        select();
+        picture("3-threshold");
+        choices_.setCurrentIndex(4);
+        duringTip("4-confirmed", [this] { return tip_.isVisible(); });
+        confirm_.click();
+        waitUntil("the outcome of the confirm button", [this] { return stepsLeft_ == 0; });
+        selectRow("Büro — 打印机");
+        duringTip("5-not-ready", [this] { return tip_.isVisible(); });
+        select();
+        selectRow("Third floor");
+        select();
+        picture("6-network");
+    }
+
+private:
+    void selectRow(const char *name) {
+        for (row_ = 0; row_ < table_.model()->rowCount(); ++row_)
+            if (table_.textAt(row_) == QString::fromUtf8(name))
+                return;
+        fail("there is no queue \"" + std::string(name) + "\"");
+    }
+
+    void select() { table_.selectRow(row_); }
+
+    /// Has the next tip photographed once `ready`, and then ended.
+    void duringTip(const char *name, std::function<bool()> ready) {
+        ++stepsLeft_;
+        auto *poll = new QTimer(&window_);
+        QObject::connect(poll, &QTimer::timeout, poll, [=, this, ready = std::move(ready)] {
+            if (!tip_.isVisible() || !ready())
+                return giveUpAfter(patience_ms, name);
+            poll->deleteLater();
+            poll->stop();
+            picture(name);
+            --stepsLeft_;
+            clock_.advance(longerThanAnyTip);
+            NSRunLoop::mainRunLoop()->wakeUp();
+        });
+        waiting_.start();
+        poll->start(5);
+    }
+
+    void waitUntil(const char *what, const std::function<bool()> &ready) {
+        waiting_.start();
+        while (!ready() || tip_.isVisible()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+            giveUpAfter(patience_ms, what);
+        }
+    }
+
+    void giveUpAfter(qint64 limit_ms, const char *what) const {
+        if (waiting_.elapsed() > limit_ms)
+            fail("waited in vain for " + std::string(what));
+    }
+
+    [[noreturn]] static void fail(const std::string &reason) {
+        std::fprintf(stderr, "window-walk: %s\n", reason.c_str());
+        std::fflush(nullptr);
+        _exit(1);
+    }
+
+    void picture(const char *name) {
+        QCoreApplication::processEvents();
+        QPixmap picture = window_.grab();
+        if (tip_.isVisible()) {
+            const QPoint place = tip_.pos() - window_.pos();
+            QPainter(&picture).drawPixmap(place, tip_.grab());
+        }
+        const QString file = folder_ + "/" + name + ".png";
+        if (!picture.save(file))
+            fail("cannot write " + file.toStdString());
+        std::printf("%s\n", qPrintable(file));
+    }
+
+    dispatch::ManualClock &clock_;
+    MyMainWindow &window_;
+    TipWindow &tip_;
+    const QString folder_;
+    NSTableView &table_;
+    QComboBox &choices_;
+    QPushButton &confirm_;
+    QElapsedTimer waiting_;
+    int row_ = 0;
+    int stepsLeft_ = 0;
+};
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc != 2 || !QFileInfo(QString::fromLocal8Bit(argv[1])).isDir()) {
+        std::fputs("Usage: window-walk FOLDER\n", stderr);
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    NSLocalizationPrepare();
+    dispatch::ManualClock clock;
+    const dispatch::ClockScope scope(clock);
+    const QApplication qtApplication(argc, argv);
+    NSApplication application;
+    const MainInterface interface(application);
+    interface.window->show();
+    Walk(clock, *interface.window, *dynamic_cast<TipWindow *>(interface.delegate->tipWindow()),
+         QString::fromLocal8Bit(argv[1]))
+        .run();
+    std::fflush(nullptr);
+    _exit(0); // as the application does: without waiting for anybody
+}
