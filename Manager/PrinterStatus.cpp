@@ -56,15 +56,16 @@ PrinterStatus judge(NSInteger value) {
 PrinterStatus readPrinterStatus(const Ref<NSString> &deviceUri) {
     const std::string uri = deviceUri ? deviceUri->utf8() : std::string();
     // The transport may leave the pointer as it is; what it points to is then an empty text of ours.
-    char *pointer = static_cast<char *>(std::calloc(8, 1));
-    const std::int32_t status = tl_usb_get_printer_info(uri.c_str(), 0, 2, timeout_ms, 1, &pointer);
-    const HeapText text(pointer);
-    NSLog("str:%s\n", text.get());
+    const HeapText ours(static_cast<char *>(std::calloc(8, 1)));
+    char *text = ours.get();
+    const std::int32_t status = tl_usb_get_printer_info(uri.c_str(), 0, 2, timeout_ms, 1, &text);
+    const HeapText theirs(text == ours.get() ? nullptr : text);
+    NSLog("str:%s\n", text);
     if (status != TL_USB_OK) {
         std::fprintf(stderr, "获取状态失败, %d\n", status);
         return {Outcome::noAnswer, 0, status};
     }
-    return parsePrinterStatus(text ? NSString::stringWithUTF8String(text.get()) : nullptr);
+    return parsePrinterStatus(text ? NSString::stringWithUTF8String(text) : nullptr);
 }
 
 PrinterStatus parsePrinterStatus(const Ref<NSString> &text) {

@@ -75,11 +75,11 @@ QueueMatching matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> 
     const Destinations destinations;
     const QueueMatching outcome = outcomeOf(destinations);
     NSLog("****numOfDests:%d", destinations.count());
+    const auto known = models ? models : NSArray::array();
     for (const cups_dest_t &destination : destinations) {
         if (seen)
             seen(text(destination.name));
-        if (models)
-            matchQueue(destination, *models, *entries);
+        matchQueue(destination, *known, *entries);
     }
     return outcome;
 }

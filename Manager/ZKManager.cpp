@@ -10,6 +10,7 @@
 
 #include <cstring>
 #include <span>
+#include <vector>
 
 NS_IMPLEMENTATION(ZKManager) {
     cls.instantiate([] { return shared(); });
@@ -43,15 +44,18 @@ Ref<ZKManager> ZKManager::shared() {
 }
 
 Ref<ZKSafeMutableArray> ZKManager::printerList() {
+    const std::scoped_lock guard(printerListField_);
     if (!printerList_)
         printerList_ = make<ZKSafeMutableArray>();
     return printerList_;
 }
 
 void ZKManager::setPrinterList(const Ref<ZKSafeMutableArray> &list) {
-    printerList_ = list ? make<ZKSafeMutableArray>() : nullptr;
+    const auto copy = list ? make<ZKSafeMutableArray>() : nullptr;
     if (list)
-        printerList_->addObjectsFromArray(list);
+        copy->addObjectsFromArray(list);
+    const std::scoped_lock guard(printerListField_);
+    printerList_ = copy;
 }
 
 void ZKManager::setCallback(const Ref<DiscoveryCallback> &callback) {
@@ -81,9 +85,13 @@ void ZKManager::discoverPrinter() {
     printerList()->removeAllObjects();
     if (count <= 0 || !devices)
         return;
-    const auto callback = callback_; // may be replaced by what it calls
+    // All are read before any is handed over: a callback may start another pass, whose list takes the place
+    // of this one, and may replace itself.
+    std::vector<Ref<ZKUSB>> records;
     for (const tl_usb_device_info &device : std::span(devices, static_cast<std::size_t>(count)))
-        if (const auto record = recordOf(device); callback)
+        records.push_back(recordOf(device));
+    for (const auto &record : records)
+        if (const auto callback = callback_)
             (*callback)(record);
 }
 

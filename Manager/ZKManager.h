@@ -17,6 +17,7 @@
 #include "Platform/Runtime/NSBlock.h"
 
 #include <atomic>
+#include <mutex>
 
 class ZKSafeMutableArray;
 class ZKUSB;
@@ -59,7 +60,8 @@ private:
     ZKManager() = default;
 
     std::atomic<bool> stopRepeatDiscover_ = false;
-    Ref<ZKSafeMutableArray> printerList_;
+    std::mutex printerListField_;
+    Ref<ZKSafeMutableArray> printerList_; // guarded by printerListField_
     Ref<DiscoveryCallback> callback_;
     Weak<NSTimer> localTimer_;
 };

@@ -2,6 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Manager/UsbExchange.h"
+#include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
@@ -36,6 +37,7 @@ void ZKUSB::setReceiveCallback(const Ref<ExchangeCompletion> &completion) {
 
 void ZKUSB::sendACLWithPJL(const Ref<NSData> &request, std::int32_t timeout,
                            const Ref<ExchangeCompletion> &receiveCallback) {
+    const id keep = self(); // the completion may let the record go
     setReceiveCallback(receiveCallback);
-    UsbExchange(*this, timeout).run(*request);
+    UsbExchange(*this, timeout).run(request ? *request : *NSData::data());
 }

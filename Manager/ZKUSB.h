@@ -52,15 +52,15 @@ public:
     /// `timeout` is in milliseconds and bounds the write and each read. The completion must be held by the
     /// caller for the duration of the call. It gets:
     ///
-    /// | what happened                                             | (header, data) |
-    /// |-----------------------------------------------------------|-----------------------------------------|
-    /// | not openable, write failed, no reply                      | (none, none) | | reply header short of 8
-    /// bytes, or with a field that is    | (header, none)                          | | zero at offset 4 or 6
-    /// |                                         | | reply of the announced length | (header, data) | | reply
-    /// of another length                                   | (header, data); then the data is taken  | | |
-    /// for the first bytes of a new transfer   | | a transfer that begins 00 xx or xx AC | nothing: the
-    /// exchange ends silently     | | any other transfer before the header                      | nothing: it
-    /// is skipped                  |
+    /// | what happened                                          | (header, data)                     |
+    /// |--------------------------------------------------------|------------------------------------|
+    /// | not openable, write failed, no reply                   | (none, none)                       |
+    /// | header shorter than 8 bytes, or zero at offset 4 or 6  | (header, none)                     |
+    /// | data of the announced length                           | (header, data)                     |
+    /// | data of another length                                 | (header, data); the data then      |
+    /// |                                                        | counts as a transfer of its own    |
+    /// | a transfer that begins 00 xx or xx AC                  | nothing: the exchange just ends    |
+    /// | any other transfer in place of a header                | nothing: it is skipped             |
     void sendACLWithPJL(const Ref<NSData> &request, std::int32_t timeout,
                         const Ref<ExchangeCompletion> &receiveCallback);
 

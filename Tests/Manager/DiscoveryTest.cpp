@@ -1,0 +1,239 @@
+#include "Manager/PrinterListCollector.h"
+#include "Manager/ZKManager.h"
+#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/RunLoop/NSRunLoop.h"
+#include "Platform/Runtime/Class.h"
+#include "Tests/Manager/ManagerTesting.h"
+#include "Tests/Manager/ScriptedTransport.h"
+
+#include <array>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const std::string listCall = "list " + std::to_string(VENDOR_ID);
+
+tl_usb_device_info device(const std::string &serial, const std::string &product = "L200 Series") {
+    tl_usb_device_info info{};
+    serial.copy(info.serial, sizeof info.serial);
+    product.copy(info.product, sizeof info.product);
+    std::strcpy(info.manufacturer, "Zelkor");
+    info.pid = 0x1234;
+    info.vid = VENDOR_ID;
+    return info;
+}
+
+/// The one manager as a new one, its time in hand.
+class Discovery : public testing::Test {
+protected:
+    ~Discovery() override {
+        manager->zk_stopDiscoverPrinter();
+        manager->setStopRepeatDiscover(false);
+        manager->setCallback(nullptr);
+        manager->setPrinterList(nullptr);
+    }
+
+    Ref<DiscoveryCallback> into(Lines &serials) {
+        return makeBlock<void(const Ref<ZKUSB> &)>(
+            [&](const Ref<ZKUSB> &record) { serials.push_back(utf8(record->serialNumber())); });
+    }
+
+    Lines listedSerials() const {
+        Lines serials;
+        for (const id &record : manager->printerList()->allObjects())
+            serials.push_back(utf8(as<ZKUSB>(record)->serialNumber()));
+        return serials;
+    }
+
+    /// How many passes asked the transport since the last time.
+    std::size_t passes() {
+        const Lines calls = transport.takeCalls();
+        EXPECT_EQ(calls, Lines(calls.size(), listCall));
+        return calls.size();
+    }
+
+    /// Moves time, serves the mode and says how many passes that made.
+    std::size_t passesAfter(dispatch::Instant::Duration time, NSRunLoopMode mode = NSDefaultRunLoopMode) {
+        clock.advance(time);
+        NSRunLoop::currentRunLoop()->runOnce(mode);
+        return passes();
+    }
+
+    LogLines log;
+    ScriptedTransport transport;
+    dispatch::ManualClock clock;
+    dispatch::ClockScope scope{clock};
+    const Ref<ZKManager> manager = ZKManager::shared();
+    Lines found;
+};
+
+} // namespace
+
+TEST_F(Discovery, everyRoadLeadsToTheOneManager) {
+    EXPECT_EQ(ZKManager::allocWithZone(), manager);
+    EXPECT_EQ(manager->copy(), manager);
+    EXPECT_EQ(class_createInstance(ZKManager::class_()), manager);
+    Ref<ZKManager> elsewhere;
+    std::thread([&] { elsewhere = ZKManager::shared(); }).join();
+    EXPECT_EQ(elsewhere, manager);
+}
+
+TEST_F(Discovery, printerListIsMadeOnceAndAssignedAsACopy) {
+    Ref<ZKSafeMutableArray> elsewhere;
+    std::thread reader([&] { elsewhere = manager->printerList(); });
+    const auto list = manager->printerList();
+    reader.join();
+    EXPECT_EQ(list, elsewhere);
+
+    const auto mine = make<ZKSafeMutableArray>();
+    mine->addObject(recordOf("L200 Series", "A"));
+    manager->setPrinterList(mine);
+    mine->addObject(recordOf("L200 Series", "B"));
+    EXPECT_EQ(listedSerials(), Lines{"A"});
+}
+
+TEST_F(Discovery, readsRecordsOf772Bytes) {
+    std::array<char, 2 * sizeof(tl_usb_device_info)> bytes{};
+    const auto put = [&](std::size_t offset, const std::string &text) { text.copy(&bytes[offset], 256); };
+    const std::uint16_t pid = 0x1234, vid = 0xFFFE;
+    put(0, std::string(256, 's'));
+    put(256, "Büro-Drucker 打印机");
+    put(512, std::string(255, 'm') + "n");
+    std::memcpy(&bytes[768], &pid, 2);
+    std::memcpy(&bytes[770], &vid, 2);
+    put(772, std::string("SN\0rest", 7));
+    put(772 + 256, "broken \xC3"); // half a character
+    transport.devices.resize(2);
+    std::memcpy(transport.devices.data(), bytes.data(), bytes.size());
+
+    std::vector<Ref<ZKUSB>> records;
+    manager->setCallback(
+        makeBlock<void(const Ref<ZKUSB> &)>([&](const Ref<ZKUSB> &record) { records.push_back(record); }));
+    manager->discoverPrinter();
+    ASSERT_EQ(records.size(), 2u);
+    EXPECT_EQ(utf8(records[0]->serialNumber()), std::string(256, 's'));
+    EXPECT_EQ(utf8(records[0]->printerType()), "Büro-Drucker 打印机");
+    EXPECT_EQ(utf8(records[0]->printerName()), "Büro-Drucker 打印机");
+    EXPECT_EQ(utf8(records[0]->manufacturer()), std::string(255, 'm') + "n");
+    EXPECT_EQ(records[0]->PID(), 0x1234u);
+    EXPECT_EQ(records[0]->VID(), 0xFFFEu);
+    EXPECT_EQ(records[0]->ip(), nullptr);
+    EXPECT_EQ(utf8(records[1]->serialNumber()), "SN");
+    EXPECT_EQ(records[1]->printerType(), nullptr);
+    EXPECT_EQ(records[1]->printerName(), nullptr);
+    EXPECT_EQ(utf8(records[1]->manufacturer()), "");
+}
+
+TEST_F(Discovery, passEmptiesTheListAndCollectsAnew) {
+    manager->setCallback(printerListCollector(manager->printerList()));
+    const struct {
+        std::vector<tl_usb_device_info> devices;
+        std::optional<std::int32_t> count;
+        bool givesList;
+        Lines listed;
+    } rows[] = {
+        {{device("A"), device("B")}, {}, true, {"A", "B"}},
+        {{device("C")}, {}, true, {"C"}},
+        {{device("A"), device("B")}, 1, true, {"A"}},
+        {{device("A")}, 0, true, {}},
+        {{device("A"), device("A"), device("A")}, {}, true, {"A"}},
+        {{device("A")}, -1, true, {}},
+        {{device("A"), device("B"), device("A")}, {}, true, {"A", "B", "A"}},
+        {{device("A")}, {}, false, {}},
+    };
+    for (const auto &row : rows) {
+        transport.devices = row.devices;
+        transport.deviceCount = row.count;
+        transport.givesList = row.givesList;
+        manager->discoverPrinter();
+        EXPECT_EQ(listedSerials(), row.listed);
+    }
+    manager->setCallback(nullptr);
+    transport.givesList = true;
+    manager->discoverPrinter();
+    EXPECT_EQ(listedSerials(), Lines{}) << "without callback nobody collects";
+}
+
+TEST_F(Discovery, stopsBeforeAndBetween) {
+    transport.devices = {device("A")};
+    manager->setCallback(printerListCollector(manager->printerList()));
+    manager->discoverPrinter();
+    EXPECT_EQ(passes(), 1u);
+
+    transport.devices = {device("B")};
+    transport.onCall = [&](const std::string &) { manager->setStopRepeatDiscover(true); };
+    manager->discoverPrinter();
+    EXPECT_EQ(passes(), 1u);
+    EXPECT_EQ(listedSerials(), Lines{"A"});
+    manager->discoverPrinter();
+    EXPECT_EQ(passes(), 0u);
+    EXPECT_EQ(listedSerials(), Lines{"A"});
+}
+
+TEST_F(Discovery, callbackMayReplaceItselfAndStartAnotherPass) {
+    transport.devices = {device("A"), device("B")};
+    Lines later;
+    manager->setCallback(makeBlock<void(const Ref<ZKUSB> &)>([&](const Ref<ZKUSB> &record) {
+        found.push_back(utf8(record->serialNumber()));
+        manager->zk_discoverPrinter(into(later));
+    }));
+    manager->discoverPrinter();
+    EXPECT_EQ(found, Lines{"A"});
+    EXPECT_EQ(later, (Lines{"A", "B", "B"})) << "the inner pass, then the rest of the outer one";
+}
+
+TEST_F(Discovery, passesAtOnceAndThenEveryTwoSecondsInTheDefaultModeOnly) {
+    transport.devices = {device("A")};
+    manager->zk_discoverPrinter(into(found));
+    EXPECT_EQ(passes(), 1u);
+    EXPECT_EQ(found, Lines{"A"});
+    EXPECT_EQ(passesAfter(1999ms), 0u);
+    EXPECT_EQ(passesAfter(1ms), 1u);
+    EXPECT_EQ(passesAfter(2s), 1u);
+    EXPECT_EQ(passesAfter(7s, NSModalPanelRunLoopMode), 0u);
+    EXPECT_EQ(passesAfter(0s), 1u) << "one pass for all that were missed";
+    EXPECT_EQ(passesAfter(999ms), 0u);
+    EXPECT_EQ(passesAfter(1ms), 1u) << "the grid stays";
+
+    manager->setStopRepeatDiscover(true);
+    EXPECT_EQ(passesAfter(2s), 0u);
+    manager->setStopRepeatDiscover(false);
+    EXPECT_EQ(passesAfter(2s), 1u);
+
+    const auto timer = manager->localTimer();
+    manager->zk_stopDiscoverPrinter();
+    EXPECT_FALSE(timer->isValid());
+    EXPECT_EQ(manager->localTimer(), nullptr);
+    EXPECT_TRUE(manager->stopRepeatDiscover());
+    manager->setStopRepeatDiscover(false);
+    EXPECT_EQ(passesAfter(10s), 0u);
+}
+
+TEST_F(Discovery, secondStartLeavesTheEarlierTimerRunning) {
+    transport.devices = {device("A")};
+    Lines replaced;
+    manager->zk_discoverPrinter(into(replaced));
+    const auto earlier = manager->localTimer();
+    manager->setStopRepeatDiscover(true);
+    manager->zk_discoverPrinter(into(found));
+    EXPECT_TRUE(manager->stopRepeatDiscover());
+    EXPECT_EQ(passes(), 1u) << "the second start is suppressed";
+    EXPECT_NE(manager->localTimer(), earlier);
+
+    manager->setStopRepeatDiscover(false);
+    EXPECT_EQ(passesAfter(2s), 2u);
+    EXPECT_EQ(replaced, Lines{"A"});
+    EXPECT_EQ(found, (Lines{"A", "A"}));
+
+    manager->zk_stopDiscoverPrinter();
+    EXPECT_EQ(passesAfter(2s), 0u);
+    EXPECT_TRUE(earlier->isValid());
+    manager->setStopRepeatDiscover(false);
+    EXPECT_EQ(passesAfter(2s), 1u) << "of the earlier timer";
+    earlier->invalidate();
+}

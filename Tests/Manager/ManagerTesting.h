@@ -1,0 +1,85 @@
+// What the tests of the printer share: buffers as texts, the log as lines, a sample record.
+#pragma once
+
+#include "Manager/ZKUSB.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSString.h"
+
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+using Bytes = std::vector<std::uint8_t>;
+using Lines = std::vector<std::string>;
+
+inline Bytes bytesOf(std::string_view text) {
+    return {text.begin(), text.end()};
+}
+
+inline std::string hex(const Bytes &bytes) {
+    std::string text = "<";
+    for (const std::uint8_t byte : bytes) {
+        text += "0123456789abcdef"[byte >> 4];
+        text += "0123456789abcdef"[byte & 15];
+    }
+    return text + ">";
+}
+
+inline std::string hex(const Ref<NSData> &data) {
+    return data ? hex(Bytes(data->span().begin(), data->span().end())) : "none";
+}
+
+inline Ref<NSData> dataOf(const Bytes &bytes) {
+    return NSData::dataWithBytes(bytes.data(), bytes.size());
+}
+
+/// "none" gives none.
+inline Ref<NSString> textOf(std::string_view utf8) {
+    return utf8 == "none" ? nullptr : NSString::stringWithUTF8String(utf8);
+}
+
+inline std::string utf8(const Ref<NSString> &text) {
+    return text ? text->utf8() : "none";
+}
+
+inline Ref<ZKUSB> recordOf(std::string_view type, std::string_view serial) {
+    const auto record = make<ZKUSB>();
+    record->setPrinterType(textOf(type));
+    record->setPrinterName(textOf(type));
+    record->setSerialNumber(textOf(serial));
+    record->setManufacturer(u"Zelkor"_ns);
+    return record;
+}
+
+inline Ref<ZKUSB> sampleRecord() {
+    return recordOf("Sample Laser Series", "SN0001");
+}
+
+inline constexpr const char *sampleUri = "usb://Zelkor/Sample%20Laser%20Series?serial=SN0001";
+
+/// Takes the log's lines, of all threads, as long as it lives.
+class LogLines {
+public:
+    LogLines()
+        : previous_(NSLogSetSink([this](std::string_view line) {
+              const std::scoped_lock guard(mutex_);
+              lines_.emplace_back(line);
+          })) {}
+    LogLines(const LogLines &) = delete;
+    LogLines &operator=(const LogLines &) = delete;
+    ~LogLines() { NSLogSetSink(std::move(previous_)); }
+
+    /// Those since the last time.
+    Lines take() {
+        const std::scoped_lock guard(mutex_);
+        return std::exchange(lines_, {});
+    }
+
+private:
+    std::mutex mutex_;
+    Lines lines_; // guarded by mutex_
+    NSLogSink previous_;
+};

@@ -1,0 +1,139 @@
+// Queue matching against real CUPS servers. libcups remembers a server a thread, so every matching has a
+// thread of its own.
+#include "Manager/QueueMatching.h"
+
+#include "Manager/SupportedModels.h"
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSNull.h"
+#include "Tests/Manager/ManagerTesting.h"
+#include "Tests/Support/PrivateCups.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace {
+
+struct Matched {
+    QueueMatching outcome;
+    Lines entries; ///< "displayName | hideName | deviceUri"
+    Lines seen;
+    Lines log;
+};
+
+std::string shown(const id &entry) {
+    const auto table = as<NSMutableDictionary>(entry);
+    if (!table)
+        return "no mutable dictionary";
+    const auto text = [&](const Ref<NSString> &key) { return utf8(as<NSString>(table->objectForKey(key))); };
+    return text(u"displayName"_ns) + " | " + text(u"hideName"_ns) + " | " + text(u"deviceUri"_ns);
+}
+
+Matched matched(const Ref<NSArray> &models) {
+    Matched all;
+    LogLines log;
+    std::thread([&] {
+        const auto entries = NSMutableArray::array();
+        entries->addObject(NSMutableDictionary::dictionary()); // entries are appended
+        all.outcome =
+            matchQueues(models, entries, [&](const Ref<NSString> &name) { all.seen.push_back(utf8(name)); });
+        for (const id &entry : entries->allObjects())
+            all.entries.push_back(shown(entry));
+    }).join();
+    EXPECT_EQ(all.entries.front(), "none | none | none");
+    all.entries.erase(all.entries.begin());
+    all.log = log.take();
+    return all;
+}
+
+id model(const Ref<NSString> &text) {
+    return NSDictionary::dictionaryWithEntries({{u"ppdModel"_ns, text}, {u"other"_ns, u"ignored"_ns}});
+}
+
+const Lines usualQueues = {"Bürodrucker",    "Other_Maker",  "Zelkor_L200",
+                           "Zelkor_Network", "Zelkor_Plain", "Zelkor_Sample_Laser"};
+const std::string office = "Büro — 打印机 | Bürodrucker | usb://Zelkor/L500%20Series?serial=SN0005";
+const std::string hall = "L200 in the hall | Zelkor_L200 | usb://Zelkor/L200%20Series?serial=SN0002";
+const std::string floor3 = "Third floor | Zelkor_Network | socket://192.0.2.10:9100";
+const std::string plain = " | Zelkor_Plain | usb://Zelkor/L200%20Series?serial=SN0404";
+const std::string desk =
+    "Sample Laser at the desk | Zelkor_Sample_Laser | usb://Zelkor/Sample%20Laser%20Series?serial=SN0001";
+
+} // namespace
+
+TEST(QueueMatching, listsTheQueuesOfSupportedModels) {
+    PrivateCups server(true);
+    const Matched shipped = matched(supportedModels());
+    EXPECT_TRUE(shipped.outcome.reachable);
+    EXPECT_EQ(shipped.outcome.destinations, 6);
+    EXPECT_EQ(shipped.outcome.server, "");
+    EXPECT_EQ(shipped.seen, usualQueues);
+    EXPECT_EQ(shipped.entries, (Lines{office, hall, floor3, plain, desk}));
+    EXPECT_EQ(shipped.log,
+              (Lines{"****numOfDests:6", "printerDriverName:Büro — 打印机",
+                     "Zelkor L500 Series *** Zelkor L500 Series;***printerDriverName:Büro — 打印机",
+                     "printerDriverName:Ink printer", "printerDriverName:L200 in the hall",
+                     "Zelkor L200 Series *** Zelkor L200 Series;***printerDriverName:L200 in the hall",
+                     "printerDriverName:Third floor",
+                     "Zelkor L200 Series *** Zelkor L200 Series;***printerDriverName:Third floor",
+                     "printerDriverName:", "Zelkor L200 Series *** Zelkor L200 Series;***printerDriverName:",
+                     "printerDriverName:Sample Laser at the desk",
+                     "Zelkor Sample Laser Series *** Zelkor Sample Laser Series;***printerDriverName:Sample "
+                     "Laser at the desk"}));
+
+    const id l200 = model(u"Zelkor L200 Series"_ns), ink = model(u"Fabrikat Ink 1000"_ns);
+    const struct {
+        const char *name;
+        Ref<NSArray> models;
+        Lines entries;
+    } rows[] = {
+        {"a model twice",
+         NSArray::arrayWithObjects({l200, ink, l200}),
+         {"Ink printer | Other_Maker | usb://Fabrikat/Ink%201000?serial=F1", hall, hall, floor3, floor3,
+          plain, plain}},
+        {"nothing like it",
+         NSArray::arrayWithObjects(
+             {model(u"zelkor l200 series"_ns), model(u"Zelkor L200"_ns), model(u""_ns)}),
+         {}},
+        {"entries of other kinds",
+         NSArray::arrayWithObjects(
+             {NSNull::null(), u"Zelkor L200 Series"_ns, NSDictionary::dictionary(),
+              NSDictionary::dictionaryWithEntries({{u"ppdModel"_ns, NSNull::null()}}),
+              NSDictionary::dictionaryWithEntries({{u"PPDModel"_ns, u"Zelkor L200 Series"_ns}}),
+              model(u"Zelkor Sample Laser Series"_ns)}),
+         {desk}},
+        {"no models", NSArray::array(), {}},
+        {"none", nullptr, {}},
+    };
+    for (const auto &[name, models, entries] : rows) {
+        const Matched found = matched(models);
+        EXPECT_EQ(found.entries, entries) << name;
+        EXPECT_EQ(found.seen, usualQueues) << name;
+        EXPECT_EQ(found.log.size(), 1 + 6 + entries.size()) << name;
+    }
+}
+
+TEST(QueueMatching, tellsAnEmptyServerFromNone) {
+    PrivateCups server(false);
+    const Matched empty = matched(supportedModels());
+    EXPECT_TRUE(empty.outcome.reachable);
+    EXPECT_EQ(empty.outcome.destinations, 0);
+    EXPECT_EQ(empty.outcome.server, "");
+    EXPECT_EQ(empty.log, Lines{"****numOfDests:0"});
+
+    // A name in ASCII alone can equal one; the same model with an umlaut is another.
+    server.addQueue("Umlaut usb://Zelkor/L200%20Series?serial=U 'Zelkor L200 Sériés' Umlaut");
+    server.addQueue("Same usb://Zelkor/L200%20Series?serial=S 'Zelkor L200 Series' Same");
+    const Matched two = matched(
+        NSArray::arrayWithObjects({model(u"Zelkor L200 Sériés"_ns), model(u"Zelkor L200 Series"_ns)}));
+    EXPECT_EQ(two.outcome.destinations, 2);
+    EXPECT_EQ(two.entries, Lines{"Same | Same | usb://Zelkor/L200%20Series?serial=S"});
+
+    server.stop();
+    const Matched gone = matched(supportedModels());
+    EXPECT_FALSE(gone.outcome.reachable);
+    EXPECT_EQ(gone.outcome.destinations, 0);
+    EXPECT_EQ(gone.outcome.server, server.socket());
+    EXPECT_EQ(gone.seen, Lines{});
+    EXPECT_EQ(gone.log, Lines{"****numOfDests:0"});
+}

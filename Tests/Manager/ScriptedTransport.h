@@ -1,0 +1,71 @@
+// The transport of a test: answers the calls of zkcomtl.h by a script and writes every call down.
+//
+//     ScriptedTransport transport;
+//     transport.reads = {{.status = TL_USB_ERROR_TIMEOUT}, {.bytes = {0x00, 0xAC, 0xFF, 0x20, 0, 1, 0, 0}}};
+//     … one exchange …
+//     transport.takeCalls()   // "open 2 usb://…", "read #1 100 4096 0", "write #1 10000 0 <1b25…>", …
+//
+// One lives at a time, and is not changed while calls are made. Calls may come from any thread.
+#pragma once
+
+#include "Platform/Transport/zkcomtl.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+class ScriptedTransport {
+public:
+    /// What one read does.
+    struct Read {
+        std::int32_t status = TL_USB_OK;
+        std::vector<std::uint8_t> bytes = {};    ///< put into the buffer, whatever the status
+        std::optional<std::int32_t> length = {}; ///< what is reported; the number of bytes when absent
+    };
+
+    ScriptedTransport();
+    ScriptedTransport(const ScriptedTransport &) = delete;
+    ScriptedTransport &operator=(const ScriptedTransport &) = delete;
+    ~ScriptedTransport();
+
+    std::int32_t openStatus = TL_USB_OK;
+    bool givesHandle = true;
+    std::int32_t writeStatus = TL_USB_OK;
+    /// For each handle from the beginning. After the last one every read times out.
+    std::vector<Read> reads;
+
+    std::int32_t infoStatus = TL_USB_OK;
+    enum class Info { left, null, text } info = Info::left; ///< what becomes of the caller's pointer
+    std::string infoText;
+
+    std::vector<tl_usb_device_info> devices;
+    bool givesList = true;
+    std::optional<std::int32_t> deviceCount; ///< what is reported; the number of devices when absent
+
+    /// Called on the calling thread with each call after it was written down, before it is answered.
+    std::function<void(const std::string &call)> onCall;
+
+    /// The calls since the last time. Transfers read "read #handle time-out capacity reserved", with "dirty"
+    /// behind when the buffer was not all zero, and "write #handle time-out reserved <bytes>".
+    std::vector<std::string> takeCalls();
+
+    /// The functions of zkcomtl.h.
+    std::int32_t list(std::int32_t vid, tl_usb_device_info **list, std::int32_t *count);
+    std::int32_t printerInfo(const std::string &arguments, char **text);
+    std::int32_t open(const char *uri, std::int32_t mode, void **handle);
+    std::int32_t write(void *handle, const std::string &arguments);
+    std::int32_t read(void *handle, const std::string &arguments, std::uint8_t *buffer, std::int32_t *length);
+    std::int32_t close(void *handle);
+
+private:
+    void note(const std::string &call);
+
+    std::mutex mutex_; // guards what follows
+    std::vector<std::string> calls_;
+    std::map<void *, std::size_t> readsDone_;
+    std::vector<tl_usb_device_info> list_; // what the latest call listed; the caller never releases it
+};

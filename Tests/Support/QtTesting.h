@@ -1,0 +1,77 @@
+// Qt without a screen, and time moved by hand, for tests of what is seen.
+//
+// One application a process: ctest runs every case in a process of its own.
+#pragma once
+
+#include "Platform/Dispatch/MainQueue.h"
+#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/RunLoop/NSRunLoop.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QPalette>
+#include <QWidget>
+
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <thread>
+
+using namespace std::chrono_literals;
+
+class QtTesting {
+public:
+    QtTesting() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar); }
+
+    dispatch::ManualClock clock;
+
+    /// What falls due meanwhile is served with the next events.
+    void advance(std::chrono::nanoseconds duration) {
+        clock.advance(duration);
+        NSRunLoop::mainRunLoop()->wakeUp();
+    }
+
+    /// Serves events until the condition holds; false when it does not for a very long time.
+    static bool eventually(const std::function<bool()> &condition) {
+        for (const QDeadlineTimer patience(60s); !condition(); std::this_thread::yield()) {
+            if (patience.hasExpired())
+                return false;
+            QCoreApplication::processEvents();
+        }
+        return true;
+    }
+    /// Serves what there is to serve.
+    static void settle() {
+        for (int round = 0; round < 20 || dispatch::mainQueue().hasWork(); ++round)
+            QCoreApplication::processEvents();
+    }
+
+private:
+    static int &arguments() {
+        ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        NSLocalizationPrepare();
+        static int count = 1;
+        return count;
+    }
+
+    const dispatch::ClockScope scope_{clock};
+    char name_[5] = "test";
+    char *argv_[2] = {name_, nullptr};
+
+public:
+    QApplication application{arguments(), argv_};
+};
+
+/// How well one colour is read upon another: 1 to 21, by the rule for texts upon web pages.
+inline double contrast(const QColor &one, const QColor &other) {
+    const auto luminance = [](const QColor &color) {
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    const double a = luminance(one) + 0.05, b = luminance(other) + 0.05;
+    return a > b ? a / b : b / a;
+}
