@@ -1,12 +1,15 @@
 // zkprinter: the printers and their low-toner reminder from the command line.
 #include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/Unicode.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Json.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <fcntl.h>
 #include <functional>
 #include <syslog.h>
+#include <unistd.h>
 
 namespace {
 
@@ -42,7 +45,7 @@ void addCommands(CLI::App &app, Request &request) {
     app.add_flag("--json", request.json, "Print JSON on standard output and nothing else");
     app.add_flag("-v,--verbose", request.verbose, "Print diagnostics on standard error");
     app.set_version_flag("--version", std::string("zkprinter ") + ZK_VERSION);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1); // a missing one is noticed in run, after words that are none
     app.fallthrough();
     app.footer(exitStatuses);
 
@@ -69,7 +72,17 @@ void addCommands(CLI::App &app, Request &request) {
         [&] { request.command = [&](Format format) { return runReminder(request, format); }; });
 }
 
-ExitStatus report(ExitStatus status, const std::string &sentence, bool json) {
+/// What the user typed need not be UTF-8, but a sentence that repeats it is.
+std::string repaired(const std::string &bytes) {
+    std::u16string units;
+    unicode::appendUTF16(units, bytes);
+    std::string text;
+    unicode::appendUTF8(text, units);
+    return text;
+}
+
+ExitStatus report(ExitStatus status, const std::string &message, bool json) {
+    const std::string sentence = repaired(message);
     if (json)
         printJson([&](Json &document) {
             document.object("error", [&](Json &error) {
@@ -105,6 +118,8 @@ ExitStatus run(int argc, char **argv) {
     addCommands(app, request);
     try {
         app.parse(argc, argv);
+        if (!request.command)
+            throw CLI::RequiredError("A subcommand");
     } catch (const CLI::Success &help) {
         app.exit(help);
         return ExitStatus::success;
@@ -119,8 +134,17 @@ ExitStatus run(int argc, char **argv) {
     }
 }
 
+/// A standard descriptor that the caller closed would go to the next file or connection, which would then
+/// get what is printed.
+void occupyStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(descriptor, F_GETFD) == -1)
+            open("/dev/null", O_RDWR); // takes the lowest free descriptor, which is this one
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
+    occupyStandardDescriptors();
     return static_cast<int>(run(argc, argv));
 }
