@@ -4,7 +4,6 @@
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/QtText.h"
 
-#include <QAccessible>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -50,12 +49,6 @@ NSRect TipWindow::parentFrame() const {
 void TipWindow::setParentFrame(const NSRect &frame) {
     const std::scoped_lock guard(frameLock_);
     _parentFrame = frame;
-}
-
-void TipWindow::showEvent(QShowEvent *event) {
-    QDialog::showEvent(event);
-    QAccessibleEvent alert(this, QAccessible::Alert); // has a screen reader say the text at once
-    QAccessible::updateAccessibility(&alert);
 }
 
 // Only the timer ends a tip: neither Escape nor the window manager closes it.

@@ -37,7 +37,6 @@ public:
     void setParentFrame(const NSRect &frame);
 
 protected:
-    void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 

@@ -22,7 +22,8 @@ bool accepts(const NSData &header, std::uint16_t command) {
            bytes[4] == 0 && bytes[5] == 1;
 }
 
-/// One exchange; `handle` gets what the printer replied.
+/// One exchange; `handle` gets what the printer replied. It owns what it uses: the reply of an exchange that
+/// runs beside this one on another thread may still be with it when this one is over.
 void exchange(ZKUSB &printer, std::uint16_t command, const Ref<NSString> &text,
               std::function<void(const Ref<NSData> &, const Ref<NSData> &)> handle) {
     const auto completion = makeBlock<void(const Ref<NSData> &, const Ref<NSData> &)>(std::move(handle));
@@ -55,7 +56,7 @@ void readTonerHint(const Ref<ZKUSB> &printer, const std::function<void(const Ton
     if (!printer)
         return;
     exchange(*printer, readCommand, u"<!--#ssi IDr OID_PLATFORM_CONSUMEABLE_HINT -->"_ns,
-             [&](const Ref<NSData> &header, const Ref<NSData> &data) {
+             [deliver](const Ref<NSData> &header, const Ref<NSData> &data) {
                  NSLog("get honer sendACLWithPJL header: %@", header);
                  NSLog("get honer sendACLWithPJL data: %@", data);
                  deliver(readingOf(header, data));
@@ -69,7 +70,7 @@ void writeTonerHint(const Ref<ZKUSB> &printer, std::int64_t popUpIndex,
     const auto text = u"OID_PLATFORM_CONSUMEABLE_HINT"_ns->stringByAppendingFormat(
         "%@%ld", u"="_ns, thresholdForPopUpIndex(popUpIndex));
     NSLog("pjl_tonerhint_set:%@", text);
-    exchange(*printer, writeCommand, text, [&](const Ref<NSData> &header, const Ref<NSData> &data) {
+    exchange(*printer, writeCommand, text, [deliver](const Ref<NSData> &header, const Ref<NSData> &data) {
         NSLog("set honer sendACLWithPJL header: %@", header);
         NSLog("set honer sendACLWithPJL data: %@", data);
         deliver(writingOf(header));

@@ -163,7 +163,7 @@ void utilityMainView::getUsbPrinterToner(const Ref<NSString> &deviceUri) {
     if (const auto record = recordForDeviceUri(deviceUri, ZKManager::shared()->printerList()))
         setUsbPrinter(record);
     dispatch::globalQueue().async([printer = usbPrinter(), view = QPointer<utilityMainView>(this)] {
-        readTonerHint(printer, [&view](const TonerHintReading &reading) {
+        readTonerHint(printer, [view](const TonerHintReading &reading) {
             dispatch::mainQueue().async([view, reading] {
                 if (view)
                     view->showTonerReading(reading);
@@ -190,7 +190,7 @@ void utilityMainView::changeTonerValueForUI(std::int32_t value) {
 void utilityMainView::oncofirmButton(QWidget *) {
     const std::int64_t index = popUpBtns->currentIndex();
     dispatch::globalQueue().async([index, printer = usbPrinter(), view = QPointer<utilityMainView>(this)] {
-        writeTonerHint(printer, index, [&view](TonerHintWriting writing) {
+        writeTonerHint(printer, index, [view](TonerHintWriting writing) {
             dispatch::mainQueue().async([view, writing] {
                 if (view)
                     view->showTonerWriting(writing);

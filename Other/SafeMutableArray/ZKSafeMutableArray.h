@@ -28,6 +28,7 @@ public:
     NSUInteger count() const override;
     /// None when the index is not below the count.
     id objectAtIndex(NSUInteger index) const override;
+    using NSMutableArray::indexOfObject;
     /// By `isEqual`. 0xFFFFFFFFFFFFFFFF when absent; NSNotFound for none, which is not looked for.
     NSUInteger indexOfObject(const id &object) const override;
     /// What the array holds at one moment, cut to the range.

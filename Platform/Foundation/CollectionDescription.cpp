@@ -2,7 +2,9 @@
 
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSSet.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Message.h"
 
 #include <algorithm>
 
@@ -42,21 +44,31 @@ void appendEscaped(std::u16string &out, char16_t unit) {
         out += digits[unit >> shift & 15];
 }
 
-std::u16string quoted(const std::u16string &units) {
-    if (!units.empty() && std::all_of(units.begin(), units.end(), isWordUnit))
-        return units;
+Ref<NSString> elementDescription(const id &element, const id &locale) {
+    const SEL localized = sel_registerName("descriptionWithLocale:");
+    return locale && element->respondsToSelector(localized)
+               ? as<NSString>(objc_msgSend<id>(element, localized, locale))
+               : element->description();
+}
+
+} // namespace
+
+std::u16string quotedDescription(const std::u16string &units) {
     std::u16string text = u"\"";
     for (const char16_t unit : units)
         appendEscaped(text, unit);
     return text + u"\"";
 }
 
-} // namespace
-
-std::u16string collectionElementDescription(const id &element, NSUInteger indent) {
+std::u16string collectionElementDescription(const id &element, const id &locale, NSUInteger indent) {
     if (const auto array = as<NSArray>(element))
-        return array->descriptionWithIndent(indent)->units();
+        return array->descriptionWithLocale(locale, indent)->units();
     if (const auto dictionary = as<NSDictionary>(element))
-        return dictionary->descriptionWithIndent(indent)->units();
-    return quoted(element->description()->units());
+        return dictionary->descriptionWithLocale(locale, indent)->units();
+    if (const auto set = as<NSSet>(element))
+        return set->descriptionWithLocale(locale, indent)->units();
+    const auto text = elementDescription(element, locale);
+    const auto &units = text->units();
+    const bool word = !units.empty() && std::all_of(units.begin(), units.end(), isWordUnit);
+    return word ? units : quotedDescription(units);
 }

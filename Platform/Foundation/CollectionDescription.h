@@ -6,5 +6,9 @@
 #include <string>
 
 /// The text of one element of a collection at `indent` levels: collections span lines, texts are quoted
-/// unless they are plain words, characters beyond ASCII become "\Uxxxx".
-std::u16string collectionElementDescription(const id &element, NSUInteger indent);
+/// unless they are plain words, characters beyond ASCII become "\Uxxxx". With a locale, elements that know
+/// `descriptionWithLocale:` are asked for that.
+std::u16string collectionElementDescription(const id &element, const id &locale, NSUInteger indent);
+
+/// The text in quotes, escaped as above.
+std::u16string quotedDescription(const std::u16string &units);

@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdio>
+#include <optional>
 
 FormatArgument::FormatArgument(Class value) : kind(Kind::Object), object(value) {}
 
@@ -21,8 +22,8 @@ constexpr int widestField = 4096;
 /// One directive of a format text, parsed.
 struct Directive {
     std::string flags;
-    int width = -1;
-    int precision = -1;
+    int width = 0;
+    int precision = -1; ///< negative when there is none
     std::string length;
     char conversion = 0;
 };
@@ -47,18 +48,16 @@ private:
     void directive() {
         const std::size_t start = at_++;
         Directive parsed;
-        const FormatArgument *argument = nullptr;
-        if (const std::size_t position = takePosition())
-            argument = at(position - 1);
+        const std::size_t position = takePosition();
         while (at_ < format_.size() && std::string_view("-+ #0").find(format_[at_]) != std::string_view::npos)
             parsed.flags += format_[at_++];
-        parsed.width = takeNumber();
-        if (parsed.width < -1) { // a negative "*" means left-justified
+        parsed.width = takeNumber().value_or(0);
+        if (parsed.width < 0) { // a negative "*" means left-justified
             parsed.flags += '-';
             parsed.width = -parsed.width;
         }
         if (take('.'))
-            parsed.precision = std::max(takeNumber(), 0);
+            parsed.precision = takeNumber().value_or(0); // a negative "*" means none
         while (at_ < format_.size() &&
                std::string_view("hlqzjtL").find(format_[at_]) != std::string_view::npos)
             parsed.length += format_[at_++];
@@ -67,13 +66,14 @@ private:
             output_.append(std::string_view("%"));
             return;
         }
-        if (!argument &&
-            std::string_view("@dDiuUoOxXcCsSpeEfFgGaA").find(parsed.conversion) != std::string_view::npos)
-            argument = at(next_++);
+        const FormatArgument *argument = nullptr;
+        if (std::string_view("@diuoxXcCspeEfFgGaA").find(parsed.conversion) != std::string_view::npos)
+            argument = at(position ? position - 1 : next_++);
         if (argument)
-            print(parsed, *argument);
-        else
-            output_.append(format_.substr(start, at_ - start));
+            return print(parsed, *argument);
+        while (at_ < format_.size() && (format_[at_] & 0xC0) == 0x80) // never cuts a character in two
+            ++at_;
+        output_.append(format_.substr(start, at_ - start));
     }
 
     /// "2$" gives 2 and is consumed; anything else gives 0 and is left alone.
@@ -81,7 +81,7 @@ private:
         std::size_t end = at_, value = 0;
         while (end < format_.size() && format_[end] >= '0' && format_[end] <= '9' && value < 1000)
             value = value * 10 + static_cast<std::size_t>(format_[end++] - '0');
-        if (end == at_ || end >= format_.size() || format_[end] != '$')
+        if (value == 0 || end >= format_.size() || format_[end] != '$')
             return 0;
         at_ = end + 1;
         return value;
@@ -94,16 +94,19 @@ private:
         return true;
     }
 
-    /// Digits or "*"; −1 when there is neither.
-    int takeNumber() {
+    /// Digits or "*", whose argument counts only if it is a whole number.
+    std::optional<int> takeNumber() {
         if (take('*')) {
             const FormatArgument *argument = at(next_++);
-            const auto value = argument ? static_cast<std::int64_t>(argument->integer) : 0;
+            if (!argument || (argument->kind != FormatArgument::Kind::Signed &&
+                              argument->kind != FormatArgument::Kind::Unsigned))
+                return std::nullopt;
+            const auto value = static_cast<std::int64_t>(argument->integer);
             return static_cast<int>(std::clamp<std::int64_t>(value, -widestField, widestField));
         }
-        int value = -1;
+        std::optional<int> value;
         while (at_ < format_.size() && format_[at_] >= '0' && format_[at_] <= '9')
-            value = std::min(std::max(value, 0) * 10 + (format_[at_++] - '0'), widestField);
+            value = std::min(value.value_or(0) * 10 + (format_[at_++] - '0'), widestField);
         return value;
     }
 
@@ -151,7 +154,7 @@ private:
 
     void pad(const Directive &parsed, std::size_t length, bool before) {
         const bool left = parsed.flags.find('-') != std::string::npos;
-        if (parsed.width > 0 && left != before)
+        if (left != before)
             for (auto i = length; i < static_cast<std::size_t>(parsed.width); ++i)
                 output_.append(std::string_view(" "));
     }
@@ -165,22 +168,19 @@ private:
         switch (parsed.conversion) {
         case 'd':
         case 'i':
-        case 'D':
             if (std::optional<std::string_view> plain =
                     plainDecimal(parsed, narrowSigned(parsed, argument.integer)))
                 return output_.append(*plain);
             return printNumber(parsed, "lld", static_cast<long long>(narrowSigned(parsed, argument.integer)));
         case 'u':
-        case 'U':
         case 'o':
         case 'x':
         case 'X':
-            return printNumber(parsed,
-                               std::string("ll") + (parsed.conversion == 'U' ? 'u' : parsed.conversion),
+            return printNumber(parsed, std::string("ll") + parsed.conversion,
                                static_cast<unsigned long long>(narrowUnsigned(parsed, argument.integer)));
         case 'c':
         case 'C':
-            return printCharacter(static_cast<char16_t>(argument.integer), parsed.conversion == 'c');
+            return printCharacter(parsed, static_cast<char16_t>(argument.integer));
         case 'p':
             return printPointer(parsed, reinterpret_cast<const void *>(argument.integer));
         default:
@@ -191,7 +191,7 @@ private:
     }
 
     static bool isPlain(const Directive &parsed) {
-        return parsed.flags.empty() && parsed.width < 0 && parsed.precision < 0;
+        return parsed.flags.empty() && parsed.width == 0 && parsed.precision < 0;
     }
 
     /// The common case, as for decimals: every description of an object has an address.
@@ -228,16 +228,18 @@ private:
         return parsed.length.empty() ? static_cast<std::uint32_t>(value) : value;
     }
 
-    void printCharacter(char16_t unit, bool ascii) {
-        if (ascii)
+    void printCharacter(const Directive &parsed, char16_t unit) {
+        if (parsed.conversion == 'c')
             unit &= 0xFF;
+        pad(parsed, 1, true);
         output_.append(std::u16string_view(&unit, 1));
+        pad(parsed, 1, false);
     }
 
     template <class T>
     void printNumber(const Directive &parsed, const std::string &conversion, T value) {
         std::string directive = "%" + parsed.flags;
-        if (parsed.width >= 0)
+        if (parsed.width > 0)
             directive += std::to_string(parsed.width);
         if (parsed.precision >= 0)
             directive += "." + std::to_string(parsed.precision);

@@ -1,49 +1,51 @@
 #include "Platform/Foundation/NSArray.h"
 
+#include "Platform/Foundation/CollectionArguments.h"
 #include "Platform/Foundation/CollectionDescription.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSIndexSet.h"
+#include "Platform/Foundation/NSPropertyListSerialization.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/NSURL.h"
 #include "Platform/Runtime/Class.h"
-#include "Platform/Runtime/NSException.h"
 
 #include <algorithm>
+
+using namespace collections;
 
 NS_IMPLEMENTATION(NSArray) {
     cls.instantiate([]() -> id { return array(); })
         .method<&NSArray::count>("count")
-        .method<&NSArray::objectAtIndex>("objectAtIndex:");
+        .method<&NSArray::objectAtIndex>("objectAtIndex:")
+        .method<&NSArray::firstObject>("firstObject")
+        .method<&NSArray::lastObject>("lastObject")
+        .method<&NSArray::containsObject>("containsObject:")
+        .method<&NSArray::objectEnumerator>("objectEnumerator")
+        .method<&NSArray::isEqualToArray>("isEqualToArray:");
 }
 
 NS_IMPLEMENTATION(NSMutableArray) {
-    cls.instantiate([]() -> id { return array(); }).method<&NSMutableArray::addObject>("addObject:");
+    cls.instantiate([]() -> id { return array(); })
+        .method<&NSMutableArray::addObject>("addObject:")
+        .method<&NSMutableArray::insertObject>("insertObject:atIndex:")
+        .method<&NSMutableArray::removeObjectAtIndex>("removeObjectAtIndex:")
+        .method<&NSMutableArray::removeLastObject>("removeLastObject")
+        .method<&NSMutableArray::replaceObjectAtIndex>("replaceObjectAtIndex:withObject:")
+        .method<&NSMutableArray::removeAllObjects>("removeAllObjects")
+        .method<&NSMutableArray::addObjectsFromArray>("addObjectsFromArray:")
+        .method<&NSMutableArray::setArray>("setArray:");
 }
 
 namespace {
-
-void checkIndex(const char *operation, NSUInteger index, NSUInteger bound) {
-    if (index >= bound)
-        throw NSException(NSRangeException, std::string("-[NSArray ") + operation + "]: index " +
-                                                std::to_string(index) + " beyond bounds; count " +
-                                                std::to_string(bound));
-}
-
-void checkRange(const char *operation, NSRange range, NSUInteger count) {
-    if (!range.fits(count))
-        throw NSException(NSRangeException, std::string("-[NSArray ") + operation + "]: range {" +
-                                                std::to_string(range.location) + ", " +
-                                                std::to_string(range.length) + "} extends beyond count " +
-                                                std::to_string(count));
-}
-
-void checkObject(const char *operation, const id &object) {
-    if (!object)
-        throw NSException(NSInvalidArgumentException,
-                          std::string("-[NSArray ") + operation + "]: object cannot be nil");
-}
 
 std::vector<id> checked(const char *operation, std::vector<id> objects) {
     for (const id &object : objects)
         checkObject(operation, object);
     return objects;
+}
+
+Ref<NSMutableArray> mutableOrNone(const Ref<NSArray> &array) {
+    return array ? NSMutableArray::arrayWithArray(array) : nullptr;
 }
 
 /// The ordinary immutable array.
@@ -53,7 +55,7 @@ public:
 
     NSUInteger count() const override { return objects_.size(); }
     id objectAtIndex(NSUInteger index) const override {
-        checkIndex("objectAtIndex:", index, objects_.size());
+        checkIndex("NSArray objectAtIndex:", index, objects_.size());
         return objects_[index];
     }
 
@@ -61,28 +63,36 @@ private:
     const std::vector<id> objects_;
 };
 
-/// The ordinary mutable array.
+/// The ordinary mutable array. What leaves it outlives the change: its end may look at the array.
 class PlainMutableArray final : public NSMutableArray {
 public:
     explicit PlainMutableArray(std::vector<id> objects) : objects_(std::move(objects)) {}
 
     NSUInteger count() const override { return objects_.size(); }
     id objectAtIndex(NSUInteger index) const override {
-        checkIndex("objectAtIndex:", index, objects_.size());
+        checkIndex("NSArray objectAtIndex:", index, objects_.size());
         return objects_[index];
     }
+    NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
+                                           NSUInteger count) const override {
+        state.watch(mutations_);
+        return NSMutableArray::countByEnumeratingWithState(state, objects, count);
+    }
     void addObject(const id &object) override {
-        checkObject("addObject:", object);
+        checkObject("NSMutableArray addObject:", object);
         objects_.push_back(object);
+        mutations_.increase();
     }
     void insertObject(const id &object, NSUInteger index) override {
-        checkObject("insertObject:atIndex:", object);
-        checkIndex("insertObject:atIndex:", index, objects_.size() + 1);
+        checkObject("NSMutableArray insertObject:atIndex:", object);
+        checkIndex("NSMutableArray insertObject:atIndex:", index, objects_.size() + 1);
         objects_.insert(at(index), object);
+        mutations_.increase();
     }
     void removeObjectAtIndex(NSUInteger index) override {
-        checkIndex("removeObjectAtIndex:", index, objects_.size());
-        const id released = std::move(objects_[index]); // outlives the removal: its end may look at the array
+        checkIndex("NSMutableArray removeObjectAtIndex:", index, objects_.size());
+        mutations_.increase();
+        const id released = std::move(objects_[index]);
         objects_.erase(at(index));
     }
     void removeLastObject() override {
@@ -90,11 +100,15 @@ public:
             removeObjectAtIndex(objects_.size() - 1);
     }
     void replaceObjectAtIndex(NSUInteger index, const id &object) override {
-        checkObject("replaceObjectAtIndex:withObject:", object);
-        checkIndex("replaceObjectAtIndex:withObject:", index, objects_.size());
+        checkObject("NSMutableArray replaceObjectAtIndex:withObject:", object);
+        checkIndex("NSMutableArray replaceObjectAtIndex:withObject:", index, objects_.size());
+        mutations_.increase();
         const id released = std::exchange(objects_[index], object);
     }
-    void removeAllObjects() override { const auto released = std::exchange(objects_, {}); }
+    void removeAllObjects() override {
+        mutations_.increase();
+        const auto released = std::exchange(objects_, {});
+    }
 
 private:
     std::vector<id>::iterator at(NSUInteger index) {
@@ -102,6 +116,7 @@ private:
     }
 
     std::vector<id> objects_;
+    NSMutationCount mutations_;
 };
 
 } // namespace
@@ -116,20 +131,36 @@ Ref<NSArray> NSArray::arrayWithObjects(std::initializer_list<id> objects) {
 }
 
 Ref<NSArray> NSArray::arrayWithObjects(std::vector<id> objects) {
-    return make<PlainArray>(checked("initWithObjects:count:", std::move(objects)));
+    return make<PlainArray>(checked("NSArray initWithObjects:count:", std::move(objects)));
 }
 
 Ref<NSArray> NSArray::arrayWithArray(const Ref<NSArray> &array) {
-    return array ? make<PlainArray>(array->allObjects()) : NSArray::array();
+    return make<PlainArray>(objectsOf(array));
+}
+
+Ref<NSArray> NSArray::arrayWithContentsOfFile(const Ref<NSString> &path) {
+    const auto data = path ? NSData::dataWithContentsOfFile(path->utf8()) : nullptr;
+    return as<NSArray>(NSPropertyListSerialization::propertyListWithData(data));
+}
+
+Ref<NSArray> NSArray::arrayWithContentsOfURL(const Ref<NSURL> &url) {
+    return url && url->isFileURL() ? arrayWithContentsOfFile(url->path()) : nullptr;
 }
 
 std::vector<id> NSArray::getObjects(NSRange range) const {
-    checkRange("getObjects:range:", range, count());
+    checkRange("NSArray getObjects:range:", range, count());
     std::vector<id> objects;
     objects.reserve(range.length);
     for (NSUInteger i = range.location; i < range.end(); ++i)
         objects.push_back(objectAtIndex(i));
     return objects;
+}
+
+Ref<NSArray> NSArray::objectsAtIndexes(const Ref<NSIndexSet> &indexes) const {
+    std::vector<id> objects;
+    enumerateObjectsAtIndexes(indexes, 0,
+                              [&](const id &object, NSUInteger, bool &) { objects.push_back(object); });
+    return make<PlainArray>(std::move(objects));
 }
 
 id NSArray::lastObject() const {
@@ -139,7 +170,15 @@ id NSArray::lastObject() const {
 
 NSUInteger NSArray::indexOfObject(const id &object) const {
     for (NSUInteger i = 0; object && i < count(); ++i)
-        if (const id element = objectAtIndex(i); element && (element == object || element->isEqual(object)))
+        if (equal(objectAtIndex(i), object))
+            return i;
+    return NSNotFound;
+}
+
+NSUInteger NSArray::indexOfObject(const id &object, NSRange range) const {
+    checkRange("NSArray indexOfObject:inRange:", range, count());
+    for (NSUInteger i = range.location; object && i < range.end(); ++i)
+        if (equal(objectAtIndex(i), object))
             return i;
     return NSNotFound;
 }
@@ -151,10 +190,32 @@ NSUInteger NSArray::indexOfObjectIdenticalTo(const id &object) const {
     return NSNotFound;
 }
 
+NSUInteger NSArray::indexOfObjectIdenticalTo(const id &object, NSRange range) const {
+    checkRange("NSArray indexOfObjectIdenticalTo:inRange:", range, count());
+    for (NSUInteger i = range.location; object && i < range.end(); ++i)
+        if (objectAtIndex(i) == object)
+            return i;
+    return NSNotFound;
+}
+
+id NSArray::firstObjectCommonWithArray(const Ref<NSArray> &other) const {
+    for (const id &object : *this)
+        if (other && other->containsObject(object))
+            return object;
+    return nullptr;
+}
+
 Ref<NSArray> NSArray::arrayByAddingObject(const id &object) const {
     auto objects = allObjects();
     objects.push_back(object);
-    return make<PlainArray>(checked("arrayByAddingObject:", std::move(objects)));
+    return make<PlainArray>(checked("NSArray arrayByAddingObject:", std::move(objects)));
+}
+
+Ref<NSArray> NSArray::arrayByAddingObjectsFromArray(const Ref<NSArray> &other) const {
+    auto objects = allObjects();
+    const auto more = objectsOf(other);
+    objects.insert(objects.end(), more.begin(), more.end());
+    return make<PlainArray>(std::move(objects));
 }
 
 Ref<NSArray> NSArray::subarrayWithRange(NSRange range) const {
@@ -171,46 +232,23 @@ Ref<NSString> NSArray::componentsJoinedByString(const Ref<NSString> &separator) 
     return make<NSString>(std::move(joined));
 }
 
-Ref<NSEnumerator> NSArray::objectEnumerator() const {
-    return make<NSEnumerator>([array = as<NSArray>(self()), index = NSUInteger{0}]() mutable -> id {
-        return index < array->count() ? array->objectAtIndex(index++) : nullptr;
-    });
-}
-
-Ref<NSEnumerator> NSArray::reverseObjectEnumerator() const {
-    return make<NSEnumerator>([array = as<NSArray>(self()), index = count()]() mutable -> id {
-        return index ? array->objectAtIndex(--index) : nullptr;
-    });
-}
-
-void NSArray::enumerateObjectsUsingBlock(const Visitor &visitor) const {
-    bool stop = false;
-    for (NSUInteger i = 0; !stop && i < count(); ++i)
-        if (const id object = objectAtIndex(i)) // a guarded array may have shrunk meanwhile
-            visitor(object, i, stop);
-}
-
 bool NSArray::isEqualToArray(const Ref<NSArray> &other) const {
-    const NSUInteger size = count();
-    if (!other || other->count() != size)
+    if (!other || other->count() != count())
         return false;
-    for (NSUInteger i = 0; i < size; ++i)
-        if (const id mine = objectAtIndex(i), theirs = other->objectAtIndex(i);
-            !mine || (mine != theirs && !mine->isEqual(theirs)))
-            return false;
-    return true;
+    const auto mine = allObjects(), theirs = other->allObjects();
+    return std::equal(mine.begin(), mine.end(), theirs.begin(), theirs.end(), equal);
 }
 
 bool NSArray::isEqual(const id &other) const {
     return other.get() == this || isEqualToArray(as<NSArray>(other));
 }
 
-Ref<NSString> NSArray::descriptionWithIndent(NSUInteger indent) const {
+Ref<NSString> NSArray::descriptionWithLocale(const id &locale, NSUInteger indent) const {
     const std::u16string blanks(4 * indent, u' ');
     std::u16string text = u"(";
     enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
-        text +=
-            (index ? u",\n" : u"\n") + blanks + u"    " + collectionElementDescription(object, indent + 1);
+        text += (index ? u",\n" : u"\n") + blanks + u"    " +
+                collectionElementDescription(object, locale, indent + 1);
     });
     return make<NSString>(text + u"\n" + blanks + u")");
 }
@@ -226,38 +264,21 @@ Ref<NSMutableArray> NSMutableArray::arrayWithCapacity(NSUInteger capacity) {
 }
 
 Ref<NSMutableArray> NSMutableArray::arrayWithObjects(std::initializer_list<id> objects) {
-    return make<PlainMutableArray>(checked("initWithObjects:count:", objects));
+    return arrayWithObjects(std::vector<id>(objects));
+}
+
+Ref<NSMutableArray> NSMutableArray::arrayWithObjects(std::vector<id> objects) {
+    return make<PlainMutableArray>(checked("NSMutableArray initWithObjects:count:", std::move(objects)));
 }
 
 Ref<NSMutableArray> NSMutableArray::arrayWithArray(const Ref<NSArray> &array) {
-    return array ? as<NSMutableArray>(array->mutableCopy()) : NSMutableArray::array();
+    return make<PlainMutableArray>(objectsOf(array));
 }
 
-void NSMutableArray::removeAllObjects() {
-    for (NSUInteger left = count(); left; --left)
-        removeLastObject();
+Ref<NSMutableArray> NSMutableArray::arrayWithContentsOfFile(const Ref<NSString> &path) {
+    return mutableOrNone(NSArray::arrayWithContentsOfFile(path));
 }
 
-void NSMutableArray::addObjectsFromArray(const Ref<NSArray> &array) {
-    for (const id &object : array ? array->allObjects() : std::vector<id>())
-        addObject(object);
-}
-
-void NSMutableArray::removeObject(const id &object) {
-    for (NSUInteger i = count(); object && i-- > 0;)
-        if (const id element = objectAtIndex(i); element && element->isEqual(object))
-            removeObjectAtIndex(i);
-}
-
-void NSMutableArray::exchangeObjectAtIndex(NSUInteger first, NSUInteger second) {
-    const id object = objectAtIndex(first);
-    replaceObjectAtIndex(first, objectAtIndex(second));
-    replaceObjectAtIndex(second, object);
-}
-
-void NSMutableArray::setArray(const Ref<NSArray> &array) {
-    const auto objects = array ? array->allObjects() : std::vector<id>();
-    removeAllObjects();
-    for (const id &object : objects)
-        addObject(object);
+Ref<NSMutableArray> NSMutableArray::arrayWithContentsOfURL(const Ref<NSURL> &url) {
+    return mutableOrNone(NSArray::arrayWithContentsOfURL(url));
 }

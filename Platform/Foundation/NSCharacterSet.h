@@ -17,6 +17,12 @@ public:
     /// What may stand in the query of a URL as it is: ASCII letters, digits and "-._~!$&'()*+,;=:@/?".
     static Ref<NSCharacterSet> URLQueryAllowedCharacterSet();
 
+    /// Blanks of every kind, tabs and line ends.
+    static Ref<NSCharacterSet> whitespaceAndNewlineCharacterSet();
+
+    Ref<NSCharacterSet> invertedSet() const { return make<NSCharacterSet>(~members_); }
+    Ref<NSCharacterSet> setByRemovingCharactersInString(std::u16string_view characters) const;
+
     bool characterIsMember(unichar unit) const { return members_[unit]; }
 
     id copy() const override { return self(); }

@@ -5,7 +5,6 @@
 #include "Platform/Runtime/NSException.h"
 
 #include <fstream>
-#include <iterator>
 
 NS_IMPLEMENTATION(NSData) {
     cls.method<&NSData::length>("length");
@@ -20,10 +19,10 @@ Ref<NSData> NSData::dataWithBytes(const void *bytes, NSUInteger length) {
 
 Ref<NSData> NSData::dataWithContentsOfFile(const std::string &path) {
     std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return nullptr;
-    std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    return file.bad() ? nullptr : make<NSData>(std::move(bytes));
+    std::vector<std::uint8_t> bytes;
+    for (char block[4096]; file; bytes.insert(bytes.end(), block, block + file.gcount()))
+        file.read(block, sizeof block);
+    return file.eof() ? make<NSData>(std::move(bytes)) : nullptr;
 }
 
 Ref<NSData> NSData::subdataWithRange(NSRange range) const {

@@ -25,7 +25,7 @@ public:
     static Ref<NSDate> dateWithTimeIntervalSinceReferenceDate(NSTimeInterval seconds);
     /// Later than anything a program waits for: 4001-01-01.
     static Ref<NSDate> distantFuture();
-    /// 0001-01-01.
+    /// 0001-01-01 by the calendar of that time.
     static Ref<NSDate> distantPast();
 
     NSTimeInterval timeIntervalSinceReferenceDate() const { return seconds_; }

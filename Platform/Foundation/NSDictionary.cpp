@@ -1,32 +1,43 @@
 #include "Platform/Foundation/NSDictionary.h"
 
+#include "Platform/Foundation/CollectionArguments.h"
 #include "Platform/Foundation/CollectionDescription.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/ObjectTable.h"
 #include "Platform/Runtime/Class.h"
-#include "Platform/Runtime/NSException.h"
 
 #include <algorithm>
+
+using namespace collections;
 
 NS_IMPLEMENTATION(NSDictionary) {
     cls.instantiate([]() -> id { return dictionary(); })
         .method<&NSDictionary::count>("count")
-        .method<&NSDictionary::objectForKey>("objectForKey:");
+        .method<&NSDictionary::objectForKey>("objectForKey:")
+        .method<&NSDictionary::allKeys>("allKeys")
+        .method<&NSDictionary::allValues>("allValues")
+        .method<&NSDictionary::keyEnumerator>("keyEnumerator")
+        .method<&NSDictionary::objectEnumerator>("objectEnumerator")
+        .method<&NSDictionary::isEqualToDictionary>("isEqualToDictionary:");
 }
 
 NS_IMPLEMENTATION(NSMutableDictionary) {
     cls.instantiate([]() -> id { return dictionary(); })
-        .method<&NSMutableDictionary::setObject>("setObject:forKey:");
+        .method<&NSMutableDictionary::setObject>("setObject:forKey:")
+        .method<&NSMutableDictionary::removeObjectForKey>("removeObjectForKey:")
+        .method<&NSMutableDictionary::removeAllObjects>("removeAllObjects")
+        .method<&NSMutableDictionary::addEntriesFromDictionary>("addEntriesFromDictionary:")
+        .method<&NSMutableDictionary::setDictionary>("setDictionary:");
 }
 
 namespace {
 
-void checkedSet(ObjectTable &table, const id &key, const id &value) {
-    if (!key || !value)
-        throw NSException(NSInvalidArgumentException, std::string("-[NSDictionary setObject:forKey:]: ") +
-                                                          (key ? "object" : "key") + " cannot be nil");
-    table.set(key->copy(), value);
+/// False when only the value of an equal key was replaced.
+bool checkedSet(ObjectTable &table, const id &key, const id &value) {
+    checkArgument("NSDictionary setObject:forKey:", key != nullptr, "key cannot be nil");
+    checkObject("NSDictionary setObject:forKey:", value);
+    return table.set(key->copy(), value);
 }
 
 /// What both ordinary dictionaries share.
@@ -47,15 +58,26 @@ public:
         });
     }
     void enumerateKeysAndObjectsUsingBlock(const NSDictionary::Visitor &visitor) const override {
+        NSFastEnumerationState state;
         bool stop = false;
-        table_.forEach([&](const id &key, const id &value) {
+        for (state.watch(mutations_); !stop; state.check()) {
+            const ObjectTable::Entry *entry = table_.next(state.state);
+            if (!entry)
+                return;
+            const id key = entry->key, value = entry->value; // the visitor may change the table
             visitor(key, value, stop);
-            return !stop;
-        });
+        }
+    }
+
+    NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *keys,
+                                           NSUInteger count) const override {
+        state.watch(mutations_);
+        return table_.keys(state.state, keys, count);
     }
 
 protected:
     ObjectTable table_;
+    NSMutationCount mutations_;
 };
 
 using PlainDictionary = PlainDictionaryOf<NSDictionary>;
@@ -64,16 +86,50 @@ class PlainMutableDictionary final : public PlainDictionaryOf<NSMutableDictionar
 public:
     using PlainDictionaryOf::PlainDictionaryOf;
 
-    void setObject(const id &object, const id &key) override { checkedSet(table_, key, object); }
-    void removeObjectForKey(const id &key) override { table_.remove(key); }
-    void removeAllObjects() override { const ObjectTable released = std::exchange(table_, ObjectTable()); }
+    void setObject(const id &object, const id &key) override {
+        if (checkedSet(table_, key, object))
+            mutations_.increase();
+    }
+    void removeObjectForKey(const id &key) override {
+        if (table_.remove(key))
+            mutations_.increase();
+    }
+    void removeAllObjects() override {
+        mutations_.increase();
+        const ObjectTable released = std::exchange(table_, ObjectTable());
+    }
 };
 
-ObjectTable tableOf(const NSDictionary &dictionary) {
+ObjectTable tableOf(const NSDictionary &dictionary, bool copyItems = false) {
     ObjectTable table(dictionary.count());
-    dictionary.enumerateKeysAndObjectsUsingBlock(
-        [&](const id &key, const id &value, bool &) { table.set(key, value); });
+    for (const auto &[key, value] : dictionary.allEntries())
+        table.set(key, copyItems ? value->copy() : value);
     return table;
+}
+
+ObjectTable tableOf(const id *objects, const id *keys, NSUInteger count) {
+    ObjectTable table(count);
+    for (NSUInteger i = 0; i < count; ++i)
+        checkedSet(table, keys[i], objects[i]);
+    return table;
+}
+
+ObjectTable tableOf(const Ref<NSArray> &objects, const Ref<NSArray> &keys) {
+    const auto values = objectsOf(objects), names = objectsOf(keys);
+    checkArgument("NSDictionary initWithObjects:forKeys:", values.size() == names.size(),
+                  "as many objects as keys are needed");
+    return tableOf(values.data(), names.data(), names.size());
+}
+
+/// Sorted by key when every key is a text.
+std::vector<std::pair<id, id>> entriesToDescribe(const NSDictionary &dictionary) {
+    auto entries = dictionary.allEntries();
+    if (std::all_of(entries.begin(), entries.end(),
+                    [](const auto &entry) { return as<NSString>(entry.first); }))
+        std::sort(entries.begin(), entries.end(), [](const auto &a, const auto &b) {
+            return as<NSString>(a.first)->units() < as<NSString>(b.first)->units();
+        });
+    return entries;
 }
 
 } // namespace
@@ -94,58 +150,93 @@ Ref<NSDictionary> NSDictionary::dictionaryWithDictionary(const Ref<NSDictionary>
     return dictionary ? make<PlainDictionary>(tableOf(*dictionary)) : NSDictionary::dictionary();
 }
 
+Ref<NSDictionary> NSDictionary::dictionaryWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys) {
+    return make<PlainDictionary>(tableOf(objects, keys));
+}
+
+std::vector<std::pair<id, id>> NSDictionary::allEntries() const {
+    std::vector<std::pair<id, id>> entries;
+    entries.reserve(count());
+    enumerateKeysAndObjectsUsingBlock(
+        [&](const id &key, const id &value, bool &) { entries.emplace_back(key, value); });
+    return entries;
+}
+
 Ref<NSArray> NSDictionary::allKeys() const {
     std::vector<id> keys;
-    enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &, bool &) { keys.push_back(key); });
+    for (const auto &[key, value] : allEntries())
+        keys.push_back(key);
     return NSArray::arrayWithObjects(std::move(keys));
 }
 
 Ref<NSArray> NSDictionary::allValues() const {
     std::vector<id> values;
-    enumerateKeysAndObjectsUsingBlock([&](const id &, const id &value, bool &) { values.push_back(value); });
+    for (const auto &[key, value] : allEntries())
+        values.push_back(value);
     return NSArray::arrayWithObjects(std::move(values));
 }
 
-void NSDictionary::enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const {
-    const auto keys = keyEnumerator();
-    bool stop = false;
-    for (id key; !stop && (key = keys->nextObject());)
-        visitor(key, objectForKey(key), stop);
+Ref<NSArray> NSDictionary::allKeysForObject(const id &object) const {
+    std::vector<id> keys;
+    for (const auto &[key, value] : allEntries())
+        if (equal(value, object))
+            keys.push_back(key);
+    return NSArray::arrayWithObjects(std::move(keys));
+}
+
+Ref<NSArray> NSDictionary::objectsForKeys(const Ref<NSArray> &keys, const id &notFoundMarker) const {
+    std::vector<id> objects;
+    for (const id &key : objectsOf(keys)) {
+        const id object = objectForKey(key);
+        objects.push_back(object ? object : notFoundMarker);
+    }
+    return NSArray::arrayWithObjects(std::move(objects));
+}
+
+void NSDictionary::getObjects(id *objects, id *keys, NSUInteger count) const {
+    NSUInteger copied = 0;
+    enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
+        stop = copied == count;
+        if (stop)
+            return;
+        if (objects)
+            objects[copied] = value;
+        if (keys)
+            keys[copied] = key;
+        ++copied;
+    });
 }
 
 bool NSDictionary::isEqualToDictionary(const Ref<NSDictionary> &other) const {
     if (!other || other->count() != count())
         return false;
-    bool equal = true;
+    bool same = true;
     enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
-        const id theirs = other->objectForKey(key);
-        equal = theirs && (theirs == value || value->isEqual(theirs));
-        stop = !equal;
+        same = equal(value, other->objectForKey(key));
+        stop = !same;
     });
-    return equal;
+    return same;
 }
 
 bool NSDictionary::isEqual(const id &other) const {
     return other.get() == this || isEqualToDictionary(as<NSDictionary>(other));
 }
 
-Ref<NSString> NSDictionary::descriptionWithIndent(NSUInteger indent) const {
-    std::vector<std::pair<id, id>> entries;
-    bool allText = true;
-    enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &) {
-        entries.emplace_back(key, value);
-        allText = allText && as<NSString>(key);
-    });
-    if (allText)
-        std::sort(entries.begin(), entries.end(), [](const auto &a, const auto &b) {
-            return as<NSString>(a.first)->units() < as<NSString>(b.first)->units();
-        });
+Ref<NSString> NSDictionary::descriptionWithLocale(const id &locale, NSUInteger indent) const {
     const std::u16string blanks(4 * indent, u' ');
     std::u16string text = u"{\n";
-    for (const auto &[key, value] : entries)
-        text += blanks + u"    " + collectionElementDescription(key, indent + 1) + u" = " +
-                collectionElementDescription(value, indent + 1) + u";\n";
+    for (const auto &[key, value] : entriesToDescribe(*this))
+        text += blanks + u"    " + collectionElementDescription(key, locale, indent + 1) + u" = " +
+                collectionElementDescription(value, locale, indent + 1) + u";\n";
     return make<NSString>(text + blanks + u"}");
+}
+
+Ref<NSString> NSDictionary::descriptionInStringsFileFormat() const {
+    std::u16string text;
+    for (const auto &[key, value] : entriesToDescribe(*this))
+        text += quotedDescription(key->description()->units()) + u" = " +
+                quotedDescription(value->description()->units()) + u";\n";
+    return make<NSString>(std::move(text));
 }
 
 id NSDictionary::mutableCopy() const {
@@ -156,20 +247,41 @@ Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithCapacity(NSUInteger 
     return make<PlainMutableDictionary>(ObjectTable(capacity));
 }
 
-Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithDictionary(const Ref<NSDictionary> &dictionary) {
-    return dictionary ? as<NSMutableDictionary>(dictionary->mutableCopy())
-                      : NSMutableDictionary::dictionary();
+Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithDictionary(const Ref<NSDictionary> &dictionary,
+                                                                       bool copyItems) {
+    return make<PlainMutableDictionary>(dictionary ? tableOf(*dictionary, copyItems) : ObjectTable());
+}
+
+Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithObjects(const Ref<NSArray> &objects,
+                                                                    const Ref<NSArray> &keys) {
+    return make<PlainMutableDictionary>(tableOf(objects, keys));
+}
+
+Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithObjects(const id *objects, const id *keys,
+                                                                    NSUInteger count) {
+    return make<PlainMutableDictionary>(tableOf(objects, keys, count));
+}
+
+void NSMutableDictionary::setObjectForKeyedSubscript(const id &object, const id &key) {
+    if (object)
+        setObject(object, key);
+    else
+        removeObjectForKey(key);
 }
 
 void NSMutableDictionary::removeAllObjects() {
-    for (const id &key : *allKeys())
+    removeObjectsForKeys(allKeys());
+}
+
+void NSMutableDictionary::removeObjectsForKeys(const Ref<NSArray> &keys) {
+    for (const id &key : objectsOf(keys))
         removeObjectForKey(key);
 }
 
 void NSMutableDictionary::addEntriesFromDictionary(const Ref<NSDictionary> &dictionary) {
     if (dictionary)
-        dictionary->enumerateKeysAndObjectsUsingBlock(
-            [&](const id &key, const id &value, bool &) { setObject(value, key); });
+        for (const auto &[key, value] : dictionary->allEntries())
+            setObject(value, key);
 }
 
 void NSMutableDictionary::setDictionary(const Ref<NSDictionary> &dictionary) {

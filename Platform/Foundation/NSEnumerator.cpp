@@ -1,5 +1,23 @@
 #include "Platform/Foundation/NSEnumerator.h"
 
+#include "Platform/Foundation/NSArray.h"
 #include "Platform/Runtime/Class.h"
 
-NS_IMPLEMENTATION(NSEnumerator) {}
+NS_IMPLEMENTATION(NSEnumerator) {
+    cls.method<&NSEnumerator::nextObject>("nextObject");
+}
+
+Ref<NSArray> NSEnumerator::allObjects() {
+    std::vector<id> objects;
+    while (id object = nextObject())
+        objects.push_back(std::move(object));
+    return NSArray::arrayWithObjects(std::move(objects));
+}
+
+NSUInteger NSEnumerator::countByEnumeratingWithState(NSFastEnumerationState &, id *objects,
+                                                     NSUInteger count) const {
+    NSUInteger filled = 0;
+    while (filled < count && (objects[filled] = next_()))
+        ++filled;
+    return filled;
+}

@@ -1,9 +1,12 @@
-// One walk over a collection.
+// One walk over a collection, an object at a time or with range-for.
 #pragma once
 
+#include "Platform/Foundation/NSFastEnumeration.h"
 #include "Platform/Runtime/NSObject.h"
 
 #include <functional>
+
+class NSArray;
 
 class NSEnumerator : public NSObject {
     NS_CLASS(NSEnumerator, NSObject)
@@ -12,6 +15,15 @@ public:
     explicit NSEnumerator(std::function<id()> next) : next_(std::move(next)) {}
 
     id nextObject() { return next_(); }
+    /// The objects that are left.
+    Ref<NSArray> allObjects();
+    /// The next objects, at most `count`; gives how many, 0 at the end.
+    NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
+                                           NSUInteger count) const;
+    NSFastIterator<NSEnumerator> begin() const {
+        return NSFastIterator<NSEnumerator>(as<NSEnumerator>(self()));
+    }
+    std::default_sentinel_t end() const { return {}; }
 
 private:
     const std::function<id()> next_;

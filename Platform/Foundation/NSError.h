@@ -16,6 +16,8 @@ Ref<NSString> NSDebugDescriptionErrorKey();
 
 /// The text or bytes are not in the format to be read.
 inline constexpr NSInteger NSPropertyListReadCorruptError = 3840;
+/// The object cannot be written in the format.
+inline constexpr NSInteger NSPropertyListWriteInvalidError = 3852;
 
 class NSError : public NSObject {
     NS_CLASS(NSError, NSObject)

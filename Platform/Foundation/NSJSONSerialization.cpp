@@ -28,7 +28,10 @@ public:
     bool Int(int number) { return Int64(number); }
     bool Uint(unsigned number) { return Int64(number); }
     bool Int64(std::int64_t number) { return value(NSNumber::numberWithLongLong(number)); }
-    bool Uint64(std::uint64_t number) { return value(NSNumber::numberWithUnsignedLongLong(number)); }
+    bool Uint64(std::uint64_t number) {
+        return number <= INT64_MAX ? Int64(static_cast<std::int64_t>(number))
+                                   : value(NSNumber::numberWithUnsignedLongLong(number));
+    }
     bool Double(double number) { return value(NSNumber::numberWithDouble(number)); }
     bool RawNumber(const char *, rapidjson::SizeType, bool) { return false; }
     bool String(const char *bytes, rapidjson::SizeType length, bool) {
@@ -126,6 +129,10 @@ id NSJSONSerialization::JSONObjectWithData(const Ref<NSData> &data, NSJSONReadin
     if (parsed.IsError()) {
         fail(error, builder.refusal() ? builder.refusal() : rapidjson::GetParseError_En(parsed.Code()),
              parsed.Offset() + (whole.size() - text.size()));
+        return nullptr;
+    }
+    if (stream.Tell() != text.size()) { // the reader takes a zero byte for the end
+        fail(error, "Garbage at end.", stream.Tell() + (whole.size() - text.size()));
         return nullptr;
     }
     const id result = builder.result();

@@ -1,5 +1,8 @@
 #include "Platform/Foundation/NSLog.h"
 
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Unicode.h"
+
 #include <cstdio>
 #include <mutex>
 #include <syslog.h>
@@ -97,6 +100,8 @@ void NSLogArguments(std::string_view format, std::span<const FormatArgument> arg
     entry.clear();
     line.clear();
     formatUTF8(entry, format, arguments);
+    if (!unicode::isValidUTF8(entry)) // a C string of somebody else's
+        entry = make<NSString>(formatUTF16(format, arguments))->utf8();
     const auto end = entry.find_last_not_of('\n');
     escapeInto(line, std::string_view(entry).substr(0, end == std::string::npos ? 0 : end + 1));
     {

@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <concepts>
 #include <functional>
 #include <limits>
 
@@ -29,10 +30,20 @@ std::uint64_t cutUnsigned(double value) {
     return value >= twoTo63 ? static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(cut(value));
 }
 
-template <class T>
+template <std::integral T>
 Ref<NSString> decimal(T value) {
     char text[40];
     const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return make<NSString>(std::u16string(text, end));
+}
+
+/// The fewest digits that read back equal; an exponent only where plain digits would be many.
+template <std::floating_point T>
+Ref<NSString> decimal(T value) {
+    char text[40];
+    const bool plain = value == 0 || (std::abs(value) >= T(1e-5) && std::abs(value) < T(1e16));
+    const auto end = plain ? std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr
+                           : std::to_chars(text, text + sizeof text, value).ptr;
     return make<NSString>(std::u16string(text, end));
 }
 
@@ -78,12 +89,25 @@ bool NSNumber::isEqual(const id &other) const {
     const auto number = as<NSNumber>(other);
     if (!number)
         return false;
-    if (isFloating() || number->isFloating())
-        return doubleValue() == number->doubleValue();
+    if (isFloating() && number->isFloating())
+        return floating_ == number->floating_ || (std::isnan(floating_) && std::isnan(number->floating_));
+    if (isFloating())
+        return number->equalsFloating(floating_);
+    if (number->isFloating())
+        return equalsFloating(number->floating_);
     // Whole numbers of different signedness are equal only below the signed maximum.
     return unsigned_ == number->unsigned_ && (isUnsigned() == number->isUnsigned() || signed_ >= 0);
 }
 
+// The double nearest to a whole number may be another number, so the way back is compared too.
+bool NSNumber::equalsFloating(double value) const {
+    if (doubleValue() != value)
+        return false;
+    return isUnsigned() ? value < twoTo64 && cutUnsigned(value) == unsigned_
+                        : value < twoTo63 && cut(value) == signed_;
+}
+
 NSUInteger NSNumber::hash() const {
-    return std::hash<double>()(doubleValue());
+    const double value = doubleValue();
+    return std::isnan(value) ? 0 : std::hash<double>()(value);
 }

@@ -69,7 +69,7 @@ public:
     /// Decimal text that reads back equal; booleans are "1" and "0".
     Ref<NSString> stringValue() const;
 
-    /// Numbers are equal by value, whatever types they were made from.
+    /// Numbers are equal by exact value, whatever types they were made from; not-a-number equals itself.
     bool isEqual(const id &other) const override;
     NSUInteger hash() const override;
     Ref<NSString> description() const override { return stringValue(); }
@@ -77,6 +77,7 @@ public:
 
 private:
     bool isUnsigned() const;
+    bool equalsFloating(double value) const;
 
     const char encoding_;
     union {

@@ -1,17 +1,21 @@
 #include "Platform/Foundation/NSString.h"
 
+#include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSCharacterSet.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/UnicodeText.h"
 #include "Platform/Runtime/Class.h"
 #include "Platform/Runtime/NSException.h"
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 
 NS_IMPLEMENTATION(NSString) {
-    cls.method<&NSString::length>("length").method<&NSString::isEqualToString>("isEqualToString:");
+    cls.method<&NSString::length>("length")
+        .method<&NSString::isEqualToString>("isEqualToString:")
+        .method<&NSString::compare>("compare:")
+        .method<&NSString::caseInsensitiveCompare>("caseInsensitiveCompare:");
 }
 
 NS_IMPLEMENTATION(NSMutableString) {}
@@ -32,31 +36,10 @@ void checkText(const char *operation, const Ref<NSString> &text) {
                           std::string("-[NSString ") + operation + "]: nil argument");
 }
 
-bool isSpace(char16_t unit) {
-    return unit == ' ' || (unit >= '\t' && unit <= '\r') || unit == 0x85 || unit == 0xA0;
-}
-
-template <class Integer>
-Integer leadingInteger(const std::u16string &units) {
-    std::size_t at = 0;
-    while (at < units.size() && isSpace(units[at]))
-        ++at;
-    const bool negative = at < units.size() && units[at] == '-';
-    if (at < units.size() && (units[at] == '-' || units[at] == '+'))
-        ++at;
-    // Counted downwards, where the range is larger by one.
-    constexpr Integer lowest = std::numeric_limits<Integer>::min(),
-                      highest = std::numeric_limits<Integer>::max();
-    Integer value = 0;
-    for (; at < units.size() && units[at] >= '0' && units[at] <= '9'; ++at) {
-        const auto digit = static_cast<Integer>(units[at] - '0');
-        if (value < (lowest + digit) / 10)
-            return negative ? lowest : highest;
-        value = static_cast<Integer>(value * 10 - digit);
-    }
-    if (negative)
-        return value;
-    return value == lowest ? highest : static_cast<Integer>(-value);
+NSComparisonResult comparisonResult(int order) {
+    return order < 0   ? NSComparisonResult::OrderedAscending
+           : order > 0 ? NSComparisonResult::OrderedDescending
+                       : NSComparisonResult::OrderedSame;
 }
 
 } // namespace
@@ -118,10 +101,12 @@ id NSString::mutableCopy() const {
 
 NSComparisonResult NSString::compare(const Ref<NSString> &other) const {
     checkText("compare:", other);
-    const int order = units_.compare(other->units_);
-    return order < 0   ? NSComparisonResult::OrderedAscending
-           : order > 0 ? NSComparisonResult::OrderedDescending
-                       : NSComparisonResult::OrderedSame;
+    return comparisonResult(units_.compare(other->units_));
+}
+
+NSComparisonResult NSString::caseInsensitiveCompare(const Ref<NSString> &other) const {
+    checkText("caseInsensitiveCompare:", other);
+    return comparisonResult(unicode::compareIgnoringCase(units_, other->units_));
 }
 
 bool NSString::hasPrefix(const Ref<NSString> &prefix) const {
@@ -179,38 +164,47 @@ Ref<NSString> NSString::stringByReplacingOccurrencesOfString(const Ref<NSString>
     return make<NSString>(std::move(result));
 }
 
-Ref<NSString>
-NSString::stringByAddingPercentEncodingWithAllowedCharacters(const Ref<NSCharacterSet> &allowed) const {
-    static constexpr char16_t digits[] = u"0123456789ABCDEF";
-    std::u16string encoded;
-    encoded.reserve(units_.size() + units_.size() / 2);
-    for (std::size_t at = 0; at < units_.size();) {
-        if (allowed->characterIsMember(units_[at])) {
-            encoded += units_[at++];
-            continue;
-        }
-        std::size_t end = at + 1;
-        while (end < units_.size() && !allowed->characterIsMember(units_[end]))
-            ++end;
-        const auto bytes = unicode::utf8FromUTF16(std::u16string_view(units_).substr(at, end - at));
-        if (!bytes)
-            return nullptr;
-        for (const char byte : *bytes) {
-            encoded += u'%';
-            encoded += digits[static_cast<unsigned char>(byte) >> 4];
-            encoded += digits[byte & 15];
-        }
-        at = end;
-    }
-    return make<NSString>(std::move(encoded));
+Ref<NSString> NSString::stringByTrimmingCharactersInSet(const Ref<NSCharacterSet> &set) const {
+    std::u16string_view rest = units_;
+    while (!rest.empty() && set->characterIsMember(rest.front()))
+        rest.remove_prefix(1);
+    while (!rest.empty() && set->characterIsMember(rest.back()))
+        rest.remove_suffix(1);
+    return make<NSString>(std::u16string(rest));
 }
 
-std::int32_t NSString::intValue() const {
-    return leadingInteger<std::int32_t>(units_);
+Ref<NSArray> NSString::componentsSeparatedByString(const Ref<NSString> &separator) const {
+    checkText("componentsSeparatedByString:", separator);
+    const auto parts = NSMutableArray::array();
+    std::size_t at = 0;
+    for (std::size_t found;
+         !separator->units_.empty() && (found = units_.find(separator->units_, at)) != std::u16string::npos;
+         at = found + separator->length())
+        parts->addObject(make<NSString>(units_.substr(at, found - at)));
+    parts->addObject(make<NSString>(units_.substr(at)));
+    return as<NSArray>(parts->copy());
 }
 
-NSInteger NSString::integerValue() const {
-    return leadingInteger<NSInteger>(units_);
+Ref<NSString> NSString::pathExtension() const {
+    std::u16string_view name = units_;
+    while (name.ends_with(u'/'))
+        name.remove_suffix(1);
+    name.remove_prefix(name.rfind(u'/') + 1); // from the start when there is none
+    const auto dot = name.rfind(u'.');
+    return dot == 0 || dot == name.npos ? string() : make<NSString>(std::u16string(name.substr(dot + 1)));
+}
+
+Ref<NSString> NSString::lowercaseString() const {
+    return make<NSString>(unicode::lowercase(units_));
+}
+
+Ref<NSString> NSString::uppercaseString() const {
+    return make<NSString>(unicode::uppercase(units_));
+}
+
+NSRange NSString::rangeOfComposedCharacterSequencesForRange(NSRange range) const {
+    checkRange("rangeOfComposedCharacterSequencesForRange:", range, length());
+    return unicode::widenedToCharacters(units_, range);
 }
 
 void NSMutableString::appendString(const Ref<NSString> &text) {

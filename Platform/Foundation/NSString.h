@@ -6,6 +6,7 @@
 #pragma once
 
 #include "Platform/Foundation/Format.h"
+#include "Platform/Foundation/NSComparison.h"
 #include "Platform/Foundation/NSRange.h"
 #include "Platform/Runtime/NSObject.h"
 
@@ -14,10 +15,9 @@
 #include <string>
 #include <string_view>
 
+class NSArray;
 class NSCharacterSet;
 class NSData;
-
-enum class NSComparisonResult : NSInteger { OrderedAscending = -1, OrderedSame = 0, OrderedDescending = 1 };
 
 class NSString : public NSObject {
     NS_CLASS(NSString, NSObject)
@@ -57,6 +57,8 @@ public:
     id mutableCopy() const override;
     /// By code units.
     NSComparisonResult compare(const Ref<NSString> &other) const;
+    /// Neither case nor the way an accent is written (composed or not) counts.
+    NSComparisonResult caseInsensitiveCompare(const Ref<NSString> &other) const;
 
     bool hasPrefix(const Ref<NSString> &prefix) const;
     bool hasSuffix(const Ref<NSString> &suffix) const;
@@ -78,15 +80,38 @@ public:
     Ref<NSString> stringByReplacingOccurrencesOfString(const Ref<NSString> &target,
                                                        const Ref<NSString> &replacement) const;
 
-    /// Every character outside the set as "%" and two upper-case hexadecimal digits for each of its UTF-8
-    /// bytes. None when a surrogate stands alone.
+    Ref<NSString> stringByTrimmingCharactersInSet(const Ref<NSCharacterSet> &set) const;
+    /// Never empty: a text without the separator, and any text for an empty one, is the only part.
+    Ref<NSArray> componentsSeparatedByString(const Ref<NSString> &separator) const;
+    /// What follows the last dot of the last path component ("png" of "/a.d/b.png"); empty when there is no
+    /// dot or the component begins with its only one.
+    Ref<NSString> pathExtension() const;
+
+    /// By Unicode's rules for no language in particular; the length may change.
+    Ref<NSString> lowercaseString() const;
+    Ref<NSString> uppercaseString() const;
+    /// The range widened to whole characters as people see them: it cuts no surrogate pair, no combining
+    /// sequence and no joined emoji. Raises NSRangeException when the range does not fit.
+    NSRange rangeOfComposedCharacterSequencesForRange(NSRange range) const;
+
+    /// Every character that is not ASCII or outside the set as "%" and two upper-case hexadecimal digits for
+    /// each of its UTF-8 bytes. None when a surrogate stands alone.
     Ref<NSString>
     stringByAddingPercentEncodingWithAllowedCharacters(const Ref<NSCharacterSet> &allowed) const;
+    /// None when a "%" is not followed by two hexadecimal digits, when the escaped bytes are not valid UTF-8,
+    /// and when a surrogate stands alone.
+    Ref<NSString> stringByRemovingPercentEncoding() const;
 
     /// The leading decimal integer: white space skipped, an optional sign, digits up to the first other
     /// character; 0 without digits; clamped to the limits of the type.
     std::int32_t intValue() const;
     NSInteger integerValue() const;
+    /// The leading decimal number with fraction and exponent, in the same way; the decimal point is "." in
+    /// every locale. Infinite when too large.
+    double doubleValue() const;
+    /// True when the text begins with "Y", "y", "T", "t" or a digit from 1 to 9; white space, a sign and
+    /// zeros before it are skipped.
+    bool boolValue() const;
 
 protected:
     std::u16string units_;

@@ -36,11 +36,11 @@ const id *ObjectTable::find(const id &key) const {
     return found == absent ? nullptr : &entries_[found].value;
 }
 
-void ObjectTable::set(const id &key, const id &value) {
+bool ObjectTable::set(const id &key, const id &value) {
     const NSUInteger hash = key->hash();
     if (const NSUInteger found = locate(hash, *key, key); found != absent) {
         const id released = std::exchange(entries_[found].value, value);
-        return;
+        return false;
     }
     entries_.push_back({hash, key, value});
     ++live_;
@@ -53,6 +53,7 @@ void ObjectTable::set(const id &key, const id &value) {
             slot = (slot + 1) & mask;
         index_[slot] = static_cast<std::uint32_t>(entries_.size());
     }
+    return true;
 }
 
 bool ObjectTable::remove(const id &key) {
@@ -74,6 +75,17 @@ const ObjectTable::Entry *ObjectTable::next(NSUInteger &position) const {
         if (const Entry &entry = entries_[position++]; entry.key)
             return &entry;
     return nullptr;
+}
+
+NSUInteger ObjectTable::keys(NSUInteger &position, id *keys, NSUInteger count) const {
+    NSUInteger copied = 0;
+    while (copied < count) {
+        const Entry *entry = next(position);
+        if (!entry)
+            break;
+        keys[copied++] = entry->key;
+    }
+    return copied;
 }
 
 void ObjectTable::rebuild() {

@@ -19,19 +19,14 @@ public:
     NSUInteger count() const { return live_; }
     /// The value of an equal key, or null.
     const id *find(const id &key) const;
-    /// Sets the value of an equal key, which stays as it is, or adds the entry at the end.
-    void set(const id &key, const id &value);
+    /// Sets the value of an equal key, which stays as it is (false), or adds the entry at the end (true).
+    bool set(const id &key, const id &value);
     bool remove(const id &key);
 
-    /// Calls `visit(key, value)` for every entry in order, until it answers false.
-    template <class Visit>
-    void forEach(Visit &&visit) const {
-        for (const Entry &entry : entries_)
-            if (entry.key && !visit(entry.key, entry.value))
-                return;
-    }
     /// The first live entry at or after `position`, which moves behind it; null at the end.
     const Entry *next(NSUInteger &position) const;
+    /// Copies at most `count` of the keys at or after `position`, which moves behind them, and says how many.
+    NSUInteger keys(NSUInteger &position, id *keys, NSUInteger count) const;
 
 private:
     static constexpr NSUInteger smallest = 8; // up to here a walk beats an index

@@ -1,6 +1,8 @@
 #include "Platform/Foundation/Unicode.h"
 
 #include <algorithm>
+#include <algorithm>
+
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
@@ -73,6 +75,10 @@ bool convert(std::u16string_view units, std::string &out) {
 std::optional<std::u16string> unicode::utf16FromUTF8(std::string_view bytes) {
     std::u16string units;
     return convert(bytes, units) ? std::optional(std::move(units)) : std::nullopt;
+}
+
+bool unicode::isValidUTF8(std::string_view bytes) {
+    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; }) || utf16FromUTF8(bytes);
 }
 
 std::optional<std::string> unicode::utf8FromUTF16(std::u16string_view units) {

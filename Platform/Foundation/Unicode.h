@@ -9,6 +9,7 @@ namespace unicode {
 
 /// None when the bytes are not valid UTF-8.
 std::optional<std::u16string> utf16FromUTF8(std::string_view bytes);
+bool isValidUTF8(std::string_view bytes);
 /// None when a surrogate stands alone.
 std::optional<std::string> utf8FromUTF16(std::u16string_view units);
 /// Appends the text; a surrogate that stands alone becomes U+FFFD.

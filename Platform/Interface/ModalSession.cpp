@@ -1,5 +1,6 @@
 #include "Platform/Interface/ModalSession.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QEvent>
 #include <QEventLoop>
@@ -57,6 +58,8 @@ void ModalSession::run(QWidget &window) {
     window.show();
     window.raise();
     window.activateWindow();
+    QAccessibleEvent alert(&window, QAccessible::Alert); // has a screen reader say what it shows at once
+    QAccessible::updateAccessibility(&alert);
     loop.exec();
     std::erase_if(runs_, [&](const Run &run) { return run.loop == &loop; });
     emit modeChanged();
@@ -75,5 +78,7 @@ void ModalSession::stop() {
 bool ModalSession::eventFilter(QObject *target, QEvent *event) {
     if (runs_.empty() || !isInput(event->type()))
         return false;
-    return (target->isWidgetType() || target->isWindowType()) && !belongsTo(target, *runs_.back().window);
+    const bool receivesInput = target->isWidgetType() || target->isWindowType() ||
+                               event->type() == QEvent::Shortcut; // of a menu item
+    return receivesInput && !belongsTo(target, *runs_.back().window);
 }

@@ -3,14 +3,18 @@
 
 #include <QApplication>
 
+#include <clocale>
 #include <cstdio>
+#include <string>
 #include <syslog.h>
 #include <unistd.h>
 
 int NSApplicationMain(int argc, char **argv) {
     NSLocalizationPrepare();
-    QApplication qtApplication(argc, argv);
-    openlog(QApplication::applicationName().toUtf8().constData(), LOG_PID, LOG_USER);
+    const std::string messages = std::setlocale(LC_MESSAGES, nullptr);
+    QApplication qtApplication(argc, argv); // which takes the locale from the environment again
+    std::setlocale(LC_MESSAGES, messages.c_str());
+    openlog(nullptr, LOG_PID, LOG_USER); // under the name of the program
     NSApplication application;
     NSLoadMainInterface(application);
     const int status = application.run();

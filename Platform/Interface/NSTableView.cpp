@@ -11,6 +11,10 @@
 
 using dispatch::Clock;
 
+namespace {
+constexpr int placeholderFlags = Qt::AlignCenter | Qt::TextWordWrap;
+} // namespace
+
 /// Qt's view of the data source: as many rows as it last said, their texts asked for when painted.
 class NSTableModel final : public QAbstractTableModel {
 public:
@@ -19,9 +23,12 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : rows_; }
     int columnCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : 1; }
     QVariant data(const QModelIndex &index, int role) const override {
-        const bool text =
-            role == Qt::DisplayRole || role == Qt::ToolTipRole || role == Qt::AccessibleTextRole;
-        return text && index.row() < rows_ ? QVariant(table_.textAt(index.row())) : QVariant();
+        if (index.row() >= rows_)
+            return {};
+        if (role == Qt::ToolTipRole) // tool tips would take a text with tags for one with formats
+            return QStringLiteral("<span>%1</span>").arg(table_.textAt(index.row()).toHtmlEscaped());
+        const bool text = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
+        return text ? QVariant(table_.textAt(index.row())) : QVariant();
     }
     QVariant headerData(int, Qt::Orientation orientation, int role) const override {
         return orientation == Qt::Horizontal && role == Qt::DisplayRole ? QVariant(table_.column().heading)
@@ -61,12 +68,16 @@ NSTableView::NSTableView(QWidget *parent) : QTableView(parent), model_(new NSTab
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     verticalHeader()->hide();
-    // Every row has the same height, so that ten thousand of them need not be measured.
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() * 3 / 4);
+    fitRows();
 }
 
 NSTableView::~NSTableView() = default;
+
+// Every row has the same height, so that ten thousand of them need not be measured.
+void NSTableView::fitRows() {
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() * 3 / 4);
+}
 
 void NSTableView::setDataSource(NSTableViewDataSource *source) {
     source_ = source;
@@ -84,7 +95,20 @@ void NSTableView::setHeading(const QString &heading) {
 
 void NSTableView::setPlaceholderText(const QString &text) {
     placeholderText_ = text;
+    updateGeometry();
     viewport()->update();
+}
+
+QSize NSTableView::minimumSizeHint() const {
+    const int around = 2 * (placeholderMargin() + frameWidth());
+    const QRect place(0, 0, 26 * fontMetrics().averageCharWidth(), QWIDGETSIZE_MAX);
+    const QSize text = fontMetrics().boundingRect(place, placeholderFlags, placeholderText_).size();
+    return {std::max(place.width(), text.width()) + around,
+            text.height() + around + horizontalHeader()->sizeHint().height()};
+}
+
+int NSTableView::placeholderMargin() const {
+    return fontMetrics().height();
 }
 
 NSInteger NSTableView::selectedRow() const {
@@ -120,8 +144,11 @@ void NSTableView::requestPaint() {
 void NSTableView::reloadNow() {
     reloadWanted_ = false;
     nextReload_ = Clock::current().now() + reloadPace;
-    const NSInteger rows = source_ ? source_->numberOfRowsInTableView(*this) : 0;
-    model_->setRows(static_cast<int>(std::clamp<NSInteger>(rows, 0, std::numeric_limits<int>::max())));
+    const NSInteger count = source_ ? source_->numberOfRowsInTableView(*this) : 0;
+    const int rows = static_cast<int>(std::clamp<NSInteger>(count, 0, std::numeric_limits<int>::max()));
+    if (currentIndex().row() >= rows)
+        selectionModel()->clear(); // Qt would select another row in the place of one that goes
+    model_->setRows(rows);
     if (QStringList texts = visibleTexts(); texts != shown_) {
         shown_ = std::move(texts);
         viewport()->update();
@@ -151,6 +178,12 @@ void NSTableView::showEvent(QShowEvent *event) {
         requestPaint();
 }
 
+void NSTableView::changeEvent(QEvent *event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fitRows();
+}
+
 void NSTableView::keyPressEvent(QKeyEvent *event) {
     // Without a selection an arrow selects the row that has the focus, instead of the one next to it.
     const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
@@ -159,12 +192,18 @@ void NSTableView::keyPressEvent(QKeyEvent *event) {
     QTableView::keyPressEvent(event);
 }
 
+// Home and End go to the first and last row: with one column there is no other way to go.
+QModelIndex NSTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const bool toEnd = action == MoveHome || action == MoveEnd;
+    return QTableView::moveCursor(action, toEnd ? modifiers | Qt::ControlModifier : modifiers);
+}
+
 void NSTableView::paintPlaceholder() {
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    const int margin = fontMetrics().height();
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignCenter | Qt::TextWordWrap, placeholderText_);
+    const int margin = placeholderMargin();
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin), placeholderFlags,
+                     placeholderText_);
 }
 
 void NSTableView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {

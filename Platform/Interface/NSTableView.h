@@ -1,8 +1,9 @@
 // A table that asks a data source for what it shows, a cell at a time.
 //
-// `reloadData` keeps selection and scroll position. It has the data source asked for its number of rows once,
-// when the table is next painted: so a data source that answers by asking for the next reload keeps the table
-// current at a small cost, paced by `reloadPace`, and only while the table can be seen.
+// `reloadData` keeps selection and scroll position; a selected row that is there no more leaves no row
+// selected. It has the data source asked for its number of rows once, when the table is next painted: so a
+// data source that answers by asking for the next reload keeps the table current at a small cost, paced by
+// `reloadPace`, and only while the table can be seen.
 //
 // Threads: the main thread.
 #pragma once
@@ -65,6 +66,8 @@ public:
     /// What an empty table says.
     QString placeholderText() const { return placeholderText_; }
     void setPlaceholderText(const QString &text);
+    /// Room for a few rows, and for what the table says when it is empty.
+    QSize minimumSizeHint() const override;
 
     /// Has the number of rows asked and the visible cells compared when the table is next painted.
     void reloadData();
@@ -78,10 +81,14 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
 
 private:
+    void fitRows();
+    int placeholderMargin() const;
     void requestPaint();
     void reloadNow();
     QStringList visibleTexts() const;

@@ -61,10 +61,12 @@ void NSRunLoop::addTimer(const Ref<NSTimer> &timer, NSRunLoopMode mode) {
 }
 
 std::vector<Ref<NSTimer>> NSRunLoop::dueTimers(NSRunLoopMode mode) {
+    // In every mode: some are served seldom or never.
+    for (auto &[name, timers] : timers_)
+        std::erase_if(timers, [](const Ref<NSTimer> &timer) { return !timer->isValid(); });
     const auto found = timers_.find(mode);
     if (found == timers_.end())
         return {};
-    std::erase_if(found->second, [](const Ref<NSTimer> &timer) { return !timer->isValid(); });
     std::vector<Ref<NSTimer>> due;
     const Instant now = Clock::current().now();
     std::copy_if(found->second.begin(), found->second.end(), std::back_inserter(due),

@@ -49,7 +49,7 @@ public:
     /// When the next timer of `mode` is due; never when it has none.
     dispatch::Instant nextInstant(NSRunLoopMode mode);
 
-    /// Serves `mode` until `stop`. Nests: `stop` ends the innermost run.
+    /// Serves `mode` until `stop`. Nests: `stop` ends the innermost run, or the next one when none is under way.
     void run(NSRunLoopMode mode);
     /// Serves `mode` until the date or `stop`; true when it was stopped.
     bool runUntilDate(NSRunLoopMode mode, const Ref<NSDate> &limit);

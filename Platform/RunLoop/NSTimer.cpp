@@ -5,6 +5,8 @@
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Runtime/Message.h"
 
+#include <algorithm>
+
 using dispatch::Clock;
 using dispatch::Instant;
 
@@ -16,7 +18,9 @@ NS_IMPLEMENTATION(NSTimer) {
 }
 
 namespace {
-bool takesArgument(SEL selector) { return selector && selector->name.ends_with(':'); }
+bool takesArgument(SEL selector) {
+    return selector && selector->name.ends_with(':');
+}
 } // namespace
 
 NSTimer::NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats)
@@ -57,6 +61,7 @@ void NSTimer::tick() {
     const id keep = self();
     const Instant due = fireInstant_;
     ticking_ = true;
+    moved_ = false;
     try {
         fire();
     } catch (...) {
@@ -64,11 +69,11 @@ void NSTimer::tick() {
         throw;
     }
     ticking_ = false;
-    if (!valid_ || fireInstant_ != due)
+    if (!valid_ || moved_)
         return;
-    const auto period = nanosecondsFromTimeInterval(interval_);
-    const auto missed = (Clock::current().now() - due) / period;
-    fireInstant_ = due + period * (missed + 1);
+    const auto period = std::max(nanosecondsFromTimeInterval(interval_), std::chrono::nanoseconds(1));
+    const Instant now = Clock::current().now();
+    fireInstant_ = now + (period - (now - due) % period);
 }
 
 Ref<NSDate> NSTimer::fireDate() const {
@@ -79,6 +84,7 @@ Ref<NSDate> NSTimer::fireDate() const {
 }
 
 void NSTimer::setFireDate(const Ref<NSDate> &date) {
+    moved_ = true;
     const bool never = date->isEqual(NSDate::distantFuture());
     fireInstant_ = never ? Instant::distantFuture()
                          : Clock::current().now() + nanosecondsFromTimeInterval(date->timeIntervalSinceNow());

@@ -1,7 +1,7 @@
 // Run-loop timers: a target is sent a selector when a date has come, on the thread of the run loop.
 //
-//     auto timer = NSTimer::scheduledTimerWithTimeInterval(3, controller, sel_registerName("tick:"), nullptr,
-//     true); … timer->invalidate();
+//     auto timer = NSTimer::scheduledTimerWithTimeInterval(3, target, selector, nullptr, true);
+//     timer->invalidate();
 //
 // A scheduled timer is kept by its run loop, and keeps its target and user info, until it is invalid. A timer
 // that does not repeat becomes invalid after it fired. A repeating one fires on the grid of its first fire
@@ -20,7 +20,8 @@ public:
     /// First fires one interval from now. An interval of 0 or less counts as 0.1 ms.
     NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats);
 
-    /// A timer that no run loop has yet. The selector's operation takes the timer ("tick:") or nothing ("tick").
+    /// A timer that no run loop has yet. The selector's operation takes the timer ("tick:") or nothing
+    /// ("tick").
     static Ref<NSTimer> timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
                                               const id &userInfo, bool repeats);
     /// The same, added to the current thread's run loop in the default mode.
@@ -58,5 +59,6 @@ private:
     id userInfo_;
     bool valid_ = true;
     bool ticking_ = false; // a nested run loop does not fire the timer that it runs in
+    bool moved_ = false;   // to another date, since the tick began
     dispatch::Instant fireInstant_;
 };

@@ -9,12 +9,14 @@ struct Registry {
     std::map<std::string, Class, std::less<>> classes;
     std::vector<Ref<objc_class>> owned;
 
-    Class enter(Ref<objc_class> cls) {
+    Class own(Ref<objc_class> cls) {
         const std::scoped_lock guard(lock);
         owned.push_back(cls);
-        if (!cls->isMetaClass())
-            classes.emplace(cls->name(), cls.get());
         return cls.get();
+    }
+    void enter(Class cls) {
+        const std::scoped_lock guard(lock);
+        classes.emplace(cls->name(), cls);
     }
 };
 
@@ -98,13 +100,17 @@ std::vector<Method> objc_class::methods() const {
     return list;
 }
 
-Class objc_class::registerClass(const char *name, Class superclass) {
+Class objc_class::registerClass(const char *name, Class superclass,
+                                const std::function<void(Class)> &declare) {
     const Class metaSuper = superclass ? superclass->metaClass_ : nullptr;
-    const Class metaClass = registry().enter(make<objc_class>(name, metaSuper, nullptr));
-    const Class cls = registry().enter(make<objc_class>(name, superclass, metaClass));
+    const Class metaClass = registry().own(make<objc_class>(name, metaSuper, nullptr));
+    const Class cls = registry().own(make<objc_class>(name, superclass, metaClass));
     // The root's meta-class inherits from the root class, so class objects answer the root's operations too.
     if (!superclass)
         metaClass->superclass_ = cls;
+    if (declare)
+        declare(cls);
+    registry().enter(cls);
     return cls;
 }
 

@@ -33,8 +33,10 @@ struct objc_class final : NSObject {
     objc_class(std::string name, Class superclass, Class metaClass);
     ~objc_class() override;
 
-    /// Makes a class and its meta-class and enters them in the registry. A name is registered once.
-    static Class registerClass(const char *name, Class superclass);
+    /// Makes a class and its meta-class, and enters it in the registry when `declare` has run on it, so that
+    /// nobody finds half a class. A name is registered once.
+    static Class registerClass(const char *name, Class superclass,
+                               const std::function<void(Class)> &declare = nullptr);
 
     /// A class is an instance of its meta-class; a meta-class of the root's meta-class.
     Class isa() const override;
@@ -162,12 +164,10 @@ private:
 
 #define NS_IMPLEMENTATION(Type)                                                                              \
     Class Type::class_() {                                                                                   \
-        static const Class theClass = [] {                                                                   \
-            const Class made = objc_class::registerClass(#Type, super::class_());                            \
+        static const Class theClass = objc_class::registerClass(#Type, super::class_(), [](Class made) {     \
             ClassBuilder<Type> builder(made);                                                                \
             declare(builder);                                                                                \
-            return made;                                                                                     \
-        }();                                                                                                 \
+        });                                                                                                  \
         return theClass;                                                                                     \
     }                                                                                                        \
     void Type::declare([[maybe_unused]] ClassBuilder<Type> &cls)

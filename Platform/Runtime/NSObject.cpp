@@ -4,12 +4,10 @@
 #include "Platform/Runtime/NSException.h"
 
 Class NSObject::class_() {
-    static const Class theClass = [] {
-        const Class made = objc_class::registerClass("NSObject", nullptr);
+    static const Class theClass = objc_class::registerClass("NSObject", nullptr, [](Class made) {
         ClassBuilder<NSObject> builder(made);
         declare(builder);
-        return made;
-    }();
+    });
     return theClass;
 }
 

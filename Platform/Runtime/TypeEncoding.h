@@ -59,16 +59,15 @@ std::string typeEncoding() {
 }
 
 /// The encoding of a method: result, frame size, receiver, selector and arguments with their offsets,
-/// e.g. "v24@0:8@16" for an operation that takes one object and returns nothing.
+/// e.g. "v24@0:8@16" for an operation that takes one object and returns nothing. Arguments follow each other
+/// without gaps, those narrower than an int as wide as one: "v28@0:8B16@20".
 template <class R, class... A>
 std::string methodEncoding() {
     std::size_t offset = 16;
     std::string arguments;
     [[maybe_unused]] const auto add = [&](std::string encoding, std::size_t size) {
-        const std::size_t slot = size < 4 ? 4 : size;
-        offset = (offset + slot - 1) / slot * slot;
         arguments += encoding + std::to_string(offset);
-        offset += slot;
+        offset += size < sizeof(int) ? sizeof(int) : size;
     };
     (add(typeEncoding<A>(), isRef<std::decay_t<A>> ? sizeof(void *) : sizeof(std::decay_t<A>)), ...);
     return typeEncoding<R>() + std::to_string(offset) + "@0:8" + arguments;

@@ -9,9 +9,8 @@
 #include "Platform/RunLoop/NSRunLoop.h"
 
 #include <QApplication>
+#include <QColor>
 #include <QDeadlineTimer>
-#include <QPalette>
-#include <QWidget>
 
 #include <cmath>
 #include <cstdlib>
@@ -22,7 +21,9 @@ using namespace std::chrono_literals;
 
 class QtTesting {
 public:
-    QtTesting() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar); }
+    QtTesting() = default;
+    QtTesting(const QtTesting &) = delete;
+    QtTesting &operator=(const QtTesting &) = delete;
 
     dispatch::ManualClock clock;
 
@@ -48,8 +49,10 @@ public:
     }
 
 private:
-    static int &arguments() {
+    /// Prepares the process, and is the number of its arguments.
+    static int &prepared() {
         ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        ::setenv("LC_ALL", "C.UTF-8", 1); // the language is that of LANGUAGE, or English
         NSLocalizationPrepare();
         static int count = 1;
         return count;
@@ -57,10 +60,8 @@ private:
 
     const dispatch::ClockScope scope_{clock};
     char name_[5] = "test";
-    char *argv_[2] = {name_, nullptr};
-
-public:
-    QApplication application{arguments(), argv_};
+    char *arguments_[2] = {name_, nullptr};
+    const QApplication application_{prepared(), arguments_};
 };
 
 /// How well one colour is read upon another: 1 to 21, by the rule for texts upon web pages.

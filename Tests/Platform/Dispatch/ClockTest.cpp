@@ -147,12 +147,15 @@ TEST(SystemClock, runsAlarmsInOrderAndWaits) {
     std::vector<int> order;
     const Instant base = clock.now();
     const Alarm never = clock.callAt(Instant::distantFuture(), [] { ADD_FAILURE(); });
-    const Alarm last = clock.callAt(base + 2ms, [&] {
-        order.push_back(2);
-        EXPECT_GE(clock.now(), base + 2ms);
-        done.signal();
+    Alarm first, last;
+    const Alarm both = clock.callAt(base, [&] { // on the clock's thread, where neither can run too early
+        last = clock.callAt(base + 2ms, [&] {
+            order.push_back(2);
+            EXPECT_GE(clock.now(), base + 2ms);
+            done.signal();
+        });
+        first = clock.callAt(base + 1ms, [&] { order.push_back(1); });
     });
-    const Alarm first = clock.callAt(base + 1ms, [&] { order.push_back(1); });
     done.wait();
     EXPECT_THAT(order, ElementsAre(1, 2));
 

@@ -1,15 +1,66 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSCharacterSet.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/UniformType.h"
 
-Ref<NSString> qn::URLEncode(const Ref<NSString> &text) {
-    return text ? text->stringByAddingPercentEncodingWithAllowedCharacters(
-                      NSCharacterSet::URLQueryAllowedCharacterSet())
+namespace {
+
+Ref<NSString> resourceText(const Ref<NSString> &name, const std::string &type) {
+    const auto data = NSBundle::mainBundle().dataForResource(name->utf8(), type);
+    return data ? NSString::stringWithUTF8String(
+                      {reinterpret_cast<const char *>(data->bytes()), data->length()})
                 : nullptr;
 }
 
+Ref<NSString> extensionOf(const Ref<NSString> &text) {
+    const auto extension = text->pathExtension();
+    if (qn::stringByTrim(extension)->length() > 0)
+        return extension;
+    return text->hasPrefix(u"."_ns) ? text->substringFromIndex(1) : text;
+}
+
+} // namespace
+
 Ref<NSData> qn::dataValue(const Ref<NSString> &text) {
     return text ? text->dataUsingUTF8() : nullptr;
+}
+
+Ref<NSString> qn::stringByTrim(const Ref<NSString> &text) {
+    return text ? text->stringByTrimmingCharactersInSet(NSCharacterSet::whitespaceAndNewlineCharacterSet())
+                : nullptr;
+}
+
+bool qn::isAllNum(const Ref<NSString> &text) {
+    return text && text->units().find_first_not_of(u"0123456789") == std::u16string::npos;
+}
+
+NSRange qn::rangeOfAll(const Ref<NSString> &text) {
+    return {0, text ? text->length() : 0};
+}
+
+Ref<NSString> qn::localized(const Ref<NSString> &key) {
+    return key ? NSLocalizedString(key) : nullptr;
+}
+
+id qn::jsonValueDecoded(const Ref<NSString> &text) {
+    return jsonValueDecoded(dataValue(text));
+}
+
+Ref<NSString> qn::MIMEType(const Ref<NSString> &text) {
+    if (!text)
+        return nullptr;
+    const auto type = preferredMIMETypeForExtension(extensionOf(text)->utf8());
+    return NSString::stringWithUTF8String(type.value_or("application/octet-stream"));
+}
+
+Ref<NSString> qn::stringNamed(const Ref<NSString> &name) {
+    if (!name)
+        return nullptr;
+    const auto text = resourceText(name, "");
+    return text ? text : resourceText(name, "txt");
 }

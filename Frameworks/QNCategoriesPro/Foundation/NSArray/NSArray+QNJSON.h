@@ -1,0 +1,33 @@
+// Arrays as property lists and JSON text. Any thread, on arrays that do not change meanwhile; the JSON texts
+// are one step on a guarded array.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/Foundation/CollectionText.h"
+#include "Platform/Foundation/NSArray.h"
+
+#include <type_traits>
+
+namespace qn {
+
+/// The array that a property list in any format holds; none for none and for a list of another kind.
+/// `arrayWithPlistData<NSMutableArray>` makes all of it mutable: arrays, dictionaries, texts and data.
+template <class Array = NSArray>
+Ref<Array> arrayWithPlistData(const Ref<NSData> &data) {
+    return as<Array>(collection::propertyList(data, std::is_same_v<Array, NSMutableArray>));
+}
+/// The same on the UTF-8 bytes of the text.
+template <class Array = NSArray>
+Ref<Array> arrayWithPlistString(const Ref<NSString> &text) {
+    return as<Array>(collection::propertyList(text, std::is_same_v<Array, NSMutableArray>));
+}
+
+/// The array as a binary property list, and as the text of an XML one; none when it cannot be one.
+Ref<NSData> plistData(const Ref<NSArray> &array);
+Ref<NSString> plistString(const Ref<NSArray> &array);
+
+/// Compact JSON text; none when the array is not valid JSON, or a surrogate stands alone in it.
+Ref<NSString> jsonStringEncoded(const Ref<NSArray> &array);
+/// The same, pretty-printed with sorted keys and plain slashes.
+Ref<NSString> jsonPrettyStringEncoded(const Ref<NSArray> &array);
+
+} // namespace qn

@@ -1,0 +1,91 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNURL.h"
+
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSCharacterSet.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/NSString.h"
+
+#include <algorithm>
+
+namespace {
+
+/// How many UTF-16 units are escaped at a time.
+constexpr NSUInteger batchSize = 50;
+
+/// What a query allows, minus the delimiters ":#[]@" and "!$&'()*+,;=".
+const Ref<NSCharacterSet> &allowedCharacters() {
+    static const auto &set = *new Ref<NSCharacterSet>(NSCharacterSet::characterSetWithCharactersInString(
+        u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/?"));
+    return set;
+}
+
+Ref<NSString> escapedDescription(const id &object) {
+    return QNPercentEscapedStringFromString(object ? object->description() : nullptr);
+}
+
+Ref<NSArray> sortedByDescription(const Ref<NSArray> &objects) {
+    return objects->sortedArrayUsingComparator(
+        [](const id &a, const id &b) { return a->description()->compare(b->description()); });
+}
+
+/// Gathers the pairs, escaped, in order.
+class Pairs {
+public:
+    Ref<NSArray> all() const { return pairs_; }
+
+    void add(const id &key, const id &value) {
+        if (const auto dictionary = as<NSDictionary>(value))
+            addEntries(key, *dictionary);
+        else if (const auto array = as<NSArray>(value))
+            for (const id &element : array->allObjects())
+                add(NSString::stringWithFormat("%@[]", key), element);
+        else if (const auto set = as<NSSet>(value))
+            for (const id &element : sortedByDescription(set->allObjects())->allObjects())
+                add(key, element);
+        else if (key && !as<NSNull>(value))
+            pairs_->addObject(
+                NSString::stringWithFormat("%@=%@", escapedDescription(key), escapedDescription(value)));
+        else
+            pairs_->addObject(escapedDescription(key));
+    }
+
+private:
+    void addEntries(const id &key, const NSDictionary &dictionary) {
+        for (const id &inner : sortedByDescription(dictionary.allKeys())->allObjects())
+            if (const id value = dictionary.objectForKey(inner))
+                add(key ? NSString::stringWithFormat("%@[%@]", key, inner) : inner, value);
+    }
+
+    const Ref<NSMutableArray> pairs_ = NSMutableArray::array();
+};
+
+} // namespace
+
+Ref<NSString> QNPercentEscapedStringFromString(const Ref<NSString> &text) {
+    const auto escaped = NSMutableString::string();
+    for (NSUInteger at = 0; text && at < text->length();) {
+        const NSRange batch =
+            text->rangeOfComposedCharacterSequencesForRange({at, std::min(batchSize, text->length() - at)});
+        escaped->appendString(
+            text->substringWithRange(batch)->stringByAddingPercentEncodingWithAllowedCharacters(
+                allowedCharacters()));
+        at += batch.length;
+    }
+    return escaped;
+}
+
+Ref<NSArray> QNQueryStringPairsFromKeyAndValue(const id &key, const id &value) {
+    Pairs pairs;
+    pairs.add(key, value);
+    return pairs.all();
+}
+
+Ref<NSString> QNQueryStringFromParameters(const Ref<NSDictionary> &parameters) {
+    return QNQueryStringPairsFromKeyAndValue(nullptr, parameters)->componentsJoinedByString(u"&"_ns);
+}
+
+Ref<NSString> qn::queryStringFromParameters(const Ref<NSDictionary> &parameters) {
+    return parameters ? QNQueryStringFromParameters(parameters) : nullptr;
+}

@@ -1,0 +1,33 @@
+// URL query strings from nested parameters.
+//
+//     {"b": 1, "a": {"y": "2", "x": ["p", "q"]}, "c": null}
+//     a%5Bx%5D%5B%5D=p&a%5Bx%5D%5B%5D=q&a%5By%5D=2&b=1&c
+//
+// Any thread, on collections that do not change meanwhile and do not hold themselves. A text with a surrogate
+// that stands alone raises NSInvalidArgumentException.
+#pragma once
+
+#include "Platform/Runtime/Ref.h"
+
+class NSArray;
+class NSDictionary;
+class NSString;
+
+/// The text with every character but ASCII letters, digits and "-._~/?" percent-encoded; empty for none.
+Ref<NSString> QNPercentEscapedStringFromString(const Ref<NSString> &text);
+
+/// The pairs "key=value" of the value, escaped, in order. A dictionary gives those of its values under
+/// `key[entry's key]`, sorted by the keys' descriptions; an array those of its elements under `key[]`; a set
+/// those of its elements, sorted by their descriptions, under the same key. Anything else is one pair; the
+/// null marker is the key alone, and without a key every such pair is the key alone: the empty text.
+Ref<NSArray> QNQueryStringPairsFromKeyAndValue(const id &key, const id &value);
+
+/// The pairs of the parameters, joined with "&".
+Ref<NSString> QNQueryStringFromParameters(const Ref<NSDictionary> &parameters);
+
+namespace qn {
+
+/// `QNQueryStringFromParameters` of the dictionary; none for none.
+Ref<NSString> queryStringFromParameters(const Ref<NSDictionary> &parameters);
+
+} // namespace qn

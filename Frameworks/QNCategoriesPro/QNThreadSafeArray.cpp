@@ -1,0 +1,60 @@
+#include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
+
+#include "Platform/Runtime/Class.h"
+
+NS_IMPLEMENTATION(QNThreadSafeArray) {}
+
+namespace {
+
+Ref<QNThreadSafeArray> guarded(const Ref<NSMutableArray> &contents) {
+    return contents ? make<QNThreadSafeArray>(contents) : nullptr;
+}
+
+} // namespace
+
+Ref<QNThreadSafeArray> QNThreadSafeArray::init() {
+    return guarded(NSMutableArray::array());
+}
+
+Ref<QNThreadSafeArray> QNThreadSafeArray::initWithCapacity(NSUInteger capacity) {
+    return guarded(NSMutableArray::arrayWithCapacity(capacity));
+}
+
+Ref<QNThreadSafeArray> QNThreadSafeArray::initWithArray(const Ref<NSArray> &array) {
+    return guarded(NSMutableArray::arrayWithArray(array));
+}
+
+Ref<QNThreadSafeArray> QNThreadSafeArray::initWithObjects(const id *objects, NSUInteger count) {
+    return guarded(NSMutableArray::arrayWithObjects(std::vector<id>(objects, objects + count)));
+}
+
+Ref<QNThreadSafeArray> QNThreadSafeArray::initWithContentsOfFile(const Ref<NSString> &path) {
+    return guarded(NSMutableArray::arrayWithContentsOfFile(path));
+}
+
+Ref<QNThreadSafeArray> QNThreadSafeArray::initWithContentsOfURL(const Ref<NSURL> &url) {
+    return guarded(NSMutableArray::arrayWithContentsOfURL(url));
+}
+
+bool QNThreadSafeArray::isEqualToArray(const Ref<NSArray> &other) const {
+    if (other.get() == this)
+        return true;
+    const auto guarded = as<QNThreadSafeArray>(other);
+    if (!guarded)
+        return false;
+    const auto mine = locked(), theirs = guarded->locked();
+    return mine->isEqualToArray(guarded->_arr);
+}
+
+bool QNThreadSafeArray::isEqual(const id &other) const {
+    return isEqualToArray(as<QNThreadSafeArray>(other));
+}
+
+id QNThreadSafeArray::mutableCopy() const {
+    const auto contents = locked();
+    const auto copy = as<QNThreadSafeArray>(class_createInstance(isa()));
+    if (!copy)
+        return NSObject::mutableCopy(); // the class cannot make instances: raises
+    copy->_arr = NSMutableArray::arrayWithArray(_arr);
+    return copy;
+}

@@ -1,0 +1,59 @@
+#include "Frameworks/QNCategoriesPro/QNThreadSafeDictionary.h"
+
+#include "Platform/Runtime/Class.h"
+
+NS_IMPLEMENTATION(QNThreadSafeDictionary) {}
+
+namespace {
+
+Ref<QNThreadSafeDictionary> guarded(const Ref<NSMutableDictionary> &contents) {
+    return contents ? make<QNThreadSafeDictionary>(contents) : nullptr;
+}
+
+} // namespace
+
+Ref<QNThreadSafeDictionary> QNThreadSafeDictionary::init() {
+    return guarded(NSMutableDictionary::dictionary());
+}
+
+Ref<QNThreadSafeDictionary> QNThreadSafeDictionary::initWithCapacity(NSUInteger capacity) {
+    return guarded(NSMutableDictionary::dictionaryWithCapacity(capacity));
+}
+
+Ref<QNThreadSafeDictionary> QNThreadSafeDictionary::initWithObjects(const Ref<NSArray> &objects,
+                                                                    const Ref<NSArray> &keys) {
+    return guarded(NSMutableDictionary::dictionaryWithObjects(objects, keys));
+}
+
+Ref<QNThreadSafeDictionary> QNThreadSafeDictionary::initWithObjects(const id *objects, const id *keys,
+                                                                    NSUInteger count) {
+    return guarded(NSMutableDictionary::dictionaryWithObjects(objects, keys, count));
+}
+
+Ref<QNThreadSafeDictionary> QNThreadSafeDictionary::initWithDictionary(const Ref<NSDictionary> &dictionary,
+                                                                       bool copyItems) {
+    return guarded(NSMutableDictionary::dictionaryWithDictionary(dictionary, copyItems));
+}
+
+bool QNThreadSafeDictionary::isEqualToDictionary(const Ref<NSDictionary> &other) const {
+    if (other.get() == this)
+        return true;
+    const auto guarded = as<QNThreadSafeDictionary>(other);
+    if (!guarded)
+        return false;
+    const auto mine = locked(), theirs = guarded->locked();
+    return mine->isEqualToDictionary(guarded->_dic);
+}
+
+bool QNThreadSafeDictionary::isEqual(const id &other) const {
+    return isEqualToDictionary(as<QNThreadSafeDictionary>(other));
+}
+
+id QNThreadSafeDictionary::mutableCopy() const {
+    const auto contents = locked();
+    const auto copy = as<QNThreadSafeDictionary>(class_createInstance(isa()));
+    if (!copy)
+        return NSObject::mutableCopy(); // the class cannot make instances: raises
+    copy->_dic = NSMutableDictionary::dictionaryWithDictionary(_dic);
+    return copy;
+}

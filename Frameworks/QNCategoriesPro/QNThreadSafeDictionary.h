@@ -1,0 +1,120 @@
+// A mutable dictionary that any thread may use: one ordinary dictionary behind one lock.
+//
+// It promises what QNThreadSafeArray promises, in the same words: each operation holds the dictionary's own
+// lock, which is not recursive and is given back when the operation raises; walks lock for each batch of
+// keys; enumerators are not protected; what is given back is a snapshot; equality is asymmetric and takes the
+// receiver's lock first.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/LockedContents.h"
+#include "Platform/Foundation/NSDictionary.h"
+
+class QNThreadSafeDictionary : public NSMutableDictionary {
+    NS_CLASS(QNThreadSafeDictionary, NSMutableDictionary)
+public:
+    /// Named as those of the guarded array, but dictionaries.
+    static Ref<QNThreadSafeDictionary> array() { return init(); }
+    static Ref<QNThreadSafeDictionary> arrayWithCapacity(NSUInteger capacity) {
+        return initWithCapacity(capacity);
+    }
+    static Ref<QNThreadSafeDictionary> init();
+    static Ref<QNThreadSafeDictionary> initWithCapacity(NSUInteger capacity);
+    static Ref<QNThreadSafeDictionary> initWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys);
+    static Ref<QNThreadSafeDictionary> initWithObjects(const id *objects, const id *keys, NSUInteger count);
+    /// With `copyItems`, the values are copies of the others.
+    static Ref<QNThreadSafeDictionary> initWithDictionary(const Ref<NSDictionary> &dictionary,
+                                                          bool copyItems = false);
+
+    QNThreadSafeDictionary() : QNThreadSafeDictionary(NSMutableDictionary::dictionary()) {}
+    /// Takes an ordinary dictionary over, which nobody else may use any more.
+    explicit QNThreadSafeDictionary(Ref<NSMutableDictionary> contents) : _dic(std::move(contents)) {}
+
+    NSUInteger count() const override { return locked()->count(); }
+    id objectForKey(const id &key) const override { return locked()->objectForKey(key); }
+    Ref<NSEnumerator> keyEnumerator() const override { return locked()->keyEnumerator(); }
+    id objectForKeyedSubscript(const id &key) const override {
+        return locked()->objectForKeyedSubscript(key);
+    }
+    Ref<NSArray> allKeys() const override { return locked()->allKeys(); }
+    Ref<NSArray> allValues() const override { return locked()->allValues(); }
+    Ref<NSArray> allKeysForObject(const id &object) const override {
+        return locked()->allKeysForObject(object);
+    }
+    Ref<NSArray> objectsForKeys(const Ref<NSArray> &keys, const id &notFoundMarker) const override {
+        return locked()->objectsForKeys(keys, notFoundMarker);
+    }
+    void getObjects(id *objects, id *keys, NSUInteger count) const override {
+        locked()->getObjects(objects, keys, count);
+    }
+    Ref<NSEnumerator> objectEnumerator() const override { return locked()->objectEnumerator(); }
+    void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const override {
+        locked()->enumerateKeysAndObjectsUsingBlock(visitor);
+    }
+    void enumerateKeysAndObjectsWithOptions(NSEnumerationOptions options,
+                                            const Visitor &visitor) const override {
+        locked()->enumerateKeysAndObjectsWithOptions(options, visitor);
+    }
+    Ref<NSSet> keysOfEntriesPassingTest(const Test &test) const override {
+        return locked()->keysOfEntriesPassingTest(test);
+    }
+    Ref<NSSet> keysOfEntriesWithOptions(NSEnumerationOptions options, const Test &test) const override {
+        return locked()->keysOfEntriesWithOptions(options, test);
+    }
+    Ref<NSArray> keysSortedByValueUsingSelector(SEL selector) const override {
+        return locked()->keysSortedByValueUsingSelector(selector);
+    }
+    Ref<NSArray> keysSortedByValueUsingComparator(const NSComparator &comparator) const override {
+        return locked()->keysSortedByValueUsingComparator(comparator);
+    }
+    Ref<NSArray> keysSortedByValueWithOptions(NSSortOptions options,
+                                              const NSComparator &comparator) const override {
+        return locked()->keysSortedByValueWithOptions(options, comparator);
+    }
+    NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *keys,
+                                           NSUInteger count) const override {
+        return locked()->countByEnumeratingWithState(state, keys, count);
+    }
+    Ref<NSString> descriptionWithLocale(const id &locale) const override {
+        return locked()->descriptionWithLocale(locale);
+    }
+    Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const override {
+        return locked()->descriptionWithLocale(locale, indent);
+    }
+    Ref<NSString> descriptionInStringsFileFormat() const override {
+        return locked()->descriptionInStringsFileFormat();
+    }
+    NSUInteger hash() const override { return locked()->hash(); }
+    Ref<NSString> description() const override { return locked()->description(); }
+
+    void setObject(const id &object, const id &key) override { locked()->setObject(object, key); }
+    void removeObjectForKey(const id &key) override { locked()->removeObjectForKey(key); }
+    void setObjectForKeyedSubscript(const id &object, const id &key) override {
+        locked()->setObjectForKeyedSubscript(object, key);
+    }
+    void removeAllObjects() override { locked()->removeAllObjects(); }
+    void removeObjectsForKeys(const Ref<NSArray> &keys) override { locked()->removeObjectsForKeys(keys); }
+    void addEntriesFromDictionary(const Ref<NSDictionary> &dictionary) override {
+        locked()->addEntriesFromDictionary(dictionary);
+    }
+    void setDictionary(const Ref<NSDictionary> &dictionary) override { locked()->setDictionary(dictionary); }
+
+    bool isEqualToDictionary(const Ref<NSDictionary> &other) const override;
+    bool isEqual(const id &other) const override;
+    /// As `mutableCopy`: even this copy is mutable and guarded.
+    id copy() const override { return mutableCopy(); }
+    /// A guarded dictionary of the receiver's own class, made as that class makes its instances, with the
+    /// same values and a lock of its own.
+    id mutableCopy() const override;
+
+    /// The operation runs under the lock.
+    void performAsOneStep(const std::function<void(NSDictionary &contents)> &operation) override {
+        locked()->performAsOneStep(operation);
+    }
+
+private:
+    /// Holds the lock until the end of the statement, or as long as it is kept.
+    LockedContents<NSMutableDictionary> locked() const { return {_lock, *_dic}; }
+
+    Ref<NSMutableDictionary> _dic; // changes in a copy under construction only
+    mutable dispatch::Semaphore _lock{1};
+};

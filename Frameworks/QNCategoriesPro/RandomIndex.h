@@ -1,0 +1,11 @@
+// Drawing by lot. Any thread.
+#pragma once
+
+#include "Platform/Runtime/Ref.h"
+
+namespace qn {
+
+/// An index below the bound, which is not 0; each as likely as the others.
+NSUInteger randomIndex(NSUInteger bound);
+
+} // namespace qn

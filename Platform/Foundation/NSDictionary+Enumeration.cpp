@@ -1,0 +1,70 @@
+// Walking dictionaries, testing their entries, and their keys in the order of their values.
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/StableSort.h"
+#include "Platform/Runtime/Message.h"
+
+Ref<NSEnumerator> NSDictionary::objectEnumerator() const {
+    return make<NSEnumerator>([dictionary = as<NSDictionary>(self()), keys = keyEnumerator()]() -> id {
+        return dictionary->objectForKey(keys->nextObject());
+    });
+}
+
+void NSDictionary::enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const {
+    const auto keys = keyEnumerator();
+    bool stop = false;
+    for (id key; !stop && (key = keys->nextObject());)
+        visitor(key, objectForKey(key), stop);
+}
+
+void NSDictionary::enumerateKeysAndObjectsWithOptions(NSEnumerationOptions options,
+                                                      const Visitor &visitor) const {
+    if (!(options & NSEnumerationReverse)) {
+        enumerateKeysAndObjectsUsingBlock(visitor);
+        return;
+    }
+    const auto entries = allEntries();
+    bool stop = false;
+    for (auto entry = entries.rbegin(); !stop && entry != entries.rend(); ++entry)
+        visitor(entry->first, entry->second, stop);
+}
+
+Ref<NSSet> NSDictionary::keysOfEntriesPassingTest(const Test &test) const {
+    return keysOfEntriesWithOptions(0, test);
+}
+
+Ref<NSSet> NSDictionary::keysOfEntriesWithOptions(NSEnumerationOptions options, const Test &test) const {
+    const auto keys = NSMutableSet::set();
+    enumerateKeysAndObjectsWithOptions(options, [&](const id &key, const id &value, bool &stop) {
+        if (test(key, value, stop))
+            keys->addObject(key);
+    });
+    return keys;
+}
+
+Ref<NSArray> NSDictionary::keysSortedByValueUsingSelector(SEL selector) const {
+    return keysSortedByValueUsingComparator([=](const id &first, const id &second) {
+        return objc_msgSend<NSComparisonResult>(first, selector, second);
+    });
+}
+
+Ref<NSArray> NSDictionary::keysSortedByValueUsingComparator(const NSComparator &comparator) const {
+    return keysSortedByValueWithOptions(0, comparator);
+}
+
+Ref<NSArray> NSDictionary::keysSortedByValueWithOptions(NSSortOptions, const NSComparator &comparator) const {
+    std::vector<id> keys;
+    for (const auto &entry : stableSorted(allEntries(), [&](const auto &earlier, const auto &later) {
+             return comparator(earlier.second, later.second) == NSComparisonResult::OrderedDescending;
+         }))
+        keys.push_back(entry.first);
+    return NSArray::arrayWithObjects(std::move(keys));
+}
+
+NSUInteger NSDictionary::countByEnumeratingWithState(NSFastEnumerationState &state, id *keys,
+                                                     NSUInteger count) const {
+    if (!state.extra)
+        state.extra = keyEnumerator();
+    return as<NSEnumerator>(state.extra)->countByEnumeratingWithState(state, keys, count);
+}

@@ -1,0 +1,12 @@
+// Looks property lists from outside over before libplist reads them: its parsers recurse as deep as the list
+// nests and copy whatever a binary list shares, without a limit of their own.
+#pragma once
+
+#include <string_view>
+
+/// Whether elements nest no deeper than a list may, and no document type defines entities.
+bool isHarmlessXMLPropertyList(std::string_view text);
+
+/// Whether every object lies within the bytes, containers nest no deeper than a list may (so that none holds
+/// itself), and the list with every shared object unfolded stays within a multiple of its size or 64 MiB.
+bool isHarmlessBinaryPropertyList(std::string_view bytes);

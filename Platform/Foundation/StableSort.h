@@ -1,0 +1,33 @@
+// The one sort of the collections: stable, and within its bounds whatever the comparison answers.
+//
+// Comparisons are foreign code that may contradict itself or raise; the standard sorts may then leave the
+// range or lose elements, merging does neither. Runs that are in order already cost one comparison.
+#pragma once
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+/// The elements sorted; `descending(earlier, later)` says that the two must change places.
+template <class T, class Descending>
+std::vector<T> stableSorted(std::vector<T> elements, const Descending &descending) {
+    const std::size_t count = elements.size();
+    std::vector<T> merged(count);
+    const auto move = [](auto position) { return std::make_move_iterator(position); };
+    for (std::size_t width = 1; width < count; width *= 2) {
+        for (std::size_t start = 0; start < count; start += 2 * width) {
+            const auto at = [&](auto &list, std::size_t index) {
+                return list.begin() + static_cast<std::ptrdiff_t>(std::min(index, count));
+            };
+            const auto first = at(elements, start), middle = at(elements, start + width),
+                       last = at(elements, start + 2 * width), out = at(merged, start);
+            if (middle == last || !descending(*std::prev(middle), *middle))
+                std::move(first, last, out);
+            else
+                std::merge(move(first), move(middle), move(middle), move(last), out,
+                           [&](const T &later, const T &earlier) { return descending(earlier, later); });
+        }
+        elements.swap(merged);
+    }
+    return elements;
+}

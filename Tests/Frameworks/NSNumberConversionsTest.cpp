@@ -1,0 +1,183 @@
+// Texts to numbers, in several locales.
+#include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Tests/Frameworks/LocaleScope.h"
+#include "Tests/Platform/Foundation/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <random>
+#include <thread>
+
+namespace {
+
+/// Type and value: "q 31", "B 1", "(none)".
+std::string number(const Ref<NSString> &value) {
+    const auto result = qn::numberWithString(value);
+    return result ? std::string(1, result->objCType()) + " " + text(result) : "(none)";
+}
+std::string number(std::string_view utf8) {
+    return number(string(utf8));
+}
+
+} // namespace
+
+TEST(NumberWithString, knowsWords) {
+    const LocaleScope locale("de_DE");
+    const std::pair<std::string, const char *> table[] = {
+        {"true", "B 1"},   {"YES", "B 1"},     {"False", "B 0"},    {"nO", "B 0"},
+        {"nil", "(none)"}, {"NULL", "(none)"}, {"<null>", "(none)"}};
+    for (const auto &[word, expected] : table)
+        for (const std::string &padded : {word, " \n" + word + "\t ", "\u3000" + word})
+            EXPECT_EQ(number(padded), expected) << padded;
+    EXPECT_EQ(qn::numberWithString(u" yes"_ns), NSNumber::numberWithBool(true)) << "the one boolean";
+    for (const char *no : {"", " ", "\r\n", "yes!", "truefalse", "y", "<nil>", "(null)"})
+        EXPECT_EQ(number(no), "(none)") << no;
+    EXPECT_EQ(qn::numberWithString(nullptr), nullptr);
+}
+
+TEST(NumberWithString, readsHexadecimal) {
+    const LocaleScope locale("en_US");
+    const std::pair<const char *, const char *> table[] = {{"0x1F", "q 31"},
+                                                           {" 0X1f\n", "q 31"},
+                                                           {"0x0", "q 0"},
+                                                           {"0xFFFFFFFF", "q 4294967295"},
+                                                           {"0x100000000", "q 4294967295"},
+                                                           {"0x1Fzz", "q 31"},
+                                                           {"0x1 2", "q 1"},
+                                                           {"0x00000000000000000001", "q 1"}};
+    for (const auto &[value, expected] : table)
+        EXPECT_EQ(number(value), expected) << value;
+    for (const char *no : {"0x", "0xg", "-0x10", "+0x10", "0x-1", " -0xF"})
+        EXPECT_EQ(number(no), "(none)") << no;
+}
+
+TEST(NumberWithString, followsTheCurrentLocale) {
+    struct Row {
+        const char *text, *en, *de, *fr, *ar;
+    };
+    const char *none = "(none)";
+    const Row table[] = {
+        {"12,345", "q 12345", "d 12.345", "d 12.345", "d 12.345"},
+        {"12.345", "d 12.345", "q 12345", "q 12345", "q 12345"},
+        {"1,234.5", "d 1234.5", none, none, none},
+        {"1.234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
+        {"1\u202F234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
+        {"١٢٬٣٤٥٫٥", none, "d 12345.5", "d 12345.5", "d 12345.5"},
+        {"1.5", "d 1.5", none, none, none},
+        {"1,5", none, "d 1.5", "d 1.5", "d 1.5"},
+        {"2.0", "q 2", none, none, none},
+    };
+    for (const Row &row : table) {
+        for (const auto &[locale, expected] : {std::pair{"en_US", row.en},
+                                               {"de_DE", row.de},
+                                               {"fr_FR", row.fr},
+                                               {"ar_EG", row.ar},
+                                               {"en_US_POSIX", row.en}}) {
+            const LocaleScope scope(locale);
+            EXPECT_EQ(number(row.text), expected) << row.text << " in " << locale;
+            for (const char *plain : {"42", "-5", "9223372036854775807", "-9223372036854775808"})
+                EXPECT_EQ(number(plain), std::string("q ") + plain) << locale;
+            EXPECT_EQ(number("٤٢"), "q 42") << locale;
+            for (const char *other : {" 12", "12 ", "12x", "5%", "--5", "+", "abc"})
+                EXPECT_EQ(number(other), none) << other << " in " << locale;
+        }
+    }
+}
+
+TEST(NumberWithString, givesADoubleBeyond64Bits) {
+    const LocaleScope locale("en_US");
+    const std::pair<const char *, double> table[] = {{"9223372036854775808", 0x1p63},
+                                                     {"-9,223,372,036,854,775,809", -0x1p63},
+                                                     {"1E300", 1e300},
+                                                     {"1E400", INFINITY}};
+    for (const auto &[value, expected] : table) {
+        const auto result = qn::numberWithString(string(value));
+        ASSERT_TRUE(result) << value;
+        EXPECT_EQ(result->doubleValue(), expected);
+        EXPECT_EQ(result->objCType(), 'd');
+    }
+}
+
+TEST(NumberWithString, answersManyThreadsAtOnce) {
+    const LocaleScope locale("en_US");
+    std::array<NSInteger, 4> sums{};
+    std::vector<std::jthread> threads;
+    threads.reserve(sums.size());
+    for (NSInteger &sum : sums)
+        threads.emplace_back([&sum] {
+            for (int i = 0; i < 100; ++i)
+                sum += qn::numberWithString(u"1,000"_ns)->integerValue() +
+                       qn::numberWithString(u"yes"_ns)->intValue();
+        });
+    threads.clear();
+    EXPECT_EQ(sums, (std::array<NSInteger, 4>{100100, 100100, 100100, 100100}));
+}
+
+TEST(NumberWithString, standsAnyText) {
+    const LocaleScope locale("en_US");
+    constexpr std::u16string_view alphabet = u"0123456789.,-+eExXaf \t∞\u0663\xD83D\xDE00\u0301%yno";
+    std::mt19937 random(34);
+    int numbers = 0;
+    for (int i = 0; i < 20000; ++i) {
+        std::u16string units(random() % 9, u'0');
+        for (char16_t &unit : units)
+            unit = alphabet[random() % alphabet.size()];
+        const auto value = make<NSString>(units), padded = make<NSString>(units + u"\n");
+        numbers += number(value) != "(none)";
+        const auto word = qn::stringByTrim(value)->lowercaseString();
+        if (word->hasPrefix(u"0x"_ns)) {
+            const std::string digits = word->utf8().substr(2);
+            const auto length = digits.find_first_not_of("0123456789abcdef");
+            EXPECT_EQ(number(value),
+                      length == 0 || digits.empty()
+                          ? "(none)"
+                          : "q " + std::to_string(std::min(std::stoull(digits.substr(0, length), nullptr, 16),
+                                                           0xFFFFFFFFull)));
+            EXPECT_EQ(number(padded), number(value));
+        } else if (number(padded) != "(none)") {
+            EXPECT_TRUE(qn::numberWithString(padded)->isBoolean()) << "only words may be padded";
+        }
+    }
+    EXPECT_GT(numbers, 1000);
+}
+
+TEST(NumberValues, areCutToTheirWidth) {
+    const LocaleScope locale("en_US");
+    struct Row {
+        const char *text;
+        int c;
+        unsigned uc;
+        int s;
+        unsigned us;
+        std::uint32_t ui;
+        std::int64_t l;
+        std::uint64_t ul;
+    };
+    constexpr std::uint64_t wide = 0xFFFFFFFFFFFFFFFF;
+    const Row table[] = {{"", 0, 0, 0, 0, 0, 0, 0},
+                         {"abc", 0, 0, 0, 0, 0, 0, 0},
+                         {"yes", 1, 1, 1, 1, 1, 1, 1},
+                         {"-1", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, -1, wide},
+                         {"0xFFFFFFFF", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF},
+                         {"65,664", -128, 0x80, 128, 128, 65664, 65664, 65664},
+                         {"-4.9", -4, 0xFC, -4, 0xFFFC, 0xFFFFFFFC, -4, wide - 3},
+                         {"18446744073709551616", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, INT64_MAX, wide},
+                         {"-18446744073709551616", 0, 0, 0, 0, 0, INT64_MIN, 0x8000000000000000}};
+    for (const Row &row : table) {
+        const auto value = string(row.text);
+        EXPECT_EQ(qn::charValue(value), row.c) << row.text;
+        EXPECT_EQ(qn::unsignedCharValue(value), row.uc) << row.text;
+        EXPECT_EQ(qn::shortValue(value), row.s) << row.text;
+        EXPECT_EQ(qn::unsignedShortValue(value), row.us) << row.text;
+        EXPECT_EQ(qn::unsignedIntValue(value), row.ui) << row.text;
+        EXPECT_EQ(qn::longValue(value), row.l) << row.text;
+        EXPECT_EQ(qn::unsignedLongValue(value), row.ul) << row.text;
+        EXPECT_EQ(qn::unsignedLongLongValue(value), row.ul) << row.text;
+        EXPECT_EQ(qn::unsignedIntegerValue(value), row.ul) << row.text;
+    }
+    EXPECT_EQ(qn::charValue(nullptr) + qn::longValue(nullptr), 0);
+}

@@ -1,0 +1,125 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
+#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/RunLoop/NSRunLoop.h"
+#include "Platform/Runtime/Message.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+namespace {
+
+class NSTimerExtensionTest : public testing::Test {
+protected:
+    ~NSTimerExtensionTest() override {
+        if (timer)
+            timer->invalidate();
+        loop->runOnce(NSDefaultRunLoopMode);
+    }
+
+    Ref<qn::TimerBlock> noting() {
+        return makeBlock<void(const Ref<NSTimer> &)>([this, held = witness](const Ref<NSTimer> &ticking) {
+            EXPECT_EQ(ticking, timer);
+            ticks.push_back(clock.now().sinceOrigin() / 1ms);
+        });
+    }
+    void advanceAndRun(dispatch::Instant::Duration duration) {
+        clock.advance(duration);
+        loop->runOnce(NSDefaultRunLoopMode);
+    }
+
+    dispatch::ManualClock clock;
+    const dispatch::ClockScope scope{clock};
+    const Ref<NSRunLoop> loop = NSRunLoop::mainRunLoop();
+    const std::shared_ptr<int> witness = std::make_shared<int>();
+    std::vector<std::int64_t> ticks;
+    Ref<NSTimer> timer;
+};
+
+} // namespace
+
+TEST_F(NSTimerExtensionTest, scheduledBlockTimerRunsUntilInvalidated) {
+    timer = qn::scheduledTimerWithTimeInterval(2.0, noting(), true);
+    EXPECT_EQ(timer->timeInterval(), 2.0);
+    EXPECT_EQ(witness.use_count(), 2) << "the timer holds the block";
+    timer->fire();
+    for (int i = 0; i < 4; ++i)
+        advanceAndRun(1s);
+    EXPECT_THAT(ticks, ElementsAre(0, 2000, 4000));
+    timer->invalidate();
+    EXPECT_EQ(witness.use_count(), 1);
+    advanceAndRun(2s);
+    EXPECT_EQ(ticks.size(), 3u);
+}
+
+TEST_F(NSTimerExtensionTest, withoutRepeatAndUnscheduled) {
+    timer = qn::scheduledTimerWithTimeInterval(1, noting(), false);
+    advanceAndRun(1s);
+    advanceAndRun(1s);
+    EXPECT_THAT(ticks, ElementsAre(1000));
+    EXPECT_FALSE(timer->isValid());
+
+    timer = qn::timerWithTimeInterval(1, noting(), true);
+    advanceAndRun(1s);
+    EXPECT_EQ(ticks.size(), 1u) << "no run loop has it yet";
+    loop->addTimer(timer, NSDefaultRunLoopMode);
+    advanceAndRun(0s);
+    EXPECT_THAT(ticks, ElementsAre(1000, 3000));
+}
+
+TEST_F(NSTimerExtensionTest, aBlockMayEndItsTimer) {
+    timer = qn::scheduledTimerWithTimeInterval(
+        1, makeBlock<void(const Ref<NSTimer> &)>([&, held = witness](const Ref<NSTimer> &ticking) {
+            ticking->invalidate();
+            EXPECT_EQ(held.use_count(), 2) << "alive while it runs";
+            ticks.push_back(1);
+        }),
+        true);
+    advanceAndRun(5s);
+    advanceAndRun(5s);
+    EXPECT_THAT(ticks, ElementsAre(1));
+    EXPECT_EQ(witness.use_count(), 1);
+}
+
+TEST_F(NSTimerExtensionTest, execBlockNeedsABlock) {
+    for (const id &info :
+         {id(), id(u"no block"_ns), id(makeBlock<void()>([this] { ticks.push_back(-1); }))}) {
+        timer = NSTimer::timerWithTimeInterval(1, nullptr, nullptr, info, true);
+        qn::_qn_ExecBlock(timer);
+    }
+    qn::_qn_ExecBlock(nullptr);
+    timer = qn::timerWithTimeInterval(1, nullptr, true);
+    timer->fire();
+    EXPECT_TRUE(ticks.empty());
+    timer = NSTimer::timerWithTimeInterval(1, nullptr, nullptr, noting(), true);
+    objc_msgSend(NSTimer::class_()->self(), sel_registerName("_qn_ExecBlock:"), timer);
+    EXPECT_EQ(ticks.size(), 1u) << "an operation of the class";
+}
+
+TEST_F(NSTimerExtensionTest, pausesAndResumes) {
+    timer = qn::scheduledTimerWithTimeInterval(2, noting(), true);
+    advanceAndRun(2s);
+    qn::pauseTimer(timer);
+    advanceAndRun(1000s);
+    EXPECT_TRUE(timer->isValid());
+    EXPECT_EQ(timer->timeInterval(), 2);
+    EXPECT_TRUE(timer->fireDate()->isEqual(NSDate::distantFuture()));
+    qn::resumeTimer(timer);
+    advanceAndRun(0s);
+    advanceAndRun(2s);
+    qn::resumeTimerAfterTimeInterval(timer, 5);
+    advanceAndRun(4s);
+    advanceAndRun(1s);
+    EXPECT_THAT(ticks, ElementsAre(2000, 1002000, 1004000, 1009000));
+
+    timer->invalidate();
+    const auto date = timer->fireDate();
+    qn::pauseTimer(timer);
+    qn::resumeTimerAfterTimeInterval(timer, 77);
+    qn::resumeTimer(timer);
+    EXPECT_TRUE(timer->fireDate()->isEqual(date)) << "untouched";
+    qn::pauseTimer(nullptr);
+    qn::resumeTimer(nullptr);
+}

@@ -1,0 +1,189 @@
+// The table: what it asks for and when, and what stays through reloads.
+#include "Platform/Interface/NSTableView.h"
+
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Interface/NSApplication.h"
+#include "Platform/Interface/QtText.h"
+#include "Tests/Support/QtTesting.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTest>
+
+#include <gtest/gtest.h>
+#include <set>
+
+namespace {
+
+/// Rows "0", "1" … under a prefix; a reload is asked for with every count, as the main view does.
+class Rows : public NSTableViewDataSource, public NSTableViewDelegate {
+public:
+    NSInteger numberOfRowsInTableView(NSTableView &table) override {
+        ++counts;
+        dispatch::mainQueue().async([&table] { table.reloadData(); });
+        return rows;
+    }
+    Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) override {
+        EXPECT_EQ(column, table.tableColumnWithIdentifier(QStringLiteral("NAME")));
+        EXPECT_LT(row, rows);
+        ++texts;
+        asked.insert(row);
+        return toNSString(prefix + QString::number(row));
+    }
+    void tableViewSelectionDidChange(NSTableView &table) override {
+        selections.push_back(table.selectedRow());
+    }
+
+    NSInteger rows = 0;
+    QString prefix = QStringLiteral("Row ");
+    int counts = 0, texts = 0;
+    std::set<NSInteger> asked;
+    std::vector<NSInteger> selections;
+};
+
+class NSTableViewTest : public testing::Test {
+protected:
+    using Selections = std::vector<NSInteger>;
+
+    void open(NSInteger count) {
+        rows.rows = count;
+        table.setColumnIdentifier(QStringLiteral("NAME"));
+        table.setPlaceholderText(QStringLiteral("Nothing"));
+        table.resize(300, 300);
+        table.setDelegate(&rows);
+        table.setDataSource(&rows);
+        table.show();
+        reload();
+    }
+    /// Waits for the next count of rows.
+    void reload() {
+        const int before = rows.counts;
+        qt.advance(NSTableView::reloadPace);
+        EXPECT_TRUE(QtTesting::eventually([&] { return rows.counts > before; }));
+        QtTesting::settle();
+    }
+    int visibleRows() const { return 1 + table.viewport()->height() / table.rowHeight(0); }
+    void press(Qt::Key key) { QTest::keyClick(&table, key); }
+
+    QtTesting qt;
+    NSApplication application;
+    Rows rows;
+    NSTableView table;
+};
+
+} // namespace
+
+TEST_F(NSTableViewTest, asksForVisibleRowsOnly) {
+    open(10000);
+    EXPECT_EQ(table.model()->rowCount(), 10000);
+    EXPECT_EQ(*rows.asked.rbegin() + 1, static_cast<NSInteger>(rows.asked.size()));
+    EXPECT_LE(*rows.asked.rbegin(), visibleRows());
+    table.verticalScrollBar()->setValue(5000 * table.rowHeight(0));
+    rows.asked.clear();
+    rows.texts = 0;
+    for (int i = 0; i < 10; ++i)
+        reload();
+    EXPECT_GE(*rows.asked.begin(), 4999);
+    EXPECT_LE(*rows.asked.rbegin(), 5000 + visibleRows());
+    EXPECT_LE(rows.texts, 15 * (visibleRows() + 1));
+    rows.texts = 0;
+    rows.prefix = QStringLiteral("Other ");
+    reload();
+    EXPECT_TRUE(QtTesting::eventually([&] { return rows.texts > visibleRows(); }))
+        << "what changed is painted again";
+}
+
+TEST_F(NSTableViewTest, reloadsAtItsPaceWhileItIsSeen) {
+    open(3);
+    const int before = rows.counts;
+    QtTesting::settle();
+    EXPECT_EQ(rows.counts, before) << "not before the pace says so";
+    for (int i = 0; i < 20; ++i) {
+        reload();
+        table.reloadData(); // merged with the one under way
+        table.reloadData();
+    }
+    EXPECT_EQ(rows.counts, before + 20);
+
+    table.hide();
+    for (int i = 0; i < 20; ++i) {
+        qt.advance(NSTableView::reloadPace);
+        QtTesting::settle();
+    }
+    EXPECT_EQ(rows.counts, before + 20);
+    table.show();
+    EXPECT_TRUE(QtTesting::eventually([&] { return rows.counts == before + 21; })) << "at once";
+    reload();
+    EXPECT_EQ(rows.counts, before + 22);
+    table.setDataSource(nullptr);
+    qt.advance(NSTableView::reloadPace);
+    EXPECT_TRUE(QtTesting::eventually([&] { return table.model()->rowCount() == 0; }));
+}
+
+TEST_F(NSTableViewTest, keepsSelectionAndPositionWhileRowsComeAndGo) {
+    open(500);
+    table.selectRow(200);
+    table.verticalScrollBar()->setValue(198 * table.rowHeight(0));
+    const int position = table.verticalScrollBar()->value();
+    for (const NSInteger count : {500, 501, 9999, 300, 220, 500}) {
+        rows.rows = count;
+        reload();
+        EXPECT_EQ(table.model()->rowCount(), count);
+        EXPECT_EQ(table.selectedRow(), 200);
+        EXPECT_EQ(table.verticalScrollBar()->value(), position);
+    }
+    EXPECT_EQ(rows.selections, Selections{200}) << "nobody is told of a change that is none";
+
+    rows.rows = 200;
+    reload();
+    EXPECT_EQ(table.selectedRow(), -1) << "no other row takes the place of the one that went";
+    EXPECT_EQ(rows.selections, (Selections{200, -1}));
+    rows.rows = 0;
+    reload();
+    rows.rows = -1;
+    reload();
+    EXPECT_EQ(table.model()->rowCount(), 0);
+}
+
+TEST_F(NSTableViewTest, isWorkedByTheKeyboard) {
+    open(0);
+    press(Qt::Key_Down);
+    EXPECT_EQ(table.selectedRow(), -1);
+    rows.rows = 4;
+    reload();
+    table.setFocus();
+    const struct {
+        Qt::Key key;
+        NSInteger row;
+    } steps[] = {{Qt::Key_Down, 0},     {Qt::Key_Down, 1}, {Qt::Key_Up, 0},     {Qt::Key_Up, 0},
+                 {Qt::Key_PageDown, 3}, {Qt::Key_Down, 3}, {Qt::Key_PageUp, 0}, {Qt::Key_Tab, 0}};
+    for (const auto &[key, row] : steps) {
+        press(key);
+        EXPECT_EQ(table.selectedRow(), row) << key;
+    }
+    EXPECT_EQ(rows.selections, (Selections{0, 1, 0, 3, 0}));
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      table.visualRect(table.model()->index(0, 0)).center());
+    EXPECT_EQ(table.selectedRow(), -1);
+    press(Qt::Key_Up);
+    EXPECT_EQ(table.selectedRow(), 0) << "the row that has the focus, not the one above it";
+}
+
+TEST_F(NSTableViewTest, showsTextsAsTheyAre) {
+    open(1);
+    EXPECT_EQ(table.tableColumnWithIdentifier(QStringLiteral("OTHER")), nullptr);
+    table.setHeading(QStringLiteral("Name"));
+    EXPECT_EQ(table.model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Name"));
+    rows.prefix = QStringLiteral("<b>A & B</b> ");
+    const QModelIndex cell = table.model()->index(0, 0);
+    EXPECT_EQ(cell.data().toString(), QStringLiteral("<b>A & B</b> 0"));
+    EXPECT_EQ(cell.data(Qt::ToolTipRole).toString(),
+              QStringLiteral("<span>&lt;b&gt;A &amp; B&lt;/b&gt; 0</span>"));
+    for (const int points : {9, 30, 12}) {
+        QFont font = table.font();
+        font.setPointSize(points);
+        table.setFont(font);
+        EXPECT_GE(table.rowHeight(0), table.fontMetrics().height());
+        EXPECT_LE(table.rowHeight(0), 2 * table.fontMetrics().height());
+    }
+}

@@ -1,0 +1,451 @@
+// Arrays beyond their primitives: ranges and index sets, order, tests, batches.
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSIndexSet.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/NSURL.h"
+#include "Platform/Runtime/Class.h"
+#include "Tests/Platform/Foundation/Text.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+using testing::ElementsAre;
+
+namespace {
+
+using Objects = std::vector<id>;
+
+/// Equal numbers are different objects, so that the order among equals shows.
+id number(std::size_t value) {
+    return NSNumber::numberWithUnsignedLongLong(value);
+}
+
+std::uint64_t valueOf(const id &object) {
+    return as<NSNumber>(object)->unsignedLongLongValue();
+}
+
+NSComparisonResult byValue(const id &first, const id &second) {
+    return static_cast<NSComparisonResult>((valueOf(first) > valueOf(second)) -
+                                           (valueOf(first) < valueOf(second)));
+}
+
+bool lessByValue(const id &first, const id &second) {
+    return valueOf(first) < valueOf(second);
+}
+
+Ref<NSArray> listOf(std::initializer_list<std::size_t> values) {
+    Objects objects;
+    std::transform(values.begin(), values.end(), std::back_inserter(objects), number);
+    return NSArray::arrayWithObjects(objects);
+}
+
+std::string joined(const Ref<NSArray> &array) {
+    return array->componentsJoinedByString(u" "_ns)->utf8();
+}
+
+Ref<NSIndexSet> indexSet(std::initializer_list<NSUInteger> indexes) {
+    const auto set = NSMutableIndexSet::indexSet();
+    for (const NSUInteger index : indexes)
+        set->addIndex(index);
+    return set;
+}
+
+class TickCounter : public NSObject {
+    NS_CLASS(TickCounter, NSObject)
+public:
+    void tick() { ++ticks; }
+    void add(const id &by) { ticks += static_cast<int>(valueOf(by)); }
+    int ticks = 0;
+};
+NS_IMPLEMENTATION(TickCounter) {
+    cls.method<&TickCounter::tick>("tick").method<&TickCounter::add>("add:");
+}
+
+/// Random changes of ranges, index sets and equal elements, done to the array and to a plain list.
+class Twin {
+public:
+    explicit Twin(unsigned seed) : random_(seed) {}
+
+    void step() {
+        const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
+        const NSRange range{start, length};
+        const auto first = model.begin() + static_cast<std::ptrdiff_t>(start),
+                   last = first + static_cast<std::ptrdiff_t>(length);
+        const id object = number(pick(9));
+        const auto more = NSMutableArray::array();
+        for (std::size_t i = pick(4); i > 0; --i)
+            more->addObject(number(pick(9)));
+        const auto equals = [&](const id &other) { return other->isEqual(object); };
+        switch (pick(12)) {
+        case 0:
+            array->removeObject(object, range);
+            model.erase(std::remove_if(first, last, equals), last);
+            break;
+        case 1:
+            array->removeObjectIdenticalTo(length ? *first : object, range);
+            if (length)
+                model.erase(std::remove(first, last, id(*first)), last);
+            break;
+        case 2:
+            array->removeObjectsInArray(more);
+            std::erase_if(model, [&](const id &other) { return more->containsObject(other); });
+            break;
+        case 3:
+            array->removeObjectsInRange(range);
+            model.erase(first, last);
+            break;
+        case 4:
+        case 5: {
+            array->replaceObjectsInRange(range, more);
+            const auto place = model.erase(first, last);
+            const auto objects = more->allObjects();
+            model.insert(place, objects.begin(), objects.end());
+            break;
+        }
+        case 6: {
+            array->replaceObjectsInRange({start, 0}, array, range);
+            const Objects copied(first, last);
+            model.insert(first, copied.begin(), copied.end());
+            break;
+        }
+        case 7: {
+            const auto indexes = someIndexes(size);
+            array->removeObjectsAtIndexes(indexes);
+            std::size_t place = 0;
+            std::erase_if(model, [&](const id &) { return indexes->containsIndex(place++); });
+            break;
+        }
+        case 8: {
+            const auto indexes = someIndexes(size + 2);
+            const auto objects = NSMutableArray::array();
+            for (NSUInteger i = indexes->count(); i > 0; --i)
+                objects->addObject(number(pick(9)));
+            Objects longer = model;
+            NSUInteger next = 0;
+            bool fits = true;
+            indexes->enumerateIndexesUsingBlock([&](NSUInteger index, bool &stop) {
+                fits = index <= longer.size();
+                stop = !fits;
+                if (fits)
+                    longer.insert(longer.begin() + static_cast<std::ptrdiff_t>(index),
+                                  objects->objectAtIndex(next++));
+            });
+            EXPECT_EQ(raised([&] { array->insertObjects(objects, indexes); }), fits ? "" : NSRangeException);
+            if (fits)
+                model = longer;
+            break;
+        }
+        case 9: {
+            const auto indexes = someIndexes(size);
+            const auto objects = array->objectsAtIndexes(indexes)->sortedArrayUsingComparator(byValue);
+            array->replaceObjectsAtIndexes(indexes, objects);
+            NSUInteger next = 0;
+            indexes->enumerateIndexesUsingBlock(
+                [&](NSUInteger index, bool &) { model[index] = objects->objectAtIndex(next++); });
+            break;
+        }
+        case 10:
+            array->setObject(object, start);
+            start == size ? model.push_back(object) : void(model[start] = object);
+            break;
+        case 11:
+            array->sortWithOptions(NSSortStable, byValue);
+            std::stable_sort(model.begin(), model.end(), lessByValue);
+            searchSorted(range);
+            break;
+        }
+        ASSERT_EQ(array->allObjects(), model);
+    }
+
+    void read() {
+        const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
+        const id object = number(pick(9));
+        NSUInteger first = NSNotFound;
+        for (std::size_t i = start + length; i-- > start;)
+            if (model[i]->isEqual(object))
+                first = i;
+        EXPECT_EQ(array->indexOfObject(object, {start, length}), first);
+        EXPECT_EQ(array->indexOfObjectIdenticalTo(object, {start, length}), NSNotFound);
+        const auto indexes = someIndexes(size);
+        Objects chosen;
+        const auto passing = NSMutableIndexSet::indexSet();
+        NSUInteger last = NSNotFound;
+        for (std::size_t i = 0; i < size; ++i) {
+            if (!indexes->containsIndex(i))
+                continue;
+            chosen.push_back(model[i]);
+            if (model[i]->isEqual(object)) {
+                passing->addIndex(i);
+                last = i;
+            }
+        }
+        const auto test = [&](const id &other, NSUInteger, bool &) { return other->isEqual(object); };
+        EXPECT_EQ(array->objectsAtIndexes(indexes)->allObjects(), chosen);
+        EXPECT_TRUE(array->indexesOfObjectsAtIndexes(indexes, 0, test)->isEqual(passing));
+        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, 0, test), passing->firstIndex());
+        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, NSEnumerationReverse, test), last);
+    }
+
+    const Ref<NSMutableArray> array = NSMutableArray::array();
+    Objects model;
+
+private:
+    std::size_t pick(std::size_t bound) { return random_() % bound; }
+
+    Ref<NSIndexSet> someIndexes(std::size_t bound) {
+        const auto indexes = NSMutableIndexSet::indexSet();
+        for (std::size_t i = 0; i < bound; ++i)
+            if (pick(4) == 0)
+                indexes->addIndex(i);
+        return indexes;
+    }
+
+    void searchSorted(NSRange range) {
+        const auto first = model.begin() + static_cast<std::ptrdiff_t>(range.location),
+                   last = model.begin() + static_cast<std::ptrdiff_t>(range.end());
+        const id wanted = number(pick(10));
+        const auto lower = std::lower_bound(first, last, wanted, lessByValue),
+                   upper = std::upper_bound(first, last, wanted, lessByValue);
+        const auto at = [&](auto place) { return static_cast<NSUInteger>(place - model.begin()); };
+        const auto search = [&](NSBinarySearchingOptions options) {
+            return array->indexOfObject(wanted, range, options, byValue);
+        };
+        constexpr auto place = NSBinarySearchingInsertionIndex;
+        EXPECT_EQ(search(NSBinarySearchingFirstEqual), lower == upper ? NSNotFound : at(lower));
+        EXPECT_EQ(search(NSBinarySearchingLastEqual), lower == upper ? NSNotFound : at(upper - 1));
+        EXPECT_EQ(search(place | NSBinarySearchingFirstEqual), at(lower));
+        EXPECT_EQ(search(place | NSBinarySearchingLastEqual), at(upper));
+        EXPECT_TRUE(search(place) >= at(lower) && search(place) <= at(upper));
+        EXPECT_EQ(search(0) == NSNotFound, lower == upper);
+    }
+
+    std::mt19937 random_;
+};
+
+} // namespace
+
+TEST(NSMutableArray, followsAPlainListThroughChangesOfRangesAndIndexSets) {
+    for (const unsigned seed : {1u, 2u, 3u}) {
+        SCOPED_TRACE(seed);
+        Twin twin(seed);
+        for (int step = 0; step < 3000 && !HasFailure(); ++step) {
+            twin.step();
+            twin.read();
+            if (twin.model.size() > 40) {
+                twin.array->removeAllObjects();
+                twin.model.clear();
+            }
+        }
+    }
+}
+
+TEST(NSMutableArray, changesNothingWhenItRaises) {
+    const auto array = NSMutableArray::arrayWithArray(listOf({3, 1, 2}));
+    const auto two = listOf({8, 9});
+    const NSUInteger far = ~NSUInteger{0};
+    const auto contradicting = [](const id &, const id &) -> NSComparisonResult {
+        throw NSException("Mine", "no");
+    };
+    const std::pair<std::string, const char *> table[] = {
+        {raised([&] {
+             array->removeObjectsInRange({1, far});
+         }),
+         NSRangeException},
+        {raised([&] {
+             array->replaceObjectsInRange({4, 0}, two);
+         }),
+         NSRangeException},
+        {raised([&] {
+             array->replaceObjectsInRange({0, 1}, two, {1, 2});
+         }),
+         NSRangeException},
+        {raised([&] {
+             array->removeObject(number(1), {2, 2});
+         }),
+         NSRangeException},
+        {raised([&] {
+             array->removeObjectsAtIndexes(indexSet({0, 3}));
+         }),
+         NSRangeException},
+        {raised([&] {
+             array->insertObjects(two, indexSet({0, 5}));
+         }),
+         NSRangeException},
+        {raised([&] { array->insertObjects(two, indexSet({0})); }), NSInvalidArgumentException},
+        {raised([&] {
+             array->replaceObjectsAtIndexes(indexSet({0, 3}), two);
+         }),
+         NSRangeException},
+        {raised([&] { array->replaceObjectsAtIndexes(nullptr, two); }), NSInvalidArgumentException},
+        {raised([&] { array->setObject(number(1), 4); }), NSRangeException},
+        {raised([&] {
+             array->objectsAtIndexes(indexSet({1, 3}));
+         }),
+         NSRangeException},
+        {raised([&] {
+             array->indexOfObject(nullptr, {0, 3}, 0, byValue);
+         }),
+         NSInvalidArgumentException},
+        {raised([&] {
+             array->indexOfObject(number(1), {0, 3}, NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual,
+                                  byValue);
+         }),
+         NSInvalidArgumentException},
+        {raised([&] { array->sortUsingComparator(contradicting); }), "Mine"},
+        {raised([&] { array->sortUsingSelector(sel_registerName("compare!:")); }),
+         NSInvalidArgumentException},
+    };
+    for (std::size_t i = 0; i < std::size(table); ++i)
+        EXPECT_EQ(table[i].first, table[i].second) << i;
+    EXPECT_EQ(joined(array), "3 1 2");
+    array->insertObjects(two, indexSet({0, 4})); // the last place there will be
+    EXPECT_EQ(joined(array), "8 3 1 2 9");
+}
+
+TEST(NSArray, sortsInEveryWayAndStably) {
+    std::mt19937 random(7);
+    for (const std::size_t size : {0u, 1u, 2u, 3u, 17u, 1000u}) {
+        Objects objects;
+        for (std::size_t i = 0; i < size; ++i)
+            objects.push_back(number(random() % (size / 4 + 1)));
+        const auto array = NSArray::arrayWithObjects(objects);
+        std::stable_sort(objects.begin(), objects.end(), lessByValue);
+        int calls = 0;
+        const NSSortFunction function = [](const id &first, const id &second, void *context) {
+            ++*static_cast<int *>(context);
+            return static_cast<NSInteger>(byValue(first, second)) * 7;
+        };
+        EXPECT_EQ(array->sortedArrayUsingComparator(byValue)->allObjects(), objects);
+        EXPECT_EQ(array->sortedArrayWithOptions(NSSortConcurrent, byValue)->allObjects(), objects);
+        const auto sorted = array->sortedArrayUsingFunction(function, &calls, array->sortedArrayHint());
+        EXPECT_EQ(sorted->allObjects(), objects);
+        calls = 0;
+        EXPECT_EQ(sorted->sortedArrayUsingFunction(function, &calls)->allObjects(), objects);
+        EXPECT_LE(calls, static_cast<int>(size)) << "what is in order is left alone";
+        // A comparison that contradicts itself gives some order of the same elements.
+        auto shuffled = array
+                            ->sortedArrayUsingComparator([&](const id &, const id &) {
+                                return static_cast<NSComparisonResult>(static_cast<int>(random() % 3) - 1);
+                            })
+                            ->allObjects();
+        EXPECT_TRUE(std::is_permutation(shuffled.begin(), shuffled.end(), objects.begin()));
+    }
+    const auto words = NSMutableArray::arrayWithObjects({u"b"_ns, u"a"_ns, u"C"_ns});
+    EXPECT_EQ(joined(words->sortedArrayUsingSelector(sel_registerName("compare:"))), "C a b");
+    words->sortUsingSelector(sel_registerName("caseInsensitiveCompare:"));
+    EXPECT_EQ(joined(words), "a b C");
+}
+
+TEST(NSArray, walksAsAsked) {
+    const auto array = listOf({4, 5, 6, 7});
+    std::vector<NSUInteger> seen;
+    const auto note = [&](const id &object, NSUInteger index, bool &stop) {
+        EXPECT_EQ(valueOf(object), index + 4);
+        seen.push_back(index);
+        stop = seen.size() == 3;
+    };
+    array->enumerateObjectsWithOptions(NSEnumerationConcurrent, note);
+    EXPECT_THAT(seen, ElementsAre(0, 1, 2));
+    seen.clear();
+    array->enumerateObjectsWithOptions(NSEnumerationReverse, note);
+    EXPECT_THAT(seen, ElementsAre(3, 2, 1));
+    seen.clear();
+    array->enumerateObjectsAtIndexes(indexSet({0, 3}), NSEnumerationReverse, note);
+    EXPECT_THAT(seen, ElementsAre(3, 0));
+    EXPECT_EQ(valueOf(array->firstObjectCommonWithArray(listOf({9, 6, 5}))), 5u);
+    EXPECT_EQ(array->firstObjectCommonWithArray(nullptr), nullptr);
+    EXPECT_EQ(joined(array->arrayByAddingObjectsFromArray(array)), "4 5 6 7 4 5 6 7");
+
+    const auto counter = make<TickCounter>();
+    const auto counters = NSArray::arrayWithObjects({counter, counter});
+    counters->makeObjectsPerformSelector(sel_registerName("tick"));
+    counters->makeObjectsPerformSelector(sel_registerName("add:"), number(10));
+    EXPECT_EQ(counter->ticks, 22);
+    EXPECT_EQ(raised([&] { array->makeObjectsPerformSelector(sel_registerName("tick")); }),
+              NSInvalidArgumentException);
+}
+
+TEST(NSArray, rangeForKeepsItsContainerAndWalksNoneAsEmpty) {
+    std::vector<std::uint64_t> seen;
+    for (const id &object : listOf({1, 2, 3})->subarrayWithRange({1, 2}))
+        seen.push_back(valueOf(object));
+    for (const id &object : listOf({4, 5})->objectEnumerator())
+        seen.push_back(valueOf(object));
+    for (const id &object : Ref<NSArray>())
+        seen.push_back(valueOf(object));
+    EXPECT_THAT(seen, ElementsAre(2, 3, 4, 5));
+}
+
+TEST(NSArray, noticesChangesDuringAWalk) {
+    const std::function<void(NSMutableArray &)> changes[] = {
+        [](auto &array) { array.addObject(number(1)); },
+        [](auto &array) { array.insertObject(number(1), 0); },
+        [](auto &array) { array.removeObjectAtIndex(0); },
+        [](auto &array) { array.removeLastObject(); },
+        [](auto &array) { array.replaceObjectAtIndex(0, number(1)); },
+        [](auto &array) { array.removeAllObjects(); },
+    };
+    for (const std::size_t size : {1u, 5u, 40u})
+        for (const auto &change : changes) {
+            const auto array = NSMutableArray::array();
+            for (std::size_t i = 0; i < size; ++i)
+                array->addObject(number(i));
+            std::size_t steps = 0;
+            EXPECT_EQ(raised([&] {
+                          for (const id &object : array) {
+                              static_cast<void>(object);
+                              if (++steps == 1)
+                                  change(*array);
+                          }
+                      }),
+                      NSGenericException);
+            EXPECT_EQ(steps, 1u);
+        }
+    const auto array = NSMutableArray::arrayWithArray(listOf({1, 2, 3}));
+    NSFastEnumerationState state;
+    id batch[2];
+    EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 2u);
+    EXPECT_EQ(valueOf(batch[1]), 2u);
+    EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 1u);
+    EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 0u);
+    array->addObject(number(4));
+    EXPECT_EQ(raised([&] { array->countByEnumeratingWithState(state, batch, 2); }), NSGenericException);
+}
+
+TEST(NSArray, readsPropertyListFiles) {
+    const auto folder = std::filesystem::path(testing::TempDir());
+    const auto file = folder / ("array of " + std::to_string(::getpid()) + ".plist");
+    const auto write = [&](const char *list) {
+        std::ofstream(file) << R"(<?xml version="1.0"?><plist version="1.0">)" << list << "</plist>";
+    };
+    const auto path = string(file.string());
+    write("<array><string>a</string><array/></array>");
+    EXPECT_EQ(NSArray::arrayWithContentsOfFile(path)->count(), 2u);
+    const auto changing = NSMutableArray::arrayWithContentsOfURL(NSURL::fileURLWithPath(path));
+    changing->addObject(number(1));
+    EXPECT_EQ(changing->count(), 3u);
+    EXPECT_EQ(NSArray::arrayWithContentsOfURL(NSURL::URLWithString(u"http://localhost/list"_ns)), nullptr);
+    write("<dict/>");
+    EXPECT_EQ(NSArray::arrayWithContentsOfFile(path), nullptr);
+    std::filesystem::remove(file);
+    EXPECT_EQ(NSArray::arrayWithContentsOfFile(path), nullptr);
+    EXPECT_EQ(NSMutableArray::arrayWithContentsOfFile(nullptr), nullptr);
+}
+
+TEST(NSURL, namesFiles) {
+    const auto url = NSURL::fileURLWithPath(u"/tmp/a b?ü#c"_ns);
+    EXPECT_EQ(text(url), "file:///tmp/a%20b%3F%C3%BC%23c");
+    EXPECT_EQ(text(url->path()), "/tmp/a b?ü#c");
+    EXPECT_TRUE(url->isFileURL() && url->isEqual(NSURL::URLWithString(url->absoluteString())));
+    const auto web = NSURL::URLWithString(u"HTTP://host:1/x%20y?q#f"_ns);
+    EXPECT_EQ(text(web->path()) + text(web->scheme()), "/x yhttp");
+    EXPECT_FALSE(web->isFileURL());
+    EXPECT_EQ(text(NSURL::URLWithString(u"a/b:c"_ns)->path()), "a/b:c");
+    EXPECT_EQ(NSURL::URLWithString(u"a b"_ns), nullptr);
+}

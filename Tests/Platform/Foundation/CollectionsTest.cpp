@@ -1,0 +1,415 @@
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Runtime/Class.h"
+#include "Tests/Platform/Foundation/Text.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <random>
+
+using testing::ElementsAre;
+
+namespace {
+
+using Objects = std::vector<id>;
+using Pairs = std::vector<std::pair<id, id>>;
+
+NSUInteger checked(NSUInteger index, NSUInteger bound) {
+    return index < bound ? index : throw NSException(NSRangeException, "beyond bounds");
+}
+
+/// Overrides the primitives alone; everything else must follow from them.
+class PrimitiveArray final : public NSMutableArray {
+public:
+    NSUInteger count() const override { return objects_.size(); }
+    id objectAtIndex(NSUInteger index) const override { return objects_[checked(index, count())]; }
+    void addObject(const id &object) override { objects_.push_back(object); }
+    void insertObject(const id &object, NSUInteger index) override {
+        objects_.insert(objects_.begin() + static_cast<std::ptrdiff_t>(checked(index, count() + 1)), object);
+    }
+    void removeObjectAtIndex(NSUInteger index) override {
+        objects_.erase(objects_.begin() + static_cast<std::ptrdiff_t>(checked(index, count())));
+    }
+    void removeLastObject() override { objects_.resize(std::max<std::size_t>(count(), 1) - 1); }
+    void replaceObjectAtIndex(NSUInteger index, const id &object) override {
+        objects_[checked(index, count())] = object;
+    }
+
+private:
+    Objects objects_;
+};
+
+auto withKey(const id &key) {
+    return [key](const auto &entry) { return entry.first->isEqual(key); };
+}
+
+class PrimitiveDictionary final : public NSMutableDictionary {
+public:
+    NSUInteger count() const override { return entries_.size(); }
+    id objectForKey(const id &key) const override {
+        const auto found = std::find_if(entries_.begin(), entries_.end(), withKey(key));
+        return found != entries_.end() ? found->second : nullptr;
+    }
+    Ref<NSEnumerator> keyEnumerator() const override {
+        return make<NSEnumerator>([this, next = std::size_t{0}]() mutable -> id {
+            return next < entries_.size() ? entries_[next++].first : nullptr;
+        });
+    }
+    void setObject(const id &object, const id &key) override {
+        const auto found = std::find_if(entries_.begin(), entries_.end(), withKey(key));
+        found != entries_.end() ? void(found->second = object) : void(entries_.emplace_back(key, object));
+    }
+    void removeObjectForKey(const id &key) override { std::erase_if(entries_, withKey(key)); }
+
+private:
+    Pairs entries_;
+};
+
+/// A key that equals others of its number and shares its hash with all of them.
+class CollidingKey : public NSObject {
+    NS_CLASS(CollidingKey, NSObject)
+public:
+    explicit CollidingKey(std::size_t keyNumber) : number(keyNumber) {}
+    bool isEqual(const id &other) const override {
+        const auto key = as<CollidingKey>(other);
+        return key && key->number == number;
+    }
+    NSUInteger hash() const override { return 3; }
+    id copy() const override { return self(); }
+
+    const std::size_t number;
+};
+NS_IMPLEMENTATION(CollidingKey) {}
+
+/// Looks around while it is being destroyed.
+class LastWords : public NSObject {
+public:
+    explicit LastWords(std::function<void()> speak) : speak_(std::move(speak)) {}
+    ~LastWords() override { speak_(); }
+
+private:
+    const std::function<void()> speak_;
+};
+
+id number(std::size_t value) {
+    return NSNumber::numberWithUnsignedLongLong(value);
+}
+
+id someKey(std::size_t value) {
+    return value % 3 == 0   ? id(NSString::stringWithFormat("key %lu", value))
+           : value % 3 == 1 ? number(value)
+                            : id(make<CollidingKey>(value));
+}
+
+template <class List>
+List firstOf(const List &list, std::ptrdiff_t count) {
+    return {list.begin(), list.begin() + std::min(count, std::ssize(list))};
+}
+
+/// Checks every reading operation against the list that the array should hold.
+void expectHolds(const NSMutableArray &array, const Objects &expected) {
+    ASSERT_EQ(array.allObjects(), expected);
+    EXPECT_EQ(array.firstObject(), expected.empty() ? nullptr : expected.front());
+    EXPECT_EQ(array.lastObject(), expected.empty() ? nullptr : expected.back());
+    Objects walked, forward, backward, visited;
+    for (const id &object : array)
+        walked.push_back(object);
+    const auto forwards = array.objectEnumerator(), backwards = array.reverseObjectEnumerator();
+    while (const id object = forwards->nextObject())
+        forward.push_back(object);
+    while (const id object = backwards->nextObject())
+        backward.insert(backward.begin(), object);
+    array.enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &stop) {
+        EXPECT_EQ(index, visited.size());
+        visited.push_back(object);
+        stop = visited.size() == 5;
+    });
+    EXPECT_EQ(walked, expected);
+    EXPECT_EQ(forward, expected);
+    EXPECT_EQ(backward, expected);
+    EXPECT_EQ(visited, firstOf(expected, 5));
+    const auto plain = NSArray::arrayWithObjects(expected);
+    EXPECT_TRUE(array.isEqual(plain) && plain->isEqual(array.self()) && array.copy()->isEqual(plain));
+    EXPECT_EQ(array.hash(), plain->hash());
+}
+
+void expectHolds(const NSMutableDictionary &dictionary, const Pairs &expected) {
+    ASSERT_EQ(dictionary.count(), expected.size());
+    Pairs walked, enumerated, visited;
+    const auto keys = dictionary.allKeys(), values = dictionary.allValues();
+    for (NSUInteger i = 0; i < keys->count(); ++i)
+        walked.emplace_back(keys->objectAtIndex(i), values->objectAtIndex(i));
+    const auto enumerator = dictionary.keyEnumerator();
+    while (const id key = enumerator->nextObject())
+        enumerated.emplace_back(key, dictionary.objectForKey(key));
+    dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
+        visited.emplace_back(key, value);
+        stop = visited.size() == 3;
+    });
+    EXPECT_EQ(walked, expected) << "in the order of insertion";
+    EXPECT_EQ(enumerated, expected);
+    EXPECT_EQ(visited, firstOf(expected, 3));
+    EXPECT_TRUE(dictionary.copy()->isEqual(dictionary.self()) &&
+                dictionary.isEqual(dictionary.mutableCopy()));
+}
+
+void tryRandomOperations(const Ref<NSMutableArray> &array, unsigned seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto pick = [&](std::size_t bound) { return random() % bound; };
+    Objects model;
+    const auto at = [&](std::size_t index) { return model.begin() + static_cast<std::ptrdiff_t>(index); };
+    for (int step = 0; step < 2000 && !testing::Test::HasFailure(); ++step) {
+        const id object = number(pick(30)), wanted = number(pick(30));
+        const auto isWanted = [&](const id &other) { return other->isEqual(wanted); };
+        const std::size_t size = model.size(), index = pick(size + 3), length = pick(size + 1);
+        const auto outside = [&](std::size_t bound) { return index < bound ? "" : NSRangeException; };
+        switch (pick(size > 60 ? 12 : 10)) {
+        case 0:
+        case 1:
+            array->addObject(object);
+            model.push_back(object);
+            break;
+        case 2:
+        case 3:
+            EXPECT_EQ(raised([&] { array->insertObject(object, index); }), outside(size + 1));
+            if (index <= size)
+                model.insert(at(index), object);
+            break;
+        case 4:
+            EXPECT_EQ(raised([&] { array->removeObjectAtIndex(index); }), outside(size));
+            if (index < size)
+                model.erase(at(index));
+            break;
+        case 5:
+            EXPECT_EQ(raised([&] { array->replaceObjectAtIndex(index, object); }), outside(size));
+            if (index < size)
+                model[index] = object;
+            break;
+        case 6:
+            array->removeLastObject();
+            model.resize(size - (size > 0));
+            break;
+        case 7:
+            array->removeObject(wanted);
+            std::erase_if(model, isWanted);
+            break;
+        case 8:
+            EXPECT_EQ(raised([&] { array->exchangeObjectAtIndex(index, 0); }), outside(size));
+            if (index < size)
+                std::swap(model[index], model[0]);
+            break;
+        case 9: {
+            const auto found = std::find_if(model.begin(), model.end(), isWanted);
+            const auto place =
+                found == model.end() ? NSNotFound : static_cast<NSUInteger>(found - model.begin());
+            EXPECT_EQ(array->indexOfObject(wanted), place);
+            EXPECT_EQ(array->containsObject(wanted), place != NSNotFound);
+            EXPECT_EQ(array->indexOfObjectIdenticalTo(wanted), NSNotFound);
+            Objects part;
+            EXPECT_EQ(raised([&] {
+                          part = array->subarrayWithRange({index, length})->allObjects();
+                      }),
+                      outside(size - length + 1));
+            EXPECT_TRUE(index + length > size || part == Objects(at(index), at(index + length)));
+            break;
+        }
+        case 10:
+            array->addObjectsFromArray(NSArray::arrayWithObjects({object, wanted}));
+            model.insert(model.end(), {object, wanted});
+            break;
+        case 11:
+            array->setArray(array);
+            array->removeAllObjects();
+            model.clear();
+            break;
+        }
+        expectHolds(*array, model);
+    }
+}
+
+void tryRandomOperations(const Ref<NSMutableDictionary> &dictionary, unsigned seed, std::size_t keys) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    Pairs model;
+    for (int step = 0; step < 1200 && !testing::Test::HasFailure(); ++step) {
+        const bool shrinking = step / 200 % 2;
+        const id key = someKey(random() % keys), value = NSNumber::numberWithInt(step);
+        const auto found = std::find_if(model.begin(), model.end(), withKey(key));
+        const auto operation = random() % 100;
+        EXPECT_EQ(dictionary->objectForKey(key), found == model.end() ? nullptr : found->second);
+        if (operation < 2) {
+            dictionary->removeAllObjects();
+            model.clear();
+        } else if (operation < 4) {
+            dictionary->setDictionary(as<NSDictionary>(dictionary->copy()));
+        } else if (operation < (shrinking ? 75 : 35)) {
+            dictionary->removeObjectForKey(key);
+            std::erase_if(model, withKey(key));
+        } else {
+            dictionary->setObject(value, key);
+            found != model.end() ? void(found->second = value) : void(model.emplace_back(key, value));
+        }
+        expectHolds(*dictionary, model);
+    }
+}
+
+} // namespace
+
+TEST(Collections, followPlainListsThroughRandomOperations) {
+    for (const unsigned seed : {1u, 2u}) {
+        tryRandomOperations(NSMutableArray::array(), seed);
+        tryRandomOperations(make<PrimitiveArray>(), seed);
+        for (const std::size_t keys : {6u, 12u, 90u}) {
+            tryRandomOperations(NSMutableDictionary::dictionary(), seed, keys);
+            tryRandomOperations(make<PrimitiveDictionary>(), seed, keys);
+        }
+    }
+}
+
+TEST(Collections, raiseOnWhatTheyCannotHoldOrHaveNot) {
+    const auto array = NSMutableArray::arrayWithObjects({number(1)});
+    const auto dictionary = NSMutableDictionary::dictionary();
+    constexpr NSUInteger far = ~NSUInteger{0};
+    const std::pair<std::string, const char *> table[] = {
+        {raised([&] { array->objectAtIndex(far); }), NSRangeException},
+        {raised([&] { array->insertObject(number(2), far); }), NSRangeException},
+        {raised([&] {
+             array->getObjects({1, far});
+         }),
+         NSRangeException},
+        {raised([&] { array->addObject(nullptr); }), NSInvalidArgumentException},
+        {raised([&] { array->insertObject(nullptr, 0); }), NSInvalidArgumentException},
+        {raised([&] { array->replaceObjectAtIndex(0, nullptr); }), NSInvalidArgumentException},
+        {raised([] {
+             NSArray::arrayWithObjects({number(1), nullptr});
+         }),
+         NSInvalidArgumentException},
+        {raised([&] { dictionary->setObject(nullptr, u"k"_ns); }), NSInvalidArgumentException},
+        {raised([&] { dictionary->setObject(u"v"_ns, nullptr); }), NSInvalidArgumentException},
+        {raised([&] { dictionary->setObject(u"v"_ns, make<NSObject>()); }), NSInvalidArgumentException},
+        {raised([] {
+             NSDictionary::dictionaryWithEntries({{u"k"_ns, {}}});
+         }),
+         NSInvalidArgumentException},
+        // Reading, removing and taking over "none" does nothing.
+        {raised([&] { array->removeObject(nullptr), array->addObjectsFromArray(nullptr); }), ""},
+        {raised([&] { dictionary->removeObjectForKey(nullptr), dictionary->addEntriesFromDictionary({}); }),
+         ""},
+    };
+    for (const auto &[actual, expected] : table)
+        EXPECT_EQ(actual, expected);
+    EXPECT_EQ(array->count(), 1u) << "a refused change changes nothing";
+    EXPECT_EQ(dictionary->count(), 0u);
+    EXPECT_EQ(array->indexOfObject(nullptr), NSNotFound);
+    EXPECT_EQ(dictionary->objectForKey(nullptr), nullptr);
+}
+
+TEST(Collections, copiesAndEquality) {
+    const auto changing = NSMutableArray::arrayWithObjects({number(1), u"a"_ns});
+    const id frozen = changing->copy();
+    const auto fixed =
+        NSArray::arrayWithObjects({NSNumber::numberWithDouble(1), make<NSMutableString>(u"a")});
+    EXPECT_TRUE(changing->isEqual(fixed) && fixed->isEqual(changing));
+    EXPECT_TRUE(!as<NSMutableArray>(frozen) && frozen->copy() == frozen);
+    changing->addObject(NSNull::null());
+    EXPECT_TRUE(frozen->isEqual(fixed));
+    EXPECT_FALSE(changing->isEqual(fixed) || fixed->isEqual(nullptr) || fixed->isEqual(NSData::data()));
+    EXPECT_EQ(text(changing->componentsJoinedByString(u", "_ns)), "1, a, <null>");
+
+    const auto key = make<NSMutableString>(u"name");
+    const auto dictionary = NSMutableDictionary::dictionary();
+    dictionary->setObject(u"one"_ns, key);
+    key->appendString(u"!"_ns);
+    EXPECT_EQ(text(dictionary->objectForKey(u"name"_ns)), "one") << "the key was copied";
+    EXPECT_EQ(dictionary->objectForKey(key), nullptr);
+    dictionary->setObject(u"two"_ns, u"name"_ns);
+    const auto entries =
+        NSDictionary::dictionaryWithEntries({{u"name"_ns, u"one"_ns}, {u"name"_ns, u"two"_ns}});
+    EXPECT_TRUE(dictionary->isEqual(entries) && dictionary->hash() == entries->hash())
+        << "the last one counts";
+    EXPECT_TRUE(!as<NSMutableDictionary>(dictionary->copy()) && entries->copy() == entries);
+    dictionary->setObject(number(1), NSNumber::numberWithDouble(1));
+    EXPECT_EQ(text(dictionary->objectForKey(NSNumber::numberWithBool(true))), "1");
+    EXPECT_FALSE(dictionary->isEqual(entries) || entries->isEqual(fixed) || entries->isEqual(nullptr));
+}
+
+TEST(Collections, areWholeWhileTheirElementsGo) {
+    const auto array = NSMutableArray::arrayWithObjects({u"a"_ns});
+    const auto dictionary = NSMutableDictionary::dictionary();
+    std::vector<std::string> seen;
+    const auto watching = [&] {
+        return make<LastWords>([&] {
+            seen.push_back(text(array->componentsJoinedByString(u" "_ns)));
+            array->addObject(number(seen.size()));
+        });
+    };
+    array->addObject(watching());
+    array->removeObjectAtIndex(1);
+    array->addObject(watching());
+    array->replaceObjectAtIndex(2, u"b"_ns);
+    array->addObject(watching());
+    array->insertObject(watching(), 0);
+    array->removeAllObjects();
+    EXPECT_THAT(seen, ElementsAre("a", "a 1 b", "", "3"));
+    EXPECT_EQ(text(array->lastObject()), "4");
+
+    seen.clear();
+    const auto growing = [&] {
+        return make<LastWords>([&] {
+            seen.push_back(text(dictionary->allKeys()->componentsJoinedByString(u" "_ns)));
+            for (std::size_t i = 0; i < 20; ++i) // makes the table grow meanwhile
+                dictionary->setObject(number(i), number(i));
+        });
+    };
+    dictionary->setObject(growing(), u"a"_ns);
+    dictionary->setObject(u"b"_ns, u"a"_ns);
+    dictionary->removeAllObjects();
+    dictionary->setObject(growing(), u"c"_ns);
+    dictionary->removeObjectForKey(u"c"_ns);
+    EXPECT_EQ(dictionary->count(), 20u);
+    dictionary->setObject(growing(), u"d"_ns);
+    dictionary->removeAllObjects();
+    EXPECT_EQ(dictionary->count(), 20u);
+    EXPECT_THAT(seen, ElementsAre("a", "", ""));
+
+    const auto element = make<NSObject>();
+    array->addObject(element);
+    const auto walk = array->objectEnumerator();
+    EXPECT_EQ(array.use_count(), 2) << "an enumerator keeps its array";
+    EXPECT_EQ(element.use_count(), 2);
+    array->removeObject(element);
+    EXPECT_EQ(element.use_count(), 1);
+}
+
+TEST(Collections, describeThemselves) {
+    const auto inner = NSDictionary::dictionaryWithEntries({{u"zebra"_ns, NSNumber::numberWithDouble(0.5)},
+                                                            {u"b b"_ns, NSArray::array()},
+                                                            {u"B"_ns, number(1)}});
+    const auto array = NSArray::arrayWithObjects(
+        {u"plain_1"_ns, u""_ns, u"two words"_ns, u"\"\\\n\t\r\x7Fü"_ns, NSNull::null(),
+         NSNumber::numberWithBool(true), NSNumber::numberWithInt(-5), inner});
+    EXPECT_EQ(text(array), R"((
+    plain_1,
+    "",
+    "two words",
+    "\"\\\n\t\r\U007f\U00fc",
+    "<null>",
+    1,
+    "-5",
+    {
+        B = 1;
+        "b b" = (
+        );
+        zebra = "0.5";
+    }
+))");
+    EXPECT_EQ(text(NSArray::array()) + text(NSDictionary::dictionary()), "(\n){\n}");
+    EXPECT_EQ(text(NSDictionary::dictionaryWithEntries({{u"b"_ns, number(1)}, {number(2), number(3)}})),
+              "{\n    b = 1;\n    2 = 3;\n}")
+        << "in the order of insertion";
+}

@@ -1,0 +1,297 @@
+// JSON and property lists.
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDate.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSError.h"
+#include "Platform/Foundation/NSJSONSerialization.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/NSPropertyListSerialization.h"
+#include "Tests/Platform/Foundation/Text.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+using testing::HasSubstr;
+
+namespace {
+
+using Options = NSJSONReadingOptions;
+
+id readJSON(std::string_view json, Options options = Options::AllowFragments, Ref<NSError> *error = nullptr) {
+    return NSJSONSerialization::JSONObjectWithData(NSData::dataWithBytes(json.data(), json.size()), options,
+                                                   error);
+}
+
+/// The debug description with which the text is refused; empty when it is read.
+std::string refusal(std::string_view json, Options options = Options::None) {
+    Ref<NSError> error;
+    const id result = readJSON(json, options, &error);
+    EXPECT_EQ(result == nullptr, error != nullptr) << json;
+    if (!error)
+        return "";
+    EXPECT_EQ(error->code(), 3840);
+    return text(error->userInfo()->objectForKey(NSDebugDescriptionErrorKey()));
+}
+
+/// What the text says, a number with its type's letter.
+std::string value(std::string_view json) {
+    const id result = readJSON(json);
+    const auto number = as<NSNumber>(result);
+    return (number ? std::string(1, number->objCType()) + " " : "") + text(result);
+}
+
+std::string repeated(const std::string &piece, std::size_t times) {
+    std::string all;
+    for (std::size_t i = 0; i < times; ++i)
+        all += piece;
+    return all;
+}
+
+id readPropertyList(std::string_view bytes) {
+    return NSPropertyListSerialization::propertyListWithData(
+        NSData::dataWithBytes(bytes.data(), bytes.size()));
+}
+
+std::string xml(const std::string &body) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">" + body + "</plist>\n";
+}
+
+/// A binary property list of the objects given, the first of them at the top; fewer than 256.
+std::string binary(const std::vector<std::string> &objects) {
+    std::string bytes = "bplist00", offsets, trailer(32, '\0');
+    for (const std::string &object : objects) {
+        offsets += {static_cast<char>(bytes.size() >> 8), static_cast<char>(bytes.size())};
+        bytes += object;
+    }
+    trailer[6] = 2; // bytes an offset
+    trailer[7] = 1; // bytes a reference
+    trailer[15] = static_cast<char>(objects.size());
+    trailer[30] = static_cast<char>(bytes.size() >> 8);
+    trailer[31] = static_cast<char>(bytes.size());
+    return bytes + offsets + trailer;
+}
+
+using namespace std::string_literals;
+
+const std::string everyKind =
+    binary({"\xD7\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C\x0D\x0E"s, "Qn", "Qr", "Qt", "Qd", "Qb",
+            "Qu", "Ql", "\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFE"s, "\x23\x3F\xF8\0\0\0\0\0\0"s, "\x09"s,
+            "\x33\x41\xB8\x8D\x4D\x10\0\0\0"s, "\x43\x01\x02\x03"s, "\x62\0\xFC\x20\xAC"s, "\xA1\x01"s});
+
+/// One to three random changes of the bytes.
+std::string mutated(std::string bytes, std::mt19937 &random, std::string_view pieces) {
+    for (auto changes = 1 + random() % 3; changes > 0 && !bytes.empty(); --changes) {
+        const std::size_t at = random() % bytes.size();
+        switch (random() % 4) {
+        case 0:
+            bytes[at] = static_cast<char>(random());
+            break;
+        case 1:
+            bytes[at] = pieces[random() % pieces.size()];
+            break;
+        case 2:
+            bytes.insert(at, 1, pieces[random() % pieces.size()]);
+            break;
+        default:
+            bytes.erase(at, 1 + random() % 3);
+        }
+    }
+    return bytes;
+}
+
+} // namespace
+
+TEST(JSON, readsValues) {
+    const std::pair<std::string, std::string> table[] = {
+        {" \t\r\nfalse ", "B 0"},
+        {"null", "<null>"},
+        {"-0", "q 0"},
+        {"-0.0", "d -0"},
+        {"4294967296", "q 4294967296"},
+        {"9223372036854775807", "q 9223372036854775807"},
+        {"-9223372036854775808", "q -9223372036854775808"},
+        {"9223372036854775808", "Q 9223372036854775808"},
+        {"18446744073709551615", "Q 18446744073709551615"},
+        {"1.5", "d 1.5"},
+        {"1E-2", "d 0.01"},
+        {"1e-400", "d 0"},
+        {R"("\"\\\/\b\f\n\r\t\u00fC")", "\"\\/\b\f\n\r\tü"},
+        {R"("\ud83D\uDE00é😀a\u0000b")", "😀é😀a\0b"s},
+        {"\xEF\xBB\xBF[]", "(\n)"},
+        {R"({"b":2,"a":1,"b":3})", "{\n    a = 1;\n    b = 3;\n}"},
+        {"[1 , [true,{}] ]", "(\n    1,\n    (\n        1,\n        {\n        }\n    )\n)"},
+    };
+    for (const auto &[json, expected] : table)
+        EXPECT_EQ(value(json), expected) << json;
+    for (const char *number :
+         {"18446744073709551616", "-9223372036854775809", "0.1", "1.7976931348623157e308", "5e-324",
+          "123456789012345678901234567890", "9007199254740993.0"})
+        EXPECT_EQ(as<NSNumber>(readJSON(number))->doubleValue(), std::strtod(number, nullptr)) << number;
+    for (const Options options : {Options::None, Options::MutableContainers}) {
+        const bool wanted = options == Options::MutableContainers;
+        const auto root = as<NSDictionary>(readJSON(R"({"z":[{"x":1}],"y":2,"a":3})", options));
+        const auto list = as<NSArray>(root->objectForKey(u"z"_ns));
+        EXPECT_EQ(as<NSMutableDictionary>(root) != nullptr, wanted);
+        EXPECT_EQ(as<NSMutableArray>(list) != nullptr, wanted);
+        EXPECT_EQ(as<NSMutableDictionary>(list->firstObject()) != nullptr, wanted);
+        EXPECT_EQ(text(root->allKeys()->componentsJoinedByString(u""_ns)), "zya") << "in the text's order";
+    }
+}
+
+TEST(JSON, refusesWithReasonAndOffset) {
+    const std::pair<std::string, int> table[] = {
+        {"", 0},
+        {"  ", 2},
+        {"[1", 2},
+        {"[1,]", 3},
+        {"[,1]", 1},
+        {"[1 2]", 3},
+        {"{\"a\"}", 4},
+        {"{\"a\":}", 5},
+        {"{a:1}", 1},
+        {"{\"a\":1,}", 7},
+        {"{1:2}", 1},
+        {"[01]", 2},
+        {"[+1]", 1},
+        {"[.5]", 1},
+        {"[1.]", 3},
+        {"[1e]", 3},
+        {"[-]", 2},
+        {"[NaN]", 1},
+        {"[tru]", 4},
+        {"[True]", 1},
+        {"['a']", 1},
+        {"[\"a]", 1},
+        {"[\"\\x\"]", 2},
+        {"[\"\\u12g4\"]", 2},
+        {"[\"\n\"]", 2},
+        {"[] []", 3},
+        {"[]]", 2},
+        {"[1}", 2},
+        {"//c\n[]", 0},
+        {"[1e400]", 1},
+        {"[-1e400]", 1},
+        {"\xFE\xFF", 0},
+        {"\xEF\xBB\xBF[", 4},
+        {"[\"\\ud800\"]", 2},
+        {"[\"\\ud800\\u0041\"]", 2},
+        {"[\"\\udc00\"]", 2},
+        {"[\"\xFF\"]", 1},
+        {"[\"\xC0\x80\"]", 1},
+        {"[\"\xED\xA0\x80\"]", 1},
+        {"[]\0"s, 2},
+        {"[]\0x"s, 2},
+        {"\0[]"s, 0},
+        {"[\"\0\"]"s, 2},
+    };
+    for (const auto &[json, earliest] : table) {
+        const std::string reason = refusal(json);
+        ASSERT_THAT(reason, HasSubstr(" Around character ")) << json;
+        const int offset = std::atoi(reason.substr(reason.rfind(' ') + 1).c_str());
+        EXPECT_TRUE(offset >= earliest && offset <= std::ssize(json)) << json << ": " << reason;
+    }
+    EXPECT_EQ(refusal("[1,]"), "Invalid value. Around character 3.");
+    EXPECT_EQ(readJSON("[1,]"), nullptr) << "nobody asked for the error";
+    EXPECT_EQ(NSJSONSerialization::JSONObjectWithData(nullptr, Options::None, nullptr), nullptr);
+    for (const char *json : {"1", "\"text\"", "null", " true "}) {
+        EXPECT_THAT(refusal(json), HasSubstr("fragments")) << json;
+        EXPECT_EQ(refusal(json, Options::AllowFragments), "") << json;
+    }
+}
+
+TEST(JSON, nestsToItsLimitAndNoFurther) {
+    const auto arrays = [](std::size_t levels) { return repeated("[", levels) + repeated("]", levels); };
+    const auto objects = [](std::size_t levels) {
+        return repeated("{\"k\":", levels) + "1" + repeated("}", levels);
+    };
+    EXPECT_EQ(refusal(arrays(512)) + refusal(objects(512)), "");
+    EXPECT_EQ(refusal("[" + arrays(511) + "," + arrays(511) + "]"), "") << "depth, not count";
+    for (const std::size_t levels : {513u, 100000u}) {
+        EXPECT_THAT(refusal(arrays(levels)), HasSubstr("Too many nested"));
+        EXPECT_THAT(refusal(objects(levels)), HasSubstr("Too many nested"));
+    }
+    EXPECT_THAT(refusal(repeated("[", 1000000)), HasSubstr("Too many nested"));
+}
+
+TEST(JSON, anyMutationOfATextIsReadOrRefused) {
+    constexpr unsigned seed = 977;
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const std::string original =
+        R"({"printers":[{"model":"L200","pages":12345,"level":0.5,"on":true,"x":null},"Gr\u00fcn 😀","\ud83d\ude00",-1e3]})";
+    std::size_t accepted = 0;
+    for (int round = 0; round < 20000; ++round)
+        accepted +=
+            refusal(mutated(original, random, "[]{}:,\"\\u0123eE+-.dtn\x1F\x80\xC3\xED\xFF ")).empty();
+    EXPECT_GT(accepted, 100u);
+}
+
+TEST(PropertyList, readsTheModelsThatShip) {
+    const auto data = NSData::dataWithContentsOfFile(ZK_RESOURCES "/models.plist");
+    const auto models = as<NSArray>(NSPropertyListSerialization::propertyListWithData(data));
+    ASSERT_TRUE(models && models->count() > 0);
+    for (const id &model : *models)
+        EXPECT_GT(as<NSString>(as<NSDictionary>(model)->objectForKey(u"ppdModel"_ns))->length(), 0u);
+}
+
+TEST(PropertyList, readsEveryKind) {
+    const id fromXml = readPropertyList(xml(
+        "<dict><key>n</key><integer>-2</integer><key>r</key><real>1.5</real><key>t</key><true/><key>d</key>"
+        "<date>2014-01-20T12:24:48Z</date><key>b</key><data>AQID</data><key>u</key><string>ü€</string>"
+        "<key>l</key><array><string>n</string></array></dict>"));
+    EXPECT_EQ(text(fromXml), R"({
+    b = "<010203>";
+    d = "2014-01-20 12:24:48 +0000";
+    l = (
+        n
+    );
+    n = "-2";
+    r = "1.5";
+    t = 1;
+    u = "\U00fc\U20ac";
+})");
+    EXPECT_TRUE(fromXml->isEqual(readPropertyList(everyKind)));
+    const auto dictionary = as<NSDictionary>(fromXml);
+    EXPECT_FALSE(as<NSMutableDictionary>(fromXml) || as<NSMutableArray>(dictionary->objectForKey(u"l"_ns)));
+    EXPECT_TRUE(as<NSNumber>(dictionary->objectForKey(u"t"_ns))->isBoolean());
+    EXPECT_EQ(text(readPropertyList(xml("<string>&lt;a&amp;b&gt;</string>"))), "<a&b>");
+    EXPECT_EQ(text(readPropertyList(xml("<string></string>"))), "");
+    const std::pair<std::string, double> dates[] = {{"\x33\x3F\xF8\0\0\0\0\0\0"s, 1.5},
+                                                    {"\x33\xC0\x04\0\0\0\0\0\0"s, -2.5}};
+    for (const auto &[bytes, seconds] : dates)
+        EXPECT_EQ(as<NSDate>(readPropertyList(binary({bytes})))->timeIntervalSinceReferenceDate(), seconds);
+}
+
+TEST(PropertyList, givesNoneForWhatItCannotRead) {
+    EXPECT_EQ(NSPropertyListSerialization::propertyListWithData(nullptr), nullptr);
+    for (const std::string &bytes :
+         {""s, "{ x"s, "bplist00"s, "not a property list at all"s, "<?xml version=\"1.0\"?>"s,
+          xml("<unknown/>"), xml("<dict><string>no key</string></dict>"), xml("<array><string>open</array>"),
+          "<plist><string>open"s, everyKind.substr(0, everyKind.size() - 1), everyKind.substr(0, 40),
+          binary({"\xA1\x05"}), binary({"\xA1\x01", "\x52\xC3("}), binary({"\x80\x01"}), binary({"\xA1\0"s})})
+        EXPECT_EQ(text(readPropertyList(bytes)), "(none)") << bytes;
+    const auto nested = [](std::size_t levels, const std::string &innermost) {
+        return readPropertyList(xml(repeated("<array>", levels) + innermost + repeated("</array>", levels)));
+    };
+    for (const char *innermost : {"", "<true/>"}) {
+        EXPECT_NE(nested(512, innermost), nullptr);
+        EXPECT_EQ(nested(513, innermost), nullptr);
+        EXPECT_EQ(nested(10000, innermost), nullptr);
+    }
+    EXPECT_NE(nested(511, "<dict/>"), nullptr);
+    EXPECT_EQ(nested(512, "<dict/>"), nullptr);
+}
+
+TEST(PropertyList, anyMutationIsReadOrRefused) {
+    constexpr unsigned seed = 4711;
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto models = NSData::dataWithContentsOfFile(ZK_RESOURCES "/models.plist");
+    const std::string originals[] = {everyKind, {models->span().begin(), models->span().end()}};
+    std::size_t accepted = 0;
+    for (int round = 0; round < 8000; ++round)
+        accepted += readPropertyList(mutated(originals[round % 2], random, "<>/&;\x0F\xFF\xA0")) != nullptr;
+    EXPECT_GT(accepted, 100u);
+}

@@ -1,0 +1,250 @@
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Message.h"
+#include "Platform/Runtime/NSBlock.h"
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class Instrument : public NSObject {
+    NS_CLASS(Instrument, NSObject)
+public:
+    virtual std::int32_t strings() const { return 0; }
+    std::int32_t tune(std::int32_t steps) { return pitch += steps; }
+    void setLabel(const Ref<NSString> &text) { label = text; }
+    id echo(const id &object) { return object; }
+    Ref<NSString> kind() const { return u"instrument"_ns; }
+    long useCount() { return weak_from_this().use_count(); }
+    void setMixed(bool, const id &, std::int16_t, double) {}
+    static std::int32_t count() { return 7; }
+
+    std::int32_t pitch = 0;
+    Ref<NSString> label;
+};
+NS_IMPLEMENTATION(Instrument) {
+    cls.method<&Instrument::strings>("strings")
+        .method<&Instrument::tune>("tune:")
+        .method<&Instrument::setLabel>("setLabel:")
+        .method<&Instrument::echo>("echo:")
+        .method<&Instrument::kind>("kind")
+        .method<&Instrument::useCount>("useCount")
+        .method<&Instrument::setMixed>("setMixed:object:narrow:wide:")
+        .classMethod<&Instrument::count>("count");
+}
+
+class Violin : public Instrument {
+    NS_CLASS(Violin, Instrument)
+public:
+    std::int32_t strings() const override { return 4; }
+    Ref<NSString> kindOfViolin() const { return u"violin"_ns; }
+};
+NS_IMPLEMENTATION(Violin) {
+    cls.method<&Violin::kindOfViolin>("kind");
+}
+
+SEL operator""_sel(const char *name, std::size_t length) {
+    return sel_registerName({name, length});
+}
+
+/// The reason with which the operation was refused; empty when it was not.
+template <class Operation>
+std::string refusal(Operation &&operation) {
+    try {
+        operation();
+        return "";
+    } catch (const NSException &exception) {
+        EXPECT_EQ(exception.name(), NSInvalidArgumentException);
+        return exception.reason();
+    }
+}
+
+template <std::int32_t answer>
+bool addAnswer(Class cls, SEL selector) {
+    const auto method = +[](NSObject *, SEL) { return answer; };
+    return class_addMethod(cls, selector, reinterpret_cast<IMP>(method), "i16@0:8", typeid(method));
+}
+
+} // namespace
+
+TEST(Class, hierarchyOfClassesAndMetaClasses) {
+    const Class root = NSObject::class_(), violin = Violin::class_();
+    EXPECT_EQ(violin->superclass(), Instrument::class_());
+    EXPECT_EQ(Instrument::class_()->superclass(), root);
+    EXPECT_EQ(root->superclass(), nullptr);
+    EXPECT_EQ(violin->metaClass()->superclass(), Instrument::class_()->metaClass());
+    EXPECT_EQ(root->metaClass()->superclass(), root) << "class objects are objects";
+    EXPECT_EQ(violin->isa(), violin->metaClass());
+    EXPECT_EQ(root->metaClass()->isa(), root->metaClass());
+
+    const id object = make<Violin>(), asObject = violin->self();
+    EXPECT_TRUE(object->isMemberOfClass(violin) && object->isKindOfClass(Instrument::class_()));
+    EXPECT_FALSE(object->isMemberOfClass(Instrument::class_()) || object->isKindOfClass(NSString::class_()));
+    EXPECT_FALSE(object->isKindOfClass(nullptr));
+    EXPECT_TRUE(asObject->isKindOfClass(Instrument::class_()->metaClass()) && asObject->isKindOfClass(root));
+    EXPECT_FALSE(asObject->isKindOfClass(Instrument::class_()));
+    EXPECT_EQ(asObject->description()->utf8(), "Violin");
+    EXPECT_EQ(asObject->copy(), asObject);
+}
+
+TEST(Class, isFoundByNameAndMakesInstances) {
+    EXPECT_EQ(sel_registerName(std::string("tu") + "ne:"), "tune:"_sel) << "selectors are interned";
+    EXPECT_NE("tune"_sel, "tune:"_sel);
+    objc_registerClasses<Violin>();
+    EXPECT_EQ(objc_getClass("Violin"), Violin::class_());
+    EXPECT_EQ(objc_getClass("Instrument"), Instrument::class_()) << "the superclass comes along";
+    EXPECT_EQ(objc_getClass("violin"), nullptr);
+
+    EXPECT_TRUE(as<Violin>(class_createInstance(Violin::class_())));
+    EXPECT_EQ(class_createInstance(NSNull::class_()), NSNull::null());
+    EXPECT_TRUE(as<NSMutableArray>(class_createInstance(NSMutableArray::class_())));
+    EXPECT_EQ(class_createInstance(NSNumber::class_()), nullptr) << "needs a value";
+    EXPECT_EQ(class_createInstance(nullptr), nullptr);
+}
+
+TEST(Class, rootObjectSpeaksForItself) {
+    const id one = make<Violin>(), other = make<Violin>();
+    EXPECT_TRUE(one->isEqual(one));
+    EXPECT_FALSE(one->isEqual(other) || one->isEqual(nullptr));
+    EXPECT_EQ(one->description()->utf8(), NSString::stringWithFormat("<Violin: %p>", one.get())->utf8());
+    EXPECT_THAT(refusal([&] { one->copy(); }), HasSubstr("-[Violin copyWithZone:]"));
+    EXPECT_THAT(refusal([&] { one->mutableCopy(); }), HasSubstr("-[Violin mutableCopyWithZone:]"));
+}
+
+TEST(TypeEncoding, ofValuesAndMethods) {
+    using runtime::methodEncoding;
+    using runtime::typeEncoding;
+    enum class Narrow : std::uint8_t {};
+    const std::pair<std::string, std::string> table[] = {
+        {typeEncoding<std::int8_t>() + typeEncoding<std::uint8_t>() + typeEncoding<std::int16_t>(), "cCs"},
+        {typeEncoding<unichar>() + typeEncoding<std::int32_t>() + typeEncoding<std::uint32_t>(), "SiI"},
+        {typeEncoding<long>() + typeEncoding<unsigned long long>() + typeEncoding<Narrow>(), "qQC"},
+        {typeEncoding<bool>() + typeEncoding<float>() + typeEncoding<double>(), "Bfd"},
+        {typeEncoding<const char *>() + typeEncoding<char *>() + typeEncoding<int *>(), "r**^v"},
+        {typeEncoding<Ref<NSString>>() + typeEncoding<Class>() + typeEncoding<SEL>(), "@#:"},
+        {methodEncoding<std::int8_t, bool, std::int16_t, float>(), "c28@0:8B16s20f24"},
+        {methodEncoding<id, double, std::int32_t, const Ref<NSString> &>(), "@36@0:8d16i24@28"},
+    };
+    for (const auto &[actual, expected] : table)
+        EXPECT_EQ(actual, expected);
+    std::vector<std::string> declared;
+    for (const Method method : Instrument::class_()->methods())
+        declared.push_back(std::string(sel_getName(method->name)) + " " + method->types);
+    EXPECT_THAT(declared, ElementsAre("strings i16@0:8", "tune: i20@0:8i16", "setLabel: v24@0:8@16",
+                                      "echo: @24@0:8@16", "kind @16@0:8", "useCount q16@0:8",
+                                      "setMixed:object:narrow:wide: v40@0:8B16@20s28d32"));
+}
+
+TEST(Message, reachesInheritedAndOverriddenMethods) {
+    const auto plain = make<Instrument>();
+    const auto violin = make<Violin>();
+    EXPECT_EQ(objc_msgSend<std::int32_t>(violin, "tune:"_sel, -5), -5);
+    EXPECT_EQ(violin->pitch, -5);
+    EXPECT_EQ(objc_msgSend<std::int32_t>(violin, "strings"_sel), 4) << "virtual in C++";
+    EXPECT_EQ(as<NSString>(objc_msgSend<id>(plain, "kind"_sel))->utf8(), "instrument");
+    EXPECT_EQ(as<NSString>(objc_msgSend<id>(violin, "kind"_sel))->utf8(), "violin") << "by selector";
+    objc_msgSend(violin, "setLabel:"_sel, u"Guarneri"_ns);
+    EXPECT_EQ(violin->label->utf8(), "Guarneri");
+    objc_msgSend(violin, "setLabel:"_sel, NSNumber::numberWithInt(3));
+    EXPECT_EQ(violin->label, nullptr) << "an object of another class arrives as none";
+
+    const id asObject = Violin::class_()->self();
+    EXPECT_EQ(objc_msgSend<std::int32_t>(asObject, "count"_sel), 7) << "inherited through the meta-classes";
+    EXPECT_FALSE(violin->respondsToSelector("count"_sel));
+    EXPECT_EQ(as<NSString>(objc_msgSend<id>(asObject, "description"_sel))->utf8(), "Violin");
+}
+
+TEST(Message, toNoneGivesNoneOrZero) {
+    const id none;
+    EXPECT_EQ(objc_msgSend<std::int32_t>(none, "tune:"_sel, 3), 0);
+    EXPECT_EQ(objc_msgSend<double>(none, nullptr), 0.0);
+    EXPECT_EQ(objc_msgSend<id>(none, "no such operation"_sel), nullptr);
+    objc_msgSend(none, "setLabel:"_sel, none);
+}
+
+TEST(Message, refusesWhatTheReceiverDoesNotTake) {
+    const id violin = make<Violin>(), asObject = Violin::class_()->self();
+    const std::string otherTypes = "-[Violin tune:]: sent with other types than i20@0:8i16";
+    const std::pair<std::string, std::string> table[] = {
+        {refusal([&] { objc_msgSend(violin, "smash"_sel); }), "-[Violin smash]: unrecognized selector"},
+        {refusal([&] { objc_msgSend(asObject, "tune:"_sel, 3); }), "+[Violin tune:]: unrecognized selector"},
+        {refusal([&] { objc_msgSend(violin, nullptr); }), "<null selector>"},
+        {refusal([&] { objc_msgSend<std::int32_t>(violin, "tune:"_sel, std::int64_t{3}); }), otherTypes},
+        {refusal([&] { objc_msgSend<std::int32_t>(violin, "tune:"_sel); }), otherTypes},
+        {refusal([&] { objc_msgSend<std::int32_t>(violin, "tune:"_sel, violin); }), otherTypes},
+        {refusal([&] { objc_msgSend<std::uint32_t>(violin, "tune:"_sel, 3); }), otherTypes},
+    };
+    for (const auto &[reason, expected] : table)
+        EXPECT_THAT(reason, HasSubstr(expected));
+    EXPECT_EQ(as<Violin>(violin)->pitch, 0);
+}
+
+TEST(Message, methodAddedAtRunTime) {
+    const id violin = make<Violin>();
+    const SEL selector = "addedLater"_sel;
+    EXPECT_FALSE(violin->respondsToSelector(selector));
+    EXPECT_TRUE(addAnswer<1>(Instrument::class_(), selector));
+    EXPECT_EQ(objc_msgSend<std::int32_t>(violin, selector), 1) << "instances of subclasses have it";
+    EXPECT_FALSE(addAnswer<2>(Instrument::class_(), selector));
+    EXPECT_EQ(objc_msgSend<std::int32_t>(violin, selector), 1) << "and it stays";
+    EXPECT_TRUE(addAnswer<3>(Violin::class_(), selector));
+    EXPECT_EQ(objc_msgSend<std::int32_t>(violin, selector), 3);
+    EXPECT_EQ(objc_msgSend<std::int32_t>(make<Instrument>(), selector), 1);
+    EXPECT_FALSE(addAnswer<4>(nullptr, selector) || addAnswer<4>(Violin::class_(), nullptr));
+
+    constexpr int additions = 200;
+    std::atomic<int> added = 0;
+    const auto name = [](int i) { return sel_registerName("concurrent" + std::to_string(i)); };
+    std::thread writer([&] {
+        for (; added < additions; ++added)
+            addAnswer<5>(Violin::class_(), name(added));
+    });
+    for (int seen = 0; seen < additions; seen = added)
+        EXPECT_EQ(objc_msgSend<std::int32_t>(seen ? violin : nullptr, name(seen - 1)), seen ? 5 : 0);
+    writer.join();
+}
+
+TEST(Ownership, countsExactly) {
+    auto violin = make<Violin>();
+    id object = violin;
+    EXPECT_EQ(violin.use_count(), 2) << "an upcast shares";
+    object = *&object;
+    EXPECT_EQ(violin.use_count(), 2) << "assigned to itself";
+    Ref<Instrument> instrument = as<Instrument>(object);
+    EXPECT_EQ(violin.use_count(), 3);
+    EXPECT_TRUE(!as<NSString>(object) && !as<Violin>(nullptr) && !as<Violin>(make<Instrument>()));
+    EXPECT_EQ(objc_msgSend<std::int64_t>(object, "useCount"_sel), 3) << "a send adds no owner";
+    id echoed = objc_msgSend<id>(object, "echo:"_sel, object);
+    EXPECT_EQ(violin.use_count(), 4) << "only the result is new";
+    EXPECT_THROW(objc_msgSend(object, "smash"_sel), NSException);
+    EXPECT_EQ(violin.use_count(), 4);
+
+    const Weak<NSObject> weak = object;
+    violin = nullptr, instrument = nullptr, echoed = nullptr;
+    EXPECT_EQ(weak.lock(), object);
+    object = nullptr;
+    EXPECT_EQ(weak.lock(), nullptr);
+}
+
+TEST(Block, isAnObjectThatIsCalled) {
+    const auto witness = std::make_shared<int>(40);
+    auto block = makeBlock<int(std::unique_ptr<int>)>(
+        [witness](std::unique_ptr<int> more) { return *witness + *more; });
+    EXPECT_EQ((*block)(std::make_unique<int>(2)), 42);
+    id object = block->copy();
+    EXPECT_EQ(object, block) << "immutable: its copy is itself";
+    EXPECT_TRUE(object->isKindOfClass(NSBlock::class_()));
+    EXPECT_EQ(asBlock<int(std::unique_ptr<int>)>(object), block);
+    EXPECT_TRUE(!asBlock<void(int)>(object) && !asBlock<int()>(make<Violin>()) && !asBlock<int()>(nullptr));
+    block = nullptr;
+    EXPECT_EQ(witness.use_count(), 2);
+    object = nullptr;
+    EXPECT_EQ(witness.use_count(), 1) << "what it captured goes with it";
+}

@@ -1,0 +1,108 @@
+// Every language has room for its words, also in large letters and in the smallest window.
+#include "Tests/Window/WindowTesting.h"
+
+#include <QAbstractButton>
+#include <QHeaderView>
+
+namespace {
+
+/// A language, and how large the letters are to be.
+using Reader = std::tuple<const char *, int>;
+
+/// Sets the language before the application reads it.
+class WithLanguage : public testing::WithParamInterface<Reader> {
+protected:
+    WithLanguage() { ::setenv("LANGUAGE", std::get<0>(GetParam()), 1); }
+
+    static int scale() { return std::get<1>(GetParam()); }
+};
+
+class RoomTest : public WithLanguage, public WindowTest {
+protected:
+    RoomTest() {
+        QFont font = QApplication::font();
+        font.setPointSizeF(font.pointSizeF() * scale());
+        QApplication::setFont(font);
+    }
+
+    void smallest() {
+        QtTesting::settle();
+        window->resize(1, 1);
+        QtTesting::settle();
+    }
+
+    static bool showsText(const QWidget &widget) {
+        return (qobject_cast<const QLabel *>(&widget) || qobject_cast<const QAbstractButton *>(&widget) ||
+                qobject_cast<const QComboBox *>(&widget)) &&
+               widget.objectName() != QLatin1String("mainBackgroundView");
+    }
+
+    static QSize needed(const QWidget &widget) {
+        const auto *label = qobject_cast<const QLabel *>(&widget);
+        if (!label || !label->wordWrap())
+            return widget.sizeHint();
+        return {label->minimumSizeHint().width(), label->heightForWidth(label->width())};
+    }
+
+    static void expectRoom(const QWidget &root) {
+        QtTesting::settle();
+        int seen = 0;
+        for (const QWidget *widget : root.findChildren<QWidget *>()) {
+            if (!showsText(*widget) || !widget->isVisible() || widget->window() != root.window())
+                continue;
+            ++seen;
+            const std::string name = widget->objectName().toStdString();
+            EXPECT_GE(widget->width(), needed(*widget).width()) << name;
+            EXPECT_GE(widget->height(), needed(*widget).height()) << name;
+            EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry())) << name;
+        }
+        EXPECT_GT(seen, 0);
+    }
+};
+
+} // namespace
+
+TEST_P(RoomTest, isEnough) {
+    open();
+    smallest();
+    expectRoom(*window);
+    const QSize screen = scale() == 1 ? QSize(800, 600) : QSize(1280, 900);
+    EXPECT_LE(window->width(), screen.width());
+
+    const int margin = table->fontMetrics().height();
+    const QRect place = table->viewport()->rect().adjusted(margin, margin, -margin, -margin);
+    const QRect placeholder = table->fontMetrics().boundingRect(place, Qt::AlignCenter | Qt::TextWordWrap,
+                                                                table->placeholderText());
+    EXPECT_TRUE(place.contains(placeholder)) << "what an empty table says";
+
+    addQueue("Laser", laserUri);
+    addQueue("Network", networkUri);
+    const QHeaderView &header = *table->horizontalHeader();
+    EXPECT_GE(header.sectionSize(0), header.sectionSizeHint(0));
+    EXPECT_GE(table->rowHeight(0), table->fontMetrics().height());
+    for (const int row : {1, 0}) {
+        choose(row);
+        smallest();
+        expectRoom(*window);
+        EXPECT_LE(window->height(), screen.height());
+    }
+
+    for (const char *key :
+         {"Get Printer Status", "Printer Status Tip", "Get Printer Toner", "Setting Success", "Setting fail"})
+        for (const bool indicatorHidden : {true, false}) {
+            tip->setMsgText(NSLocalizedString(textOf(key)));
+            tip->setProIndicator(indicatorHidden);
+            tip->center();
+            tip->show();
+            expectRoom(*tip);
+            tip->hide();
+        }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, RoomTest,
+                         testing::Combine(testing::Values("de", "en", "es", "fr", "ja", "zh_CN", "zh_TW"),
+                                          testing::Values(1, 2)),
+                         [](const auto &reader) {
+                             return std::get<0>(reader.param) +
+                                    std::string(std::get<1>(reader.param) == 1 ? "" : "InLargeLetters");
+                         });

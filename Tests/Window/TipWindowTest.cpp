@@ -1,0 +1,124 @@
+// The tip window and the controller that ends its runs.
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/NSException.h"
+#include "Tests/Window/WindowTesting.h"
+
+#include <QKeyEvent>
+#include <QTimer>
+
+#include <atomic>
+
+TEST_F(WindowTest, theTipIsCentredOverItsParent) {
+    open();
+    tip->setMsgText(u"Text"_ns);
+    const NSRect parents[] = {
+        {100, 200, 800, 600}, {0, 0, 10, 10}, {-500, -300, 1024.5, 768.5}, {7, 7, 0, 0}, {}};
+    for (const NSRect &parent : parents) {
+        tip->setParentFrame(parent);
+        EXPECT_EQ(tip->parentFrame(), parent);
+        tip->center();
+        EXPECT_NEAR(tip->x(), parent.x + (parent.width - tip->width()) / 2, 0.5);
+        EXPECT_NEAR(tip->y(), parent.y + (parent.height - tip->height()) / 2, 0.5);
+    }
+    EXPECT_LT(tip->x(), 0) << "without a window its centre is at the origin of the screen";
+
+    window->setGeometry(150, 120, 700, 500);
+    addQueue("Laser", laserUri);
+    QRect place;
+    tipsDuring([&] {
+        QTimer::singleShot(0, tip, [&] { place = tip->geometry(); });
+        table->selectRow(0);
+    });
+    EXPECT_LE((place.center() - window->frameGeometry().center()).manhattanLength(), 2)
+        << "over the main window, whenever it is run";
+}
+
+TEST_F(WindowTest, theTipShowsTextAndIndicator) {
+    open();
+    auto *const message = part<QLabel>("message");
+    auto *const indicator = part<QProgressBar>("tipProgress");
+    for (const bool hidden : {true, false, true, false}) {
+        tip->setProIndicator(hidden);
+        EXPECT_EQ(indicator->isHidden(), hidden);
+        EXPECT_EQ(std::pair(indicator->minimum(), indicator->maximum()), std::pair(0, 0)) << "indeterminate";
+    }
+    tip->setMsgText(u"One"_ns);
+    EXPECT_EQ(message->text(), QStringLiteral("One"));
+    tip->setMsgText(nullptr);
+    EXPECT_EQ(message->text(), QString());
+    tip->setMsgText(u"<b>&Two</b>"_ns);
+
+    tip->show();
+    tip->close();
+    EXPECT_TRUE(tip->isVisible()) << "only the timer ends a tip";
+    for (const int key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(tip, &press);
+        EXPECT_TRUE(tip->isVisible());
+    }
+    tip->setStopModalState();
+    EXPECT_FALSE(tip->isVisible()) << "no run to stop: only hidden";
+    EXPECT_EQ(logged("---------setStopModalState"), 1);
+}
+
+TEST_F(WindowTest, theTipsParentFrameIsReadWhole) {
+    open();
+    std::atomic<bool> done = false;
+    std::atomic<int> torn = 0;
+    std::vector<std::thread> threads;
+    for (int writer = 1; writer <= 2; ++writer)
+        threads.emplace_back([&, writer] {
+            for (double i = writer; !done; i += 2)
+                tip->setParentFrame({i, i, i, i});
+        });
+    for (int i = 0; i < 100'000; ++i) {
+        const NSRect frame = tip->parentFrame();
+        torn += frame.x != frame.y || frame.y != frame.width || frame.width != frame.height;
+    }
+    done = true;
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(torn, 0);
+}
+
+TEST(UtilityControllerTest, isOneByEveryRoad) {
+    std::vector<id> roads(8);
+    std::vector<std::thread> threads;
+    for (id &road : roads)
+        threads.emplace_back([&road] { road = UtilityController::shareInstance(); });
+    for (std::thread &thread : threads)
+        thread.join();
+    const auto controller = UtilityController::shareInstance();
+    roads.insert(roads.end(), {UtilityController::allocWithZone(), controller->copy(),
+                               class_createInstance(UtilityController::class_())});
+    for (const id &road : roads)
+        EXPECT_EQ(road, controller);
+    EXPECT_THROW(controller->mutableCopy(), NSException);
+    EXPECT_EQ(controller->printerNameArray()->count(), 0u);
+}
+
+TEST_F(WindowTest, theTimerEndsTheRunAndDisarmsItself) {
+    open();
+    const auto controller = UtilityController::shareInstance();
+    const auto stops = [&] { return logged("---------setStopModalState"); };
+    controller->startRefreshTimer(3);
+    qt.advance(2999ms);
+    QtTesting::settle();
+    EXPECT_EQ(stops(), 0);
+    for (int i = 0; i < 3; ++i) {
+        qt.advance(3s);
+        QtTesting::settle();
+        EXPECT_EQ(stops(), 1);
+    }
+    EXPECT_EQ(interface->delegate->tipWindow(), tip);
+    interface->delegate->setTipWindow(nullptr);
+    controller->startRefreshTimer(1);
+    qt.advance(10s);
+    QtTesting::settle();
+    EXPECT_EQ(stops(), 1) << "without a tip window it is only disarmed";
+    interface->delegate->setTipWindow(tip);
+    qt.advance(10s);
+    QtTesting::settle();
+    EXPECT_EQ(stops(), 1);
+}
