@@ -65,7 +65,7 @@ template <class R, class... A>
 std::string methodEncoding() {
     std::size_t offset = 16;
     std::string arguments;
-    [[maybe_unused]] const auto add = [&](std::string encoding, std::size_t size) {
+    [[maybe_unused]] const auto add = [&](const std::string &encoding, std::size_t size) {
         arguments += encoding + std::to_string(offset);
         offset += size < sizeof(int) ? sizeof(int) : size;
     };
