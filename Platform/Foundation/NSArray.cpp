@@ -54,6 +54,7 @@ public:
     explicit PlainArray(std::vector<id> objects) : objects_(std::move(objects)) {}
 
     NSUInteger count() const override { return objects_.size(); }
+    std::optional<std::span<const id>> elements() const override { return objects_; }
     id objectAtIndex(NSUInteger index) const override {
         checkIndex("NSArray objectAtIndex:", index, objects_.size());
         return objects_[index];
@@ -69,6 +70,7 @@ public:
     explicit PlainMutableArray(std::vector<id> objects) : objects_(std::move(objects)) {}
 
     NSUInteger count() const override { return objects_.size(); }
+    std::optional<std::span<const id>> elements() const override { return objects_; }
     id objectAtIndex(NSUInteger index) const override {
         checkIndex("NSArray objectAtIndex:", index, objects_.size());
         return objects_[index];

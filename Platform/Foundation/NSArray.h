@@ -18,6 +18,8 @@
 
 #include <functional>
 #include <initializer_list>
+#include <optional>
+#include <span>
 #include <vector>
 
 class NSData;
@@ -47,6 +49,9 @@ public:
     /// A copy of the elements in a range that fits.
     virtual std::vector<id> getObjects(NSRange range) const;
 
+    /// The elements of an ordinary array where they lie, nothing for any other: for a walk that runs nobody
+    /// else's code. Valid until the array changes.
+    virtual std::optional<std::span<const id>> elements() const { return std::nullopt; }
     /// Every element, as it is now.
     virtual std::vector<id> allObjects() const { return getObjects({0, count()}); }
     virtual id objectAtIndexedSubscript(NSUInteger index) const { return objectAtIndex(index); }

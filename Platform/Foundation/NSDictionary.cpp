@@ -47,6 +47,7 @@ public:
     explicit PlainDictionaryOf(ObjectTable table) : table_(std::move(table)) {}
 
     NSUInteger count() const override { return table_.count(); }
+    const ObjectTable *table() const override { return &table_; }
     id objectForKey(const id &key) const override {
         const id *value = table_.find(key);
         return value ? *value : nullptr;
@@ -143,6 +144,10 @@ Ref<NSDictionary> NSDictionary::dictionaryWithEntries(Entries entries) {
     ObjectTable table(entries.size());
     for (const auto &[key, value] : entries)
         checkedSet(table, key, value);
+    return make<PlainDictionary>(std::move(table));
+}
+
+Ref<NSDictionary> NSDictionary::dictionaryWithTable(ObjectTable table) {
     return make<PlainDictionary>(std::move(table));
 }
 
@@ -245,6 +250,10 @@ id NSDictionary::mutableCopy() const {
 
 Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithCapacity(NSUInteger capacity) {
     return make<PlainMutableDictionary>(ObjectTable(capacity));
+}
+
+Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithTable(ObjectTable table) {
+    return make<PlainMutableDictionary>(std::move(table));
 }
 
 Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithDictionary(const Ref<NSDictionary> &dictionary,

@@ -21,6 +21,7 @@
 
 class NSArray;
 class NSSet;
+class ObjectTable;
 
 class NSDictionary : public NSObject {
     NS_CLASS(NSDictionary, NSObject)
@@ -33,6 +34,8 @@ public:
     static Ref<NSDictionary> dictionary();
     static Ref<NSDictionary> dictionaryWithEntries(Entries entries);
     static Ref<NSDictionary> dictionaryWithDictionary(const Ref<NSDictionary> &dictionary);
+    /// Takes the table over; its keys are copies already.
+    static Ref<NSDictionary> dictionaryWithTable(ObjectTable table);
     /// Raises NSInvalidArgumentException when there are not as many objects as keys.
     static Ref<NSDictionary> dictionaryWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys);
 
@@ -42,6 +45,9 @@ public:
     /// The enumerator keeps the dictionary, which must not change meanwhile.
     virtual Ref<NSEnumerator> keyEnumerator() const = 0;
 
+    /// The table behind an ordinary dictionary, null behind any other: for a walk that runs nobody else's
+    /// code. Valid until the dictionary changes.
+    virtual const ObjectTable *table() const { return nullptr; }
     /// Every entry, as it is now.
     std::vector<std::pair<id, id>> allEntries() const;
     virtual id objectForKeyedSubscript(const id &key) const { return objectForKey(key); }
@@ -104,6 +110,7 @@ class NSMutableDictionary : public NSDictionary {
 public:
     static Ref<NSMutableDictionary> dictionary() { return dictionaryWithCapacity(0); }
     static Ref<NSMutableDictionary> dictionaryWithCapacity(NSUInteger capacity);
+    static Ref<NSMutableDictionary> dictionaryWithTable(ObjectTable table);
     /// With `copyItems`, the values are copies of the others.
     static Ref<NSMutableDictionary> dictionaryWithDictionary(const Ref<NSDictionary> &dictionary,
                                                              bool copyItems = false);

@@ -1,3 +1,4 @@
+#include "Platform/Foundation/DecimalText.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSDictionary.h"
@@ -6,151 +7,297 @@
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/ObjectTable.h"
+#include "Platform/Foundation/Unicode.h"
+#include "Platform/Runtime/Class.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace {
 
-const char *whyInvalid(const id &value, std::size_t depth);
+/// Growing memory whose end is written to directly.
+class Output {
+public:
+    /// Room for `count` more bytes; `wrote` says how far it was used.
+    char *room(std::size_t count) {
+        if (bytes_.size() - used_ < count)
+            bytes_.resize(std::max(2 * bytes_.size(), used_ + count));
+        return reinterpret_cast<char *>(bytes_.data()) + used_;
+    }
+    void wrote(const char *end) {
+        used_ = static_cast<std::size_t>(end - reinterpret_cast<char *>(bytes_.data()));
+    }
 
-const char *whyInvalid(const NSArray &array, std::size_t depth) {
-    const char *reason = nullptr;
-    array.enumerateObjectsUsingBlock([&](const id &element, NSUInteger, bool &stop) {
-        reason = whyInvalid(element, depth + 1);
-        stop = reason;
-    });
+    void put(char byte) {
+        *room(1) = byte;
+        ++used_;
+    }
+    void put(std::string_view text) { wrote(std::copy(text.begin(), text.end(), room(text.size()))); }
+    void fill(std::size_t count, char byte) { wrote(std::fill_n(room(count), count, byte)); }
+
+    std::vector<std::uint8_t> take() {
+        bytes_.resize(used_);
+        return std::move(bytes_);
+    }
+
+private:
+    std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(256);
+    std::size_t used_ = 0;
+};
+
+enum class Kind { string, number, array, dictionary, null, other };
+
+/// What JSON makes of an object. Ordinary objects are told by their very class, others by their ancestors.
+Kind kindOf(const NSObject *object) {
+    static const std::array<std::pair<Class, Kind>, 5> kinds = {{{NSString::class_(), Kind::string},
+                                                                 {NSNumber::class_(), Kind::number},
+                                                                 {NSDictionary::class_(), Kind::dictionary},
+                                                                 {NSArray::class_(), Kind::array},
+                                                                 {NSNull::class_(), Kind::null}}};
+    const Class own = object ? object->isa() : nullptr;
+    for (const auto &[cls, kind] : kinds)
+        if (own == cls)
+            return kind;
+    for (const auto &[cls, kind] : kinds)
+        if (own && own->isSubclassOf(cls))
+            return kind;
+    return Kind::other;
+}
+
+template <class T>
+const T &known(const id &object) {
+    return static_cast<const T &>(*object);
+}
+
+/// Why nothing was written; null when all is well.
+using Reason = const char *;
+
+/// Every entry of the dictionary, until `visit` gives a reason.
+template <class Visit>
+Reason eachEntry(const NSDictionary &dictionary, Visit visit) {
+    Reason reason = nullptr;
+    if (const ObjectTable *table = dictionary.table()) {
+        for (const auto &entry : table->entries())
+            if (entry.key && (reason = visit(entry.key, entry.value)))
+                break;
+    } else {
+        dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
+            reason = visit(key, value);
+            stop = reason;
+        });
+    }
     return reason;
 }
 
-const char *whyInvalid(const NSDictionary &dictionary, std::size_t depth) {
-    const char *reason = nullptr;
-    dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
-        reason = as<NSString>(key) ? whyInvalid(value, depth + 1) : "Invalid key: not a text.";
-        stop = reason;
-    });
-    return reason;
+/// Every element of the array, in the same way.
+template <class Visit>
+Reason eachElement(const NSArray &array, Visit visit) {
+    const auto walk = [&](std::span<const id> elements) -> Reason {
+        for (const id &element : elements)
+            if (Reason reason = visit(element))
+                return reason;
+        return nullptr;
+    };
+    if (const auto elements = array.elements())
+        return walk(*elements);
+    return walk(array.allObjects());
 }
 
-/// Why the value cannot be written, null when it can. `depth` is the number of containers around it.
-const char *whyInvalid(const id &value, std::size_t depth) {
-    const auto array = as<NSArray>(value);
-    const auto dictionary = as<NSDictionary>(value);
-    if ((array || dictionary) && depth >= NSJSONSerialization::deepestNesting)
-        return "Too many nested arrays or dictionaries.";
-    if (array)
-        return whyInvalid(*array, depth);
-    if (dictionary)
-        return whyInvalid(*dictionary, depth);
-    if (const auto number = as<NSNumber>(value))
-        return std::isfinite(number->doubleValue()) ? nullptr : "Invalid number: not finite.";
-    return as<NSString>(value) || as<NSNull>(value) ? nullptr : "Invalid type.";
+constexpr Reason tooDeep = "Too many nested arrays or dictionaries.";
+constexpr Reason notText = "Invalid key: not a text.";
+constexpr Reason notFinite = "Invalid number: not finite.";
+
+/// `depth` is the number of containers around the value.
+Reason whyInvalid(const id &value, std::size_t depth) {
+    switch (kindOf(value.get())) {
+    case Kind::string:
+    case Kind::null:
+        return nullptr;
+    case Kind::number:
+        return std::isfinite(known<NSNumber>(value).doubleValue()) ? nullptr : notFinite;
+    case Kind::array:
+        if (depth >= NSJSONSerialization::deepestNesting)
+            return tooDeep;
+        return eachElement(known<NSArray>(value),
+                           [&](const id &element) { return whyInvalid(element, depth + 1); });
+    case Kind::dictionary:
+        if (depth >= NSJSONSerialization::deepestNesting)
+            return tooDeep;
+        return eachEntry(known<NSDictionary>(value), [&](const id &key, const id &object) {
+            return kindOf(key.get()) == Kind::string ? whyInvalid(object, depth + 1) : notText;
+        });
+    case Kind::other:
+        break;
+    }
+    return "Invalid type.";
 }
 
-/// Writes what `whyInvalid` has nothing against.
+/// For each ASCII character what stands behind the backslash: 0 for one that stays, 'u' for a number.
+constexpr auto escapes = [] {
+    std::array<char, 128> table{};
+    std::fill_n(table.begin(), 0x20, 'u');
+    constexpr std::string_view special = "\"\\\b\f\n\r\t/", letters = "\"\\bfnrt/";
+    for (std::size_t i = 0; i < special.size(); ++i)
+        table[static_cast<unsigned char>(special[i])] = letters[i];
+    return table;
+}();
+
 class Writer {
 public:
     explicit Writer(NSJSONWritingOptions options)
         : pretty_(options & NSJSONWritingOptions::PrettyPrinted),
-          sorted_(options & NSJSONWritingOptions::SortedKeys),
-          slashes_(options & NSJSONWritingOptions::WithoutEscapingSlashes) {}
+          sorted_(options & NSJSONWritingOptions::SortedKeys), escapes_(escapes) {
+        if (options & NSJSONWritingOptions::WithoutEscapingSlashes)
+            escapes_['/'] = 0;
+    }
 
-    const std::string &text() const { return text_; }
+    std::vector<std::uint8_t> take() { return out_.take(); }
 
-    /// False for a text with a surrogate that stands alone.
-    bool value(const id &object) {
-        if (const auto array = as<NSArray>(object))
-            return list('[', ']', array->allObjects(), [&](const id &element) { return value(element); });
-        if (const auto dictionary = as<NSDictionary>(object))
-            return list('{', '}', entries(*dictionary), [&](const Entry &entry) {
-                if (!string(*entry.first))
-                    return false;
-                text_ += pretty_ ? " : " : ":";
-                return value(entry.second);
+    Reason value(const id &object) {
+        switch (kindOf(object.get())) {
+        case Kind::string:
+            return string(known<NSString>(object));
+        case Kind::number:
+            return number(known<NSNumber>(object));
+        case Kind::array:
+            return list('[', ']', [&](auto item) {
+                return eachElement(known<NSArray>(object), [&](const id &element) {
+                    item();
+                    return value(element);
+                });
             });
-        if (const auto characters = as<NSString>(object))
-            return string(*characters);
-        const auto number = as<NSNumber>(object);
-        text_ += number ? digits(*number) : "null";
-        return true;
+        case Kind::dictionary:
+            return list('{', '}', [&](auto item) {
+                return entries(known<NSDictionary>(object), [&](const id &key, const id &element) {
+                    item();
+                    return entry(key, element);
+                });
+            });
+        case Kind::null:
+            out_.put("null");
+            return nullptr;
+        case Kind::other:
+            break;
+        }
+        return "Invalid type.";
     }
 
 private:
-    using Entry = std::pair<Ref<NSString>, id>;
-
-    std::vector<Entry> entries(const NSDictionary &dictionary) const {
-        std::vector<Entry> all;
-        dictionary.enumerateKeysAndObjectsUsingBlock(
-            [&](const id &key, const id &object, bool &) { all.emplace_back(as<NSString>(key), object); });
-        if (sorted_)
-            std::sort(all.begin(), all.end(),
-                      [](const Entry &a, const Entry &b) { return a.first->units() < b.first->units(); });
-        return all;
+    template <class Visit>
+    Reason entries(const NSDictionary &dictionary, Visit visit) const {
+        if (!sorted_)
+            return eachEntry(dictionary, visit);
+        auto all = dictionary.allEntries();
+        for (const auto &[key, object] : all)
+            if (kindOf(key.get()) != Kind::string)
+                return notText;
+        std::sort(all.begin(), all.end(), [](const auto &a, const auto &b) {
+            return known<NSString>(a.first).units() < known<NSString>(b.first).units();
+        });
+        for (const auto &[key, object] : all)
+            if (Reason reason = visit(key, object))
+                return reason;
+        return nullptr;
     }
 
-    template <class Items, class Write>
-    bool list(char opening, char closing, const Items &items, Write &&write) {
-        text_ += opening;
+    Reason entry(const id &key, const id &object) {
+        if (kindOf(key.get()) != Kind::string)
+            return notText;
+        if (Reason reason = string(known<NSString>(key)))
+            return reason;
+        out_.put(pretty_ ? " : " : ":");
+        return value(object);
+    }
+
+    /// `items` writes the list, and calls what it is given before each item.
+    template <class Items>
+    Reason list(char opening, char closing, Items items) {
+        if (depth_ >= NSJSONSerialization::deepestNesting)
+            return tooDeep;
+        out_.put(opening);
         ++depth_;
-        for (std::size_t i = 0; i < items.size(); ++i) {
-            if (i)
-                text_ += ',';
+        bool empty = true;
+        const Reason reason = items([&] {
+            if (!empty)
+                out_.put(',');
+            empty = false;
             startLine();
-            if (!write(items[i]))
-                return false;
-        }
-        if (pretty_ && items.empty())
-            text_ += '\n';
+        });
+        if (pretty_ && empty)
+            out_.put('\n');
         --depth_;
         startLine();
-        text_ += closing;
-        return true;
+        out_.put(closing);
+        return reason;
     }
 
     void startLine() {
-        if (pretty_)
-            text_.append(1, '\n').append(2 * depth_, ' ');
+        if (!pretty_)
+            return;
+        out_.put('\n');
+        out_.fill(2 * depth_, ' ');
     }
 
-    static std::string digits(const NSNumber &number) {
+    Reason number(const NSNumber &number) {
+        DecimalBuffer buffer;
         if (number.isBoolean())
-            return number.boolValue() ? "true" : "false";
-        if (number.isFloating()) // a float in the digits of a double, which is how it is read
-            return NSNumber::numberWithDouble(number.doubleValue())->stringValue()->utf8();
-        return number.stringValue()->utf8();
-    }
-
-    bool string(const NSString &characters) {
-        const auto bytes = characters.strictUTF8();
-        if (!bytes)
-            return false;
-        text_ += '"';
-        for (const char byte : *bytes)
-            escaped(byte);
-        text_ += '"';
-        return true;
-    }
-
-    void escaped(char byte) {
-        static constexpr std::string_view special = "\"\\\b\f\n\r\t", letters = "\"\\bfnrt";
-        static constexpr char hexadecimal[] = "0123456789abcdef";
-        if (const auto found = special.find(byte); found != std::string_view::npos)
-            text_.append(1, '\\').append(1, letters[found]);
-        else if (byte == '/' && !slashes_)
-            text_ += "\\/";
-        else if (byte >= 0 && byte < 0x20)
-            text_.append("\\u00").append(1, hexadecimal[byte >> 4]).append(1, hexadecimal[byte & 15]);
+            out_.put(number.boolValue() ? "true" : "false");
+        else if (!std::isfinite(number.doubleValue()))
+            return notFinite;
+        else if (number.isFloating()) // a float in the digits of a double, which is how it is read
+            out_.put(decimalText(number.doubleValue(), buffer));
+        else if (number.objCType() >= 'A' && number.objCType() <= 'Z')
+            out_.put(decimalText(number.unsignedLongLongValue(), buffer));
         else
-            text_ += byte;
+            out_.put(decimalText(number.longLongValue(), buffer));
+        return nullptr;
+    }
+
+    Reason string(const NSString &text) {
+        const std::u16string &units = text.units();
+        constexpr std::size_t longest = 6; // bytes a unit: a backslash, "u" and four digits
+        char *out = out_.room(longest * units.size() + 2);
+        *out++ = '"';
+        for (std::size_t i = 0; i < units.size();) {
+            const char16_t unit = units[i];
+            if (unit < 0x80 && !escapes_[unit]) {
+                *out++ = static_cast<char>(unit);
+                ++i;
+            } else if (unit < 0x80) {
+                out = escaped(out, unit);
+                ++i;
+            } else {
+                const std::size_t length = unicode::encodeCharacter(units, i, out);
+                if (length == 0)
+                    return "Invalid text: a surrogate stands alone.";
+                out += length;
+            }
+        }
+        *out++ = '"';
+        out_.wrote(out);
+        return nullptr;
+    }
+
+    char *escaped(char *out, char16_t unit) const {
+        static constexpr char hexadecimal[] = "0123456789abcdef";
+        *out++ = '\\';
+        *out++ = escapes_[unit];
+        if (escapes_[unit] == 'u')
+            for (const char digit : {'0', '0', hexadecimal[unit >> 4], hexadecimal[unit & 15]})
+                *out++ = digit;
+        return out;
     }
 
     const bool pretty_;
     const bool sorted_;
-    const bool slashes_;
+    std::array<char, 128> escapes_;
     std::size_t depth_ = 0;
-    std::string text_;
+    Output out_;
 };
 
 Ref<NSData> fail(Ref<NSError> *error, const char *reason) {
@@ -165,7 +312,8 @@ Ref<NSData> fail(Ref<NSError> *error, const char *reason) {
 }
 
 bool isContainer(const id &object) {
-    return as<NSArray>(object) || as<NSDictionary>(object);
+    const Kind kind = kindOf(object.get());
+    return kind == Kind::array || kind == Kind::dictionary;
 }
 
 } // namespace
@@ -178,10 +326,8 @@ Ref<NSData> NSJSONSerialization::dataWithJSONObject(const id &object, NSJSONWrit
                                                     Ref<NSError> *error) {
     if (!isContainer(object) && !(options & NSJSONWritingOptions::FragmentsAllowed))
         return fail(error, "Invalid top-level type: neither array nor dictionary.");
-    if (const char *reason = whyInvalid(object, 0))
-        return fail(error, reason);
     Writer writer(options);
-    if (!writer.value(object))
-        return fail(error, "Invalid text: a surrogate stands alone.");
-    return NSData::dataWithBytes(writer.text().data(), writer.text().size());
+    if (Reason reason = writer.value(object))
+        return fail(error, reason);
+    return make<NSData>(writer.take());
 }

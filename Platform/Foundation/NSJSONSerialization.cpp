@@ -7,20 +7,59 @@
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/ObjectTable.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <memory>
+#include <vector>
+
+// The reader skips blanks and plain characters sixteen at a time where the processor can.
+#if defined(__SSE2__)
+#define RAPIDJSON_SSE2
+#elif defined(__ARM_NEON)
+#define RAPIDJSON_NEON
+#endif
 #include <rapidjson/error/en.h>
-#include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
 namespace {
 
-/// Builds the objects while the reader walks the text.
+/// The keys seen last. Records of a list have the same keys, so most are here already.
+class RecentKeys {
+public:
+    /// None for bytes that are not valid UTF-8. The bytes must outlive the table.
+    const Ref<NSString> &key(std::string_view bytes) {
+        Slot &slot = slots_[slotOf(bytes)];
+        if (slot.bytes != bytes || !slot.key)
+            slot = {bytes, NSString::stringWithUTF8String(bytes)};
+        return slot.key;
+    }
+
+private:
+    struct Slot {
+        std::string_view bytes;
+        Ref<NSString> key;
+    };
+    static constexpr std::size_t size = 256;
+
+    static std::size_t slotOf(std::string_view bytes) {
+        const auto at = [&](std::size_t i) { return std::size_t{static_cast<unsigned char>(bytes[i])}; };
+        const std::size_t length = bytes.size();
+        return length == 0 ? 0 : (length * 7 + at(0) * 31 + at(length / 2) * 61 + at(length - 1)) % size;
+    }
+
+    std::array<Slot, size> slots_;
+};
+
+/// Builds the objects while the reader walks the text. What is open waits on one stack: the elements of an
+/// array, or keys and values in turn, until the end tells how many there are.
 class Builder {
 public:
     explicit Builder(bool mutableContainers) : mutable_(mutableContainers) {}
 
-    id result() const { return result_; }
+    id result() const { return pending_.front(); }
     const char *refusal() const { return refusal_; }
 
     bool Null() { return value(NSNull::null()); }
@@ -35,61 +74,57 @@ public:
     bool Double(double number) { return value(NSNumber::numberWithDouble(number)); }
     bool RawNumber(const char *, rapidjson::SizeType, bool) { return false; }
     bool String(const char *bytes, rapidjson::SizeType length, bool) {
-        const auto string = text(bytes, length);
-        return string && value(string);
+        return text(NSString::stringWithUTF8String({bytes, length}));
     }
-    bool Key(const char *bytes, rapidjson::SizeType length, bool) {
-        levels_.back().key = text(bytes, length);
-        return levels_.back().key != nullptr;
+    bool Key(const char *bytes, rapidjson::SizeType length, bool) { return text(keys_.key({bytes, length})); }
+    bool StartObject() { return open(); }
+    bool StartArray() { return open(); }
+    bool EndObject(rapidjson::SizeType count) {
+        ObjectTable table(count);
+        for (auto entry = pending_.end() - 2 * static_cast<std::ptrdiff_t>(count); entry != pending_.end();
+             entry += 2)
+            table.set(std::move(entry[0]), std::move(entry[1]));
+        return close(2 * std::size_t{count}, mutable_
+                                                 ? NSMutableDictionary::dictionaryWithTable(std::move(table))
+                                                 : NSDictionary::dictionaryWithTable(std::move(table)));
     }
-    bool StartObject() { return open({nullptr, NSMutableDictionary::dictionary(), nullptr}); }
-    bool StartArray() { return open({NSMutableArray::array(), nullptr, nullptr}); }
-    bool EndObject(rapidjson::SizeType) { return close(); }
-    bool EndArray(rapidjson::SizeType) { return close(); }
+    bool EndArray(rapidjson::SizeType count) {
+        std::vector<id> elements(std::move_iterator(pending_.end() - static_cast<std::ptrdiff_t>(count)),
+                                 std::move_iterator(pending_.end()));
+        return close(count, mutable_ ? NSMutableArray::arrayWithObjects(std::move(elements))
+                                     : NSArray::arrayWithObjects(std::move(elements)));
+    }
 
 private:
-    struct Level {
-        Ref<NSMutableArray> array;
-        Ref<NSMutableDictionary> dictionary;
-        Ref<NSString> key;
-    };
+    bool value(id object) {
+        pending_.push_back(std::move(object));
+        return true;
+    }
 
-    Ref<NSString> text(const char *bytes, std::size_t length) {
-        auto string = NSString::stringWithUTF8String({bytes, length});
+    bool text(Ref<NSString> string) {
         if (!string)
             refusal_ = "Invalid UTF-8 in string.";
-        return string;
+        return string && value(std::move(string));
     }
 
-    bool value(const id &object) {
-        if (levels_.empty())
-            result_ = object;
-        else if (Level &level = levels_.back(); level.array)
-            level.array->addObject(object);
-        else
-            level.dictionary->setObject(object, level.key);
-        return true;
-    }
-
-    bool open(Level level) {
-        if (levels_.size() >= NSJSONSerialization::deepestNesting) {
+    bool open() {
+        if (depth_ == NSJSONSerialization::deepestNesting)
             refusal_ = "Too many nested arrays or dictionaries.";
-            return false;
-        }
-        levels_.push_back(std::move(level));
-        return true;
+        else
+            ++depth_;
+        return !refusal_;
     }
 
-    bool close() {
-        const Level level = std::move(levels_.back());
-        levels_.pop_back();
-        const id container = level.array ? id(level.array) : id(level.dictionary);
-        return value(mutable_ ? container : container->copy());
+    bool close(std::size_t used, id container) {
+        --depth_;
+        pending_.resize(pending_.size() - used);
+        return value(std::move(container));
     }
 
     const bool mutable_;
-    std::vector<Level> levels_;
-    id result_;
+    RecentKeys keys_;
+    std::vector<id> pending_;
+    std::size_t depth_ = 0; // bounds the reader's recursion, too
     const char *refusal_ = nullptr;
 };
 
@@ -105,8 +140,15 @@ void fail(Ref<NSError> *error, const char *reason, std::size_t offset) {
               NSString::stringWithFormat("%s Around character %lu.", reason, offset)}}));
 }
 
-constexpr unsigned readerFlags = rapidjson::kParseValidateEncodingFlag | rapidjson::kParseFullPrecisionFlag |
-                                 rapidjson::kParseIterativeFlag;
+/// A copy of the text for the reader to work in. The zeros behind it end it, and let the reader look at whole
+/// registers.
+std::unique_ptr<char[]> workingCopy(std::string_view text) {
+    constexpr std::size_t padding = 32;
+    auto copy = std::make_unique_for_overwrite<char[]>(text.size() + padding);
+    std::copy(text.begin(), text.end(), copy.get());
+    std::fill_n(copy.get() + text.size(), padding, '\0');
+    return copy;
+}
 
 std::string_view withoutByteOrderMark(std::string_view text) {
     return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
@@ -122,10 +164,12 @@ id NSJSONSerialization::JSONObjectWithData(const Ref<NSData> &data, NSJSONReadin
     }
     const std::string_view whole(reinterpret_cast<const char *>(data->bytes()), data->length());
     const std::string_view text = withoutByteOrderMark(whole);
-    rapidjson::MemoryStream stream(text.data(), text.size());
+    const auto copy = workingCopy(text);
+    rapidjson::InsituStringStream stream(copy.get());
     rapidjson::Reader reader;
     Builder builder(options & NSJSONReadingOptions::MutableContainers);
-    const rapidjson::ParseResult parsed = reader.Parse<readerFlags>(stream, builder);
+    const rapidjson::ParseResult parsed =
+        reader.Parse<rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag>(stream, builder);
     if (parsed.IsError()) {
         fail(error, builder.refusal() ? builder.refusal() : rapidjson::GetParseError_En(parsed.Code()),
              parsed.Offset() + (whole.size() - text.size()));

@@ -1,11 +1,10 @@
 #include "Platform/Foundation/NSNumber.h"
 
+#include "Platform/Foundation/DecimalText.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
-#include <charconv>
 #include <cmath>
-#include <concepts>
 #include <functional>
 #include <limits>
 
@@ -30,21 +29,11 @@ std::uint64_t cutUnsigned(double value) {
     return value >= twoTo63 ? static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(cut(value));
 }
 
-template <std::integral T>
+template <class T>
 Ref<NSString> decimal(T value) {
-    char text[40];
-    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-    return make<NSString>(std::u16string(text, end));
-}
-
-/// The fewest digits that read back equal; an exponent only where plain digits would be many.
-template <std::floating_point T>
-Ref<NSString> decimal(T value) {
-    char text[40];
-    const bool plain = value == 0 || (std::abs(value) >= T(1e-5) && std::abs(value) < T(1e16));
-    const auto end = plain ? std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr
-                           : std::to_chars(text, text + sizeof text, value).ptr;
-    return make<NSString>(std::u16string(text, end));
+    DecimalBuffer buffer;
+    const std::string_view text = decimalText(value, buffer);
+    return make<NSString>(std::u16string(text.begin(), text.end()));
 }
 
 } // namespace

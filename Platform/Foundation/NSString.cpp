@@ -84,10 +84,22 @@ Ref<NSData> NSString::dataUsingUTF8() const {
 }
 
 bool NSString::isEqual(const id &other) const {
-    return other.get() == this || isEqualToString(as<NSString>(other));
+    if (other.get() == this)
+        return true;
+    const auto *text = peek<NSString>(other);
+    return text && text->units_ == units_;
 }
 
 NSUInteger NSString::hash() const {
+    NSUInteger hash = hash_.load(std::memory_order_relaxed);
+    if (hash == 0) {
+        hash = std::hash<std::u16string>()(units_);
+        hash_.store(hash, std::memory_order_relaxed);
+    }
+    return hash;
+}
+
+NSUInteger NSMutableString::hash() const {
     return std::hash<std::u16string>()(units_);
 }
 

@@ -11,6 +11,7 @@
 #include "Platform/Runtime/NSObject.h"
 
 #include <array>
+#include <atomic>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -115,6 +116,9 @@ public:
 
 protected:
     std::u16string units_;
+
+private:
+    mutable std::atomic<NSUInteger> hash_{0}; // of an immutable text; 0 until asked for
 };
 
 class NSMutableString : public NSString {
@@ -124,6 +128,7 @@ public:
 
     static Ref<NSMutableString> string() { return make<NSMutableString>(); }
 
+    NSUInteger hash() const override;
     id copy() const override { return make<NSString>(units_); }
 
     void appendString(const Ref<NSString> &text);

@@ -12,9 +12,9 @@ NSUInteger spread(NSUInteger hash) {
 
 } // namespace
 
-NSUInteger ObjectTable::locate(NSUInteger hash, const NSObject &key, const id &keyObject) const {
+NSUInteger ObjectTable::locate(NSUInteger hash, const id &key) const {
     const auto matches = [&](const Entry &entry) {
-        return entry.key && entry.hash == hash && (entry.key.get() == &key || entry.key->isEqual(keyObject));
+        return entry.hash == hash && entry.key && (entry.key == key || entry.key->isEqual(key));
     };
     if (index_.empty()) {
         for (NSUInteger i = 0; i < entries_.size(); ++i)
@@ -32,17 +32,17 @@ NSUInteger ObjectTable::locate(NSUInteger hash, const NSObject &key, const id &k
 const id *ObjectTable::find(const id &key) const {
     if (!key || !live_)
         return nullptr;
-    const NSUInteger found = locate(key->hash(), *key, key);
+    const NSUInteger found = locate(key->hash(), key);
     return found == absent ? nullptr : &entries_[found].value;
 }
 
-bool ObjectTable::set(const id &key, const id &value) {
+bool ObjectTable::set(id key, id value) {
     const NSUInteger hash = key->hash();
-    if (const NSUInteger found = locate(hash, *key, key); found != absent) {
-        const id released = std::exchange(entries_[found].value, value);
+    if (const NSUInteger found = locate(hash, key); found != absent) {
+        entries_[found].value.swap(value); // what was there goes when this call ends: its end may look here
         return false;
     }
-    entries_.push_back({hash, key, value});
+    entries_.emplace_back(hash, std::move(key), std::move(value));
     ++live_;
     if (entries_.size() > smallest && 2 * entries_.size() > index_.size()) {
         rebuild();
@@ -59,7 +59,7 @@ bool ObjectTable::set(const id &key, const id &value) {
 bool ObjectTable::remove(const id &key) {
     if (!key || !live_)
         return false;
-    const NSUInteger found = locate(key->hash(), *key, key);
+    const NSUInteger found = locate(key->hash(), key);
     if (found == absent)
         return false;
     // The entry stays as a gap, so that the index holds; gaps go when they are the majority.

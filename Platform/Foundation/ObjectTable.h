@@ -4,23 +4,30 @@
 
 #include "Platform/Runtime/NSObject.h"
 
+#include <span>
 #include <vector>
 
 class ObjectTable {
 public:
     struct Entry {
-        NSUInteger hash;
+        NSUInteger hash = 0;
         id key; ///< none in an entry that was removed
         id value;
+
+        Entry() = default;
+        Entry(NSUInteger itsHash, id itsKey, id itsValue)
+            : hash(itsHash), key(std::move(itsKey)), value(std::move(itsValue)) {}
     };
 
     explicit ObjectTable(NSUInteger capacity = 0) { entries_.reserve(capacity); }
 
     NSUInteger count() const { return live_; }
+    /// In the order of insertion; one without a key was removed. Valid until the table changes.
+    std::span<const Entry> entries() const { return entries_; }
     /// The value of an equal key, or null.
     const id *find(const id &key) const;
     /// Sets the value of an equal key, which stays as it is (false), or adds the entry at the end (true).
-    bool set(const id &key, const id &value);
+    bool set(id key, id value);
     bool remove(const id &key);
 
     /// The first live entry at or after `position`, which moves behind it; null at the end.
@@ -31,7 +38,7 @@ public:
 private:
     static constexpr NSUInteger smallest = 8; // up to here a walk beats an index
 
-    NSUInteger locate(NSUInteger hash, const NSObject &key, const id &keyObject) const;
+    NSUInteger locate(NSUInteger hash, const id &key) const;
     void rebuild();
 
     std::vector<Entry> entries_;

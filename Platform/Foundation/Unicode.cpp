@@ -1,7 +1,6 @@
 #include "Platform/Foundation/Unicode.h"
 
 #include <algorithm>
-#include <algorithm>
 
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
@@ -56,15 +55,12 @@ bool convert(std::u16string_view units, std::string &out) {
     const auto length = units.size();
     out.reserve(out.size() + length);
     for (std::size_t i = appendASCII(units, 0, out); i < length; i = appendASCII(units, i, out)) {
-        UChar32 character;
-        U16_NEXT(units.data(), i, length, character);
-        if (U_IS_SURROGATE(character)) {
-            valid = false;
-            character = replacement;
-        }
         char bytes[U8_MAX_LENGTH];
-        std::size_t count = 0;
-        U8_APPEND_UNSAFE(bytes, count, character);
+        std::size_t count = unicode::encodeCharacter(units, i, bytes);
+        if (count == 0) {
+            valid = false;
+            U8_APPEND_UNSAFE(bytes, count, replacement);
+        }
         out.append(bytes, count);
     }
     return valid;
@@ -78,12 +74,22 @@ std::optional<std::u16string> unicode::utf16FromUTF8(std::string_view bytes) {
 }
 
 bool unicode::isValidUTF8(std::string_view bytes) {
-    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; }) || utf16FromUTF8(bytes);
+    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; }) ||
+           utf16FromUTF8(bytes);
 }
 
 std::optional<std::string> unicode::utf8FromUTF16(std::u16string_view units) {
     std::string bytes;
     return convert(units, bytes) ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+std::size_t unicode::encodeCharacter(std::u16string_view units, std::size_t &index, char *bytes) {
+    UChar32 character;
+    U16_NEXT(units.data(), index, units.size(), character);
+    std::size_t count = 0;
+    if (!U_IS_SURROGATE(character))
+        U8_APPEND_UNSAFE(bytes, count, character);
+    return count;
 }
 
 void unicode::appendUTF8(std::string &out, std::u16string_view units) {

@@ -12,6 +12,9 @@ std::optional<std::u16string> utf16FromUTF8(std::string_view bytes);
 bool isValidUTF8(std::string_view bytes);
 /// None when a surrogate stands alone.
 std::optional<std::string> utf8FromUTF16(std::u16string_view units);
+/// Writes the character at `index`, which moves behind it, and gives how many bytes that took, at most 3 a
+/// unit; 0 when a surrogate stands alone there.
+std::size_t encodeCharacter(std::u16string_view units, std::size_t &index, char *bytes);
 /// Appends the text; a surrogate that stands alone becomes U+FFFD.
 void appendUTF8(std::string &out, std::u16string_view units);
 /// Appends the text; an invalid sequence becomes U+FFFD.

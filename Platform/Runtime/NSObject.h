@@ -58,6 +58,12 @@ Ref<T> as(const id &object) {
     return object && object->isKindOfClass(T::class_()) ? std::static_pointer_cast<T>(object) : nullptr;
 }
 
+/// The same without a share in the object: for a look at what somebody else keeps meanwhile.
+template <class T>
+T *peek(const id &object) {
+    return object && object->isKindOfClass(T::class_()) ? static_cast<T *>(object.get()) : nullptr;
+}
+
 #define NS_CLASS(Type, Super)                                                                                \
 public:                                                                                                      \
     using super = Super;                                                                                     \

@@ -103,6 +103,25 @@ std::string mutated(std::string bytes, std::mt19937 &random, std::string_view pi
 
 } // namespace
 
+// Keys are remembered while a text is read; a thousand of them crowd each other out.
+TEST(JSON, ManyKeysStayApart) {
+    std::string json = "[";
+    for (int round = 0; round < 2; ++round) {
+        json += round ? ",{" : "{";
+        for (int i = 0; i < 1000; ++i)
+            json += (i ? ",\"k" : "\"k") + std::to_string(i) + "\":" + std::to_string(1000 * round + i);
+        json += "}";
+    }
+    const auto records = as<NSArray>(readJSON(json + "]"));
+    ASSERT_TRUE(records);
+    for (int i = 0; i < 2000; ++i) {
+        const auto record = as<NSDictionary>(records->objectAtIndex(static_cast<NSUInteger>(i) / 1000));
+        const auto value = as<NSNumber>(record->objectForKey(NSString::stringWithFormat("k%d", i % 1000)));
+        ASSERT_TRUE(value) << i;
+        EXPECT_EQ(value->intValue(), i);
+    }
+}
+
 TEST(JSON, readsValues) {
     const std::pair<std::string, std::string> table[] = {
         {" \t\r\nfalse ", "B 0"},

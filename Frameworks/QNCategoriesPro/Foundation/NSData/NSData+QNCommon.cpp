@@ -6,7 +6,10 @@
 #include "Platform/Foundation/NSJSONSerialization.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/TextWriter.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <zlib.h>
 
@@ -18,16 +21,19 @@ Ref<NSString> qn::UTF8String(const Ref<NSData> &data) {
 }
 
 Ref<NSString> qn::hexString(const Ref<NSData> &data) {
-    static constexpr char16_t digits[] = u"0123456789ABCDEF";
+    static constexpr auto digitPairs = [] {
+        constexpr char16_t digits[] = u"0123456789ABCDEF";
+        std::array<std::array<char16_t, 2>, 256> pairs{};
+        for (std::size_t byte = 0; byte < pairs.size(); ++byte)
+            pairs[byte] = {digits[byte >> 4], digits[byte & 15]};
+        return pairs;
+    }();
     if (!data)
         return nullptr;
-    std::u16string text;
-    text.reserve(data->length() * 2);
-    for (const std::uint8_t byte : data->span()) {
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
-    }
-    return make<NSString>(std::move(text));
+    TextWriter text(data->length() * 2);
+    for (const std::uint8_t byte : data->span())
+        text.wrote(std::copy_n(digitPairs[byte].begin(), 2, text.room(2)));
+    return make<NSString>(text.take());
 }
 
 Ref<NSString> qn::APNSToken(const Ref<NSData> &data) {

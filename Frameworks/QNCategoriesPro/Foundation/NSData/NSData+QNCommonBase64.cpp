@@ -4,7 +4,9 @@
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSString.h"
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace {
 
@@ -20,27 +22,42 @@ constexpr auto values = [] {
     return table;
 }();
 
-/// One to three bytes as four characters.
-void appendGroup(std::string &out, std::span<const std::uint8_t> bytes) {
-    std::uint32_t bits = 0;
-    for (std::size_t i = 0; i < 3; ++i)
-        bits = bits << 8 | (i < bytes.size() ? bytes[i] : 0u);
-    for (std::size_t i = 0; i < 4; ++i)
-        out += i <= bytes.size() ? alphabet[bits >> (18 - 6 * i) & 63] : '=';
+using CharacterPair = std::array<char, 2>;
+
+/// The characters of every twelve bits.
+constexpr auto pairs = [] {
+    std::array<CharacterPair, 4096> table;
+    for (std::size_t bits = 0; bits < table.size(); ++bits)
+        table[bits] = {alphabet[bits >> 6], alphabet[bits & 63]};
+    return table;
+}();
+
+/// Three bytes as four characters; gives the end of them.
+std::uint8_t *writeGroup(std::uint8_t *out, std::uint8_t first, std::uint8_t second, std::uint8_t third) {
+    const std::uint32_t bits = std::uint32_t{first} << 16 | std::uint32_t{second} << 8 | third;
+    std::memcpy(out, &pairs[bits >> 12], 2);
+    std::memcpy(out + 2, &pairs[bits & 4095], 2);
+    return out + 4;
 }
 
-std::string encoded(std::span<const std::uint8_t> bytes) {
-    std::string text;
-    text.reserve((bytes.size() / 3 + 1) * 4 * (lineLength + 1) / lineLength + 1);
-    std::size_t column = 0;
-    for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(bytes.size(), 3))) {
-        appendGroup(text, bytes.first(std::min<std::size_t>(bytes.size(), 3)));
-        column = (column + 4) % lineLength;
-        if (column == 0)
-            text += '\n';
+/// In lines of 64 columns, each with a line feed behind it.
+std::vector<std::uint8_t> encoded(std::span<const std::uint8_t> bytes) {
+    constexpr std::size_t bytesPerLine = lineLength / 4 * 3;
+    const std::size_t characters = (bytes.size() + 2) / 3 * 4;
+    std::vector<std::uint8_t> text(characters + (characters + lineLength - 1) / lineLength);
+    std::uint8_t *out = text.data();
+    while (!bytes.empty()) {
+        const auto line = bytes.first(std::min(bytes.size(), bytesPerLine));
+        bytes = bytes.subspan(line.size());
+        std::size_t i = 0;
+        for (; i + 3 <= line.size(); i += 3)
+            out = writeGroup(out, line[i], line[i + 1], line[i + 2]);
+        if (const std::size_t rest = line.size() - i; rest > 0) {
+            out = writeGroup(out, line[i], rest > 1 ? line[i + 1] : std::uint8_t{0}, 0);
+            std::fill(out - (3 - rest), out, std::uint8_t{'='});
+        }
+        *out++ = '\n';
     }
-    if (column > 0)
-        text += '\n';
     return text;
 }
 
@@ -69,14 +86,14 @@ std::optional<std::vector<std::uint8_t>> decoded(std::span<const std::uint8_t> t
 } // namespace
 
 Ref<NSData> qn::base64EncodedData(const Ref<NSData> &data) {
-    if (!data)
-        return nullptr;
-    const std::string text = encoded(data->span());
-    return NSData::dataWithBytes(text.data(), text.size());
+    return data ? make<NSData>(encoded(data->span())) : nullptr;
 }
 
 Ref<NSString> qn::base64EncodedString(const Ref<NSData> &data) {
-    return data ? NSString::stringWithUTF8String(encoded(data->span())) : nullptr;
+    if (!data)
+        return nullptr;
+    const auto text = encoded(data->span());
+    return make<NSString>(std::u16string(text.begin(), text.end()));
 }
 
 Ref<NSData> qn::base64DecodedData(const Ref<NSData> &data) {
