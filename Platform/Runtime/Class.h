@@ -85,6 +85,18 @@ void objc_registerClasses() {
     (static_cast<void>(Classes::class_()), ...);
 }
 
+namespace runtime {
+
+/// Gives the class a member function or a free function as an operation; false when it has the selector.
+template <auto Function>
+bool addMethod(Class cls, const char *selector) {
+    auto method = methodOf<Function>();
+    method.name = sel_registerName(selector);
+    return cls->addMethod(std::move(method));
+}
+
+} // namespace runtime
+
 /// What NS_IMPLEMENTATION hands to a class to declare itself with.
 template <class T>
 class ClassBuilder {
@@ -97,13 +109,15 @@ public:
     /// An operation of instances: a member function under its full selector.
     template <auto Member>
     ClassBuilder &method(const char *selector) {
-        return add(cls_, runtime::methodOf<Member>(), selector);
+        runtime::addMethod<Member>(cls_, selector);
+        return *this;
     }
 
     /// An operation of the class object: a static function under its full selector.
     template <auto Function>
     ClassBuilder &classMethod(const char *selector) {
-        return add(cls_->metaClass(), runtime::methodOf<Function>(), selector);
+        runtime::addMethod<Function>(cls_->metaClass(), selector);
+        return *this;
     }
 
     /// A property: of a data member, or computed by a member function. See Property.h.
@@ -152,12 +166,6 @@ public:
     }
 
 private:
-    ClassBuilder &add(Class cls, objc_method method, const char *selector) {
-        method.name = sel_registerName(selector);
-        cls->addMethod(std::move(method));
-        return *this;
-    }
-
     Class cls_;
 };
 
