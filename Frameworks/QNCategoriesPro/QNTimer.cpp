@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/QNTimer.h"
 
+#include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 #include "Platform/Dispatch/MainQueue.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Message.h"
@@ -9,21 +10,6 @@ NS_IMPLEMENTATION(QNTimer) {
         .method<&QNTimer::invalidate>("invalidate")
         .method<&QNTimer::isValid>("isValid");
 }
-
-namespace {
-
-class Locked {
-public:
-    explicit Locked(dispatch::Semaphore &lock) : lock_(lock) { lock_.wait(); }
-    Locked(const Locked &) = delete;
-    Locked &operator=(const Locked &) = delete;
-    ~Locked() { lock_.signal(); }
-
-private:
-    dispatch::Semaphore &lock_;
-};
-
-} // namespace
 
 Ref<QNTimer> QNTimer::timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
                                             bool repeats) {
@@ -59,7 +45,7 @@ void QNTimer::fire() {
     id target;
     bool repeats = false;
     {
-        const Locked locked(_lock);
+        const SemaphoreLock locked(_lock);
         target = _target.lock();
         repeats = _repeats;
     }
@@ -71,7 +57,7 @@ void QNTimer::fire() {
 void QNTimer::invalidate() {
     std::shared_ptr<dispatch::TimerSource> cancelled; // cancelled without the lock: its handler may be ours
     {
-        const Locked locked(_lock);
+        const SemaphoreLock locked(_lock);
         if (!_valid)
             return;
         cancelled = std::move(_source);
@@ -82,16 +68,16 @@ void QNTimer::invalidate() {
 }
 
 bool QNTimer::repeats() const {
-    const Locked locked(_lock);
+    const SemaphoreLock locked(_lock);
     return _repeats;
 }
 
 NSTimeInterval QNTimer::timeInterval() const {
-    const Locked locked(_lock);
+    const SemaphoreLock locked(_lock);
     return _timeInterval;
 }
 
 bool QNTimer::isValid() const {
-    const Locked locked(_lock);
+    const SemaphoreLock locked(_lock);
     return _valid;
 }

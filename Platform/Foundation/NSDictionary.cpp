@@ -302,3 +302,11 @@ void NSMutableDictionary::setDictionary(const Ref<NSDictionary> &dictionary) {
 id NSMutableDictionary::copy() const {
     return make<PlainDictionary>(tableOf(*this));
 }
+
+id NSDictionary::valueForKey(const Ref<NSString> &key) const {
+    return objectForKey(key);
+}
+
+void NSMutableDictionary::setValue(const id &value, const Ref<NSString> &forKey) {
+    setObjectForKeyedSubscript(value, forKey);
+}

@@ -51,6 +51,8 @@ public:
     /// Every entry, as it is now.
     std::vector<std::pair<id, id>> allEntries() const;
     virtual id objectForKeyedSubscript(const id &key) const { return objectForKey(key); }
+    /// The object of the key.
+    id valueForKey(const Ref<NSString> &key) const override;
     virtual Ref<NSArray> allKeys() const;
     virtual Ref<NSArray> allValues() const;
     /// The keys whose value equals the object.
@@ -126,6 +128,8 @@ public:
     /// `setObject:forKeyedSubscript:`, under a name of its own since the arguments are those of `setObject`:
     /// sets the entry, or removes it for none.
     virtual void setObjectForKeyedSubscript(const id &object, const id &key);
+    /// Sets the entry, or removes it for none.
+    void setValue(const id &value, const Ref<NSString> &forKey) override;
     virtual void removeAllObjects();
     virtual void removeObjectsForKeys(const Ref<NSArray> &keys);
     virtual void addEntriesFromDictionary(const Ref<NSDictionary> &dictionary);

@@ -5,6 +5,7 @@
 #include "Platform/Runtime/Class.h"
 
 #include <cmath>
+#include <cstring>
 #include <functional>
 #include <limits>
 
@@ -58,6 +59,15 @@ std::int64_t NSNumber::longLongValue() const {
 
 std::uint64_t NSNumber::unsignedLongLongValue() const {
     return isFloating() ? cutUnsigned(floating_) : unsigned_;
+}
+
+void NSNumber::getValue(void *value, NSUInteger size) const {
+    checkSize(size);
+    if (encoding_ == 'f') {
+        const float narrow = floatValue();
+        std::memcpy(value, &narrow, size);
+    } else // The low bytes come first, so that a narrow number is the beginning of a wide one.
+        std::memcpy(value, &unsigned_, size);
 }
 
 double NSNumber::doubleValue() const {

@@ -3,14 +3,14 @@
 // Immutable; any thread.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Foundation/NSValue.h"
 
 #include <cstdint>
 
 class NSString;
 
-class NSNumber : public NSObject {
-    NS_CLASS(NSNumber, NSObject)
+class NSNumber : public NSValue {
+    NS_CLASS(NSNumber, NSValue)
 public:
     NSNumber(char encoding, std::int64_t value) : encoding_(encoding), signed_(value) {}
     NSNumber(char encoding, std::uint64_t value) : encoding_(encoding), unsigned_(value) {}
@@ -48,6 +48,8 @@ public:
 
     /// The encoding of the type it was made from: one of "BcCsSiIqQfd".
     char objCType() const { return encoding_; }
+    using NSValue::getValue;
+    void getValue(void *value, NSUInteger size) const override;
     bool isBoolean() const { return encoding_ == 'B'; }
     bool isFloating() const { return encoding_ == 'f' || encoding_ == 'd'; }
 
@@ -73,7 +75,9 @@ public:
     bool isEqual(const id &other) const override;
     NSUInteger hash() const override;
     Ref<NSString> description() const override { return stringValue(); }
-    id copy() const override { return self(); }
+
+protected:
+    std::string encodedType() const override { return std::string(1, encoding_); }
 
 private:
     bool isUnsigned() const;

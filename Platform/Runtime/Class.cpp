@@ -1,5 +1,6 @@
 #include "Platform/Runtime/Class.h"
 
+#include <algorithm>
 #include <map>
 
 namespace {
@@ -7,6 +8,7 @@ namespace {
 struct Registry {
     std::mutex lock;
     std::map<std::string, Class, std::less<>> classes;
+    std::map<std::string, Class (*)(), std::less<>> announced; // not used yet, maybe
     std::vector<Ref<objc_class>> owned;
 
     Class own(Ref<objc_class> cls) {
@@ -81,6 +83,26 @@ Method objc_class::findMethod(SEL selector) const {
     return nullptr;
 }
 
+namespace {
+
+template <class T>
+bool addNamed(std::vector<std::unique_ptr<T>> &list, T member) {
+    if (std::ranges::any_of(list, [&](const auto &each) { return each->name == member.name; }))
+        return false;
+    list.push_back(std::make_unique<T>(std::move(member)));
+    return true;
+}
+
+template <class T>
+std::vector<const T *> pointers(const std::vector<std::unique_ptr<T>> &list) {
+    std::vector<const T *> result;
+    for (const auto &each : list)
+        result.push_back(each.get());
+    return result;
+}
+
+} // namespace
+
 bool objc_class::addMethod(objc_method method) {
     const std::scoped_lock guard(writing_);
     const MethodTable *current = table_.load(std::memory_order_relaxed);
@@ -94,10 +116,49 @@ bool objc_class::addMethod(objc_method method) {
 
 std::vector<Method> objc_class::methods() const {
     const std::scoped_lock guard(writing_);
-    std::vector<Method> list;
-    for (const auto &method : methods_)
-        list.push_back(method.get());
-    return list;
+    return pointers(methods_);
+}
+
+bool objc_class::addIvar(objc_ivar ivar) {
+    const std::scoped_lock guard(writing_);
+    return addNamed(ivars_, std::move(ivar));
+}
+
+bool objc_class::addProperty(objc_property property) {
+    const std::scoped_lock guard(writing_);
+    return addNamed(properties_, std::move(property));
+}
+
+std::vector<Ivar> objc_class::ivars() const {
+    const std::scoped_lock guard(writing_);
+    return pointers(ivars_);
+}
+
+std::vector<objc_property_t> objc_class::properties() const {
+    const std::scoped_lock guard(writing_);
+    return pointers(properties_);
+}
+
+Ivar objc_class::findIvar(std::string_view name) const {
+    for (const objc_class *cls = this; cls; cls = cls->superclass_)
+        for (const Ivar ivar : cls->ivars())
+            if (ivar->name == name)
+                return ivar;
+    return nullptr;
+}
+
+void objc_class::addProtocol(std::string_view name) {
+    const std::scoped_lock guard(writing_);
+    protocols_.emplace_back(name);
+}
+
+bool objc_class::conformsToProtocol(std::string_view name) const {
+    for (const objc_class *cls = this; cls; cls = cls->superclass_) {
+        const std::scoped_lock guard(cls->writing_);
+        if (std::ranges::find(cls->protocols_, name) != cls->protocols_.end())
+            return true;
+    }
+    return false;
 }
 
 Class objc_class::registerClass(const char *name, Class superclass,
@@ -114,16 +175,23 @@ Class objc_class::registerClass(const char *name, Class superclass,
     return cls;
 }
 
-Class objc_getClass(std::string_view name) {
+void runtime::announceClass(const char *name, Class (*find)()) {
     const std::scoped_lock guard(registry().lock);
-    const auto found = registry().classes.find(name);
-    return found == registry().classes.end() ? nullptr : found->second;
+    registry().announced.emplace(name, find);
+}
+
+Class objc_getClass(std::string_view name) {
+    std::unique_lock guard(registry().lock);
+    if (const auto found = registry().classes.find(name); found != registry().classes.end())
+        return found->second;
+    const auto found = registry().announced.find(name);
+    if (found == registry().announced.end())
+        return nullptr;
+    const auto find = found->second;
+    guard.unlock(); // the class enters the registry itself
+    return find();
 }
 
 id class_createInstance(Class cls) {
     return cls && cls->instantiate ? cls->instantiate() : nullptr;
-}
-
-bool class_addMethod(Class cls, SEL selector, IMP imp, std::string types, const std::type_info &signature) {
-    return cls && selector && imp && cls->addMethod({selector, std::move(types), imp, &signature});
 }

@@ -4,27 +4,13 @@
 // at run time is seen by every send that starts after `class_addMethod` returned.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
-#include "Platform/Runtime/TypeEncoding.h"
+#include "Platform/Runtime/Property.h"
 
 #include <atomic>
 #include <functional>
 #include <mutex>
 #include <string>
-#include <typeinfo>
 #include <vector>
-
-/// An implementation, kept untyped; the typed message send casts it back after checking the signature.
-using IMP = void (*)();
-
-/// A method of a class. Lives as long as the class.
-struct objc_method {
-    SEL name;
-    std::string types;               ///< e.g. "v24@0:8@16"
-    IMP imp;                         ///< `R (*)(NSObject *, SEL, A…)`
-    const std::type_info *signature; ///< the C++ type behind `imp`
-};
-using Method = const objc_method *;
 
 struct objc_class final : NSObject {
     using Instantiate = std::function<id()>;
@@ -57,6 +43,20 @@ struct objc_class final : NSObject {
     /// The methods this class itself has, in the order they were added.
     std::vector<Method> methods() const;
 
+    /// False, and nothing changes, when the class itself has one of that name already. Instance variables are
+    /// parts of the C++ class, so none is added once instances exist.
+    bool addIvar(objc_ivar ivar);
+    bool addProperty(objc_property property);
+    /// Those of this class itself, in the order they were added.
+    std::vector<Ivar> ivars() const;
+    std::vector<objc_property_t> properties() const;
+    /// The instance variable of that name of this class or a superclass; none when there is none.
+    Ivar findIvar(std::string_view name) const;
+
+    void addProtocol(std::string_view name);
+    /// Whether this class or a superclass conforms to the protocol.
+    bool conformsToProtocol(std::string_view name) const;
+
     Instantiate instantiate; ///< set once, while the class is declared
 
 private:
@@ -68,15 +68,16 @@ private:
     mutable std::mutex writing_;
     std::vector<std::unique_ptr<objc_method>> methods_;      // guarded by writing_
     std::vector<std::unique_ptr<MethodTable>> publications_; // old ones stay: readers hold no lock
+    std::vector<std::unique_ptr<objc_ivar>> ivars_;          // guarded by writing_, as are the next two
+    std::vector<std::unique_ptr<objc_property>> properties_;
+    std::vector<std::string> protocols_;
     std::atomic<const MethodTable *> table_{nullptr};
 };
 
-/// None for an unknown name.
-Class objc_getClass(std::string_view name);
 /// A new instance by the class's own way of making one; none for a class that has none.
 id class_createInstance(Class cls);
-/// False when the class itself has the selector already.
-bool class_addMethod(Class cls, SEL selector, IMP imp, std::string types, const std::type_info &signature);
+/// None for an unknown name.
+Class objc_getClass(std::string_view name);
 
 /// Makes the classes known by name now instead of at their first use.
 template <class... Classes>
@@ -86,45 +87,12 @@ void objc_registerClasses() {
 
 namespace runtime {
 
-template <class T, class Source>
-decltype(auto) unwrap(Source &&value) {
-    if constexpr (isRef<std::decay_t<T>>)
-        return as<typename std::decay_t<T>::element_type>(value);
-    else
-        return std::forward<Source>(value);
-}
-
-/// A function with the shape of a message send for a member function or a free function.
-template <auto Function>
-struct Thunk;
-
-template <class T, class R, class... A, R (T::*Member)(A...)>
-struct Thunk<Member> {
-    static Result<R> call(NSObject *self, SEL, Argument<A>... arguments) {
-        return (static_cast<T *>(self)->*Member)(unwrap<A>(arguments)...);
-    }
-    static std::string types() { return methodEncoding<R, A...>(); }
-};
-
-template <class T, class R, class... A, R (T::*Member)(A...) const>
-struct Thunk<Member> {
-    static Result<R> call(NSObject *self, SEL, Argument<A>... arguments) {
-        return (static_cast<const T *>(self)->*Member)(unwrap<A>(arguments)...);
-    }
-    static std::string types() { return methodEncoding<R, A...>(); }
-};
-
-template <class R, class... A, R (*Free)(A...)>
-struct Thunk<Free> {
-    static Result<R> call(NSObject *, SEL, Argument<A>... arguments) { return Free(unwrap<A>(arguments)...); }
-    static std::string types() { return methodEncoding<R, A...>(); }
-};
-
+/// Gives the class a member function or a free function as an operation; false when it has the selector.
 template <auto Function>
 bool addMethod(Class cls, const char *selector) {
-    using Thunk = Thunk<Function>;
-    return class_addMethod(cls, sel_registerName(selector), reinterpret_cast<IMP>(&Thunk::call),
-                           Thunk::types(), typeid(&Thunk::call));
+    auto method = methodOf<Function>();
+    method.name = sel_registerName(selector);
+    return cls->addMethod(std::move(method));
 }
 
 } // namespace runtime
@@ -149,6 +117,45 @@ public:
     template <auto Function>
     ClassBuilder &classMethod(const char *selector) {
         runtime::addMethod<Function>(cls_->metaClass(), selector);
+        return *this;
+    }
+
+    /// A property: of a data member, or computed by a member function. See Property.h.
+    template <auto Member>
+    ClassBuilder &property(const char *name, std::string_view attributes = "",
+                           runtime::Protocols protocols = {}) {
+        runtime::declareProperty(cls_, runtime::Declared<Member>::declaration(protocols), name, attributes);
+        return *this;
+    }
+
+    /// A property computed by two member functions.
+    template <auto Getter, auto Setter>
+    ClassBuilder &property(const char *name, std::string_view attributes = "",
+                           runtime::Protocols protocols = {}) {
+        auto declaration = runtime::Declared<Getter>::declaration(protocols);
+        declaration.set = declaration.setCopy = runtime::methodOf<Setter>();
+        runtime::declareProperty(cls_, declaration, name, attributes);
+        return *this;
+    }
+
+    /// A property of the type without a member: for dynamic ones.
+    template <class Type>
+    ClassBuilder &property(const char *name, std::string_view attributes = "D",
+                           runtime::Protocols protocols = {}) {
+        runtime::declareProperty(cls_, runtime::declarationOf<Type>(protocols), name, attributes);
+        return *this;
+    }
+
+    /// An instance variable that is no property.
+    template <auto Member>
+    ClassBuilder &ivar(const char *name) {
+        runtime::declareIvar(cls_, runtime::Declared<Member>::declaration({}), name);
+        return *this;
+    }
+
+    /// The class conforms to the protocol, which is no more than a name.
+    ClassBuilder &protocol(const char *name) {
+        cls_->addProtocol(name);
         return *this;
     }
 

@@ -15,8 +15,8 @@ namespace runtime {
 ///
 ///     auto text = objc_msgSend<id>(object, sel_registerName("description"));
 ///
-/// Objects are given and returned as `id`; other arguments must have exactly the method's C++ types, which is
-/// checked. A receiver of none gives none, zero or false.
+/// Objects are given as `id`; other arguments must have the method's types, as told by their encodings, which
+/// is checked. A receiver of none gives none, zero or false.
 template <class R = void, class... A>
 R objc_msgSend(const id &receiver, SEL selector, const A &...arguments) {
     using Function = runtime::Result<R> (*)(NSObject *, SEL, runtime::Argument<A>...);
@@ -25,5 +25,12 @@ R objc_msgSend(const id &receiver, SEL selector, const A &...arguments) {
     const Method method = receiver->isa()->findMethod(selector);
     if (!method || *method->signature != typeid(Function))
         runtime::raiseUnrecognizedSelector(*receiver, selector, method);
-    return reinterpret_cast<Function>(method->imp)(receiver.get(), selector, arguments...);
+    const auto send = [&] {
+        return reinterpret_cast<Function>(method->imp)(receiver.get(), selector,
+                                                       runtime::carry<A>(arguments)...);
+    };
+    if constexpr (std::is_void_v<R>)
+        send();
+    else
+        return static_cast<R>(runtime::uncarry<R>(send()));
 }

@@ -36,5 +36,5 @@ Ref<Block<Signature>> makeBlock(Callable &&callable) {
 /// The object as a block of exactly this signature, or none.
 template <class Signature>
 Ref<Block<Signature>> asBlock(const id &object) {
-    return std::dynamic_pointer_cast<Block<Signature>>(object);
+    return as<Block<Signature>>(object);
 }

@@ -7,6 +7,7 @@
 inline constexpr const char *NSRangeException = "NSRangeException";
 inline constexpr const char *NSInvalidArgumentException = "NSInvalidArgumentException";
 inline constexpr const char *NSGenericException = "NSGenericException";
+inline constexpr const char *NSUnknownKeyException = "NSUnknownKeyException";
 
 class NSException : public std::runtime_error {
 public:

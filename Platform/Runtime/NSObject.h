@@ -10,12 +10,16 @@
 //
 //     NS_IMPLEMENTATION(Book) { cls.method<&Book::open>("open:"); }
 //
+// Properties are declared in the same place; see Property.h.
+//
 // The class object is made on first use of `Book::class_()`, its superclass first, so no order of static
 // initialisers matters; `objc_registerClasses<Book, …>()` makes classes known by name before that.
 #pragma once
 
 #include "Platform/Runtime/Ref.h"
 #include "Platform/Runtime/SEL.h"
+
+#include <type_traits>
 
 class NSString;
 template <class T>
@@ -27,6 +31,10 @@ public:
     NSObject(const NSObject &) = delete;
     NSObject &operator=(const NSObject &) = delete;
     virtual ~NSObject() = default;
+
+    /// The class that declared itself, and its name. A class without `NS_CLASS` has those of its base.
+    using Declared = NSObject;
+    static constexpr const char *declaredName = "NSObject";
 
     static Class class_();
     virtual Class isa() const { return class_(); }
@@ -42,6 +50,10 @@ public:
     /// A mutable copy. Raises NSInvalidArgumentException for a class that cannot be copied.
     virtual id mutableCopy() const;
 
+    // Key-value coding, told in Foundation/NSKeyValueCoding.h.
+    virtual id valueForKey(const Ref<NSString> &key) const;
+    virtual void setValue(const id &value, const Ref<NSString> &forKey);
+
     bool isKindOfClass(Class cls) const;
     bool isMemberOfClass(Class cls) const { return isa() == cls; }
     bool respondsToSelector(SEL selector) const;
@@ -52,10 +64,15 @@ private:
     static void declare(ClassBuilder<NSObject> &cls);
 };
 
-/// The object as a `T`, or none when it is none or of another class.
+/// The object as a `T`, or none when it is none or of another class. `as<objc_class>` finds class objects.
 template <class T>
 Ref<T> as(const id &object) {
-    return object && object->isKindOfClass(T::class_()) ? std::static_pointer_cast<T>(object) : nullptr;
+    if constexpr (std::is_same_v<T, NSObject>)
+        return object;
+    else if constexpr (std::is_same_v<T, typename T::Declared>)
+        return object && object->isKindOfClass(T::class_()) ? std::static_pointer_cast<T>(object) : nullptr;
+    else // Several C++ classes share a declaration, e.g. the blocks of every signature.
+        return std::dynamic_pointer_cast<T>(object);
 }
 
 /// The same without a share in the object: for a look at what somebody else keeps meanwhile.
@@ -67,6 +84,8 @@ T *peek(const id &object) {
 #define NS_CLASS(Type, Super)                                                                                \
 public:                                                                                                      \
     using super = Super;                                                                                     \
+    using Declared = Type;                                                                                   \
+    static constexpr const char *declaredName = #Type;                                                       \
     static Class class_();                                                                                   \
     Class isa() const override {                                                                             \
         return class_();                                                                                     \

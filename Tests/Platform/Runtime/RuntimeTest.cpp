@@ -4,6 +4,7 @@
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Message.h"
 #include "Platform/Runtime/NSBlock.h"
+#include "Platform/Runtime/Reflection.h"
 
 #include <gmock/gmock.h>
 
@@ -68,8 +69,8 @@ std::string refusal(Operation &&operation) {
 
 template <std::int32_t answer>
 bool addAnswer(Class cls, SEL selector) {
-    const auto method = +[](NSObject *, SEL) { return answer; };
-    return class_addMethod(cls, selector, reinterpret_cast<IMP>(method), "i16@0:8", typeid(method));
+    return class_addMethod(
+        cls, selector, +[](NSObject *, SEL) { return answer; });
 }
 
 } // namespace

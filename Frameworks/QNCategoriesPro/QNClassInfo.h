@@ -1,0 +1,72 @@
+// Records of classes: what a class itself declares, decoded once and kept for the life of the process.
+//
+//     const auto info = QNClassInfo::classInfoWithClass(Book::class_());
+//     const auto title = as<QNClassPropertyInfo>(info->propertyInfos()->objectForKey(u"title"_ns));
+//     title->setter();    // setTitle:
+//
+// Who adds to a class at run time marks its record with `setNeedUpdate`; the next lookup through the cache
+// rebuilds it, and it stays the same object.
+//
+// Threads: any. One lock guards the cache; rebuilding runs under it, building a new record does not. So of
+// two threads that ask first at once each may get a record of its own; later callers get the one stored last.
+// Who reads a record while it is rebuilt sees each dictionary either as it was or as it will be.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/QNClassMemberInfo.h"
+#include "Platform/Foundation/NSDictionary.h"
+
+#include <atomic>
+#include <mutex>
+
+class QNClassInfo : public NSObject {
+    NS_CLASS(QNClassInfo, NSObject)
+public:
+    /// The record kept in the cache, fresh. None for null.
+    static Ref<QNClassInfo> classInfoWithClass(Class cls);
+    /// None for an unknown name.
+    static Ref<QNClassInfo> classInfoWithClassName(const Ref<NSString> &name);
+    /// A new record that is not kept; those of the superclasses are. None for null.
+    static Ref<QNClassInfo> initWithClass(Class cls);
+    /// For `initWithClass`, which also completes the record.
+    explicit QNClassInfo(Class cls);
+
+    /// Reads the members of the class again.
+    void _update();
+    void setNeedUpdate() { ++_marks; }
+    bool needUpdate() const { return _marks != _marksSeen; }
+
+    Class cls() const { return _cls; }
+    /// Null for a root class.
+    Class superCls() const { return _superCls; }
+    /// Null for a meta-class.
+    Class metaCls() const { return _metaCls; }
+    bool isMeta() const { return _isMeta; }
+    Ref<NSString> name() const { return _name; }
+    /// None for a root class.
+    Ref<QNClassInfo> superClassInfo() const { return _superClassInfo; }
+    /// By name, what the class itself declares: QNClassIvarInfo, QNClassMethodInfo and QNClassPropertyInfo.
+    /// Never none.
+    Ref<NSDictionary> ivarInfos() const { return read(_ivarInfos); }
+    Ref<NSDictionary> methodInfos() const { return read(_methodInfos); }
+    Ref<NSDictionary> propertyInfos() const { return read(_propertyInfos); }
+
+private:
+    Ref<NSDictionary> read(const Ref<NSDictionary> &infos) const {
+        const std::scoped_lock guard(_reading);
+        return infos;
+    }
+
+    const Class _cls;
+    const Class _superCls;
+    const bool _isMeta;
+    Class _metaCls = nullptr;
+    const Ref<NSString> _name;
+    Ref<QNClassInfo> _superClassInfo;
+    // Counted, so that a mark set during an update outlives it.
+    std::atomic<std::uint64_t> _marks = 0;
+    std::atomic<std::uint64_t> _marksSeen = 0;
+    mutable std::mutex _reading; // guards the three references
+    Ref<NSDictionary> _ivarInfos;
+    Ref<NSDictionary> _methodInfos;
+    Ref<NSDictionary> _propertyInfos;
+};

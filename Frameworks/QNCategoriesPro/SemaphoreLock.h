@@ -1,0 +1,15 @@
+// Holds a semaphore of count 1 for the length of a scope, as a lock.
+#pragma once
+
+#include "Platform/Dispatch/Semaphore.h"
+
+class SemaphoreLock {
+public:
+    explicit SemaphoreLock(dispatch::Semaphore &semaphore) : semaphore_(semaphore) { semaphore_.wait(); }
+    SemaphoreLock(const SemaphoreLock &) = delete;
+    SemaphoreLock &operator=(const SemaphoreLock &) = delete;
+    ~SemaphoreLock() { semaphore_.signal(); }
+
+private:
+    dispatch::Semaphore &semaphore_;
+};

@@ -1,0 +1,403 @@
+#include "Platform/Runtime/Reflection.h"
+#include "Platform/Foundation/CGGeometry.h"
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSKeyValueCoding.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/NSObjCRuntime.h"
+#include "Platform/Runtime/Message.h"
+#include "Platform/Runtime/NSBlock.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+struct Pair {
+    std::int8_t small;
+    std::int32_t large;
+};
+union Either {
+    float number;
+    std::int32_t bits;
+};
+
+} // namespace
+
+template <>
+inline constexpr const char *runtime::customEncoding<Pair> = "{Pair=\"small\"c\"large\"i}";
+template <>
+inline constexpr const char *runtime::customEncoding<Either> = "(Either=fi)";
+
+namespace {
+
+class Author : public NSObject {
+    NS_CLASS(Author, NSObject)
+public:
+    Ref<NSString> name;
+};
+NS_IMPLEMENTATION(Author) {
+    cls.property<&Author::name>("name", "N");
+}
+
+class Book : public NSObject {
+    NS_CLASS(Book, NSObject)
+public:
+    enum class Binding : std::uint16_t { paper, cloth };
+    Ref<NSArray> words() const { return title ? title->componentsSeparatedByString(u" "_ns) : nullptr; }
+    bool isOpen() const { return open; }
+    void setOpen(bool value) { open = value; }
+    std::int32_t visible = 0;
+
+    Ref<NSString> title;
+    Ref<NSMutableArray> list;
+    Weak<Author> author;
+    id anything;
+    Class kind = nullptr;
+    SEL action = nullptr;
+    Ref<Block<int()>> block;
+    const char *text = nullptr;
+    int *pointer = nullptr;
+    long double longest = 0;
+    long long large = 0;
+    char letter = 0;
+    Binding binding = Binding::paper;
+    bool open = false;
+    CGRect frame;
+    Pair pair{};
+    Either either{};
+    std::int16_t numbers[3] = {};
+
+private:
+    double secret = 0.5;
+};
+NS_IMPLEMENTATION(Book) {
+    cls.property<&Book::title>("title", "N,C", {"P1", "P2"})
+        .property<&Book::list>("list", "C")
+        .property<&Book::author>("author")
+        .property<&Book::anything>("anything", "&,N", {"Author"})
+        .property<&Book::kind>("kind")
+        .property<&Book::action>("action")
+        .property<&Book::block>("block", "C")
+        .property<&Book::text>("text")
+        .property<&Book::pointer>("pointer")
+        .property<&Book::longest>("longest", "R")
+        .property<&Book::large>("x")
+        .property<&Book::letter>("letter", "N,Vinitial,Sput:,Gtake")
+        .property<&Book::binding>("binding")
+        .property<&Book::words>("words", "N")
+        .property<&Book::isOpen, &Book::setOpen>("open", "GisOpen,N")
+        .property<&Book::frame>("frame")
+        .property<&Book::pair>("pair")
+        .property<&Book::either>("either")
+        .property<&Book::numbers>("numbers")
+        .property<&Book::secret>("épaisseur", "R")
+        .property<Ref<NSString>>("later", "D,N")
+        .ivar<&Book::visible>("visible")
+        .protocol("Readable");
+}
+
+SEL operator""_sel(const char *name, std::size_t length) {
+    return sel_registerName({name, length});
+}
+
+std::string attributesOf(objc_property_t property) {
+    std::string text;
+    for (const auto &[name, value] : property_copyAttributeList(property))
+        text += (text.empty() ? "" : ",") + name + value;
+    return text;
+}
+
+Ref<NSString> operator""_key(const char *name, std::size_t length) {
+    return NSString::stringWithUTF8String({name, length});
+}
+
+std::string text(const id &object) {
+    return object ? object->description()->utf8() : "(none)";
+}
+
+/// Name and reason of what the operation raises.
+template <class Operation>
+std::string raised(Operation &&operation) {
+    try {
+        operation();
+        return "";
+    } catch (const NSException &exception) {
+        return exception.name() + " " + exception.reason();
+    }
+}
+
+} // namespace
+
+TEST(EncodedType, tellsLengthAndSize) {
+    const std::tuple<std::string, std::size_t, std::size_t, std::size_t> table[] = {
+        {"i16@0:8", 1, 4, 4},
+        {"rnVq", 4, 8, 8},
+        {"@\"NSString<P1>\"8", 15, 8, 8},
+        {"@?<v@?>i", 7, 8, 8},
+        {"@?<v@?<v>>i", 10, 8, 8},
+        {"@?i", 2, 8, 8},
+        {"^{Node=^{Node}i}D", 16, 8, 8},
+        {"{Opaque}", 8, 0, 1},
+        {"{Pair=\"a\"c\"b\"i}", 15, 8, 4},
+        {"{A=c{B=sq}c}", 12, 32, 8},
+        {"(U=c[5s])", 9, 10, 2},
+        {"[3{S=ic}]", 9, 24, 4},
+        {"[0i]", 4, 0, 4},
+        {"D", 1, 16, 16},
+    };
+    for (const auto &[encoding, length, size, alignment] : table) {
+        const auto type = runtime::firstType(encoding);
+        ASSERT_TRUE(type) << encoding;
+        EXPECT_EQ(std::tuple(type->length, type->size, type->alignment), std::tuple(length, size, alignment))
+            << encoding;
+        for (std::size_t cut = 0; cut < length && encoding[0] != 'r' && encoding[0] != '@'; ++cut)
+            EXPECT_FALSE(runtime::firstType(encoding.substr(0, cut))) << encoding << " " << cut;
+    }
+    for (const std::string encoding : {"", "r", "b3", "?", "{", "{A", "{A=", "{A=i", "{A=\"x}", "[4", "[4]",
+                                       "@\"N", "@?<", "[9999999999[9999999999[9999999999i]]]"})
+        EXPECT_FALSE(runtime::firstType(encoding)) << encoding;
+    EXPECT_FALSE(runtime::firstType(std::string(1 << 20, '^') + "v")) << "nested too deep";
+    EXPECT_FALSE(runtime::firstType(std::string(1 << 20, '[')));
+}
+
+TEST(Reflection, propertiesAndTheirAttributes) {
+    std::vector<std::string> list;
+    for (const objc_property_t property : class_copyPropertyList(Book::class_()))
+        list.push_back(std::string(property_getName(property)) + " " + attributesOf(property));
+    EXPECT_THAT(
+        list,
+        ElementsAre("title T@\"NSString<P1><P2>\",C,N,V_title", "list T@\"NSMutableArray\",C,V_list",
+                    "author T@\"Author\",W,V_author", "anything T@\"<Author>\",&,N,V_anything",
+                    "kind T#,V_kind", "action T:,V_action", "block T@?,C,V_block", "text Tr*,V_text",
+                    "pointer T^v,V_pointer", "longest TD,R,V_longest", "x Tq,V_x",
+                    "letter Tc,N,Gtake,Sput:,Vinitial", "binding TS,V_binding", "words T@\"NSArray\",R,N",
+                    "open TB,N,GisOpen", "frame T{CGRect={CGPoint=dd}{CGSize=dd}},V_frame",
+                    "pair T{Pair=\"small\"c\"large\"i},V_pair", "either T(Either=fi),V_either",
+                    "numbers T[3s],V_numbers", "épaisseur Td,R,V_épaisseur", "later T@\"NSString\",&,D,N"));
+    for (const char *selector : {"title", "setTitle:", "setX:", "take", "put:", "words", "isOpen",
+                                 "setOpen:", "setNumbers:", "épaisseur", "setBinding:"})
+        EXPECT_TRUE(Book::class_()->findMethod(sel_registerName(selector))) << selector;
+    for (const char *selector : {"letter", "setLetter:", "setWords:", "setLongest:", "open", "later",
+                                 "setLater:", "visible", "setÉpaisseur:"})
+        EXPECT_FALSE(Book::class_()->findMethod(sel_registerName(selector))) << selector;
+    EXPECT_EQ(runtime::setterName("épaisseur"), "setÉpaisseur:");
+    EXPECT_EQ(runtime::setterName("𐐨x"), "set𐐀x:") << "a character of two units";
+    EXPECT_TRUE(class_conformsToProtocol(Book::class_(), "Readable"));
+    EXPECT_FALSE(class_conformsToProtocol(Author::class_(), "Readable"));
+    EXPECT_EQ(objc_getClass("Author"), Author::class_()) << "named by a property, used by nobody before";
+    EXPECT_THAT(raised([] { runtime::declareProperty(Book::class_(), {"i"}, "z", "N,,R"); }),
+                HasSubstr("unknown property attribute"));
+}
+
+TEST(Reflection, instanceVariablesAreWhereTheyAre) {
+    const auto book = make<Book>();
+    book->visible = 7, book->large = -5;
+    const auto ivars = class_copyIvarList(Book::class_());
+    EXPECT_EQ(ivars.size(), 19u) << "computed and dynamic properties have none";
+    for (const Ivar ivar : ivars) {
+        const auto *at =
+            reinterpret_cast<const std::byte *>(static_cast<NSObject *>(book.get())) + ivar_getOffset(ivar);
+        const std::string name = ivar_getName(ivar), type = ivar_getTypeEncoding(ivar);
+        if (name == "visible") {
+            EXPECT_EQ(type, "i");
+            EXPECT_EQ(*reinterpret_cast<const std::int32_t *>(at), 7);
+        } else if (name == "_x") {
+            EXPECT_EQ(*reinterpret_cast<const long long *>(at), -5);
+        } else if (name == "_title") {
+            EXPECT_EQ(static_cast<const void *>(at), &book->title);
+            EXPECT_EQ(type, "@\"NSString<P1><P2>\"");
+        }
+    }
+}
+
+TEST(Reflection, methodsArgumentByArgument) {
+    const auto types = [](Class cls, SEL selector) {
+        std::string text;
+        if (const Method method = cls->findMethod(selector)) {
+            text = method_copyReturnType(method);
+            for (unsigned i = 0; i <= method_getNumberOfArguments(method); ++i)
+                text += " " + method_copyArgumentType(method, i);
+        }
+        return text;
+    };
+    const std::pair<SEL, std::string> table[] = {
+        {"frame"_sel, "{CGRect={CGPoint=dd}{CGSize=dd}} @ : "},
+        {"setFrame:"_sel, "v @ : {CGRect={CGPoint=dd}{CGSize=dd}} "},
+        {"setNumbers:"_sel, "v @ : [3s] "},
+        {"block"_sel, "@? @ : "},
+        {"setText:"_sel, "v @ : r* "},
+        {"setBinding:"_sel, "v @ : S "},
+    };
+    for (const auto &[selector, expected] : table)
+        EXPECT_EQ(types(Book::class_(), selector), expected);
+    const Method setter = Book::class_()->findMethod("setFrame:"_sel);
+    EXPECT_STREQ(method_getTypeEncoding(setter), "v48@0:8{CGRect={CGPoint=dd}{CGSize=dd}}16");
+    EXPECT_EQ(method_getName(setter), "setFrame:"_sel);
+    EXPECT_EQ(*setter->signature, typeid(void (*)(NSObject *, SEL, CGRect)));
+    const auto book = make<Book>();
+    reinterpret_cast<void (*)(NSObject *, SEL, CGRect)>(method_getImplementation(setter))(
+        book.get(), method_getName(setter), {{1, 2}, {3, 4}});
+    EXPECT_EQ(book->frame, (CGRect{{1, 2}, {3, 4}}));
+    EXPECT_EQ(method_copyArgumentType(setter, ~0u), "");
+}
+
+TEST(Reflection, namesAndNullHandles) {
+    const Class book = Book::class_();
+    EXPECT_EQ(class_getSuperclass(book), NSObject::class_());
+    EXPECT_TRUE(!class_isMetaClass(book) && class_isMetaClass(objc_getMetaClass("Book")));
+    EXPECT_EQ(NSClassFromString(u"Book"_ns), book);
+    EXPECT_EQ(NSStringFromClass(book)->utf8(), class_getName(book));
+    EXPECT_EQ(NSSelectorFromString(u"setX:"_ns), "setX:"_sel);
+    EXPECT_EQ(NSStringFromSelector("setX:"_sel)->utf8(), "setX:");
+    EXPECT_TRUE(!NSClassFromString(u"Nobody"_ns) && !NSClassFromString(nullptr) &&
+                !NSStringFromClass(nullptr) && !NSSelectorFromString(nullptr) &&
+                !objc_getMetaClass("Nobody"));
+    EXPECT_TRUE(!class_getSuperclass(nullptr) && !class_isMetaClass(nullptr) && !ivar_getName(nullptr) &&
+                !ivar_getOffset(nullptr) && !method_getName(nullptr) &&
+                !method_getNumberOfArguments(nullptr));
+    EXPECT_THAT(class_copyMethodList(nullptr), IsEmpty());
+    EXPECT_THAT(property_copyAttributeList(nullptr), IsEmpty());
+    EXPECT_EQ(class_getSuperclass(makeBlock<void()>([] {})->isa()), NSObject::class_()) << "NSBlock";
+}
+
+TEST(Reflection, classesAndMembersMadeAtRunTime) {
+    const Class made = objc_registerSubclass<Book>("Atlas", [](Class cls) {
+        class_addMethod(
+            cls, "maps"_sel, +[](NSObject *, SEL) { return 12; });
+    });
+    ASSERT_TRUE(made);
+    EXPECT_EQ(objc_registerSubclass<Book>("Atlas"), nullptr) << "the name is taken";
+    const id atlas = class_createInstance(objc_getClass("Atlas"));
+    EXPECT_TRUE(atlas->isMemberOfClass(made) && as<Book>(atlas));
+    EXPECT_EQ(objc_msgSend<std::int32_t>(atlas, "maps"_sel), 12);
+    EXPECT_EQ(text(atlas->valueForKey(u"maps"_ns)), "12");
+    EXPECT_TRUE(class_addProperty(made, "maps", {{"T", "i"}, {"R", ""}}));
+    EXPECT_FALSE(class_addProperty(made, "maps", {}) || class_addProperty(nullptr, "maps", {}));
+    EXPECT_EQ(attributesOf(class_copyPropertyList(made).front()), "Ti,R");
+}
+
+TEST(Property, storesCopiesOrWatches) {
+    const auto book = make<Book>();
+    const auto text = make<NSMutableString>(u"mutable");
+    objc_msgSend(book, "setTitle:"_sel, text);
+    text->setString(u"changed"_ns);
+    EXPECT_EQ(book->title->utf8(), "mutable");
+    EXPECT_FALSE(as<NSMutableString>(book->title));
+    objc_msgSend(book, "setTitle:"_sel, NSNumber::numberWithInt(3));
+    EXPECT_EQ(book->title, nullptr) << "an object of another class arrives as none";
+    const auto list = NSMutableArray::array();
+    objc_msgSend(book, "setList:"_sel, list);
+    EXPECT_TRUE(book->list && book->list != list) << "a copy that the member can take";
+    auto author = make<Author>();
+    objc_msgSend(book, "setAuthor:"_sel, author);
+    EXPECT_EQ(objc_msgSend<id>(book, "author"_sel), author);
+    author = nullptr;
+    EXPECT_EQ(objc_msgSend<id>(book, "author"_sel), nullptr);
+    objc_msgSend(book, "setBlock:"_sel, makeBlock<void(int)>([](int) {}));
+    EXPECT_EQ(book->block, nullptr) << "a block of another signature is another class";
+}
+
+TEST(KeyValueCoding, roundTripsEveryKindOfValue) {
+    const auto book = make<Book>();
+    int target = 0;
+    const std::int16_t numbers[3] = {1, -2, 3};
+    const Pair pair{4, 5};
+    Either either;
+    either.bits = 6;
+    const std::pair<Ref<NSString>, id> table[] = {
+        {"title"_key, u"Maps"_ns},
+        {"anything"_key, NSNumber::numberWithBool(true)},
+        {"kind"_key, Author::class_()->self()},
+        {"kind"_key, nullptr},
+        {"action"_key, NSValue::valueWith("open"_sel)},
+        {"block"_key, makeBlock<int()>([] { return 1; })},
+        {"text"_key, NSValue::valueWith(static_cast<const char *>("abc"))},
+        {"pointer"_key, NSValue::valueWithPointer(&target)},
+        {"x"_key, NSNumber::numberWithLongLong(INT64_MIN)},
+        {"initial"_key, NSNumber::numberWithChar(-3)},
+        {"binding"_key, NSNumber::numberWithUnsignedShort(1)},
+        {"open"_key, NSNumber::numberWithBool(true)},
+        {"longest"_key, NSNumber::numberWithDouble(0.25)},
+        {"frame"_key, NSValue::valueWith(CGRect{{1, 2}, {3, 4}})},
+        {"pair"_key, NSValue::valueWith(pair)},
+        {"either"_key, NSValue::valueWith(either)},
+        {"numbers"_key, NSValue::valueWithBytes(numbers, "[3s]")},
+        {"épaisseur"_key, NSNumber::numberWithDouble(2.5)},
+        {"visible"_key, NSNumber::numberWithInt(-1)},
+    };
+    for (const auto &[key, value] : table) {
+        book->setValue(value, key);
+        const id read = book->valueForKey(key);
+        EXPECT_TRUE(value ? value->isEqual(read) : !read) << text(key) << ": " << text(read);
+    }
+    EXPECT_TRUE(book->numbers[1] == -2 && book->pair.large == 5 && book->open && book->pointer == &target);
+    EXPECT_EQ(text(book->valueForKey(u"words"_ns)), text(book->words()));
+    book->setValue(NSNumber::numberWithDouble(300.7), u"initial"_ns);
+    EXPECT_EQ(book->letter, 44) << "numbers are narrowed";
+
+    const auto author = make<Author>();
+    author->name = u"Ann"_ns;
+    book->author = author;
+    EXPECT_EQ(text(valueForKeyPath(book, u"author.name"_ns)), "Ann");
+    EXPECT_EQ(valueForKeyPath(book, u"list.name"_ns), nullptr);
+    const auto dictionary = NSMutableDictionary::dictionary();
+    dictionary->setValue(book, u"count"_ns);
+    EXPECT_EQ(dictionary->valueForKey(u"count"_ns), book);
+    dictionary->setValue(nullptr, u"count"_ns);
+    EXPECT_EQ(dictionary->count(), 0u);
+}
+
+TEST(KeyValueCoding, refusesWhatDoesNotFit) {
+    const auto book = make<Book>();
+    const auto set = [&](const id &value, const char *key) {
+        return raised([&] { book->setValue(value, NSString::stringWithUTF8String(key)); });
+    };
+    const std::pair<std::string, std::string> table[] = {
+        {set(nullptr, "x"),
+         "NSInvalidArgumentException -[Book setValue:forKey:]: none does not fit the key \"x\""},
+        {set(nullptr, "frame"), "NSInvalidArgumentException"},
+        {set(u"5"_ns, "x"), "NSInvalidArgumentException"},
+        {set(u"5"_ns, "kind"), "NSInvalidArgumentException"},
+        {set(NSValue::valueWith(CGSize{1, 2}), "frame"), "NSInvalidArgumentException"},
+        {set(NSNumber::numberWithInt(1), "pointer"), "NSInvalidArgumentException"},
+        {set(book, "words"), "NSUnknownKeyException"},
+        {set(book, "pages"), "NSUnknownKeyException"},
+        {set(book, ""), "NSUnknownKeyException"},
+        {raised([&] { book->valueForKey(u"setX:"_ns); }), "NSUnknownKeyException"},
+        {raised([&] { book->valueForKey(nullptr); }), "NSUnknownKeyException"},
+        {raised([&] { book->valueForKey(u"pages"_ns); }),
+         "NSUnknownKeyException -[Book valueForKey:]: there is no value for the key \"pages\""},
+    };
+    for (const auto &[reason, expected] : table)
+        EXPECT_THAT(reason, HasSubstr(expected));
+}
+
+TEST(Value, bytesWithTheirType) {
+    const auto size = NSValue::valueWith(CGSize{1, 2});
+    EXPECT_EQ(size->objCType(), "{CGSize=dd}");
+    EXPECT_EQ(size->getValue<CGSize>(), (CGSize{1, 2}));
+    EXPECT_TRUE(size->isEqual(NSValue::valueWith(CGSize{1, 2})) && size->copy() == size);
+    EXPECT_EQ(size->hash(), NSValue::valueWith(CGSize{1, 2})->hash());
+    EXPECT_FALSE(size->isEqual(NSValue::valueWith(CGPoint{1, 2})) || size->isEqual(nullptr));
+    const std::uint8_t bytes[] = {1, 2, 0xfe, 4};
+    EXPECT_EQ(text(NSValue::valueWithBytes(bytes, "[4C]")), "{length = 4, bytes = 0x0102fe04}");
+    EXPECT_EQ(text(NSValue::valueWithPointer(bytes)),
+              NSString::stringWithFormat("%p", static_cast<const void *>(bytes))->utf8());
+    EXPECT_EQ(NSValue::valueWithPointer(bytes)->pointerValue(), bytes);
+    EXPECT_EQ(size->pointerValue(), nullptr);
+    for (const char *type : {"", "v", "ii", "@", "{S=@}", "{Opaque}", "nonsense"})
+        EXPECT_THAT(raised([&] { NSValue::valueWithBytes(bytes, type); }), HasSubstr("no bytes of type"))
+            << type;
+    EXPECT_THAT(raised([&] { size->getValue<float>(); }), HasSubstr("has not 4 bytes"));
+
+    const Ref<NSValue> number = NSNumber::numberWithShort(-2), single = NSNumber::numberWithFloat(1.5f);
+    EXPECT_EQ(number->objCType(), "s");
+    EXPECT_EQ(number->getValue<std::int16_t>(), -2);
+    EXPECT_EQ(single->getValue<float>(), 1.5f);
+    EXPECT_FALSE(NSValue::valueWith(std::int16_t{-2})->isEqual(number) ||
+                 number->isEqual(NSValue::valueWith(std::int16_t{-2})));
+}
