@@ -117,7 +117,7 @@ private:
     static std::string digits(const NSNumber &number) {
         if (number.isBoolean())
             return number.boolValue() ? "true" : "false";
-        if (number.isFloating()) // a float in the digits of a double, which is how it is read
+        if (number.isFloating() && !number.isDecimal()) // a float in the digits of a double, which is how it is read
             return NSNumber::numberWithDouble(number.doubleValue())->stringValue()->utf8();
         return number.stringValue()->utf8();
     }

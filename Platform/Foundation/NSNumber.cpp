@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NSNumber.h"
 
+#include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
@@ -31,7 +32,7 @@ std::uint64_t cutUnsigned(double value) {
 }
 
 template <std::integral T>
-Ref<NSString> decimal(T value) {
+Ref<NSString> digits(T value) {
     char text[40];
     const auto end = std::to_chars(text, text + sizeof text, value).ptr;
     return make<NSString>(std::u16string(text, end));
@@ -39,7 +40,7 @@ Ref<NSString> decimal(T value) {
 
 /// The fewest digits that read back equal; an exponent only where plain digits would be many.
 template <std::floating_point T>
-Ref<NSString> decimal(T value) {
+Ref<NSString> digits(T value) {
     char text[40];
     const bool plain = value == 0 || (std::abs(value) >= T(1e-5) && std::abs(value) < T(1e16));
     const auto end = plain ? std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr
@@ -63,11 +64,23 @@ bool NSNumber::boolValue() const {
     return isFloating() ? floating_ != 0 : signed_ != 0;
 }
 
+const NSDecimal &NSNumber::decimal() const {
+    return static_cast<const NSDecimalNumber *>(this)->value();
+}
+
+NSDecimal NSNumber::decimalValue() const {
+    return isDecimal() ? decimal() : NSDecimal::read(stringValue()->utf8()).rounded();
+}
+
 std::int64_t NSNumber::longLongValue() const {
+    if (isDecimal())
+        return decimal().longLongValue();
     return isFloating() ? cut(floating_) : signed_;
 }
 
 std::uint64_t NSNumber::unsignedLongLongValue() const {
+    if (isDecimal())
+        return decimal().unsignedLongLongValue();
     return isFloating() ? cutUnsigned(floating_) : unsigned_;
 }
 
@@ -79,16 +92,20 @@ double NSNumber::doubleValue() const {
 
 Ref<NSString> NSNumber::stringValue() const {
     if (encoding_ == 'f')
-        return decimal(static_cast<float>(floating_));
+        return digits(static_cast<float>(floating_));
     if (encoding_ == 'd')
-        return decimal(floating_);
-    return isUnsigned() ? decimal(unsigned_) : decimal(signed_);
+        return digits(floating_);
+    if (isDecimal())
+        return NSString::stringWithUTF8String(decimal().text());
+    return isUnsigned() ? digits(unsigned_) : digits(signed_);
 }
 
 bool NSNumber::isEqual(const id &other) const {
     const auto number = as<NSNumber>(other);
     if (!number)
         return false;
+    if (number->isDecimal())
+        return number->isEqual(self());
     if (isFloating() && number->isFloating())
         return floating_ == number->floating_ || (std::isnan(floating_) && std::isnan(number->floating_));
     if (isFloating())

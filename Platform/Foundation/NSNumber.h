@@ -8,6 +8,7 @@
 #include <cstdint>
 
 class NSString;
+struct NSDecimal;
 
 class NSNumber : public NSObject {
     NS_CLASS(NSNumber, NSObject)
@@ -47,9 +48,11 @@ public:
     static Ref<NSNumber> numberWithDouble(double value) { return make<NSNumber>('d', value); }
 
     /// The encoding of the type it was made from: one of "BcCsSiIqQfd".
-    char objCType() const { return encoding_; }
+    char objCType() const { return isDecimal() ? 'd' : encoding_; }
     bool isBoolean() const { return encoding_ == 'B'; }
-    bool isFloating() const { return encoding_ == 'f' || encoding_ == 'd'; }
+    bool isFloating() const { return encoding_ == 'f' || encoding_ == 'd' || isDecimal(); }
+    /// An NSDecimalNumber, which counts as floating.
+    bool isDecimal() const { return encoding_ == decimalEncoding; }
 
     /// Whole numbers are narrowed by dropping high bits, as C does; a floating value is cut towards zero and
     /// clamped to 64 bits first, not-a-number counting as 0.
@@ -66,6 +69,8 @@ public:
     NSUInteger unsignedIntegerValue() const { return unsignedLongLongValue(); }
     float floatValue() const { return static_cast<float>(doubleValue()); }
     double doubleValue() const;
+    /// The number that `stringValue` shows; not a number for an infinite value.
+    NSDecimal decimalValue() const;
     /// Decimal text that reads back equal; booleans are "1" and "0".
     Ref<NSString> stringValue() const;
 
@@ -75,9 +80,14 @@ public:
     Ref<NSString> description() const override { return stringValue(); }
     id copy() const override { return self(); }
 
+protected:
+    /// Of an NSDecimalNumber, whose nearest double is kept here.
+    static constexpr char decimalEncoding = 'D';
+
 private:
     bool isUnsigned() const;
     bool equalsFloating(double value) const;
+    const NSDecimal &decimal() const;
 
     const char encoding_;
     union {
