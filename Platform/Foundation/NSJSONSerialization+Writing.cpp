@@ -249,6 +249,8 @@ private:
             out_.put(number.boolValue() ? "true" : "false");
         else if (!std::isfinite(number.doubleValue()))
             return notFinite;
+        else if (number.isDecimal()) // with all its digits
+            out_.put(number.stringValue()->utf8());
         else if (number.isFloating()) // a float in the digits of a double, which is how it is read
             out_.put(decimalText(number.doubleValue(), buffer));
         else if (number.objCType() >= 'A' && number.objCType() <= 'Z')

@@ -1,6 +1,7 @@
 #include "Platform/Foundation/NSNumber.h"
 
 #include "Platform/Foundation/DecimalText.h"
+#include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
@@ -31,7 +32,7 @@ std::uint64_t cutUnsigned(double value) {
 }
 
 template <class T>
-Ref<NSString> decimal(T value) {
+Ref<NSString> digits(T value) {
     DecimalBuffer buffer;
     const std::string_view text = decimalText(value, buffer);
     return make<NSString>(std::u16string(text.begin(), text.end()));
@@ -53,11 +54,23 @@ bool NSNumber::boolValue() const {
     return isFloating() ? floating_ != 0 : signed_ != 0;
 }
 
+const NSDecimal &NSNumber::decimal() const {
+    return static_cast<const NSDecimalNumber *>(this)->value();
+}
+
+NSDecimal NSNumber::decimalValue() const {
+    return isDecimal() ? decimal() : NSDecimal::read(stringValue()->utf8()).rounded();
+}
+
 std::int64_t NSNumber::longLongValue() const {
+    if (isDecimal())
+        return decimal().longLongValue();
     return isFloating() ? cut(floating_) : signed_;
 }
 
 std::uint64_t NSNumber::unsignedLongLongValue() const {
+    if (isDecimal())
+        return decimal().unsignedLongLongValue();
     return isFloating() ? cutUnsigned(floating_) : unsigned_;
 }
 
@@ -78,16 +91,20 @@ double NSNumber::doubleValue() const {
 
 Ref<NSString> NSNumber::stringValue() const {
     if (encoding_ == 'f')
-        return decimal(static_cast<float>(floating_));
+        return digits(static_cast<float>(floating_));
     if (encoding_ == 'd')
-        return decimal(floating_);
-    return isUnsigned() ? decimal(unsigned_) : decimal(signed_);
+        return digits(floating_);
+    if (isDecimal())
+        return NSString::stringWithUTF8String(decimal().text());
+    return isUnsigned() ? digits(unsigned_) : digits(signed_);
 }
 
 bool NSNumber::isEqual(const id &other) const {
     const auto number = as<NSNumber>(other);
     if (!number)
         return false;
+    if (number->isDecimal())
+        return number->isEqual(self());
     if (isFloating() && number->isFloating())
         return floating_ == number->floating_ || (std::isnan(floating_) && std::isnan(number->floating_));
     if (isFloating())

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 class NSString;
+struct NSDecimal;
 
 class NSNumber : public NSValue {
     NS_CLASS(NSNumber, NSValue)
@@ -47,11 +48,13 @@ public:
     static Ref<NSNumber> numberWithDouble(double value) { return make<NSNumber>('d', value); }
 
     /// The encoding of the type it was made from: one of "BcCsSiIqQfd".
-    char objCType() const { return encoding_; }
+    char objCType() const { return isDecimal() ? 'd' : encoding_; }
     using NSValue::getValue;
     void getValue(void *value, NSUInteger size) const override;
     bool isBoolean() const { return encoding_ == 'B'; }
-    bool isFloating() const { return encoding_ == 'f' || encoding_ == 'd'; }
+    bool isFloating() const { return encoding_ == 'f' || encoding_ == 'd' || isDecimal(); }
+    /// An NSDecimalNumber, which counts as floating.
+    bool isDecimal() const { return encoding_ == decimalEncoding; }
 
     /// Whole numbers are narrowed by dropping high bits, as C does; a floating value is cut towards zero and
     /// clamped to 64 bits first, not-a-number counting as 0.
@@ -68,6 +71,8 @@ public:
     NSUInteger unsignedIntegerValue() const { return unsignedLongLongValue(); }
     float floatValue() const { return static_cast<float>(doubleValue()); }
     double doubleValue() const;
+    /// The number that `stringValue` shows; not a number for an infinite value.
+    NSDecimal decimalValue() const;
     /// Decimal text that reads back equal; booleans are "1" and "0".
     Ref<NSString> stringValue() const;
 
@@ -77,11 +82,15 @@ public:
     Ref<NSString> description() const override { return stringValue(); }
 
 protected:
-    std::string encodedType() const override { return std::string(1, encoding_); }
+    std::string encodedType() const override { return std::string(1, objCType()); }
+
+    /// Of an NSDecimalNumber, whose nearest double is kept here.
+    static constexpr char decimalEncoding = 'D';
 
 private:
     bool isUnsigned() const;
     bool equalsFloating(double value) const;
+    const NSDecimal &decimal() const;
 
     const char encoding_;
     union {

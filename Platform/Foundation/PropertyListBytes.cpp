@@ -7,6 +7,8 @@
 #include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/PropertyListGuard.h"
+#include "Platform/Foundation/PropertyListUID.h"
+#include "Platform/Runtime/Class.h"
 
 #include <algorithm>
 #include <bit>
@@ -14,6 +16,8 @@
 #include <optional>
 #include <plist/plist.h>
 #include <string>
+
+NS_IMPLEMENTATION(PropertyListUID) {}
 
 namespace {
 
@@ -161,6 +165,11 @@ id objectOf(plist_t node, const PropertyListObjects &objects, unsigned depth) {
         const char *bytes = plist_get_data_ptr(node, &length);
         return objects.leaf(NSData::dataWithBytes(bytes, bytes ? length : 0));
     }
+    case PLIST_UID: {
+        std::uint64_t index = 0;
+        plist_get_uid_val(node, &index);
+        return objects.references ? make<PropertyListUID>(index) : nullptr;
+    }
     default:
         return nullptr;
     }
@@ -239,6 +248,9 @@ Node nodeOf(const id &object, NSPropertyListFormat format, unsigned depth) {
         return dateNode(*date, format);
     if (const auto data = as<NSData>(object))
         return Node(plist_new_data(reinterpret_cast<const char *>(data->bytes()), data->length()));
+    if (const auto reference = as<PropertyListUID>(object))
+        return Node(format == NSPropertyListFormat::BinaryFormat_v1_0 ? plist_new_uid(reference->index())
+                                                                      : nullptr);
     const auto array = as<NSArray>(object);
     if (array && depth < deepest)
         return arrayNode(*array, format, depth);

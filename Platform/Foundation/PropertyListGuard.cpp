@@ -107,6 +107,8 @@ private:
             length = number(at, size);
             at += size;
         }
+        if (kind == 8 && length > 8)
+            return std::nullopt;
         const bool array = kind == 0xA, dictionary = kind == 0xD;
         const std::uint64_t unit = array        ? referenceSize_
                                    : dictionary ? 2 * referenceSize_

@@ -5,6 +5,8 @@
 
 struct PropertyListObjects {
     NSPropertyListMutabilityOptions options;
+    /// Whether references (PropertyListUID) are read; lists of texts and numbers have none.
+    bool references = false;
 
     /// The text or data, which is immutable, or a mutable copy.
     id leaf(const id &made) const {

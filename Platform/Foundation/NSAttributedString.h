@@ -1,0 +1,80 @@
+// Texts with attributes: every character has a dictionary of them.
+//
+//     auto text = NSMutableAttributedString::attributedStringWithString(u"low toner"_ns);
+//     text->addAttribute(u"weight"_ns, u"bold"_ns, {0, 3});
+//     NSRange range;
+//     text->attributesAtIndex(2, &range);   // {weight = bold;}, range {0, 3}
+//
+// Threads: an NSAttributedString is immutable and may be read from any thread; an NSMutableAttributedString
+// belongs to one thread at a time. Indexes and ranges past the end raise NSRangeException; none as a text is
+// the empty one, none as attributes is no attributes.
+#pragma once
+
+#include "Platform/Foundation/NSRange.h"
+#include "Platform/Runtime/NSObject.h"
+
+#include <vector>
+
+class NSDictionary;
+
+class NSAttributedString : public NSObject {
+    NS_CLASS(NSAttributedString, NSObject)
+public:
+    /// Neighbouring characters with the same attributes.
+    struct Run {
+        NSUInteger end; ///< where the next run begins; the last one ends with the text
+        Ref<NSDictionary> attributes;
+    };
+
+    NSAttributedString();
+    /// The runs, none of them empty, cover the text.
+    NSAttributedString(Ref<NSString> text, std::vector<Run> runs)
+        : text_(std::move(text)), runs_(std::move(runs)) {}
+
+    static Ref<NSAttributedString> attributedStringWithString(const Ref<NSString> &text,
+                                                              const Ref<NSDictionary> &attributes = nullptr);
+
+    Ref<NSString> string() const { return text_; }
+    NSUInteger length() const;
+    const std::vector<Run> &runs() const { return runs_; }
+    /// Never none. The effective range is one in which they hold, not always the longest one.
+    Ref<NSDictionary> attributesAtIndex(NSUInteger index, NSRange *effectiveRange = nullptr) const;
+    /// `attribute:atIndex:effectiveRange:`; none when the character lacks it.
+    id attribute(const Ref<NSString> &name, NSUInteger index, NSRange *effectiveRange = nullptr) const;
+    Ref<NSAttributedString> attributedSubstringFromRange(NSRange range) const;
+
+    bool isEqualToAttributedString(const Ref<NSAttributedString> &other) const;
+    bool isEqual(const id &other) const override;
+    /// That of the text.
+    NSUInteger hash() const override;
+    /// Each run followed by its attributes.
+    Ref<NSString> description() const override;
+    id copy() const override { return self(); }
+    id mutableCopy() const override;
+
+protected:
+    Ref<NSString> text_;    // immutable
+    std::vector<Run> runs_; // empty for the empty text
+};
+
+class NSMutableAttributedString : public NSAttributedString {
+    NS_CLASS(NSMutableAttributedString, NSAttributedString)
+public:
+    using NSAttributedString::NSAttributedString;
+
+    static Ref<NSMutableAttributedString>
+    attributedStringWithString(const Ref<NSString> &text, const Ref<NSDictionary> &attributes = nullptr);
+
+    /// In the range: the attribute beside the others; in the place of the others; without it.
+    void addAttribute(const Ref<NSString> &name, const id &value, NSRange range);
+    void setAttributes(const Ref<NSDictionary> &attributes, NSRange range);
+    void removeAttribute(const Ref<NSString> &name, NSRange range);
+    /// None adds nothing.
+    void appendAttributedString(const Ref<NSAttributedString> &other);
+
+    id copy() const override { return make<NSAttributedString>(text_, runs_); }
+
+private:
+    template <class Change>
+    void change(const char *operation, NSRange range, const Change &change);
+};

@@ -1,0 +1,46 @@
+#include "Platform/Foundation/NSDecimalNumber.h"
+
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Class.h"
+
+#include <cmath>
+#include <functional>
+
+NS_IMPLEMENTATION(NSDecimalNumber) {
+    cls.instantiate([]() -> id { return notANumber(); });
+}
+
+Ref<NSDecimalNumber> NSDecimalNumber::decimalNumberWithString(const Ref<NSString> &text) {
+    return text ? decimalNumberWithDecimal(NSDecimal::read(text->utf8())) : notANumber();
+}
+
+NSComparisonResult NSDecimalNumber::compare(const Ref<NSNumber> &other) const {
+    NSDecimal there = NSDecimal::notANumber();
+    if (other && other->isFloating() && !other->isDecimal()) {
+        const double value = other->doubleValue();
+        if (std::isinf(value))
+            return value < 0 && !value_.isNotANumber ? NSComparisonResult::OrderedDescending
+                                                     : NSComparisonResult::OrderedAscending;
+        there = NSDecimal::exactly(value);
+    } else if (other) {
+        there = other->decimalValue();
+    }
+    const auto order = value_ <=> there;
+    return order < 0   ? NSComparisonResult::OrderedAscending
+           : order > 0 ? NSComparisonResult::OrderedDescending
+                       : NSComparisonResult::OrderedSame;
+}
+
+bool NSDecimalNumber::isEqual(const id &other) const {
+    const auto number = as<NSNumber>(other);
+    return number && compare(number) == NSComparisonResult::OrderedSame;
+}
+
+// Values that another kind of number can have go by the double, like those numbers; the others by their text,
+// or all that lie between two doubles would have one hash.
+NSUInteger NSDecimalNumber::hash() const {
+    const bool whole =
+        value_.exponent >= 0 && value_ < NSDecimal::exactly(0x1p64) && value_ >= NSDecimal::exactly(-0x1p63);
+    const bool shared = value_.isNotANumber || whole || NSDecimal::exactly(doubleValue()) == value_;
+    return shared ? NSNumber::hash() : std::hash<std::string>()(value_.text());
+}
