@@ -69,13 +69,17 @@ private:
     /// What an object holds, shared parts counted each time; a weight of 0 is not known yet.
     struct Measure {
         std::uint64_t weight = 0;
-        unsigned height = 0; ///< levels of containers
+        unsigned height = 0;    ///< levels of containers
+        bool holdsZero = false; ///< a text with the character 0, which libplist cannot have for a key
     };
 
     struct Object {
         std::size_t contents; ///< where they begin
         std::uint64_t length; ///< in bytes
-        bool holdsReferences;
+        unsigned kind;
+
+        bool isDictionary() const { return kind == 0xD; }
+        bool holdsReferences() const { return kind == 0xA || isDictionary(); }
     };
 
     unsigned byte(std::size_t at) const { return static_cast<unsigned char>(bytes_[at]); }
@@ -116,7 +120,15 @@ private:
                                                 : 1;
         if (length > (table_ - at) / unit)
             return std::nullopt;
-        return Object{at, length * unit, array || dictionary};
+        return Object{at, length * unit, kind};
+    }
+
+    bool holdsZero(const Object &text) const {
+        const std::size_t unit = text.kind == 5 ? 1 : 2;
+        for (std::size_t at = text.contents; at < text.contents + text.length; at += unit)
+            if (number(at, unit) == 0)
+                return true;
+        return false;
     }
 
     /// False when the object, in `depth` containers, or one that it holds is hostile.
@@ -126,12 +138,16 @@ private:
         if (measures_[index].weight)
             return depth + measures_[index].height <= deepest;
         const auto found = object(index);
-        if (!found || (found->holdsReferences && depth == deepest))
+        if (!found || (found->holdsReferences() && depth == deepest))
             return false;
-        Measure whole{overhead + found->length, found->holdsReferences};
-        for (std::uint64_t i = 0; found->holdsReferences && i < found->length; i += referenceSize_) {
+        Measure whole{overhead + found->length, found->holdsReferences()};
+        if (found->kind == 5 || found->kind == 6)
+            whole.holdsZero = holdsZero(*found);
+        for (std::uint64_t i = 0; found->holdsReferences() && i < found->length; i += referenceSize_) {
             const auto part = number(found->contents + i, referenceSize_);
             if (!measure(part, depth + 1))
+                return false;
+            if (found->isDictionary() && i < found->length / 2 && measures_[part].holdsZero)
                 return false;
             constexpr std::uint64_t tooMuch = std::uint64_t{1} << 62;
             whole.weight = std::min(tooMuch, whole.weight + measures_[part].weight);

@@ -8,5 +8,6 @@
 bool isHarmlessXMLPropertyList(std::string_view text);
 
 /// Whether every object lies within the bytes, containers nest no deeper than a list may (so that none holds
-/// itself), and the list with every shared object unfolded stays within a multiple of its size or 64 MiB.
+/// itself), no key has the character 0, references are 64 bits wide at most, and the list with every shared
+/// object unfolded stays within a multiple of its size or 64 MiB.
 bool isHarmlessBinaryPropertyList(std::string_view bytes);

@@ -41,10 +41,10 @@ public:
         next = coder->decodeObjectForKey(u"next"_ns);
         owner = coder->decodeObjectForKey(u"owner"_ns);
         conduct = coder->decodeIntForKey(u"conduct"_ns);
+        const auto bytes = coder->decodeBytesForKey(u"bytes"_ns);
         readAll = coder->decodeInt64ForKey(u"wide"_ns) == INT64_MIN && coder->decodeBoolForKey(u"flag"_ns) &&
                   coder->decodeFloatForKey(u"narrow"_ns) == 0.5f &&
-                  coder->decodeDoubleForKey(u"floating"_ns) == 0.1 &&
-                  text(coder->decodeBytesForKey(u"bytes"_ns)) == "<0001>" &&
+                  coder->decodeDoubleForKey(u"floating"_ns) == 0.1 && text(bytes) == "<0001>" &&
                   coder->containsValueForKey(u"next"_ns) && !coder->containsValueForKey(u"missing"_ns) &&
                   !coder->decodeObjectForKey(u"missing"_ns) && coder->decodeInt32ForKey(u"missing"_ns) == 0;
         if (conduct == Raises)

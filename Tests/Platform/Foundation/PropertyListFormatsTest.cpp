@@ -229,6 +229,13 @@ TEST(PropertyListFormats, cannotExhaustTheReader) {
     EXPECT_NE(read(arraysInArrays(10, 2)), nullptr) << "sharing is fine in moderation";
     EXPECT_EQ(read(arraysInArrays(60, 2)), nullptr);
     EXPECT_EQ(read(arraysInArrays(500, 14)), nullptr);
+    for (const std::string &zeroKey : {"\x51\0"s,
+                                       "\x52"
+                                       "a\0"s,
+                                       "\x61\0\0"s, "\x62\0a\0\0"s})
+        EXPECT_EQ(read(binary({"\xD1\0\0\0\1\0\0\0\1"s, zeroKey})), nullptr) << "no key of libplist's";
+    EXPECT_NE(read(binary({"\xD1\0\0\0\1\0\0\0\2"s, "\x61\1\0"s, "\x51\0"s})), nullptr);
+    EXPECT_EQ(text(read("<plist><dict><key>a&#0;b</key><true/></dict></plist>")), "(none)");
     EXPECT_EQ(read("<!DOCTYPE p [<!ENTITY a \"aaaa\">]><plist><string>&a;</string></plist>"), nullptr);
 }
 
