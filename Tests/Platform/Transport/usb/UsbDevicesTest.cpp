@@ -45,7 +45,6 @@ public:
                    const std::string &printNode = {}) const {
         const std::string folder = "sys/bus/usb/devices/" + name + "/";
         file(folder + "bInterfaceClass", kind + "\n");
-        file(folder + "bInterfaceNumber", "0" + name.substr(name.size() - 1) + "\n");
         if (!driver.empty()) {
             link(folder + "driver", "../../../../bus/usb/drivers/" + driver);
         }
@@ -84,8 +83,7 @@ TEST(UsbDevices, ListsPrintersOfAVendor) {
     EXPECT_EQ(printers[0].node(), "/dev/bus/usb/001/009");
     EXPECT_EQ(printers[1].identity, (PrinterIdentity{"Zelkor", "L200 Series", "SN1"}));
     EXPECT_EQ(printers[1].pid, 0xFE);
-    EXPECT_THAT(printers[1].interfaces, ElementsAre(PrinterInterface{
-                                            .number = 1, .driver = "usblp", .printNodes = {"/dev/usb/lp0"}}));
+    EXPECT_THAT(printers[1].interfaces, ElementsAre("1-2:1.1"));
 
     const auto all = attachedPrinters({}, root.path());
     EXPECT_THAT(all, SizeIs(3));
