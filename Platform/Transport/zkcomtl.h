@@ -39,7 +39,9 @@ typedef enum tl_usb_status {
     TL_USB_ERROR_TIMEOUT = -5,   /* the printer accepted or sent nothing within the time-out */
     TL_USB_ERROR_IO = -6,        /* the transfer failed on the wire or in the printer */
     TL_USB_ERROR_OVERFLOW = -7,  /* the printer sent a transfer longer than the read buffer */
-    TL_USB_ERROR_NO_MEMORY = -8
+    TL_USB_ERROR_NO_MEMORY = -8,
+    TL_USB_ERROR_STALL = -9,     /* the printer refused the transfer; the next one may succeed */
+    TL_USB_ERROR_CANCELLED = -10 /* the handle was closed or retired, or the library ended, during the call */
 } tl_usb_status;
 
 /* One attached printer: 772 bytes without padding, host byte order, repeated back to back in a list. */
@@ -87,7 +89,8 @@ TL_USB_API int32_t tl_usb_get_device_handle(const char *uri, int32_t mode, void 
  * Writes `write_length` bytes, then reads one transfer; either may be left out.
  * No write: `write_buffer` NULL and `write_length` 0. No read: `read_buffer` and `read_length` both NULL.
  * `*read_length` is the capacity of `read_buffer`, above 0, before the call, and the number of bytes read
- * after it (0 for an empty transfer); it is 0 after a call that failed in any way, also when the write failed
+ * after it (0 for an empty transfer; on a real bus an empty packet ends a transfer and is none itself, so that
+ * nothing but data ends the wait); it is 0 after a call that failed in any way, also when the write failed
  * and the read was not tried. A transfer longer than the capacity is cut to it, its rest is lost, and the
  * status is TL_USB_ERROR_OVERFLOW. Callers pass 0 for `reserved`.
  */

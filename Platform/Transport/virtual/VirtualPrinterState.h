@@ -1,6 +1,8 @@
 // What a virtual printer is and how it misbehaves, as plain values. See docs/virtual-printers.md.
 #pragma once
 
+#include "Platform/Transport/PrinterUri.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -69,6 +71,7 @@ struct VirtualPrinterState {
     std::set<Fault> faults{};
 
     bool has(Fault fault) const { return faults.contains(fault); }
+    PrinterIdentity identity() const { return {manufacturer, product, serial}; }
     bool operator==(const VirtualPrinterState &) const = default;
 };
 

@@ -4,8 +4,9 @@
 // Time is virtual: nothing ever waits, a read of nothing times out at once. One mutex covers every call, file
 // access included. The file is read again for each call, so that an edit of it works on an open printer and
 // its deletion unplugs it.
+#include "Platform/Transport/DeviceRecords.h"
+#include "Platform/Transport/PrinterUri.h"
 #include "Platform/Transport/virtual/PrinterFolder.h"
-#include "Platform/Transport/virtual/PrinterUri.h"
 #include "Platform/Transport/virtual/VirtualPrinter.h"
 #include "Platform/Transport/zkcomtl.h"
 
@@ -85,22 +86,11 @@ std::optional<PluggedPrinter> printerNamed(const char *uri) {
     if (!wanted || printers.empty()) {
         return std::nullopt;
     }
-    const auto likeness = [&](const PluggedPrinter &printer) { return wanted->likeness(printer.state); };
+    const auto likeness = [&](const PluggedPrinter &printer) {
+        return wanted->likeness(printer.state.identity());
+    };
     const auto best = std::ranges::max_element(printers, {}, likeness);
     return likeness(*best) > 0 ? std::optional(*best) : std::nullopt;
-}
-
-template <size_t capacity>
-void copyText(char (&field)[capacity], const std::string &text) {
-    std::memcpy(field, text.data(), std::min(text.size(), capacity - 1));
-}
-
-void describe(const VirtualPrinterState &printer, tl_usb_device_info &record) {
-    copyText(record.serial, printer.serial);
-    copyText(record.product, printer.product);
-    copyText(record.manufacturer, printer.manufacturer);
-    record.pid = printer.pid;
-    record.vid = printer.vid;
 }
 
 int32_t read(VirtualPrinter &printer, uint8_t *buffer, size_t capacity, int32_t &length) {
@@ -128,16 +118,11 @@ int32_t tl_usb_get_devicelist_by_vid(int32_t vid, tl_usb_device_info **list, int
     return locked([&]() -> int32_t {
         std::vector<PluggedPrinter> printers = PrinterFolder::fromEnvironment().printers();
         std::erase_if(printers, [&](const PluggedPrinter &printer) { return printer.state.vid != vid; });
-        if (printers.empty()) {
-            return TL_USB_OK;
+        std::vector<tl_usb_device_info> records;
+        for (const auto &[file, state] : printers) {
+            records.push_back(transport::deviceRecord(state.identity(), state.vid, state.pid));
         }
-        thread_local std::vector<tl_usb_device_info> records;
-        records.assign(printers.size(), {});
-        for (size_t i = 0; i < printers.size(); ++i) {
-            describe(printers[i].state, records[i]);
-        }
-        *list = records.data();
-        *count = static_cast<int32_t>(records.size());
+        transport::handOut(std::move(records), *list, *count);
         return TL_USB_OK;
     });
 }

@@ -1,0 +1,54 @@
+// The USB printers of this machine as the kernel's device tree in sysfs describes them.
+//
+// Reading it opens no device and causes no traffic on the bus, so it never disturbs a job: cheap enough for
+// a look every other second. Nothing is cached. Thread-safe.
+#pragma once
+
+#include "Platform/Transport/PrinterUri.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace transport {
+
+/// An interface of the printer class.
+struct PrinterInterface {
+    uint8_t number = 0;
+    std::string driver{}; // of the kernel, e.g. "usblp"; "usbfs": a program's; empty: none
+    std::vector<std::filesystem::path> printNodes{}; // e.g. /dev/usb/lp0
+
+    bool operator==(const PrinterInterface &) const = default;
+};
+
+/// One attached device with at least one printer-class interface, at the time it was looked at.
+struct AttachedPrinter {
+    PrinterIdentity identity{};
+    std::optional<PrinterIdentity>
+        deviceId{}; // by its IEEE 1284 device ID, where the kernel read that already
+    uint16_t vid = 0;
+    uint16_t pid = 0;
+    int bus = 0;     // with the address: this plugging-in of this device, as no two at a time share it
+    int address = 0; // changes each time the device is plugged in
+    std::vector<PrinterInterface> interfaces{}; // by number
+
+    /// /dev/bus/usb/BBB/DDD.
+    std::filesystem::path node() const;
+
+    bool isSamePlugging(const AttachedPrinter &other) const {
+        return bus == other.bus && address == other.address && vid == other.vid && pid == other.pid &&
+               identity == other.identity;
+    }
+};
+
+/// The attached printers, by bus and address; those of one vendor, or all. `root` stands in for "/".
+std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid = std::nullopt,
+                                              const std::filesystem::path &root = "/");
+
+/// The one the URI fits best; none when it fits none, or is no URI of USB.
+std::optional<AttachedPrinter> attachedPrinter(const std::string &uri,
+                                               const std::filesystem::path &root = "/");
+
+} // namespace transport

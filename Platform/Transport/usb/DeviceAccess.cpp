@@ -1,0 +1,141 @@
+#include "Platform/Transport/usb/DeviceAccess.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace transport {
+
+namespace {
+
+constexpr const char *ruleFile = "70-zkutility.rules";
+constexpr const char *ruleFolders[] = {"etc/udev/rules.d", "run/udev/rules.d", "usr/lib/udev/rules.d",
+                                       "lib/udev/rules.d"};
+
+std::optional<fs::path> installedRule(const fs::path &root) {
+    for (const char *const folder : ruleFolders) {
+        const fs::path file = root / folder / ruleFile;
+        std::error_code error;
+        if (fs::is_regular_file(file, error)) {
+            return file;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string contents(const fs::path &file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string processName(const fs::path &process) {
+    std::string name = contents(process / "comm");
+    name.resize(name.find_last_not_of('\n') + 1);
+    return name;
+}
+
+// What a backend is called with first, in place of its own name: the URI of the device.
+std::string firstArgument(const fs::path &process) {
+    const std::string arguments = contents(process / "cmdline");
+    return arguments.substr(0, arguments.find('\0'));
+}
+
+struct Search {
+    const AttachedPrinter &printer;
+    std::vector<fs::path> nodes; // what stands for the printer when a program has it open
+    fs::path root;
+    bool claimedByProgram; // by any, through usbfs
+};
+
+enum class Sight { open, notOpen, hidden };
+
+Sight look(const fs::path &descriptors, const std::vector<fs::path> &nodes) {
+    std::error_code error;
+    fs::directory_iterator entry(descriptors, error);
+    if (error) {
+        return Sight::hidden;
+    }
+    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        std::error_code unreadable;
+        const fs::path target = fs::read_symlink(entry->path(), unreadable);
+        if (std::ranges::find(nodes, target) != nodes.end()) {
+            return Sight::open;
+        }
+    }
+    return Sight::notOpen;
+}
+
+bool printsOn(const Search &search, const std::string &uri) {
+    const auto named = attachedPrinter(uri, search.root);
+    return named && named->isSamePlugging(search.printer);
+}
+
+std::optional<Holder> holder(const Search &search, pid_t pid) {
+    const fs::path process = search.root / "proc" / std::to_string(pid);
+    const Sight sight = look(process / "fd", search.nodes);
+    if (sight == Sight::notOpen) {
+        return std::nullopt;
+    }
+    Holder found{.pid = pid, .process = processName(process), .seen = sight == Sight::open};
+    const std::string argument = found.process == "usb" ? firstArgument(process) : std::string();
+    if (argument.starts_with("usb://")) {
+        found.kind = Holder::Kind::cupsBackend;
+    } else if (found.process == "ipp-usb") {
+        found.kind = Holder::Kind::ippUsb;
+    }
+    const bool likely = (found.kind == Holder::Kind::cupsBackend && printsOn(search, argument)) ||
+                        (found.kind == Holder::Kind::ippUsb && search.claimedByProgram);
+    return found.seen || likely ? std::optional(found) : std::nullopt;
+}
+
+std::vector<Holder> holders(const Search &search) {
+    std::vector<Holder> found;
+    std::error_code error;
+    fs::directory_iterator entry(search.root / "proc", error);
+    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        const std::string name = entry->path().filename();
+        pid_t pid = 0;
+        const auto [stop, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
+        if (failure != std::errc() || stop != name.data() + name.size() || pid == ::getpid()) {
+            continue;
+        }
+        if (auto process = holder(search, pid)) {
+            found.push_back(std::move(*process));
+        }
+    }
+    std::ranges::sort(found, {}, &Holder::pid);
+    return found;
+}
+
+std::string boundDriver(const AttachedPrinter &printer) {
+    const auto bound = std::ranges::find_if(printer.interfaces,
+                                            [](const auto &interface) { return !interface.driver.empty(); });
+    return bound == printer.interfaces.end() ? std::string() : bound->driver;
+}
+
+} // namespace
+
+DeviceAccess deviceAccess(const AttachedPrinter &printer, const fs::path &root) {
+    const fs::path node = root / printer.node().relative_path();
+    DeviceAccess access{.node = printer.node(),
+                        .nodeExists = ::access(node.c_str(), F_OK) == 0,
+                        .mayOpen = ::access(node.c_str(), R_OK | W_OK) == 0,
+                        .udevRule = installedRule(root),
+                        .kernelDriver = boundDriver(printer)};
+    Search search{.printer = printer,
+                  .nodes = {printer.node()},
+                  .root = root,
+                  .claimedByProgram = access.kernelDriver == "usbfs"};
+    for (const PrinterInterface &interface : printer.interfaces) {
+        search.nodes.insert(search.nodes.end(), interface.printNodes.begin(), interface.printNodes.end());
+    }
+    access.holders = holders(search);
+    return access;
+}
+
+} // namespace transport

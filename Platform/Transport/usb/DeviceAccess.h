@@ -1,0 +1,57 @@
+// Why a printer cannot be opened: what stands between this user and one attached printer.
+//
+//     if (const auto printer = transport::attachedPrinter(uri)) {
+//         const transport::DeviceAccess access = transport::deviceAccess(*printer);
+//         if (!access.mayOpen && !access.udevRule)
+//             ...                                  // install the udev rule
+//         for (const transport::Holder &holder : access.holders)
+//             ...                                  // holder.process holds the printer
+//     }
+//
+// Everything is read from /proc, sysfs and the rule folders; no device is opened, nothing needs privilege,
+// and what this user may not read is passed over. The answer is true of the moment it was made. No exceptions
+// but std::bad_alloc. Thread-safe. Names of processes are foreign text: escape them before showing them.
+#pragma once
+
+#include "Platform/Transport/usb/AttachedPrinter.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace transport {
+
+/// A program that holds the printer.
+struct Holder {
+    enum class Kind {
+        cupsBackend, ///< CUPS prints: the backend "usb" runs as long as a job does
+        ippUsb,      ///< the daemon that makes a printer a network printer of this machine
+        other,
+    };
+
+    pid_t pid = 0;
+    std::string process{}; // its name, e.g. "usb", "ipp-usb"
+    Kind kind = Kind::other;
+    /// True: it was seen to have the device open. False: this user may not see what it has open, and its name
+    /// and its command line speak for it.
+    bool seen = false;
+
+    bool operator==(const Holder &) const = default;
+};
+
+struct DeviceAccess {
+    std::filesystem::path node{}; // /dev/bus/usb/BBB/DDD
+    bool nodeExists = false;      // false: unplugged meanwhile, or no /dev in this container
+    bool mayOpen = false;         // whether this process may read and write the node
+    std::optional<std::filesystem::path>
+        udevRule{};                // the installed 70-zkutility.rules; the first of its folders
+    std::string kernelDriver{};    // bound to the printer interface: "usblp", "usbfs" (a program) or empty
+    std::vector<Holder> holders{}; // by process id; this process is not among them
+};
+
+/// `root` stands in for "/".
+DeviceAccess deviceAccess(const AttachedPrinter &printer, const std::filesystem::path &root = "/");
+
+} // namespace transport
