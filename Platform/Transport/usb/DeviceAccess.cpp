@@ -17,17 +17,6 @@ constexpr const char *ruleFile = "70-zkutility.rules";
 constexpr const char *ruleFolders[] = {"etc/udev/rules.d", "run/udev/rules.d", "usr/lib/udev/rules.d",
                                        "lib/udev/rules.d"};
 
-std::optional<fs::path> installedRule(const fs::path &root) {
-    for (const char *const folder : ruleFolders) {
-        const fs::path file = root / folder / ruleFile;
-        std::error_code error;
-        if (fs::is_regular_file(file, error)) {
-            return file;
-        }
-    }
-    return std::nullopt;
-}
-
 std::string contents(const fs::path &file) {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
@@ -120,12 +109,23 @@ std::string boundDriver(const AttachedPrinter &printer) {
 
 } // namespace
 
+std::optional<fs::path> installedUdevRule(const fs::path &root) {
+    for (const char *const folder : ruleFolders) {
+        const fs::path file = root / folder / ruleFile;
+        std::error_code error;
+        if (fs::is_regular_file(file, error)) {
+            return file;
+        }
+    }
+    return std::nullopt;
+}
+
 DeviceAccess deviceAccess(const AttachedPrinter &printer, const fs::path &root) {
     const fs::path node = root / printer.node().relative_path();
     DeviceAccess access{.node = printer.node(),
                         .nodeExists = ::access(node.c_str(), F_OK) == 0,
                         .mayOpen = ::access(node.c_str(), R_OK | W_OK) == 0,
-                        .udevRule = installedRule(root),
+                        .udevRule = installedUdevRule(root),
                         .kernelDriver = boundDriver(printer)};
     Search search{.printer = printer,
                   .nodes = {printer.node()},

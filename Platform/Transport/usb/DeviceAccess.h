@@ -45,13 +45,15 @@ struct DeviceAccess {
     std::filesystem::path node{}; // /dev/bus/usb/BBB/DDD
     bool nodeExists = false;      // false: unplugged meanwhile, or no /dev in this container
     bool mayOpen = false;         // whether this process may read and write the node
-    std::optional<std::filesystem::path>
-        udevRule{};                // the installed 70-zkutility.rules; the first of its folders
+    std::optional<std::filesystem::path> udevRule{}; // as installedUdevRule gives it
     std::string kernelDriver{};    // bound to the printer interface: "usblp", "usbfs" (a program) or empty
     std::vector<Holder> holders{}; // by process id; this process is not among them
 };
 
-/// `root` stands in for "/".
+/// The installed 70-zkutility.rules; the first of its folders. `root` stands in for "/".
+std::optional<std::filesystem::path> installedUdevRule(const std::filesystem::path &root = "/");
+
+/// `root` as above.
 DeviceAccess deviceAccess(const AttachedPrinter &printer, const std::filesystem::path &root = "/");
 
 } // namespace transport
