@@ -159,11 +159,10 @@ std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const 
     return printers;
 }
 
-std::optional<AttachedPrinter> attachedPrinter(const std::string &uri, const fs::path &root) {
+std::optional<AttachedPrinter> attachedPrinter(const std::string &uri,
+                                               const std::vector<AttachedPrinter> &printers) {
     const std::optional<PrinterUri> wanted = PrinterUri::parse(uri);
-    const std::vector<AttachedPrinter> printers =
-        wanted ? attachedPrinters({}, root) : std::vector<AttachedPrinter>();
-    if (printers.empty()) {
+    if (!wanted || printers.empty()) {
         return std::nullopt;
     }
     const auto fit = [&](const AttachedPrinter &printer) { return likeness(*wanted, printer); };

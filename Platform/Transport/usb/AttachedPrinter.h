@@ -48,7 +48,7 @@ std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid = std::
                                               const std::filesystem::path &root = "/");
 
 /// The one the URI fits best; none when it fits none, or is no URI of USB.
-std::optional<AttachedPrinter> attachedPrinter(const std::string &uri,
-                                               const std::filesystem::path &root = "/");
+std::optional<AttachedPrinter>
+attachedPrinter(const std::string &uri, const std::vector<AttachedPrinter> &printers = attachedPrinters());
 
 } // namespace transport

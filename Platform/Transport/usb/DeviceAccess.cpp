@@ -60,7 +60,7 @@ Sight look(const fs::path &descriptors, const std::vector<fs::path> &nodes) {
 }
 
 bool printsOn(const Search &search, const std::string &uri) {
-    const auto named = attachedPrinter(uri, search.root);
+    const auto named = attachedPrinter(uri, attachedPrinters({}, search.root));
     return named && named->isSamePlugging(search.printer);
 }
 

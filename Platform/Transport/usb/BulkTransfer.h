@@ -1,0 +1,27 @@
+// Whole writes and whole transfers over the bulk endpoints of a printer.
+#pragma once
+
+#include "Platform/Dispatch/Clock.h"
+#include "Platform/Transport/usb/UsbDevice.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <stop_token>
+
+namespace transport {
+
+/// Writes all bytes or fails. The time-out starts anew whenever the printer took some.
+tl_usb_status writeAll(UsbDevice &device, std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
+                       const std::stop_token &stop);
+
+/// Reads one transfer; `count` is 0 on failure. Waits through empty packets, at a leisurely pace, as some
+/// printers answer every request for data with one. A transfer longer than the buffer fills it and gives
+/// TL_USB_ERROR_OVERFLOW, and its rest is read and dropped. Whether a transfer of whole packets that just
+/// fills the buffer goes on shows only in what follows at once.
+tl_usb_status readTransfer(UsbDevice &device, std::span<uint8_t> buffer, size_t &count,
+                           std::chrono::milliseconds timeout, const std::stop_token &stop,
+                           dispatch::Clock &clock);
+
+} // namespace transport

@@ -1,0 +1,31 @@
+// The USB bus of this machine, over libusb. No other file knows libusb.
+//
+// A libusb context, with the thread and the files that belong to it, exists only while a device is open.
+// Thread-safe.
+#pragma once
+
+#include "Platform/Transport/usb/UsbDevice.h"
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+struct libusb_context;
+
+namespace transport {
+
+class LibusbBus final : public UsbBus {
+public:
+    std::vector<AttachedPrinter> printers() override;
+
+    /// Takes the interface from a kernel driver, but from no other program.
+    tl_usb_status open(const AttachedPrinter &printer, std::unique_ptr<UsbDevice> &device) override;
+
+private:
+    tl_usb_status context(std::shared_ptr<libusb_context> &shared);
+
+    std::mutex mutex_;
+    std::weak_ptr<libusb_context> context_; // the open devices own it
+};
+
+} // namespace transport

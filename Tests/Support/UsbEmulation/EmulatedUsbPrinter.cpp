@@ -1,0 +1,328 @@
+#include "Tests/Support/UsbEmulation/EmulatedUsbPrinter.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <linux/usbdevice_fs.h>
+#include <span>
+#include <stdexcept>
+#include <sys/ioctl.h>
+#include <utility>
+
+using transport::Fault;
+
+namespace {
+
+template <class Value>
+Value &as(UMockdevIoctlData *data) {
+    return *reinterpret_cast<Value *>(data->data);
+}
+
+constexpr std::uint32_t capabilities =
+    USBDEVFS_CAP_ZERO_PACKET | USBDEVFS_CAP_NO_PACKET_SIZE_LIM | USBDEVFS_CAP_REAP_AFTER_DISCONNECT;
+
+int wireStatus(tl_usb_status status) {
+    switch (status) {
+    case TL_USB_OK:
+        return 0;
+    case TL_USB_ERROR_NO_DEVICE:
+        return -ESHUTDOWN;
+    default:
+        return -EPROTO;
+    }
+}
+
+} // namespace
+
+EmulatedUsbPrinter::EmulatedUsbPrinter(UsbAddress address, const std::filesystem::path &root,
+                                       const transport::VirtualPrinterState &state)
+    : address_(address), node_(root / usbNodePath(address).substr(1)), printer_(state) {
+    setState(state);
+}
+
+transport::VirtualPrinterState EmulatedUsbPrinter::state() const {
+    const std::scoped_lock guard(mutex_);
+    return printer_.state();
+}
+
+void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
+    using enum std::filesystem::perms;
+    const std::scoped_lock guard(mutex_);
+    printer_.setState(state);
+    std::filesystem::permissions(node_.path(), state.has(Fault::CannotOpen) ? none : all);
+}
+
+void EmulatedUsbPrinter::holdAnswers(bool held) {
+    const std::scoped_lock guard(mutex_);
+    held_ = held;
+    serveReads();
+}
+
+void EmulatedUsbPrinter::stall(std::uint8_t endpoint) {
+    const std::scoped_lock guard(mutex_);
+    stalled_.insert(endpoint);
+    serveReads();
+}
+
+void EmulatedUsbPrinter::unplug() {
+    const std::scoped_lock guard(mutex_);
+    unplugged_ = true;
+    node_.unlink();
+    finishReads(-ESHUTDOWN);
+    showReady();
+}
+
+bool EmulatedUsbPrinter::isUnplugged() const {
+    const std::scoped_lock guard(mutex_);
+    return unplugged_;
+}
+
+bool EmulatedUsbPrinter::isClaimed() const {
+    const std::scoped_lock guard(mutex_);
+    return !claims_.empty();
+}
+
+bool EmulatedUsbPrinter::hasKernelDriver() const {
+    const std::scoped_lock guard(mutex_);
+    return kernelDriver_;
+}
+
+size_t EmulatedUsbPrinter::opens() const {
+    const std::scoped_lock guard(mutex_);
+    return clients_.size();
+}
+
+size_t EmulatedUsbPrinter::pending() const {
+    const std::scoped_lock guard(mutex_);
+    return reads_.size();
+}
+
+void EmulatedUsbPrinter::connect(const Client *client) {
+    const std::scoped_lock guard(mutex_);
+    clients_.insert(client);
+    printer_.open();
+}
+
+void EmulatedUsbPrinter::vanish(const Client *client) {
+    const auto isTheirs = [&](const Urb &urb) { return urb.client == client; };
+    const std::scoped_lock guard(mutex_);
+    clients_.erase(client);
+    std::erase_if(claims_, [&](const auto &claim) { return claim.second == client; });
+    std::erase_if(reads_, isTheirs);
+    std::erase_if(finished_, isTheirs);
+    showReady();
+}
+
+void EmulatedUsbPrinter::handle(Client *client) {
+    const std::scoped_lock guard(mutex_);
+    const unsigned long request = umockdev_ioctl_client_get_request(client);
+    UMockdevIoctlData *const argument = umockdev_ioctl_client_get_arg(client);
+    const size_t size = _IOC_SIZE(request);
+    const Data block = size > 0 ? resolve(argument, 0, size) : Data();
+    const Answer answered = answer(client, request, block ? block.get() : argument);
+    umockdev_ioctl_client_complete(client, answered.error != 0 ? -1 : answered.result, answered.error);
+}
+
+EmulatedUsbPrinter::Data EmulatedUsbPrinter::resolve(UMockdevIoctlData *parent, size_t offset, size_t size) {
+    GError *error = nullptr;
+    Data data(umockdev_ioctl_data_resolve(parent, offset, size, &error));
+    if (error != nullptr) {
+        const std::string message = error->message;
+        g_error_free(error);
+        throw std::runtime_error(message);
+    }
+    return data;
+}
+
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::answer(const Client *client, unsigned long request,
+                                                      UMockdevIoctlData *argument) {
+    if (request == USBDEVFS_REAPURBNDELAY) {
+        return reap(client, argument);
+    }
+    if (unplugged_) {
+        return {.error = ENODEV};
+    }
+    switch (request) {
+    case USBDEVFS_GET_CAPABILITIES:
+        as<std::uint32_t>(argument) = capabilities;
+        return {};
+    case USBDEVFS_CLAIMINTERFACE:
+        return claim(client, as<unsigned>(argument), false);
+    case USBDEVFS_DISCONNECT_CLAIM:
+        return claim(client, as<usbdevfs_disconnect_claim>(argument).interface, true);
+    case USBDEVFS_RELEASEINTERFACE:
+        return release(client, as<unsigned>(argument));
+    case USBDEVFS_GETDRIVER: {
+        auto &query = as<usbdevfs_getdriver>(argument);
+        if (query.interface != usbPrinterInterface || !kernelDriver_) {
+            return {.error = ENODATA};
+        }
+        std::strcpy(query.driver, "usblp");
+        return {};
+    }
+    case USBDEVFS_IOCTL:
+        return ioctlOfDriver(argument);
+    case USBDEVFS_SUBMITURB:
+        return submit(client, argument);
+    case USBDEVFS_DISCARDURB:
+        return discard(client, as<unsigned long>(argument));
+    case USBDEVFS_CLEAR_HALT:
+        stalled_.erase(static_cast<std::uint8_t>(as<unsigned>(argument)));
+        return {};
+    case USBDEVFS_RESET:
+    case USBDEVFS_SETINTERFACE:
+    case USBDEVFS_SETCONFIGURATION:
+        return {};
+    default:
+        return {.error = ENOTTY};
+    }
+}
+
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::claim(const Client *client, unsigned interface,
+                                                     bool detachesDriver) {
+    if (interface > usbPrinterInterface) {
+        return {.error = EINVAL};
+    }
+    const bool ofPrinter = interface == usbPrinterInterface;
+    const auto [held, isNew] = claims_.try_emplace(interface, client);
+    if (!isNew) {
+        return {.error = held->second == client ? 0 : EBUSY};
+    }
+    if (ofPrinter && (printer_.state().has(Fault::Busy) || (kernelDriver_ && !detachesDriver))) {
+        claims_.erase(held);
+        return {.error = EBUSY};
+    }
+    if (ofPrinter) {
+        kernelDriver_ = false;
+    }
+    return {};
+}
+
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::release(const Client *client, unsigned interface) {
+    const auto held = claims_.find(interface);
+    if (held == claims_.end() || held->second != client) {
+        return {.error = EINVAL};
+    }
+    claims_.erase(held);
+    return {};
+}
+
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::ioctlOfDriver(UMockdevIoctlData *argument) {
+    const auto &call = as<usbdevfs_ioctl>(argument);
+    const bool connects = call.ioctl_code == static_cast<int>(USBDEVFS_CONNECT);
+    const unsigned interface = static_cast<unsigned>(call.ifno);
+    if (!connects && (interface != usbPrinterInterface || !kernelDriver_)) {
+        return {.error = ENODATA};
+    }
+    if (connects && claims_.contains(interface)) {
+        return {.error = EBUSY};
+    }
+    if (interface == usbPrinterInterface) {
+        kernelDriver_ = connects;
+    }
+    return {.result = connects ? 1 : 0};
+}
+
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::submit(const Client *client, UMockdevIoctlData *block) {
+    const auto &urb = as<usbdevfs_urb>(block);
+    const auto length = static_cast<size_t>(urb.buffer_length);
+    Urb submitted{client, Data(umockdev_ioctl_data_ref(block)),
+                  length > 0 ? resolve(block, offsetof(usbdevfs_urb, buffer), length) : Data()};
+    if (urb.type == USBDEVFS_URB_TYPE_CONTROL) {
+        control(std::move(submitted));
+        return {};
+    }
+    const auto held = claims_.find(usbPrinterInterface);
+    if (held == claims_.end() || held->second != client ||
+        (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut)) {
+        return {.error = ENOENT}; // the kernel is more lenient, but says so in its log
+    }
+    if (urb.endpoint == usbBulkIn) {
+        reads_.push_back(std::move(submitted));
+    } else {
+        write(std::move(submitted));
+    }
+    serveReads();
+    return {};
+}
+
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::reap(const Client *client, UMockdevIoctlData *pointer) {
+    const auto found = std::ranges::find_if(finished_, [&](const Urb &urb) { return urb.client == client; });
+    if (found == finished_.end()) {
+        return {.error = unplugged_ ? ENODEV : EAGAIN};
+    }
+    umockdev_ioctl_data_set_ptr(pointer, 0, found->block.get());
+    finished_.erase(found);
+    showReady();
+    return {};
+}
+
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::discard(const Client *client, unsigned long address) {
+    const auto found = std::ranges::find_if(
+        reads_, [&](const Urb &urb) { return urb.client == client && urb.block->client_addr == address; });
+    if (found == reads_.end()) {
+        return {.error = EINVAL};
+    }
+    Urb urb = std::move(*found);
+    reads_.erase(found);
+    finish(std::move(urb), -ENOENT);
+    return {};
+}
+
+void EmulatedUsbPrinter::control(Urb urb) {
+    finish(std::move(urb), -EPIPE); // no request of the control endpoint is known
+}
+
+void EmulatedUsbPrinter::write(Urb urb) {
+    if (stalled_.contains(usbBulkOut)) {
+        return finish(std::move(urb), -EPIPE);
+    }
+    const std::span<const std::uint8_t> bytes =
+        urb.buffer ? std::span(urb.buffer->data, static_cast<size_t>(urb.buffer->data_len))
+                   : std::span<const std::uint8_t>();
+    const int status = wireStatus(printer_.write(bytes));
+    if (status == 0) {
+        as<usbdevfs_urb>(urb.block.get()).actual_length = static_cast<int>(bytes.size());
+    }
+    finish(std::move(urb), status);
+}
+
+void EmulatedUsbPrinter::serveReads() {
+    if (stalled_.contains(usbBulkIn)) {
+        return finishReads(-EPIPE);
+    }
+    while (!reads_.empty() && !held_) {
+        Bytes transfer;
+        const tl_usb_status status = printer_.read(transfer);
+        if (status == TL_USB_ERROR_TIMEOUT) {
+            return;
+        }
+        Urb urb = std::move(reads_.front());
+        reads_.pop_front();
+        finish(std::move(urb), wireStatus(status), transfer);
+    }
+}
+
+// The virtual printer's transfers are short: each is one packet.
+void EmulatedUsbPrinter::finish(Urb urb, int status, const Bytes &sent) {
+    auto &block = as<usbdevfs_urb>(urb.block.get());
+    const size_t taken = std::min(sent.size(), static_cast<size_t>(block.buffer_length));
+    if (taken > 0) {
+        std::memcpy(urb.buffer->data, sent.data(), taken);
+        block.actual_length = static_cast<int>(taken);
+    }
+    block.status = taken < sent.size() ? -EOVERFLOW : status;
+    finished_.push_back(std::move(urb));
+    showReady();
+}
+
+void EmulatedUsbPrinter::finishReads(int status) {
+    for (Urb &urb : std::exchange(reads_, {})) {
+        finish(std::move(urb), status);
+    }
+}
+
+void EmulatedUsbPrinter::showReady() {
+    node_.setReady(unplugged_ || !finished_.empty());
+}

@@ -1,0 +1,102 @@
+// A printer on an emulated USB bus: answers the calls of usbfs as the kernel would and hands the bulk data to
+// a virtual printer. Plugged in by UsbTestbed.
+//
+// Transfers are carried out when they are submitted; only a read that finds nothing stays pending. Opening
+// the device opens the virtual printer. Its faults show as:
+//
+// | fault         | on the wire                                                          |
+// |---------------|----------------------------------------------------------------------|
+// | cannot_open   | the node may be opened by nobody but root                            |
+// | busy          | the claim is refused                                                 |
+// | write_fails   | writes end with a protocol error                                     |
+// | unplug_after… | transfers end as those of a device that is gone, until the next open |
+//
+// Threads: everything may be called from any thread.
+#pragma once
+
+#include "Platform/Transport/virtual/VirtualPrinter.h"
+#include "Tests/Support/UsbEmulation/DeviceNode.h"
+#include "Tests/Support/UsbEmulation/UsbDescription.h"
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+#include <umockdev.h>
+#include <vector>
+
+class EmulatedUsbPrinter {
+public:
+    EmulatedUsbPrinter(UsbAddress address, const std::filesystem::path &root,
+                       const transport::VirtualPrinterState &state);
+
+    UsbAddress address() const { return address_; }
+    transport::VirtualPrinterState state() const;
+    void setState(const transport::VirtualPrinterState &state);
+
+    /// While held, the printer has an answer but does not send it.
+    void holdAnswers(bool held);
+    /// Transfers of the endpoint end with a stall until its halt is cleared.
+    void stall(std::uint8_t endpoint);
+    /// The printer is pulled out: what is pending ends, everything else fails.
+    void unplug();
+
+    bool isUnplugged() const;
+    bool isClaimed() const;
+    bool hasKernelDriver() const;
+    size_t opens() const;   ///< open files of the node
+    size_t pending() const; ///< reads that wait for an answer
+
+    // What UsbTestbed passes on.
+    using Client = UMockdevIoctlClient;
+    void connect(const Client *client);
+    void vanish(const Client *client);
+    void handle(Client *client);
+
+private:
+    struct Answer {
+        long result = 0;
+        int error = 0;
+    };
+    struct Unreference {
+        void operator()(UMockdevIoctlData *data) const { umockdev_ioctl_data_unref(data); }
+    };
+    using Data = std::unique_ptr<UMockdevIoctlData, Unreference>;
+    struct Urb {
+        const Client *client;
+        Data block;  // the client's usbdevfs_urb
+        Data buffer; // none when it has no bytes
+    };
+    using Bytes = std::vector<std::uint8_t>;
+
+    static Data resolve(UMockdevIoctlData *parent, size_t offset, size_t size);
+    Answer answer(const Client *client, unsigned long request, UMockdevIoctlData *argument);
+    Answer claim(const Client *client, unsigned interface, bool detachesDriver);
+    Answer release(const Client *client, unsigned interface);
+    Answer submit(const Client *client, UMockdevIoctlData *block);
+    Answer reap(const Client *client, UMockdevIoctlData *pointer);
+    Answer discard(const Client *client, unsigned long address);
+    Answer ioctlOfDriver(UMockdevIoctlData *argument);
+    void control(Urb urb);
+    void write(Urb urb);
+    void serveReads();
+    void finish(Urb urb, int status, const Bytes &sent = {});
+    void finishReads(int status);
+    void showReady();
+
+    const UsbAddress address_;
+    mutable std::mutex mutex_; // guards all below
+    DeviceNode node_;
+    transport::VirtualPrinter printer_;
+    std::set<const Client *> clients_;
+    std::map<unsigned, const Client *> claims_; // by interface
+    bool kernelDriver_ = true;                  // bound to the printer interface
+    bool held_ = false;
+    bool unplugged_ = false;
+    std::set<std::uint8_t> stalled_;
+    std::deque<Urb> reads_;    // pending
+    std::deque<Urb> finished_; // to be reaped
+};

@@ -1,0 +1,101 @@
+#include "Tests/Support/UsbEmulation/UsbDescription.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+[[gnu::format(printf, 1, 2)]] std::string format(const char *pattern, ...) {
+    std::array<char, 128> text;
+    std::va_list values;
+    va_start(values, pattern);
+    std::vsnprintf(text.data(), text.size(), pattern, values);
+    va_end(values);
+    return text.data();
+}
+
+Bytes descriptors(const transport::VirtualPrinterState &printer) {
+    const auto low = [](unsigned value) { return static_cast<std::uint8_t>(value); };
+    const auto high = [](unsigned value) { return static_cast<std::uint8_t>(value >> 8); };
+    const auto text = [](const std::string &string, std::uint8_t index) -> std::uint8_t {
+        return string.empty() ? 0 : index;
+    };
+    // clang-format off
+    return {
+        18, 1, 0x00, 0x02, 0, 0, 0, 64, low(printer.vid), high(printer.vid), low(printer.pid), high(printer.pid),
+            0x00, 0x01, text(printer.manufacturer, 1), text(printer.product, 2), text(printer.serial, 3), 1,
+        9, 2, 41, 0, 2, 1, 0, 0xC0, 1,
+        9, 4, 0, 0, 0, 0xFF, 0, 0, 0,
+        9, 4, usbPrinterInterface, 0, 2, 7, 1, 2, 0,
+        7, 5, usbBulkOut, 2, 0x00, 0x02, 0,
+        7, 5, usbBulkIn, 2, 0x00, 0x02, 0};
+    // clang-format on
+}
+
+std::string hex(const Bytes &bytes) {
+    std::string digits;
+    for (const std::uint8_t byte : bytes) {
+        digits += format("%02X", byte);
+    }
+    return digits;
+}
+
+/// One file of a folder, ended by a line end as the kernel does.
+std::string attribute(const char *name, const std::string &value) {
+    std::string line = std::string("A: ") + name + "=";
+    for (const char character : value) {
+        line += character == '\n' ? "\\n" : character == '\\' ? "\\\\" : std::string(1, character);
+    }
+    return line + "\\n\n";
+}
+
+std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterState &printer) {
+    std::string record = "P: " + usbFolder(address).substr(4) + "\nN: " + usbNodePath(address).substr(5) +
+                         "\nE: DEVNAME=" + usbNodePath(address) +
+                         "\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\n" +
+                         format("E: BUSNUM=%03d\nE: DEVNUM=%03d\n", address.bus, address.device);
+    record +=
+        attribute("busnum", format("%d", address.bus)) + attribute("devnum", format("%d", address.device));
+    record += attribute("speed", "480") + attribute("bConfigurationValue", "1");
+    record += attribute("idVendor", format("%04x", printer.vid)) +
+              attribute("idProduct", format("%04x", printer.pid));
+    record += attribute("manufacturer", printer.manufacturer) + attribute("product", printer.product);
+    if (!printer.serial.empty()) {
+        record += attribute("serial", printer.serial);
+    }
+    return record + "H: descriptors=" + hex(descriptors(printer)) + "\n\n";
+}
+
+std::string interfaceRecord(UsbAddress address, unsigned interface) {
+    const bool prints = interface == usbPrinterInterface;
+    return "P: " + usbInterfaceFolder(address, interface).substr(4) +
+           "\nE: DEVTYPE=usb_interface\nE: SUBSYSTEM=usb\n" +
+           attribute("bInterfaceNumber", format("%02x", interface)) + attribute("bAlternateSetting", " 0") +
+           attribute("bInterfaceClass", prints ? "07" : "ff") +
+           attribute("bInterfaceSubClass", prints ? "01" : "00") +
+           attribute("bInterfaceProtocol", prints ? "02" : "00") +
+           attribute("bNumEndpoints", prints ? "02" : "00") + "\n";
+}
+
+} // namespace
+
+std::string usbNodePath(UsbAddress address) {
+    return format("/dev/bus/usb/%03d/%03d", address.bus, address.device);
+}
+
+std::string usbFolder(UsbAddress address) {
+    return format("/sys/devices/pci0000:00/usb%d/%d-%d", address.bus, address.bus, address.device);
+}
+
+std::string usbInterfaceFolder(UsbAddress address, unsigned interface) {
+    return usbFolder(address) + format("/%d-%d:1.%u", address.bus, address.device, interface);
+}
+
+std::string usbRecord(UsbAddress address, const transport::VirtualPrinterState &printer) {
+    return deviceRecord(address, printer) + interfaceRecord(address, 0) +
+           interfaceRecord(address, usbPrinterInterface);
+}

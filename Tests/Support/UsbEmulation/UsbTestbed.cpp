@@ -1,0 +1,92 @@
+#include "Tests/Support/UsbEmulation/UsbTestbed.h"
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace {
+
+constexpr int mostDevicesOfBus = 127;
+
+void check(GError *error) {
+    if (error != nullptr) {
+        const std::string message = error->message;
+        g_error_free(error);
+        throw std::runtime_error(message);
+    }
+}
+
+gboolean onCall(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
+    static_cast<EmulatedUsbPrinter *>(printer)->handle(client);
+    return TRUE;
+}
+
+void onConnected(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
+    static_cast<EmulatedUsbPrinter *>(printer)->connect(client);
+}
+
+void onVanished(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
+    static_cast<EmulatedUsbPrinter *>(printer)->vanish(client);
+}
+
+} // namespace
+
+UsbTestbed &UsbTestbed::shared() {
+    static UsbTestbed testbed;
+    return testbed;
+}
+
+UsbTestbed::UsbTestbed() : testbed_(umockdev_testbed_new()) {
+    gchar *const root = umockdev_testbed_get_root_dir(testbed_.get());
+    root_ = root;
+    g_free(root);
+    // Another user is to be refused by the device, not by the folder.
+    std::filesystem::permissions(root_, std::filesystem::perms::all);
+}
+
+UsbTestbed::~UsbTestbed() {
+    testbed_.reset();
+}
+
+std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state) {
+    forgetUnplugged();
+    if (++last_.device > mostDevicesOfBus) {
+        last_ = {last_.bus + 1, 1};
+    }
+    Plugged plugged{std::make_shared<EmulatedUsbPrinter>(last_, root_, state),
+                    std::unique_ptr<UMockdevIoctlBase, Unreference>(umockdev_ioctl_base_new())};
+    EmulatedUsbPrinter *const printer = plugged.printer.get();
+    UMockdevIoctlBase *const calls = plugged.calls.get();
+    g_signal_connect(calls, "handle-ioctl", G_CALLBACK(onCall), printer);
+    g_signal_connect(calls, "client-connected", G_CALLBACK(onConnected), printer);
+    g_signal_connect(calls, "client-vanished", G_CALLBACK(onVanished), printer);
+    plugged_.push_back(std::move(plugged));
+
+    GError *error = nullptr;
+    const std::string node = usbNodePath(last_);
+    umockdev_testbed_attach_ioctl(testbed_.get(), node.c_str(), calls, &error);
+    check(error);
+    std::filesystem::permissions(root_ / ("ioctl" + node), std::filesystem::perms::all);
+    // Announces the device, so it comes last.
+    umockdev_testbed_add_from_string(testbed_.get(), usbRecord(last_, state).c_str(), &error);
+    check(error);
+    return plugged_.back().printer;
+}
+
+void UsbTestbed::unplug(const std::shared_ptr<EmulatedUsbPrinter> &printer) {
+    const UsbAddress address = printer->address();
+    printer->unplug();
+    umockdev_testbed_uevent(testbed_.get(), usbFolder(address).c_str(), "remove");
+    umockdev_testbed_remove_device(testbed_.get(), usbFolder(address).c_str());
+}
+
+void UsbTestbed::forgetUnplugged() {
+    std::erase_if(plugged_, [&](const Plugged &plugged) {
+        const bool forgotten = plugged.printer->isUnplugged() && plugged.printer->opens() == 0;
+        if (forgotten) {
+            umockdev_testbed_detach_ioctl(testbed_.get(), usbNodePath(plugged.printer->address()).c_str(),
+                                          nullptr);
+        }
+        return forgotten;
+    });
+}

@@ -1,0 +1,51 @@
+// Emulated USB ports: what is plugged in here is what this process, and every child that has the preload
+// library of umockdev, finds in /sys and /dev.
+//
+//   auto &ports = UsbTestbed::shared();
+//   const auto printer = ports.plug({.manufacturer = "Zelkor", .product = "L200 Series", .serial =
+//   "SN0002"});
+//   ...
+//   ports.unplug(printer);
+//
+// Must be asked for before libusb is first used. Plugging and unplugging take effect before they return.
+// Not thread-safe.
+#pragma once
+
+#include "Tests/Support/UsbEmulation/EmulatedUsbPrinter.h"
+
+#include <filesystem>
+#include <memory>
+#include <umockdev.h>
+#include <vector>
+
+class UsbTestbed {
+public:
+    /// The one of this process: libusb looks once where its devices are.
+    static UsbTestbed &shared();
+
+    UsbTestbed(const UsbTestbed &) = delete;
+    UsbTestbed &operator=(const UsbTestbed &) = delete;
+
+    std::shared_ptr<EmulatedUsbPrinter> plug(const transport::VirtualPrinterState &state);
+    /// Nobody may be about to open the printer; who has it open may keep it so.
+    void unplug(const std::shared_ptr<EmulatedUsbPrinter> &printer);
+
+private:
+    struct Unreference {
+        void operator()(void *object) const { g_object_unref(object); }
+    };
+    struct Plugged {
+        std::shared_ptr<EmulatedUsbPrinter> printer;
+        std::unique_ptr<UMockdevIoctlBase, Unreference> calls;
+    };
+
+    UsbTestbed();
+    ~UsbTestbed();
+
+    void forgetUnplugged();
+
+    std::filesystem::path root_;
+    UsbAddress last_ = {1, 0};
+    std::vector<Plugged> plugged_;
+    std::unique_ptr<UMockdevTestbed, Unreference> testbed_; // ends first, and with it the thread of the calls
+};
