@@ -10,6 +10,8 @@ template <class... Functions>
 struct Choice : Functions... {
     using Functions::operator()...;
 };
+template <class... Functions>
+Choice(Functions...) -> Choice<Functions...>;
 
 class ReportText {
 public:
@@ -20,7 +22,7 @@ public:
         std::visit(Choice{[&](const Facts &facts) { print(facts, "  "); },
                           [&](const std::vector<Facts> &things) {
                               for (const Facts &facts : things)
-                                  print(facts, "- ");
+                                  print(facts, "  - ");
                           },
                           [&](const Lines &lines) {
                               for (const std::string &line : lines)
@@ -50,8 +52,8 @@ private:
 
     void print(const Facts &facts, std::string bullet) const {
         for (const auto &[name, value] : facts) {
-            printLine("  " + bullet + name + ": " + shown(value));
-            bullet = "  ";
+            printLine(bullet + name + ": " + shown(value));
+            bullet.assign(bullet.size(), ' ');
         }
     }
 
