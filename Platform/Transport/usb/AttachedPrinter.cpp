@@ -19,103 +19,93 @@ namespace {
 
 constexpr std::string_view printerClass = "07";
 
-// Attributes of sysfs are at most a page long. Without a stream, as this runs hundreds of times a look.
-std::optional<std::string> attribute(const fs::path &folder, const char *name) {
-    const int descriptor = ::open((folder / name).c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-        return std::nullopt;
-    }
-    std::array<char, 4096> page;
-    const ssize_t length = ::read(descriptor, page.data(), page.size());
-    ::close(descriptor);
-    if (length < 0) {
-        return std::nullopt;
-    }
-    std::string text(page.data(), static_cast<size_t>(length));
-    text.resize(text.find_last_not_of(" \t\r\n") + 1);
-    return text;
-}
-
-std::string text(const fs::path &folder, const char *name) {
-    std::string value = attribute(folder, name).value_or("");
-    value.erase(0, value.find_first_not_of(" \t"));
-    return value;
-}
-
-template <class Number>
-std::optional<Number> number(const fs::path &folder, const char *name, int base) {
-    const std::string value = attribute(folder, name).value_or("");
-    const char *const end = value.data() + value.size();
-    Number result{};
-    const auto [stop, error] = std::from_chars(value.data(), end, result, base);
-    return error == std::errc() && stop == end ? std::optional(result) : std::nullopt;
-}
-
-std::vector<std::string> entries(const fs::path &folder) {
-    std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        names.push_back(entry->path().filename());
-    }
-    std::ranges::sort(names);
-    return names;
-}
-
-std::vector<fs::path> printNodes(const fs::path &interface) {
-    std::vector<fs::path> nodes;
-    for (const std::string &name : entries(interface / "usbmisc")) {
-        if (name.starts_with("lp")) {
-            nodes.push_back("/dev/usb/" + name);
+// The folder of links to all devices and interfaces. Its files are read by short relative paths and without
+// streams, as there are hundreds a look.
+class Tree {
+public:
+    explicit Tree(const fs::path &path) : folder_(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {
+        std::error_code error;
+        for (fs::directory_iterator entry(path, error), end; !error && entry != end; entry.increment(error)) {
+            names_.push_back(entry->path().filename());
         }
     }
-    return nodes;
-}
+    ~Tree() {
+        if (folder_ >= 0) {
+            ::close(folder_);
+        }
+    }
+    Tree(const Tree &) = delete;
+    Tree &operator=(const Tree &) = delete;
 
-std::optional<PrinterInterface> interfaceAt(const fs::path &folder) {
-    if (attribute(folder, "bInterfaceClass") != printerClass) {
-        return std::nullopt;
+    const std::vector<std::string> &names() const { return names_; }
+
+    /// Without white space at its ends; none when it cannot be read.
+    std::optional<std::string> attribute(const std::string &entry, const char *name) const {
+        const int file = ::openat(folder_, (entry + '/' + name).c_str(), O_RDONLY | O_CLOEXEC);
+        if (file < 0) {
+            return std::nullopt;
+        }
+        std::array<char, 4096> page; // the most that an attribute has
+        const ssize_t length = ::read(file, page.data(), page.size());
+        ::close(file);
+        if (length < 0) {
+            return std::nullopt;
+        }
+        const std::string_view text(page.data(), static_cast<size_t>(length));
+        const size_t first = std::min(text.find_first_not_of(blanks), text.size());
+        return std::string(text.substr(first, text.find_last_not_of(blanks) + 1 - first));
     }
-    const auto interfaceNumber = number<uint8_t>(folder, "bInterfaceNumber", 16);
-    if (!interfaceNumber) {
-        return std::nullopt;
+
+    std::string text(const std::string &entry, const char *name) const {
+        return attribute(entry, name).value_or("");
     }
-    std::error_code none;
-    return PrinterInterface{.number = *interfaceNumber,
-                            .driver = fs::read_symlink(folder / "driver", none).filename(),
-                            .printNodes = printNodes(folder)};
-}
+
+    template <class Number>
+    std::optional<Number> number(const std::string &entry, const char *name, int base) const {
+        const std::string value = text(entry, name);
+        const char *const end = value.data() + value.size();
+        Number result{};
+        const auto [stop, error] = std::from_chars(value.data(), end, result, base);
+        return error == std::errc() && stop == end ? std::optional(result) : std::nullopt;
+    }
+
+private:
+    static constexpr std::string_view blanks = " \t\r\n";
+
+    int folder_;
+    std::vector<std::string> names_;
+};
 
 // An entry is a device, "1-2.3", or one of its interfaces, "1-2.3:1.0".
-bool belongsTo(std::string_view device, std::string_view entry) {
-    return entry.size() > device.size() && entry.starts_with(device) && entry[device.size()] == ':';
+bool isInterfaceOf(std::string_view device, std::string_view entry) {
+    return entry.size() > device.size() && entry[device.size()] == ':' && entry.starts_with(device);
 }
 
-std::optional<AttachedPrinter> printerAt(const fs::path &folder, const std::string &name, uint16_t vid,
-                                         const std::vector<std::string> &names) {
+std::optional<AttachedPrinter> printerAt(const Tree &tree, const std::string &name, uint16_t vid) {
     AttachedPrinter printer{.vid = vid};
-    for (const std::string &entry : names) {
-        if (!belongsTo(name, entry)) {
-            continue;
-        }
-        if (auto interface = interfaceAt(folder / entry)) {
-            printer.interfaces.push_back(std::move(*interface));
-            if (const auto id = attribute(folder / entry, "ieee1284_id"); id && !printer.deviceId) {
-                printer.deviceId = identityOf(parseDeviceId(*id));
-            }
+    for (const std::string &entry : tree.names()) {
+        if (isInterfaceOf(name, entry) && tree.attribute(entry, "bInterfaceClass") == printerClass) {
+            printer.interfaces.push_back(entry);
         }
     }
-    const fs::path device = folder / name;
-    const auto pid = number<uint16_t>(device, "idProduct", 16);
-    const auto bus = number<int>(device, "busnum", 10);
-    const auto address = number<int>(device, "devnum", 10);
-    if (printer.interfaces.empty() || !pid || !bus || !address) {
+    if (printer.interfaces.empty()) {
+        return std::nullopt;
+    }
+    const auto pid = tree.number<uint16_t>(name, "idProduct", 16);
+    const auto bus = tree.number<int>(name, "busnum", 10);
+    const auto address = tree.number<int>(name, "devnum", 10);
+    if (!pid || !bus || !address) {
         return std::nullopt;
     }
     printer.pid = *pid;
     printer.bus = *bus;
     printer.address = *address;
-    printer.identity = {text(device, "manufacturer"), text(device, "product"), text(device, "serial")};
-    std::ranges::sort(printer.interfaces, {}, &PrinterInterface::number);
+    printer.identity = {tree.text(name, "manufacturer"), tree.text(name, "product"),
+                        tree.text(name, "serial")};
+    std::ranges::sort(printer.interfaces);
+    if (const auto id = tree.attribute(printer.interfaces.front(), "ieee1284_id")) {
+        printer.deviceId = identityOf(parseDeviceId(*id));
+    }
     return printer;
 }
 
@@ -140,18 +130,17 @@ fs::path AttachedPrinter::node() const {
 }
 
 std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const fs::path &root) {
-    const fs::path folder = root / "sys/bus/usb/devices";
-    const std::vector<std::string> names = entries(folder);
+    const Tree tree(root / "sys/bus/usb/devices");
     std::vector<AttachedPrinter> printers;
-    for (const std::string &name : names) {
+    for (const std::string &name : tree.names()) {
         if (name.find(':') != std::string::npos) {
             continue;
         }
-        const auto vendor = number<uint16_t>(folder / name, "idVendor", 16);
+        const auto vendor = tree.number<uint16_t>(name, "idVendor", 16);
         if (!vendor || (vid && *vid != *vendor)) {
             continue;
         }
-        if (auto printer = printerAt(folder, name, *vendor, names)) {
+        if (auto printer = printerAt(tree, name, *vendor)) {
             printers.push_back(std::move(*printer));
         }
     }

@@ -14,15 +14,6 @@
 
 namespace transport {
 
-/// An interface of the printer class.
-struct PrinterInterface {
-    uint8_t number = 0;
-    std::string driver{}; // of the kernel, e.g. "usblp"; "usbfs": a program's; empty: none
-    std::vector<std::filesystem::path> printNodes{}; // e.g. /dev/usb/lp0
-
-    bool operator==(const PrinterInterface &) const = default;
-};
-
 /// One attached device with at least one printer-class interface, at the time it was looked at.
 struct AttachedPrinter {
     PrinterIdentity identity{};
@@ -32,7 +23,7 @@ struct AttachedPrinter {
     uint16_t pid = 0;
     int bus = 0;     // with the address: this plugging-in of this device, as no two at a time share it
     int address = 0; // changes each time the device is plugged in
-    std::vector<PrinterInterface> interfaces{}; // by number
+    std::vector<std::string> interfaces{}; // of the printer class, by their names in sysfs, e.g. "1-2:1.0"
 
     /// /dev/bus/usb/BBB/DDD.
     std::filesystem::path node() const;

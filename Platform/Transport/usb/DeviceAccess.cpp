@@ -38,7 +38,7 @@ struct Search {
     const AttachedPrinter &printer;
     std::vector<fs::path> nodes; // what stands for the printer when a program has it open
     fs::path root;
-    bool claimedByProgram; // by any, through usbfs
+    bool claimedByProgram = false; // by any, through usbfs
 };
 
 enum class Sight { open, notOpen, hidden };
@@ -101,10 +101,15 @@ std::vector<Holder> holders(const Search &search) {
     return found;
 }
 
-std::string boundDriver(const AttachedPrinter &printer) {
-    const auto bound = std::ranges::find_if(printer.interfaces,
-                                            [](const auto &interface) { return !interface.driver.empty(); });
-    return bound == printer.interfaces.end() ? std::string() : bound->driver;
+// The device files that the kernel's printer driver offers.
+std::vector<fs::path> printNodes(const fs::path &interface) {
+    std::vector<fs::path> nodes;
+    std::error_code error;
+    fs::directory_iterator entry(interface / "usbmisc", error);
+    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        nodes.push_back("/dev/usb" / entry->path().filename());
+    }
+    return nodes;
 }
 
 } // namespace
@@ -125,15 +130,16 @@ DeviceAccess deviceAccess(const AttachedPrinter &printer, const fs::path &root) 
     DeviceAccess access{.node = printer.node(),
                         .nodeExists = ::access(node.c_str(), F_OK) == 0,
                         .mayOpen = ::access(node.c_str(), R_OK | W_OK) == 0,
-                        .udevRule = installedUdevRule(root),
-                        .kernelDriver = boundDriver(printer)};
-    Search search{.printer = printer,
-                  .nodes = {printer.node()},
-                  .root = root,
-                  .claimedByProgram = access.kernelDriver == "usbfs"};
-    for (const PrinterInterface &interface : printer.interfaces) {
-        search.nodes.insert(search.nodes.end(), interface.printNodes.begin(), interface.printNodes.end());
+                        .udevRule = installedUdevRule(root)};
+    Search search{.printer = printer, .nodes = {printer.node()}, .root = root};
+    for (const std::string &name : printer.interfaces) {
+        const fs::path interface = root / "sys/bus/usb/devices" / name;
+        std::error_code none;
+        const std::string driver = fs::read_symlink(interface / "driver", none).filename();
+        access.kernelDriver = access.kernelDriver.empty() ? driver : access.kernelDriver;
+        std::ranges::copy(printNodes(interface), std::back_inserter(search.nodes));
     }
+    search.claimedByProgram = access.kernelDriver == "usbfs";
     access.holders = holders(search);
     return access;
 }

@@ -50,7 +50,7 @@ tl_usb_status UsbTransport::open(const std::string &uri, void *&handle) {
     for (OpenHandle &left : takeIf([&](const AttachedPrinter &printer) {
              return std::ranges::none_of(attached, [&](const auto &p) { return p.isSamePlugging(printer); });
          })) {
-        retire(std::move(left));
+        retire(left);
     }
     const std::optional<AttachedPrinter> printer = attachedPrinter(uri, attached);
     if (!printer) {
@@ -79,7 +79,7 @@ tl_usb_status UsbTransport::close(void *handle) {
     if (!open) {
         return TL_USB_ERROR_INVALID;
     }
-    retire(std::move(*open));
+    retire(*open);
     return TL_USB_OK;
 }
 
@@ -166,7 +166,7 @@ void UsbTransport::shutDown() {
         changed_.notify_all();
     }
     for (OpenHandle &open : takeIf([](const AttachedPrinter &) { return true; })) {
-        retire(std::move(open));
+        retire(open);
     }
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return calls_ == 0; });
@@ -176,7 +176,7 @@ void UsbTransport::shutDown() {
         watcher.join();
     }
     for (OpenHandle &late : takeIf([](const AttachedPrinter &) { return true; })) {
-        retire(std::move(late)); // opened while the calls were waited for
+        retire(late); // opened while the calls were waited for
     }
 }
 
@@ -200,7 +200,7 @@ UsbTransport::takeIf(const std::function<bool(const AttachedPrinter &)> &matches
     return taken;
 }
 
-void UsbTransport::retire(OpenHandle open) {
+void UsbTransport::retire(OpenHandle &open) {
     open.stop.request_stop();
     open.printer->giveBack();
 }

@@ -61,7 +61,7 @@ private:
 
     std::optional<OpenHandle> take(void *handle);
     std::vector<OpenHandle> takeIf(const std::function<bool(const AttachedPrinter &)> &matches);
-    static void retire(OpenHandle open);
+    static void retire(OpenHandle &open);
     std::shared_ptr<HeldPrinter> held(const AttachedPrinter &printer);
     void watch();
     void runWatch();

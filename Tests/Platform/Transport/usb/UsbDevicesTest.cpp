@@ -1,0 +1,169 @@
+// Attached printers and what stands before them, from made-up /sys, /proc and /etc.
+#include "Platform/Transport/usb/DeviceAccess.h"
+#include "Platform/Transport/usb/DeviceId.h"
+#include "Tests/Platform/Transport/TemporaryFolder.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <random>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using namespace transport;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+class Root : public TemporaryFolder {
+public:
+    void file(const std::string &name, const std::string &text) const {
+        fs::create_directories((path() / name).parent_path());
+        put(name, text);
+    }
+    void link(const std::string &name, const std::string &target) const {
+        fs::create_directories((path() / name).parent_path());
+        fs::create_symlink(target, path() / name);
+    }
+    void device(const std::string &name, const std::string &vendor, const std::string &address,
+                const PrinterIdentity &identity) const {
+        const std::string folder = "sys/bus/usb/devices/" + name + "/";
+        file(folder + "idVendor", vendor + "\n");
+        file(folder + "idProduct", "00fe\n");
+        file(folder + "busnum", "1\n");
+        file(folder + "devnum", address + "\n");
+        file(folder + "manufacturer", identity.manufacturer + "\n");
+        file(folder + "product", identity.product + " \n");
+        if (!identity.serial.empty()) {
+            file(folder + "serial", identity.serial + "\n");
+        }
+    }
+    void interface(const std::string &name, const std::string &kind, const std::string &driver = {},
+                   const std::string &printNode = {}) const {
+        const std::string folder = "sys/bus/usb/devices/" + name + "/";
+        file(folder + "bInterfaceClass", kind + "\n");
+        if (!driver.empty()) {
+            link(folder + "driver", "../../../../bus/usb/drivers/" + driver);
+        }
+        if (!printNode.empty()) {
+            fs::create_directories(path() / (folder + "usbmisc/" + printNode));
+        }
+    }
+    void process(const std::string &pid, const std::string &name, const std::string &arguments) const {
+        file("proc/" + pid + "/comm", name + "\n");
+        file("proc/" + pid + "/cmdline", arguments);
+    }
+};
+
+} // namespace
+
+TEST(UsbDevices, ListsPrintersOfAVendor) {
+    const Root root;
+    EXPECT_THAT(attachedPrinters({}, root.path()), IsEmpty());
+    root.device("1-2", "5a4b", "10", {"Zelkor", "L200 Series", "SN1"});
+    root.interface("1-2:1.0", "ff");
+    root.interface("1-2:1.1", "07", "usblp", "lp0");
+    root.device("1-2.1", "5a4b", "9", {"", "L300", ""}); // behind the other one, if that were a hub
+    root.interface("1-2.1:1.0", "07");
+    root.file("sys/bus/usb/devices/1-2.1:1.0/ieee1284_id", "MFG:Zelkor;MDL:ZK 300;SN:X9;");
+    root.device("1-3", "5a4b", "3", {"Zelkor", "Scanner", "SN3"});
+    root.interface("1-3:1.0", "06");
+    root.device("2-1", "1234", "4", {"Other", "P", "SN4"});
+    root.interface("2-1:1.0", "07");
+    root.device("2-2", "5a4b", "99999999999", {"Zelkor", "Broken", ""});
+    root.interface("2-2:1.0", "07");
+    root.file("sys/bus/usb/devices/usb1/idVendor", "1d6b\n");
+
+    const auto printers = attachedPrinters(0x5A4B, root.path());
+    ASSERT_THAT(printers, SizeIs(2));
+    EXPECT_EQ(printers[0].identity, (PrinterIdentity{"", "L300", ""}));
+    EXPECT_EQ(printers[0].node(), "/dev/bus/usb/001/009");
+    EXPECT_EQ(printers[1].identity, (PrinterIdentity{"Zelkor", "L200 Series", "SN1"}));
+    EXPECT_EQ(printers[1].pid, 0xFE);
+    EXPECT_THAT(printers[1].interfaces, ElementsAre("1-2:1.1"));
+
+    const auto all = attachedPrinters({}, root.path());
+    EXPECT_THAT(all, SizeIs(3));
+    // By the names of either kind; the device ID may know a serial number that the descriptors lack.
+    EXPECT_EQ(attachedPrinter("usb://Zelkor/ZK%20300?serial=X9", all)->address, 9);
+    EXPECT_EQ(attachedPrinter("usb://Zelkor/L300", all)->address, 9);
+    EXPECT_EQ(attachedPrinter("usb://Zelkor/L200%20Series?serial=SN1&interface=1", all)->address, 10);
+    EXPECT_FALSE(attachedPrinter("usb://Zelkor/L200%20Series?serial=SN2", all));
+    EXPECT_FALSE(attachedPrinter("ipp://Zelkor/L300", all));
+}
+
+TEST(UsbDevices, TellsWhatStandsBetween) {
+    const Root root;
+    root.device("1-2", "5a4b", "7", {"Zelkor", "L200", "SN1"});
+    root.interface("1-2:1.0", "07", "usbfs", "lp3");
+    const auto printer = [&] { return attachedPrinters({}, root.path()).at(0); };
+    const std::string node = "/dev/bus/usb/001/007";
+
+    DeviceAccess access = deviceAccess(printer(), root.path());
+    EXPECT_EQ(access.node, node);
+    EXPECT_FALSE(access.nodeExists);
+    EXPECT_FALSE(access.mayOpen);
+    EXPECT_FALSE(access.udevRule);
+    EXPECT_EQ(access.kernelDriver, "usbfs");
+    EXPECT_THAT(access.holders, IsEmpty());
+
+    root.file(node.substr(1), "");
+    root.file("lib/udev/rules.d/70-zkutility.rules", "");
+    root.process("30", "scan", "scan");
+    root.link("proc/30/fd/4", node);
+    root.process("4", "cat", "cat");
+    root.link("proc/4/fd/0", "/dev/usb/lp3");
+    root.process("5", "cat", "cat");
+    root.link("proc/5/fd/0", "/dev/usb/lp0");
+    root.link("proc/5/fd/1", "socket:[12]");
+    const std::string arguments = std::string("usb://Zelkor/L200?serial=SN1") + '\0' + "42" + '\0' + "anna";
+    root.process("60", "usb", arguments);
+    root.link("proc/60/fd/9", node);
+    // What others have open is hidden from an ordinary user; what they are called is not.
+    root.process("61", "usb", arguments);
+    root.process("62", "usb", "usb://Zelkor/L200?serial=SN2");
+    root.process("63", "ipp-usb", "ipp-usb");
+    root.process("64", "usb", "/bin/usb");
+    root.process(std::to_string(::getpid()), "test", "test");
+    root.link("proc/" + std::to_string(::getpid()) + "/fd/3", node);
+    access = deviceAccess(printer(), root.path());
+    EXPECT_TRUE(access.nodeExists);
+    EXPECT_TRUE(access.mayOpen);
+    EXPECT_EQ(access.udevRule, root.path() / "lib/udev/rules.d/70-zkutility.rules");
+    using Kind = Holder::Kind;
+    EXPECT_THAT(access.holders,
+                ElementsAre(Holder{4, "cat", Kind::other, true}, Holder{30, "scan", Kind::other, true},
+                            Holder{60, "usb", Kind::cupsBackend, true},
+                            Holder{61, "usb", Kind::cupsBackend, false},
+                            Holder{63, "ipp-usb", Kind::ippUsb, false}));
+}
+
+TEST(DeviceId, IsReadWithinWhatWasReceived) {
+    const auto text = [](std::vector<uint8_t> reply) { return std::string(deviceIdText(reply)); };
+    EXPECT_EQ(text({0, 5, 'a', 'b', 'c', 'x'}), "abc");
+    EXPECT_EQ(text({5, 0, 'a', 'b', 'c', 'x'}), "abc"); // little-endian
+    EXPECT_EQ(text({0xFF, 0xFF, 'a', 'b'}), "ab");
+    EXPECT_EQ(text({0, 0, 'a'}), "a");
+    EXPECT_EQ(text({0, 2}), "");
+    EXPECT_EQ(text({}), "");
+
+    const DeviceId id =
+        parseDeviceId(" MANUFACTURER: Zelkor ;MDL:L200: B;MDL:twice;;nothing;:x;SN:; ;CMD:PJL");
+    EXPECT_EQ(id, (DeviceId{{"MANUFACTURER", "Zelkor"}, {"MDL", "L200: B"}, {"SN", ""}, {"CMD", "PJL"}}));
+    EXPECT_EQ(identityOf(id), (PrinterIdentity{"Zelkor", "L200: B", ""}));
+
+    std::mt19937 random(1284);
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<uint8_t> reply(random() % 40);
+        std::ranges::generate(reply, [&] { return static_cast<uint8_t>("MFG:;\0\xFF "[random() % 8]); });
+        size_t total = 0;
+        for (const auto &[key, value] : parseDeviceId(deviceIdText(reply))) {
+            EXPECT_FALSE(key.empty());
+            total += key.size() + value.size();
+        }
+        EXPECT_LE(total, reply.size());
+    }
+}
