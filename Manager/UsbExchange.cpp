@@ -37,7 +37,7 @@ bool UsbExchange::open() {
     const auto uri = printer_.URI();
     const std::string text = uri ? uri->utf8() : std::string();
     const std::int32_t status = tl_usb_get_device_handle(text.c_str(), openMode, &handle_);
-    return handle_ && status == TL_USB_OK;
+    return succeeded(status == TL_USB_OK && !handle_ ? TL_USB_ERROR_INVALID : status);
 }
 
 void UsbExchange::drain() {
@@ -46,9 +46,9 @@ void UsbExchange::drain() {
 }
 
 bool UsbExchange::write(const NSData &request) {
-    return tl_usb_data_transfer_by_handle(handle_, request.bytes(),
-                                          static_cast<std::uint32_t>(request.length()), timeout_ms_, nullptr,
-                                          nullptr, 0) == TL_USB_OK;
+    return succeeded(tl_usb_data_transfer_by_handle(handle_, request.bytes(),
+                                                    static_cast<std::uint32_t>(request.length()), timeout_ms_,
+                                                    nullptr, nullptr, 0));
 }
 
 bool UsbExchange::read(std::int32_t timeout_ms) {
@@ -58,7 +58,7 @@ bool UsbExchange::read(std::int32_t timeout_ms) {
     const std::int32_t status =
         tl_usb_data_transfer_by_handle(handle_, nullptr, 0, timeout_ms, buffer_.data(), &length_, 0);
     length_ = std::clamp(length_, 0, capacity);
-    return status == TL_USB_OK;
+    return succeeded(status);
 }
 
 UsbExchange::Next UsbExchange::takeTransfer() {
@@ -82,6 +82,11 @@ bool UsbExchange::takeReply() {
         return false;
     NSLog("len:%d,size:%d", expected, length_);
     return true;
+}
+
+bool UsbExchange::succeeded(std::int32_t transportStatus) {
+    printer_.setTransportStatus(transportStatus);
+    return transportStatus == TL_USB_OK;
 }
 
 void UsbExchange::fail() {

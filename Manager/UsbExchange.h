@@ -30,6 +30,8 @@ private:
     Next takeTransfer();
     /// The buffer begins with a reply header: reads its data and completes; true when the exchange is over.
     bool takeReply();
+    /// Notes on the printer how a step ended.
+    bool succeeded(std::int32_t transportStatus);
     void fail();
     void complete(const Ref<NSData> &header, const Ref<NSData> &data);
     Ref<NSData> received() const;

@@ -7,6 +7,7 @@
 
 #include "Platform/Runtime/NSBlock.h"
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 
@@ -64,6 +65,11 @@ public:
     void sendACLWithPJL(const Ref<NSData> &request, std::int32_t timeout,
                         const Ref<ExchangeCompletion> &receiveCallback);
 
+    /// How the transport ended the latest step (open, write or read) of the latest exchange: a status of
+    /// zkcomtl.h. Read while the completion runs, it tells why that got less than (header, data). Any thread.
+    std::int32_t transportStatus() const { return transportStatus_; }
+    void setTransportStatus(std::int32_t status) { transportStatus_ = status; }
+
 private:
     static Ref<NSString> copied(const Ref<NSString> &text);
 
@@ -76,5 +82,6 @@ private:
     Ref<NSString> manufacturer_;
     Ref<NSString> printerName_;
     Weak<ExchangeCompletion> receiveCallback_;
+    std::atomic<std::int32_t> transportStatus_ = 0;
     mutable std::mutex exchangeFields_; // URI_ and receiveCallback_, which every exchange writes
 };

@@ -13,7 +13,7 @@ std::optional<std::string> NSBundle::pathForResource(const std::string &name, co
     std::error_code error;
     const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     const std::string file = type.empty() ? name : name + "." + type;
-    for (const auto &place : {folder / "Resources", folder.parent_path() / "share/zkprinter"})
+    for (const auto &place : {folder / "Resources", folder.parent_path() / "share/zkutility"})
         if (std::filesystem::exists(place / file, error))
             return (place / file).string();
     return std::nullopt;

@@ -1,6 +1,6 @@
 // The program's own resources: the files that ship beside it.
 //
-// Looked for in "Resources" beside the executable, then in "../share/zkprinter" of the executable's folder,
+// Looked for in "Resources" beside the executable, then in "../share/zkutility" of the executable's folder,
 // where the package puts them. Any thread.
 #pragma once
 

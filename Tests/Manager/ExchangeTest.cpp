@@ -186,6 +186,35 @@ TEST(Exchange, drainsStaleTransfersAndClosesWhenTheWriteFails) {
     EXPECT_EQ(exchangeWith(transport), (Exchange{callsOf(4, 0, true), {failedCompletion}, {}}));
 }
 
+TEST(Exchange, tellsHowTheTransportEndedIt) {
+    constexpr auto ok = TL_USB_OK, gone = TL_USB_ERROR_NO_DEVICE, io = TL_USB_ERROR_IO;
+    const struct {
+        std::int32_t open, write;
+        std::vector<Read> reads;
+        std::vector<std::int32_t> expected; // one a completion
+    } rows[] = {
+        {TL_USB_ERROR_ACCESS, ok, {}, {TL_USB_ERROR_ACCESS}},
+        {ok, TL_USB_ERROR_BUSY, {timedOut}, {TL_USB_ERROR_BUSY}},
+        {ok, ok, {timedOut}, {TL_USB_ERROR_TIMEOUT}},
+        {ok, ok, {{.status = gone}, {.bytes = endHeader}}, {ok}}, // how the drain ends does not matter
+        {ok, ok, {timedOut, {.bytes = replyHeader}, {.status = gone}}, {gone}},
+        {ok, ok, {timedOut, {.bytes = replyHeader}, {.bytes = bytesOf("ABC")}, {.status = io}}, {ok, io}},
+    };
+    const auto record = sampleRecord();
+    for (const auto &row : rows) {
+        ScriptedTransport transport;
+        transport.openStatus = row.open;
+        transport.writeStatus = row.write;
+        transport.reads = row.reads;
+        LogLines log;
+        std::vector<std::int32_t> statuses;
+        const auto completion = makeBlock<void(const Ref<NSData> &, const Ref<NSData> &)>(
+            [&](auto &, auto &) { statuses.push_back(record->transportStatus()); });
+        record->sendACLWithPJL(dataOf(request), timeout, completion);
+        EXPECT_EQ(statuses, row.expected) << row.open << " " << row.write << " " << row.reads.size();
+    }
+}
+
 TEST(Exchange, doesWhatThePlainModelSays) {
     constexpr unsigned seed = 20110;
     ScriptMaker scripts(seed);

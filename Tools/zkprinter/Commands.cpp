@@ -5,9 +5,10 @@
 #include "Manager/TonerHint.h"
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Transport/zkcomtl.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Queue.h"
+#include "Tools/zkprinter/Reason.h"
 #include "Tools/zkprinter/Terminal.h"
 
 #include <charconv>
@@ -23,39 +24,34 @@ void describe(Json &json, const Queue &queue) {
     queue.deviceUri ? json.field("deviceUri", *queue.deviceUri) : json.null("deviceUri");
 }
 
-[[noreturn]] void failWithoutAnswer(const Queue &queue) {
-    throw Failure(ExitStatus::noAnswer,
-                  "\"" + shown(queue) +
-                      "\" does not answer; wait until it has finished printing, or switch it off "
-                      "and on, and try again.");
-}
-
 std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
+    using Outcome = TonerHintReading::Outcome;
     TonerHintReading last;
+    std::int32_t transportStatus = TL_USB_OK; // that the last reading came with
     readTonerHint(printer, [&](const TonerHintReading &reading) {
-        if (reading.outcome != TonerHintReading::Outcome::nothing)
-            last = reading;
+        if (reading.outcome == Outcome::nothing && last.outcome != Outcome::nothing)
+            return; // what comes after an answer may be missing
+        last = reading;
+        transportStatus = printer->transportStatus();
     });
-    switch (last.outcome) {
-    case TonerHintReading::Outcome::threshold:
+    if (last.outcome == Outcome::threshold)
         return last.threshold;
-    case TonerHintReading::Outcome::rejected:
+    if (last.outcome == Outcome::rejected && transportStatus == TL_USB_OK)
         throw Failure(ExitStatus::refused,
                       "\"" + shown(queue) +
                           "\" refused to tell its reminder; check that its firmware is up to date "
                           "and try again.");
-    case TonerHintReading::Outcome::nothing:
-        break;
-    }
-    failWithoutAnswer(queue);
+    throw reasonOf(transportStatus, queue);
 }
 
 void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t threshold) {
     auto last = TonerHintWriting::nothing;
+    std::int32_t transportStatus = TL_USB_OK;
     writeTonerHint(printer, popUpIndexForThreshold(static_cast<std::int32_t>(threshold)),
                    [&](TonerHintWriting writing) {
                        if (writing != TonerHintWriting::nothing)
                            last = writing;
+                       transportStatus = printer->transportStatus();
                    });
     if (last == TonerHintWriting::failure)
         throw Failure(
@@ -63,7 +59,7 @@ void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t 
             "\"" + shown(queue) +
                 "\" refused the new reminder; check that its firmware is up to date and try again.");
     if (last == TonerHintWriting::nothing)
-        failWithoutAnswer(queue);
+        throw reasonOf(transportStatus, queue);
 }
 
 std::string reminderText(std::int64_t threshold) {
@@ -112,14 +108,7 @@ ExitStatus listQueues(Format format) {
 ExitStatus showStatus(const std::string &name, Format format) {
     const Queue queue = usbQueueNamed(name);
     attachedPrinterOf(queue);
-    const PrinterStatus status = readPrinterStatus(NSString::stringWithUTF8String(*queue.deviceUri));
-    if (status.outcome == PrinterStatus::Outcome::noAnswer)
-        failWithoutAnswer(queue);
-    if (status.outcome == PrinterStatus::Outcome::unreadable)
-        throw Failure(ExitStatus::refused,
-                      "\"" + shown(queue) +
-                          "\" answered with something that is no status; switch it off and on and "
-                          "try again.");
+    const PrinterStatus status = statusOf(queue);
     if (format == Format::json)
         printJson([&](Json &json) {
             describe(json, queue);

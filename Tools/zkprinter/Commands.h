@@ -28,5 +28,9 @@ ExitStatus showReminder(const std::string &queue, Format format);
 /// Sets that level (0 for off, or 2 to 10 percent), reads it back and says what the printer now holds.
 ExitStatus setReminder(const std::string &queue, std::int64_t threshold, Format format);
 
+/// Writes all that tells why a printer cannot be reached, with serial numbers shortened, for the support.
+/// Succeeds whatever it finds.
+ExitStatus diagnose(Format format);
+
 /// "off" and "2" to "10" as a threshold; nothing for any other text.
 std::optional<std::int64_t> parseThreshold(const std::string &text);

@@ -20,10 +20,6 @@ std::string utf8(const Ref<NSString> &text) {
     return text ? text->utf8() : std::string();
 }
 
-std::string usbIdentifier(const ZKUSB &printer) {
-    return NSString::stringWithFormat("%04lx:%04lx", printer.VID(), printer.PID())->utf8();
-}
-
 void describe(Json &json, ZKUSB &printer) {
     json.field("deviceUri", utf8(printer.URI()))
         .field("manufacturer", utf8(printer.manufacturer()))

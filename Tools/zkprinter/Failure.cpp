@@ -22,6 +22,14 @@ const char *nameOf(ExitStatus status) {
         return "cups-unreachable";
     case ExitStatus::brokenInstallation:
         return "broken-installation";
+    case ExitStatus::noPermission:
+        return "no-permission";
+    case ExitStatus::busy:
+        return "busy";
+    case ExitStatus::unplugged:
+        return "unplugged";
+    case ExitStatus::transferFailed:
+        return "transfer-failed";
     }
     return "unknown";
 }

@@ -12,10 +12,14 @@ enum class ExitStatus {
     noSuchQueue = 3,        ///< no queue of that name, or its model is not supported
     notUsb = 4,             ///< the queue does not print over USB
     notAttached = 5,        ///< the queue's printer is not attached, or switched off
-    noAnswer = 6,           ///< the printer is attached but did not answer
+    noAnswer = 6,           ///< the printer is attached but did not answer in time
     refused = 7,            ///< the printer answered, but not what was asked of it
     cupsUnreachable = 8,    ///< the print service does not answer
     brokenInstallation = 9, ///< a file of this program is missing
+    noPermission = 10,      ///< this user may not open the printer
+    busy = 11,              ///< a print job or another program holds the printer
+    unplugged = 12,         ///< the printer was unplugged or switched off meanwhile
+    transferFailed = 13,    ///< the transfer failed on the cable or in the printer
 };
 
 /// The status as scripts see it in JSON, e.g. "not-attached".

@@ -57,6 +57,10 @@ public:
         writer_.EndObject();
         return *this;
     }
+    Json &element(std::string_view text) {
+        writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+        return *this;
+    }
 
 private:
     Writer &writer_;

@@ -11,6 +11,7 @@
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSString.h"
 #include "Tools/zkprinter/Failure.h"
+#include "Tools/zkprinter/Reason.h"
 
 #include <algorithm>
 
@@ -26,8 +27,25 @@ Queue queueOf(const NSDictionary &entry) {
             textAt(entry, u"deviceUri"_ns)};
 }
 
-/// Matches the queues of CUPS; `allNames` gets the name of every queue, supported or not.
-std::vector<Queue> matchedQueues(std::vector<std::string> *allNames) {
+Queue supportedQueueNamed(const std::string &name) {
+    std::vector<std::string> allNames;
+    const auto queues = supportedQueues(&allNames);
+    const auto found =
+        std::find_if(queues.begin(), queues.end(), [&](const Queue &queue) { return queue.name == name; });
+    if (found != queues.end())
+        return *found;
+    const std::string shown = escapedControlCharacters(name);
+    if (std::find(allNames.begin(), allNames.end(), name) != allNames.end())
+        throw Failure(ExitStatus::noSuchQueue,
+                      "The model of queue \"" + shown +
+                          "\" is not supported; \"zkprinter list\" shows the queues that are.");
+    throw Failure(ExitStatus::noSuchQueue,
+                  "There is no queue \"" + shown + "\"; \"zkprinter list\" shows the queues there are.");
+}
+
+} // namespace
+
+std::vector<Queue> supportedQueues(std::vector<std::string> *allNames) {
     const auto models = supportedModels();
     if (!models)
         throw Failure(ExitStatus::brokenInstallation,
@@ -46,28 +64,6 @@ std::vector<Queue> matchedQueues(std::vector<std::string> *allNames) {
     for (const id &entry : *entries)
         queues.push_back(queueOf(*as<NSDictionary>(entry)));
     return queues;
-}
-
-Queue supportedQueueNamed(const std::string &name) {
-    std::vector<std::string> allNames;
-    const auto queues = matchedQueues(&allNames);
-    const auto found =
-        std::find_if(queues.begin(), queues.end(), [&](const Queue &queue) { return queue.name == name; });
-    if (found != queues.end())
-        return *found;
-    const std::string shown = escapedControlCharacters(name);
-    if (std::find(allNames.begin(), allNames.end(), name) != allNames.end())
-        throw Failure(ExitStatus::noSuchQueue,
-                      "The model of queue \"" + shown +
-                          "\" is not supported; \"zkprinter list\" shows the queues that are.");
-    throw Failure(ExitStatus::noSuchQueue,
-                  "There is no queue \"" + shown + "\"; \"zkprinter list\" shows the queues there are.");
-}
-
-} // namespace
-
-std::vector<Queue> supportedQueues() {
-    return matchedQueues(nullptr);
 }
 
 Queue usbQueueNamed(const std::string &nameOrUri) {
@@ -100,4 +96,20 @@ Ref<ZKUSB> attachedPrinterOf(const Queue &queue) {
     throw Failure(ExitStatus::notAttached,
                   "The printer of \"" + escapedControlCharacters(queue.name) +
                       "\" is not attached; check its power and its USB cable and try again.");
+}
+
+PrinterStatus statusOf(const Queue &queue) {
+    const PrinterStatus status = readPrinterStatus(NSString::stringWithUTF8String(*queue.deviceUri));
+    if (status.outcome == PrinterStatus::Outcome::noAnswer)
+        throw reasonOf(status.transportStatus, queue);
+    if (status.outcome == PrinterStatus::Outcome::unreadable)
+        throw Failure(ExitStatus::refused,
+                      "\"" + escapedControlCharacters(queue.name) +
+                          "\" answered with something that is no status; switch it off and on and "
+                          "try again.");
+    return status;
+}
+
+std::string usbIdentifier(const ZKUSB &printer) {
+    return NSString::stringWithFormat("%04lx:%04lx", printer.VID(), printer.PID())->utf8();
 }

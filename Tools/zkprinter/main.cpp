@@ -14,11 +14,13 @@
 namespace {
 
 const char *const exitStatuses = R"(Exit statuses:
-  0  done                              5  printer not attached
-  1  printer not in a normal state     6  printer did not answer
-  2  wrong usage                       7  printer answered, but refused
-  3  no such queue                     8  CUPS does not answer
-  4  queue does not print over USB     9  this program is not completely installed)";
+  0  done                               7  printer answered, but refused
+  1  printer not in a normal state      8  CUPS does not answer
+  2  wrong usage                        9  this program is not completely installed
+  3  no such queue                     10  no permission to open the printer
+  4  queue does not print over USB     11  printer held by a job or another program
+  5  printer not attached              12  printer unplugged meanwhile
+  6  printer did not answer in time    13  transfer failed)";
 
 /// What the command line asked for.
 struct Request {
@@ -70,6 +72,10 @@ void addCommands(CLI::App &app, Request &request) {
         });
     reminder->callback(
         [&] { request.command = [&](Format format) { return runReminder(request, format); }; });
+
+    app.add_subcommand("diagnose", "Write a report for the support, without serial numbers")->callback([&] {
+        request.command = diagnose;
+    });
 }
 
 /// What the user typed need not be UTF-8, but a sentence that repeats it is.

@@ -1,0 +1,29 @@
+# Completion of zkprinter for bash: commands, options, queues and thresholds.
+
+_zkprinter() {
+    local current=${COMP_WORDS[COMP_CWORD]} words=() word
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        [[ $word == -* ]] || words+=("$word")
+    done
+    COMPREPLY=()
+    if [[ $current == -* ]]; then
+        local options="--json --verbose --help"
+        case ${words[0]-} in
+        "") options+=" --version" ;;
+        devices) options+=" --watch" ;;
+        esac
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+        return
+    fi
+    case "${#words[@]} ${words[0]-}" in
+    "0 ") mapfile -t COMPREPLY < <(compgen -W "list devices status reminder diagnose" -- "$current") ;;
+    "1 status" | "1 reminder")
+        while read -r word; do
+            [[ $word != "$current"* ]] || COMPREPLY+=("$word")
+        done < <("${COMP_WORDS[0]}" list 2>/dev/null | sed '1d; s/ .*//')
+        ;;
+    "2 reminder") mapfile -t COMPREPLY < <(compgen -W "off 2 3 4 5 6 7 8 9 10" -- "$current") ;;
+    esac
+}
+
+complete -F _zkprinter zkprinter

@@ -1,0 +1,153 @@
+// The report for the support.
+#include "Manager/RecordLookup.h"
+#include "Manager/ZKManager.h"
+#include "Manager/ZKUSB.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSString.h"
+#include "Tools/zkprinter/Commands.h"
+#include "Tools/zkprinter/Queue.h"
+#include "Tools/zkprinter/Reason.h"
+#include "Tools/zkprinter/Report.h"
+#include "Tools/zkprinter/Versions.h"
+
+#include <algorithm>
+#include <grp.h>
+#include <pwd.h>
+#include <set>
+#include <sys/stat.h>
+
+namespace {
+
+constexpr std::size_t logLimit = 100; // lines
+
+/// Keeps the latest log lines as long as it lives, and passes them on.
+class KeptLog {
+public:
+    KeptLog() : next_(NSLogSetSink({})) {
+        NSLogSetSink([this](std::string_view line) {
+            lines_.emplace_back(line);
+            if (lines_.size() > logLimit)
+                lines_.erase(lines_.begin());
+            if (next_)
+                next_(line);
+        });
+    }
+    KeptLog(const KeptLog &) = delete;
+    KeptLog &operator=(const KeptLog &) = delete;
+    ~KeptLog() { NSLogSetSink(std::move(next_)); }
+
+    const Lines &lines() const { return lines_; }
+
+private:
+    NSLogSink next_;
+    Lines lines_;
+};
+
+FactValue pathOrNone(const std::optional<std::filesystem::path> &path) {
+    return path ? FactValue(path->string()) : FactValue();
+}
+
+/// Where other queues lead to, and with which password, is nobody's business.
+FactValue shownUri(const Queue &queue) {
+    if (!queue.deviceUri)
+        return {};
+    return queue.printsOverUsb() ? *queue.deviceUri
+                                 : queue.deviceUri->substr(0, queue.deviceUri->find(':') + 1) + "…";
+}
+
+Facts factsOf(const Queue &queue) {
+    Facts facts = {{"queue", queue.name},
+                   {"supported", true},
+                   {"usb", queue.printsOverUsb()},
+                   {"deviceUri", shownUri(queue)}};
+    if (queue.printsOverUsb())
+        facts.push_back({"attached", recordForDeviceUri(NSString::stringWithUTF8String(*queue.deviceUri),
+                                                        ZKManager::shared()->printerList()) != nullptr});
+    return facts;
+}
+
+/// The queues, or what is in the way of finding them; `serials` gets those of their URIs.
+Section queues(SerialNumbers &serials) {
+    std::vector<Facts> found;
+    try {
+        std::vector<std::string> allNames;
+        std::set<std::string> supported;
+        for (const Queue &queue : supportedQueues(&allNames)) {
+            if (const auto uri = transport::PrinterUri::parse(queue.deviceUri.value_or("")))
+                serials.add(uri->serial);
+            if (supported.insert(queue.name).second)
+                found.push_back(factsOf(queue));
+        }
+        for (const std::string &name : allNames)
+            if (!supported.contains(name))
+                found.push_back({{"queue", name}, {"supported", false}});
+    } catch (const Failure &failure) {
+        found.push_back({{"problem", std::string(failure.what())}});
+    }
+    return {"queues", found};
+}
+
+std::string permissions(const std::filesystem::path &node) {
+    struct stat entry {};
+    if (stat(node.c_str(), &entry) != 0)
+        return {};
+    const passwd *const user = getpwuid(entry.st_uid);
+    const group *const owners = getgrgid(entry.st_gid);
+    return NSString::stringWithFormat("%04o ", entry.st_mode & 07777u)->utf8() +
+           (user ? user->pw_name : std::to_string(entry.st_uid)) + ":" +
+           (owners ? owners->gr_name : std::to_string(entry.st_gid));
+}
+
+std::string described(const transport::Holder &holder) {
+    return holder.process + " (process " + std::to_string(holder.pid) +
+           (holder.seen ? ")" : ", by its name)");
+}
+
+Facts accessFacts(const std::optional<transport::DeviceAccess> &access) {
+    if (!access)
+        return {{"node", {}}};
+    Lines holders;
+    std::ranges::transform(access->holders, std::back_inserter(holders), described);
+    return {{"node", access->node.string()},
+            {"permissions", access->nodeExists ? FactValue(permissions(access->node)) : FactValue()},
+            {"mayOpen", access->mayOpen},
+            {"kernelDriver", access->kernelDriver.empty() ? FactValue() : FactValue(access->kernelDriver)},
+            {"holders", holders}};
+}
+
+Facts stateFacts(const Queue &printer) {
+    try {
+        const PrinterStatus status = statusOf(printer);
+        return {{"state", std::string(status.isNormal() ? "normal" : nameOf(ExitStatus::notNormal))},
+                {"printerStatus", status.value}};
+    } catch (const Failure &failure) {
+        return {{"state", std::string(nameOf(failure.status()))}, {"problem", std::string(failure.what())}};
+    }
+}
+
+Facts factsOf(ZKUSB &printer) {
+    const std::string uri = printer.URI()->utf8();
+    Facts facts = {{"deviceUri", uri}, {"usbIdentifier", usbIdentifier(printer)}};
+    for (const Facts &more : {accessFacts(accessTo(uri)), stateFacts({uri, std::nullopt, uri})})
+        facts.insert(facts.end(), more.begin(), more.end());
+    return facts;
+}
+
+} // namespace
+
+ExitStatus diagnose(Format format) {
+    const KeptLog log;
+    SerialNumbers serials;
+    std::vector<Facts> printers;
+    for (const auto &printer : attachedPrinters()) {
+        if (const auto serial = printer->serialNumber())
+            serials.add(serial->utf8());
+        printers.push_back(factsOf(*printer));
+    }
+    const Section access = {"access", Facts{{"udevRule", pathOrNone(transport::installedUdevRule())}}};
+    const Section queueSection = queues(serials);
+    printReport(
+        {{"versions", versions()}, queueSection, {"printers", printers}, access, {"log", log.lines()}},
+        serials, format);
+    return ExitStatus::success;
+}

@@ -1,0 +1,86 @@
+#include "Tools/zkprinter/Reason.h"
+
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Transport/zkcomtl.h"
+
+namespace {
+
+using transport::DeviceAccess;
+using transport::Holder;
+
+std::string quoted(const std::string &name) {
+    return "\"" + escapedControlCharacters(name) + "\"";
+}
+
+std::string noPermission(const std::string &printer, const std::optional<DeviceAccess> &access) {
+    const std::string start = "You may not open " + printer;
+    if (!access)
+        return start + "; ask the administrator of this computer for access to the printer and try again.";
+    if (!access->udevRule)
+        return start +
+               ", as the access rule 70-zkutility.rules is not installed; install the package of this "
+               "program, plug the printer in again and try again.";
+    return start +
+           " from this session; log in at the computer itself, or ask its administrator to add you to "
+           "the group lp, and try again.";
+}
+
+std::string heldBy(const Holder &holder, const std::string &printer) {
+    switch (holder.kind) {
+    case Holder::Kind::cupsBackend:
+        return "A print job holds " + printer + "; wait until it has finished and try again.";
+    case Holder::Kind::ippUsb:
+        return "The daemon ipp-usb holds " + printer +
+               "; stop it, for example with \"systemctl stop ipp-usb\", and try again.";
+    case Holder::Kind::other:
+        break;
+    }
+    return "The program " + quoted(holder.process) + " (process " + std::to_string(holder.pid) + ") holds " +
+           printer + "; end it and try again.";
+}
+
+std::string busy(const std::string &printer, const std::optional<DeviceAccess> &access) {
+    if (access && !access->holders.empty())
+        return heldBy(access->holders.front(), printer);
+    return "A print job or another program holds " + printer + "; wait until it has finished and try again.";
+}
+
+} // namespace
+
+std::optional<DeviceAccess> accessTo(const std::string &deviceUri) {
+    const auto printer = transport::attachedPrinter(deviceUri);
+    return printer ? std::optional(deviceAccess(*printer)) : std::nullopt;
+}
+
+Failure reasonOf(std::int32_t transportStatus, const std::string &name,
+                 const std::optional<DeviceAccess> &access) {
+    const std::string printer = quoted(name);
+    switch (transportStatus) {
+    case TL_USB_ERROR_ACCESS:
+        return {ExitStatus::noPermission, noPermission(printer, access)};
+    case TL_USB_ERROR_BUSY:
+        return {ExitStatus::busy, busy(printer, access)};
+    case TL_USB_ERROR_NO_DEVICE:
+    case TL_USB_ERROR_INVALID: // the handle went with the printer
+        return {ExitStatus::unplugged,
+                printer + " was unplugged or switched off; check its power and its USB cable and try again."};
+    case TL_USB_OK:
+    case TL_USB_ERROR_TIMEOUT:
+        return {ExitStatus::noAnswer, printer + " does not answer; wait until it has finished printing, or "
+                                                "switch it off and on, and try again."};
+    case TL_USB_ERROR_STALL:
+        return {ExitStatus::transferFailed,
+                printer + " refused the transfer; switch it off and on and try again."};
+    case TL_USB_ERROR_OVERFLOW:
+        return {ExitStatus::transferFailed,
+                printer + " sent more than it should; switch it off and on and try again."};
+    default:
+        return {ExitStatus::transferFailed,
+                "The transfer to " + printer + " failed (" + std::to_string(transportStatus) +
+                    "); connect it with another USB cable, or without a hub, and try again."};
+    }
+}
+
+Failure reasonOf(std::int32_t transportStatus, const Queue &queue) {
+    return reasonOf(transportStatus, queue.name, accessTo(*queue.deviceUri));
+}

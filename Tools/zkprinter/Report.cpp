@@ -1,0 +1,116 @@
+#include "Tools/zkprinter/Report.h"
+
+#include "Platform/Foundation/NSLog.h"
+#include "Tools/zkprinter/Json.h"
+#include "Tools/zkprinter/Terminal.h"
+
+namespace {
+
+template <class... Functions>
+struct Choice : Functions... {
+    using Functions::operator()...;
+};
+template <class... Functions>
+Choice(Functions...) -> Choice<Functions...>;
+
+class ReportText {
+public:
+    explicit ReportText(const SerialNumbers &serials) : serials_(serials) {}
+
+    void print(const Section &section) const {
+        printLine(styled(section.name, Style::heading));
+        std::visit(Choice{[&](const Facts &facts) { print(facts, "  "); },
+                          [&](const std::vector<Facts> &things) {
+                              for (const Facts &facts : things)
+                                  print(facts, "  - ");
+                          },
+                          [&](const Lines &lines) {
+                              for (const std::string &line : lines)
+                                  printLine("  " + shown(line));
+                          }},
+                   section.content);
+        printLine("");
+    }
+
+private:
+    std::string shown(const std::string &text) const { return escapedControlCharacters(serials_.hide(text)); }
+
+    std::string shown(const Lines &lines) const {
+        std::string text;
+        for (const std::string &line : lines)
+            text += (text.empty() ? "" : ", ") + shown(line);
+        return text;
+    }
+
+    std::string shown(const FactValue &value) const {
+        return std::visit(Choice{[](std::monostate) { return std::string("-"); },
+                                 [](bool flag) { return std::string(flag ? "yes" : "no"); },
+                                 [](std::int64_t number) { return std::to_string(number); },
+                                 [&](const auto &text) { return shown(text); }},
+                          value);
+    }
+
+    void print(const Facts &facts, std::string bullet) const {
+        for (const auto &[name, value] : facts) {
+            printLine(bullet + name + ": " + shown(value));
+            bullet.assign(bullet.size(), ' ');
+        }
+    }
+
+    const SerialNumbers &serials_;
+};
+
+class ReportJson {
+public:
+    ReportJson(const SerialNumbers &serials, Json &json) : serials_(serials), json_(json) {}
+
+    void write(const Section &section) {
+        const char *const name = section.name.c_str();
+        std::visit(Choice{[&](const Facts &facts) { json_.object(name, [&](Json &) { write(facts); }); },
+                          [&](const std::vector<Facts> &things) {
+                              json_.array(name, [&](Json &list) {
+                                  for (const Facts &facts : things)
+                                      list.element([&](Json &) { write(facts); });
+                              });
+                          },
+                          [&](const Lines &lines) { write(name, lines); }},
+                   section.content);
+    }
+
+private:
+    void write(const char *name, const Lines &lines) {
+        json_.array(name, [&](Json &list) {
+            for (const std::string &line : lines)
+                list.element(serials_.hide(line));
+        });
+    }
+
+    void write(const Facts &facts) {
+        for (const auto &[name, value] : facts) {
+            const char *const key = name.c_str();
+            std::visit(Choice{[&](std::monostate) { json_.null(key); },
+                              [&](bool flag) { json_.field(key, flag); },
+                              [&](std::int64_t number) { json_.field(key, number); },
+                              [&](const std::string &text) { json_.field(key, serials_.hide(text)); },
+                              [&](const Lines &lines) { write(key, lines); }},
+                       value);
+        }
+    }
+
+    const SerialNumbers &serials_;
+    Json &json_;
+};
+
+} // namespace
+
+void printReport(const std::vector<Section> &sections, const SerialNumbers &serials, Format format) {
+    if (format == Format::text) {
+        for (const Section &section : sections)
+            ReportText(serials).print(section);
+        return;
+    }
+    printJson([&](Json &json) {
+        for (const Section &section : sections)
+            ReportJson(serials, json).write(section);
+    });
+}

@@ -1,0 +1,31 @@
+// A report of named facts, printed as text for people or as JSON.
+#pragma once
+
+#include "Tools/zkprinter/Commands.h"
+#include "Tools/zkprinter/SerialNumbers.h"
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+using Lines = std::vector<std::string>;
+
+/// The value of a fact; std::monostate: not known, or there is none.
+using FactValue = std::variant<std::monostate, bool, std::int64_t, std::string, Lines>;
+
+struct Fact {
+    std::string name;
+    FactValue value;
+};
+
+using Facts = std::vector<Fact>;
+
+/// One topic of a report: facts, several things of a kind with facts of each, or plain lines.
+struct Section {
+    std::string name;
+    std::variant<Facts, std::vector<Facts>, Lines> content;
+};
+
+/// Prints the sections; `serials` are hidden in every text.
+void printReport(const std::vector<Section> &sections, const SerialNumbers &serials, Format format);
