@@ -1,6 +1,7 @@
 // HTML to plain text, and line breaks and web addresses to HTML.
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLReferences.h"
 #include "Platform/Foundation/NSRegularExpression.h"
 #include "Platform/Foundation/NSString.h"
 
@@ -10,7 +11,8 @@
 namespace {
 
 bool isLineBreak(char16_t unit) {
-    return std::u16string_view(u"\n\r\f\u0085\u2028\u2029").find(unit) != std::u16string_view::npos;
+    return unit == u'\n' || unit == u'\r' || unit == u'\f' || unit == 0x85 || unit == 0x2028 ||
+           unit == 0x2029;
 }
 
 bool isWhiteSpace(char16_t unit) {
@@ -99,15 +101,21 @@ bool leavesNoBlank(std::u16string_view tag) {
     return contains(tags, tag);
 }
 
-std::u16string collapsed(std::u16string_view text) {
-    std::u16string made;
-    made.reserve(text.size());
-    for (Cursor cursor(text); !cursor.atEnd();) {
-        made += cursor.upTo(isWhiteSpace);
-        if (!cursor.run(isWhiteSpace).empty())
-            appendBlank(made, cursor);
+/// In place: runs of white space become one blank, those at both ends vanish.
+void collapse(std::u16string &text) {
+    auto out = text.begin(); // never beyond what was read
+    bool blank = false;
+    for (const char16_t unit : text) {
+        if (isWhiteSpace(unit)) {
+            blank = out != text.begin();
+            continue;
+        }
+        if (blank)
+            *out++ = u' ';
+        blank = false;
+        *out++ = unit;
     }
-    return made;
+    text.erase(out, text.end());
 }
 
 } // namespace
@@ -124,7 +132,8 @@ Ref<NSString> qn::stringByConvertingHTMLToPlainText(const Ref<NSString> &text) {
         else if (!cursor.run(isWhiteSpace).empty())
             appendBlank(plain, cursor);
     }
-    return stringByUnescapingFromHTML(make<NSString>(std::move(plain)));
+    html::resolveReferences(plain);
+    return make<NSString>(std::move(plain));
 }
 
 // Each distinct tag, the longest first, replaced throughout the text would give the same: by then, no longer
@@ -144,11 +153,16 @@ Ref<NSString> qn::stringByStrippingTags(const Ref<NSString> &text) {
         else if (!leavesNoBlank(tag))
             stripped += u' ';
     }
-    return make<NSString>(collapsed(stripped));
+    collapse(stripped);
+    return make<NSString>(std::move(stripped));
 }
 
 Ref<NSString> qn::stringByRemovingNewLinesAndWhitespace(const Ref<NSString> &text) {
-    return text ? make<NSString>(collapsed(text->units())) : nullptr;
+    if (!text)
+        return nullptr;
+    std::u16string units = text->units();
+    collapse(units);
+    return make<NSString>(std::move(units));
 }
 
 Ref<NSString> qn::stringWithNewLinesAsBRs(const Ref<NSString> &text) {
