@@ -53,8 +53,8 @@ const NSDateFormatter::Opened &NSDateFormatter::opened() const {
             udat_open(UDAT_PATTERN, UDAT_PATTERN, locale.c_str(), zone->nameUnits().data(),
                       static_cast<std::int32_t>(zone->nameUnits().size()), format_->units().data(),
                       static_cast<std::int32_t>(format_->length()), &status);
-        opened_ = std::make_unique<Opened>(std::move(locale), zone->nameUnits(),
-                                           decltype(Opened::formatter)(formatter, udat_close));
+        opened_ =
+            std::make_unique<Opened>(Opened{std::move(locale), zone->nameUnits(), {formatter, udat_close}});
     }
     return *opened_;
 }
