@@ -1,14 +1,18 @@
 // The helper library's conversions beside those of Qt and nlohmann-json, a megabyte each; the guarded array
 // beside a mutex around the same work.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
 #include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSJSONSerialization.h"
 #include "Platform/Foundation/NSString.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QJsonDocument>
 #include <benchmark/benchmark.h>
 #include <mutex>
@@ -125,6 +129,67 @@ void number(benchmark::State &state) {
     repeat(state, [text = u"12,345"_ns] { return qn::numberWithString(text); });
 }
 BENCHMARK(number);
+
+/// Mixed text with markup, references and letters of several alphabets, in code units.
+std::u16string page(std::size_t size) {
+    std::u16string made;
+    while (made.size() < size)
+        made +=
+            u"<p>The toner of \"Büro 2\" is at 5 &lt; 10 %, 激光 &amp; more:</p>\n see http://a.example/x ";
+    made.resize(size);
+    return made;
+}
+
+void escapeHtml(benchmark::State &state) {
+    repeat(state, [text = make<NSString>(page(megabyte))] { return qn::stringByEscapingForHTML(text); });
+}
+BENCHMARK(escapeHtml);
+void escapeHtmlQt(benchmark::State &state) {
+    repeat(state, [text = QString::fromStdU16String(page(megabyte))] { return text.toHtmlEscaped(); });
+}
+BENCHMARK(escapeHtmlQt);
+
+/// Texts of 1, 2 and 4 million units: time is to grow no faster than they do.
+template <Ref<NSString> (*operation)(const Ref<NSString> &)>
+void convertPage(benchmark::State &state) {
+    repeat(state, [text = make<NSString>(page(static_cast<std::size_t>(state.range(0)) * megabyte))] {
+        return operation(text);
+    });
+}
+BENCHMARK_TEMPLATE(convertPage, qn::stringByUnescapingFromHTML)->RangeMultiplier(2)->Range(1, 4);
+BENCHMARK_TEMPLATE(convertPage, qn::stringByConvertingHTMLToPlainText)->RangeMultiplier(2)->Range(1, 4);
+BENCHMARK_TEMPLATE(convertPage, qn::stringByStrippingTags)->RangeMultiplier(2)->Range(1, 4);
+
+/// A different tag after every few units, or nothing but one unit.
+template <Ref<NSString> (*operation)(const Ref<NSString> &), char16_t unit>
+void convertHostile(benchmark::State &state) {
+    const auto size = static_cast<std::size_t>(state.range(0)) * megabyte;
+    std::u16string made(unit ? size : 0, unit);
+    for (unsigned i = 0; made.size() < size; ++i) {
+        const std::string tag = "<" + std::to_string(i) + ">";
+        made.append(tag.begin(), tag.end());
+    }
+    repeat(state, [text = make<NSString>(std::move(made))] { return operation(text); });
+}
+BENCHMARK_TEMPLATE(convertHostile, qn::stringByUnescapingFromHTML, u'&')->RangeMultiplier(2)->Range(1, 4);
+BENCHMARK_TEMPLATE(convertHostile, qn::stringByConvertingHTMLToPlainText, u'<')
+    ->RangeMultiplier(2)
+    ->Range(1, 4);
+BENCHMARK_TEMPLATE(convertHostile, qn::stringByStrippingTags, u'\0')->RangeMultiplier(2)->Range(1, 4);
+
+void parseDate(benchmark::State &state, const char *written) {
+    repeat(state, [text = NSString::stringWithUTF8String(written)] { return qn::dateWithString(text); });
+}
+BENCHMARK_CAPTURE(parseDate, internet, "2014-01-20T12:24:48Z");
+BENCHMARK_CAPTURE(parseDate, day, "2014-01-20");
+BENCHMARK_CAPTURE(parseDate, fraction, "2014-01-20 12:24:48.125");
+BENCHMARK_CAPTURE(parseDate, fractionWithOffset, "2014-01-20T12:24:48.125+01:00");
+BENCHMARK_CAPTURE(parseDate, words, "Mon Jan 20 12:24:48.125 +0100 2014");
+void parseDateQt(benchmark::State &state) {
+    repeat(state,
+           [text = QString("2014-01-20T12:24:48Z")] { return QDateTime::fromString(text, Qt::ISODate); });
+}
+BENCHMARK(parseDateQt);
 
 /// What the guarded array does, by hand.
 class MutexArray {
