@@ -5,9 +5,9 @@
 
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <syslog.h>
-#include <unistd.h>
 
 int NSApplicationMain(int argc, char **argv) {
     NSLocalizationPrepare();
@@ -19,5 +19,6 @@ int NSApplicationMain(int argc, char **argv) {
     NSLoadMainInterface(application);
     const int status = application.run();
     std::fflush(nullptr);
-    _exit(status);
+    // Destroys nothing under a running thread, and lets a transport give back the printers it holds.
+    std::quick_exit(status);
 }

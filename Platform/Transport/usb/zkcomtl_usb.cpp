@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string>
@@ -27,8 +28,11 @@ UsbTransport &usb() {
     return *transport;
 }
 
-// Gives the printers back when the process or the library ends.
+// Gives the printers back when the process ends, in either way, or the library.
 const struct Ending {
+    Ending() {
+        std::at_quick_exit([] { usb().shutDown(); });
+    }
     ~Ending() { usb().shutDown(); }
 } ending;
 
