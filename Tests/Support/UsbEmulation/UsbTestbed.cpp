@@ -31,9 +31,17 @@ void onVanished(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer print
 
 } // namespace
 
+// Not destroyed: a transport library gives its printers back when the process ends, and waits for an answer.
 UsbTestbed &UsbTestbed::shared() {
-    static UsbTestbed testbed;
-    return testbed;
+    static auto *const testbed = new UsbTestbed;
+    static const struct Folder {
+        std::filesystem::path path;
+        ~Folder() {
+            std::error_code none;
+            std::filesystem::remove_all(path, none);
+        }
+    } folder{testbed->root_};
+    return *testbed;
 }
 
 UsbTestbed::UsbTestbed() : testbed_(umockdev_testbed_new()) {
@@ -42,10 +50,6 @@ UsbTestbed::UsbTestbed() : testbed_(umockdev_testbed_new()) {
     g_free(root);
     // Another user is to be refused by the device, not by the folder.
     std::filesystem::permissions(root_, std::filesystem::perms::all);
-}
-
-UsbTestbed::~UsbTestbed() {
-    testbed_.reset();
 }
 
 std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state) {
