@@ -21,12 +21,14 @@ gboolean onCall(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer print
     return TRUE;
 }
 
-void onConnected(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
-    static_cast<EmulatedUsbPrinter *>(printer)->connect(client);
+void onGone(gpointer printer, GObject *client) {
+    static_cast<EmulatedUsbPrinter *>(printer)->vanish(reinterpret_cast<UMockdevIoctlClient *>(client));
 }
 
-void onVanished(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
-    static_cast<EmulatedUsbPrinter *>(printer)->vanish(client);
+// The signal of a client that vanishes never comes; its end does.
+void onConnected(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
+    static_cast<EmulatedUsbPrinter *>(printer)->connect(client);
+    g_object_weak_ref(G_OBJECT(client), onGone, printer);
 }
 
 } // namespace
@@ -63,7 +65,6 @@ std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPri
     UMockdevIoctlBase *const calls = plugged.calls.get();
     g_signal_connect(calls, "handle-ioctl", G_CALLBACK(onCall), printer);
     g_signal_connect(calls, "client-connected", G_CALLBACK(onConnected), printer);
-    g_signal_connect(calls, "client-vanished", G_CALLBACK(onVanished), printer);
     plugged_.push_back(std::move(plugged));
 
     GError *error = nullptr;
