@@ -40,7 +40,10 @@ void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
     using enum std::filesystem::perms;
     const std::scoped_lock guard(mutex_);
     printer_.setState(state);
-    isFresh_ = true;
+    isFresh_ = clients_.empty();
+    if (!isFresh_) {
+        printer_.open();
+    }
     std::filesystem::permissions(node_.path(), state.has(Fault::CannotOpen) ? none : all);
 }
 

@@ -36,7 +36,7 @@ public:
 
     UsbAddress address() const { return address_; }
     transport::VirtualPrinterState state() const;
-    /// The next open finds the printer as if it had just been plugged in.
+    /// Who opens the printer, or has it open, finds it as if it had just been plugged in.
     void setState(const transport::VirtualPrinterState &state);
 
     /// While held, the printer has an answer but does not send it.
