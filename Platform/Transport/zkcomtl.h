@@ -92,7 +92,8 @@ TL_USB_API int32_t tl_usb_get_device_handle(const char *uri, int32_t mode, void 
  * after it (0 for an empty transfer; on a real bus an empty packet ends a transfer and is none itself, so that
  * nothing but data ends the wait); it is 0 after a call that failed in any way, also when the write failed
  * and the read was not tried. A transfer longer than the capacity is cut to it, its rest is lost, and the
- * status is TL_USB_ERROR_OVERFLOW. Callers pass 0 for `reserved`.
+ * status is TL_USB_ERROR_OVERFLOW. After TL_USB_ERROR_NO_DEVICE the handle is closed. Callers pass 0 for
+ * `reserved`.
  */
 TL_USB_API int32_t tl_usb_data_transfer_by_handle(void *handle, const uint8_t *write_buffer,
                                                   uint32_t write_length, int32_t timeout_ms,

@@ -93,7 +93,7 @@ std::optional<PluggedPrinter> printerNamed(const char *uri) {
     return likeness(*best) > 0 ? std::optional(*best) : std::nullopt;
 }
 
-int32_t read(VirtualPrinter &printer, uint8_t *buffer, size_t capacity, int32_t &length) {
+tl_usb_status read(VirtualPrinter &printer, uint8_t *buffer, size_t capacity, int32_t &length) {
     std::vector<uint8_t> transfer;
     if (const tl_usb_status status = printer.read(transfer); status != TL_USB_OK) {
         return status;
@@ -187,19 +187,20 @@ int32_t tl_usb_data_transfer_by_handle(void *handle, const uint8_t *write_buffer
             return TL_USB_ERROR_INVALID;
         }
         std::optional<VirtualPrinterState> state = PrinterFolder::load(open->file);
-        if (!state) {
-            openPrinters().remove(handle);
-            return TL_USB_ERROR_NO_DEVICE;
+        tl_usb_status status = state ? TL_USB_OK : TL_USB_ERROR_NO_DEVICE;
+        if (state) {
+            open->printer.setState(std::move(*state));
         }
-        open->printer.setState(std::move(*state));
-        tl_usb_status status = TL_USB_OK;
-        if (write_buffer != nullptr) {
+        if (status == TL_USB_OK && write_buffer != nullptr) {
             status = open->printer.write({write_buffer, write_length});
         }
-        if (status != TL_USB_OK || !reads) {
-            return status;
+        if (status == TL_USB_OK && reads) {
+            status = read(open->printer, read_buffer, static_cast<size_t>(capacity), *read_length);
         }
-        return read(open->printer, read_buffer, static_cast<size_t>(capacity), *read_length);
+        if (status == TL_USB_ERROR_NO_DEVICE) {
+            openPrinters().remove(handle);
+        }
+        return status;
     });
 }
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <linux/usb/ch9.h>
 #include <linux/usbdevice_fs.h>
 #include <span>
 #include <stdexcept>
@@ -22,17 +23,6 @@ Value &as(UMockdevIoctlData *data) {
 constexpr std::uint32_t capabilities =
     USBDEVFS_CAP_ZERO_PACKET | USBDEVFS_CAP_NO_PACKET_SIZE_LIM | USBDEVFS_CAP_REAP_AFTER_DISCONNECT;
 
-int wireStatus(tl_usb_status status) {
-    switch (status) {
-    case TL_USB_OK:
-        return 0;
-    case TL_USB_ERROR_NO_DEVICE:
-        return -ESHUTDOWN;
-    default:
-        return -EPROTO;
-    }
-}
-
 } // namespace
 
 EmulatedUsbPrinter::EmulatedUsbPrinter(UsbAddress address, const std::filesystem::path &root,
@@ -50,6 +40,10 @@ void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
     using enum std::filesystem::perms;
     const std::scoped_lock guard(mutex_);
     printer_.setState(state);
+    isFresh_ = clients_.empty();
+    if (!isFresh_) {
+        printer_.open();
+    }
     std::filesystem::permissions(node_.path(), state.has(Fault::CannotOpen) ? none : all);
 }
 
@@ -101,7 +95,9 @@ size_t EmulatedUsbPrinter::pending() const {
 void EmulatedUsbPrinter::connect(const Client *client) {
     const std::scoped_lock guard(mutex_);
     clients_.insert(client);
-    printer_.open();
+    if (std::exchange(isFresh_, false)) {
+        printer_.open();
+    }
 }
 
 void EmulatedUsbPrinter::vanish(const Client *client) {
@@ -271,7 +267,36 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::discard(const Client *client, uns
 }
 
 void EmulatedUsbPrinter::control(Urb urb) {
-    finish(std::move(urb), -EPIPE); // no request of the control endpoint is known
+    const usb_ctrlrequest setup = as<usb_ctrlrequest>(urb.buffer.get());
+    constexpr std::uint8_t fromClassInterface = USB_DIR_IN | USB_TYPE_CLASS | USB_RECIP_INTERFACE;
+    Bytes reply =
+        setup.bRequestType == fromClassInterface ? classReply(setup.bRequest, setup.wIndex) : Bytes();
+    if (reply.empty()) {
+        return finish(std::move(urb), -EPIPE);
+    }
+    reply.resize(std::min<size_t>(reply.size(), setup.wLength));
+    std::ranges::copy(reply, urb.buffer->data + sizeof setup);
+    as<usbdevfs_urb>(urb.block.get()).actual_length = static_cast<int>(reply.size());
+    finish(std::move(urb), 0);
+}
+
+// Of the printer class; empty for a request that is refused.
+EmulatedUsbPrinter::Bytes EmulatedUsbPrinter::classReply(std::uint8_t request, std::uint16_t index) const {
+    enum : std::uint8_t { getDeviceId = 0, getPortStatus = 1 };
+    const transport::VirtualPrinterState &state = printer_.state();
+    if (request == getPortStatus && index == usbPrinterInterface && !state.has(Fault::StatusFails)) {
+        constexpr std::uint8_t noError = 0x08, selected = 0x10;
+        const bool isNormal = state.printerStatus == 1 || state.printerStatus == 3;
+        return {static_cast<std::uint8_t>(isNormal ? noError | selected : selected)};
+    }
+    if (request == getDeviceId && index == usbPrinterInterface << 8) {
+        const std::string text = "MFG:" + state.manufacturer + ";MDL:" + state.product + ";CMD:PJL,ACL;";
+        Bytes reply = {static_cast<std::uint8_t>((text.size() + 2) >> 8),
+                       static_cast<std::uint8_t>(text.size() + 2)};
+        reply.insert(reply.end(), text.begin(), text.end());
+        return reply;
+    }
+    return {};
 }
 
 void EmulatedUsbPrinter::write(Urb urb) {
@@ -281,7 +306,7 @@ void EmulatedUsbPrinter::write(Urb urb) {
     const std::span<const std::uint8_t> bytes =
         urb.buffer ? std::span(urb.buffer->data, static_cast<size_t>(urb.buffer->data_len))
                    : std::span<const std::uint8_t>();
-    const int status = wireStatus(printer_.write(bytes));
+    const int status = onWire(printer_.write(bytes));
     if (status == 0) {
         as<usbdevfs_urb>(urb.block.get()).actual_length = static_cast<int>(bytes.size());
     }
@@ -300,8 +325,13 @@ void EmulatedUsbPrinter::serveReads() {
         }
         Urb urb = std::move(reads_.front());
         reads_.pop_front();
-        finish(std::move(urb), wireStatus(status), transfer);
+        finish(std::move(urb), onWire(status), transfer);
     }
+}
+
+int EmulatedUsbPrinter::onWire(tl_usb_status status) {
+    isFresh_ = isFresh_ || status == TL_USB_ERROR_NO_DEVICE;
+    return status == TL_USB_OK ? 0 : status == TL_USB_ERROR_NO_DEVICE ? -ESHUTDOWN : -EPROTO;
 }
 
 // The virtual printer's transfers are short: each is one packet.

@@ -10,6 +10,7 @@
 // | busy          | the claim is refused                                                 |
 // | write_fails   | writes end with a protocol error                                     |
 // | unplug_after… | transfers end as those of a device that is gone, until the next open |
+// | status_fails  | the request for the port status stalls                               |
 //
 // Threads: everything may be called from any thread.
 #pragma once
@@ -35,6 +36,7 @@ public:
 
     UsbAddress address() const { return address_; }
     transport::VirtualPrinterState state() const;
+    /// Who opens the printer, or has it open, finds it as if it had just been plugged in.
     void setState(const transport::VirtualPrinterState &state);
 
     /// While held, the printer has an answer but does not send it.
@@ -81,8 +83,10 @@ private:
     Answer discard(const Client *client, unsigned long address);
     Answer ioctlOfDriver(UMockdevIoctlData *argument);
     void control(Urb urb);
+    Bytes classReply(std::uint8_t request, std::uint16_t index) const;
     void write(Urb urb);
     void serveReads();
+    int onWire(tl_usb_status status);
     void finish(Urb urb, int status, const Bytes &sent = {});
     void finishReads(int status);
     void showReady();
@@ -94,6 +98,7 @@ private:
     std::set<const Client *> clients_;
     std::map<unsigned, const Client *> claims_; // by interface
     bool kernelDriver_ = true;                  // bound to the printer interface
+    bool isFresh_ = true;                       // nobody has opened it since it was plugged in
     bool held_ = false;
     bool unplugged_ = false;
     std::set<std::uint8_t> stalled_;

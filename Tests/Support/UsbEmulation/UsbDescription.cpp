@@ -54,8 +54,7 @@ std::string attribute(const char *name, const std::string &value) {
 }
 
 std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterState &printer) {
-    std::string record = "P: " + usbFolder(address).substr(4) + "\nN: " + usbNodePath(address).substr(5) +
-                         "\nE: DEVNAME=" + usbNodePath(address) +
+    std::string record = "P: " + usbFolder(address).substr(4) + "\nE: DEVNAME=" + usbNodePath(address) +
                          "\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\n" +
                          format("E: BUSNUM=%03d\nE: DEVNUM=%03d\n", address.bus, address.device);
     record +=

@@ -21,19 +21,29 @@ gboolean onCall(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer print
     return TRUE;
 }
 
-void onConnected(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
-    static_cast<EmulatedUsbPrinter *>(printer)->connect(client);
+void onGone(gpointer printer, GObject *client) {
+    static_cast<EmulatedUsbPrinter *>(printer)->vanish(reinterpret_cast<UMockdevIoctlClient *>(client));
 }
 
-void onVanished(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
-    static_cast<EmulatedUsbPrinter *>(printer)->vanish(client);
+// The signal of a client that vanishes never comes; its end does.
+void onConnected(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
+    static_cast<EmulatedUsbPrinter *>(printer)->connect(client);
+    g_object_weak_ref(G_OBJECT(client), onGone, printer);
 }
 
 } // namespace
 
+// Not destroyed: a transport library gives its printers back when the process ends, and waits for an answer.
 UsbTestbed &UsbTestbed::shared() {
-    static UsbTestbed testbed;
-    return testbed;
+    static auto *const testbed = new UsbTestbed;
+    static const struct Folder {
+        std::filesystem::path path;
+        ~Folder() {
+            std::error_code none;
+            std::filesystem::remove_all(path, none);
+        }
+    } folder{testbed->root_};
+    return *testbed;
 }
 
 UsbTestbed::UsbTestbed() : testbed_(umockdev_testbed_new()) {
@@ -42,10 +52,6 @@ UsbTestbed::UsbTestbed() : testbed_(umockdev_testbed_new()) {
     g_free(root);
     // Another user is to be refused by the device, not by the folder.
     std::filesystem::permissions(root_, std::filesystem::perms::all);
-}
-
-UsbTestbed::~UsbTestbed() {
-    testbed_.reset();
 }
 
 std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state) {
@@ -59,7 +65,6 @@ std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPri
     UMockdevIoctlBase *const calls = plugged.calls.get();
     g_signal_connect(calls, "handle-ioctl", G_CALLBACK(onCall), printer);
     g_signal_connect(calls, "client-connected", G_CALLBACK(onConnected), printer);
-    g_signal_connect(calls, "client-vanished", G_CALLBACK(onVanished), printer);
     plugged_.push_back(std::move(plugged));
 
     GError *error = nullptr;

@@ -40,12 +40,11 @@ private:
     };
 
     UsbTestbed();
-    ~UsbTestbed();
 
     void forgetUnplugged();
 
     std::filesystem::path root_;
     UsbAddress last_ = {1, 0};
     std::vector<Plugged> plugged_;
-    std::unique_ptr<UMockdevTestbed, Unreference> testbed_; // ends first, and with it the thread of the calls
+    std::unique_ptr<UMockdevTestbed, Unreference> testbed_;
 };

@@ -1,0 +1,251 @@
+// What programs see of a transport library; compiled into the tests of each, which must not be told apart.
+#include "Tests/Platform/Transport/TransportTesting.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <bit>
+#include <cstring>
+#include <functional>
+#include <gmock/gmock.h>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+extern "C" int from_c_finds(int32_t vid, uint16_t pid, const char *serial, const char *product,
+                            const char *manufacturer);
+
+using transport::Fault;
+
+namespace {
+
+/// One exchange: open, drain, write, read until a read fails.
+std::string storyOf(const PrinterPorts &ports, const Bytes &request) {
+    void *handle = nullptr;
+    int32_t opened = TL_USB_OK;
+    {
+        const auto user = ports.ordinaryUser();
+        opened = tl_usb_get_device_handle(uriOf("SN0001").c_str(), 2, &handle);
+    }
+    std::string story = "open " + std::to_string(opened);
+    if (handle == nullptr) {
+        return story;
+    }
+    story += " drain " + receiveAll(handle);
+    story += " write " + std::to_string(send(handle, request));
+    story += " read " + receiveAll(handle);
+    return story + " close " + std::to_string(tl_usb_close_device_handle(handle));
+}
+
+} // namespace
+
+TEST_P(Transport, ListsRecordsByteForByte) {
+    ports->plug(sampleLaser());
+    ports->plug(sampleLaser({}, std::string(255, 's')));
+    ports->plug({.manufacturer = "Other", .product = "P", .serial = "", .vid = 1, .pid = 2});
+    tl_usb_device_info *list = nullptr;
+    int32_t count = 0;
+    ASSERT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, &list, &count), TL_USB_OK);
+    ASSERT_EQ(count, 2);
+    std::string expected(size_t{2} * 772, '\0');
+    for (size_t record = 0; record < 2; ++record) {
+        const std::string serial = record == 0 ? "SN0001" : std::string(255, 's');
+        expected.replace(record * 772, serial.size(), serial);
+        expected.replace(record * 772 + 256, 12, "Sample Laser");
+        expected.replace(record * 772 + 512, 6, "Zelkor");
+        const std::array<uint16_t, 2> identifiers = {0x1234, 0x5A4B};
+        std::memcpy(&expected[record * 772 + 768], identifiers.data(), 4);
+    }
+    EXPECT_EQ(std::string(reinterpret_cast<const char *>(list), expected.size()), expected);
+    EXPECT_TRUE(from_c_finds(1, 2, "", "P", "Other"));
+}
+
+TEST_P(Transport, SeesPrintersComeAndGo) {
+    EXPECT_EQ(countPrinters(), 0);
+    ports->plug(sampleLaser());
+    EXPECT_EQ(countPrinters(), 1);
+    void *const handle = openPrinter();
+    ports->unplug("SN0001");
+    EXPECT_EQ(countPrinters(), 0);
+    EXPECT_EQ(statusCall(), "-2 untouched");
+    ports->plug(sampleLaser());
+    EXPECT_EQ(countPrinters(), 1);
+    EXPECT_EQ(send(openPrinter(), envelopes::readThreshold), TL_USB_OK);
+    EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_ERROR_INVALID) << "of the printer that was there";
+}
+
+TEST_P(Transport, ReadsWritesAndReadsBack) {
+    ports->plug(sampleLaser());
+    ports->plug(sampleLaser({}, "SN0002"));
+    const auto one = [&](const Bytes &request) { return storyOf(*ports, request); };
+    EXPECT_EQ(one(envelopes::readThreshold),
+              "open 0 drain -5 write 0 read <00ACFF2100010001> <33> -5 close 0");
+    EXPECT_EQ(one(envelopes::writeThreshold5), "open 0 drain -5 write 0 read <00ACFF2000010000> -5 close 0");
+    EXPECT_EQ(one(envelopes::readThreshold),
+              "open 0 drain -5 write 0 read <00ACFF2100010001> <35> -5 close 0");
+    EXPECT_EQ(ports->threshold("SN0001"), 5);
+    EXPECT_EQ(ports->threshold("SN0002"), 3);
+    EXPECT_THAT(statusCall(), testing::MatchesRegex("0 .*\"printer_status\": ?3.*"));
+
+    void *const handle = openPrinter();
+    Bytes header(8);
+    int32_t length = 8;
+    EXPECT_EQ(tl_usb_data_transfer_by_handle(handle, envelopes::readThreshold.data(), 105, patience_ms,
+                                             header.data(), &length, 0),
+              TL_USB_OK);
+    EXPECT_EQ(length, 8);
+}
+
+TEST_P(Transport, ShowsEveryFaultOfAnExchange) {
+    using enum Fault;
+    const struct {
+        std::set<Fault> faults;
+        const char *story;
+    } cases[] = {
+        {{CannotOpen}, "open -3"},
+        {{Busy}, "open -4"},
+        {{WriteFails}, "open 0 drain -5 write -6 read -5 close 0"},
+        {{Silent}, "open 0 drain -5 write 0 read -5 close 0"},
+        {{StaleOutput},
+         "open 0 drain text <00ACFF2100010001> <39> -5 write 0 read <00ACFF2100010001> <33> -5 close 0"},
+        {{JunkFirst}, "open 0 drain -5 write 0 read text text <00ACFF2100010001> <33> -5 close 0"},
+        {{ShortHeader}, "open 0 drain -5 write 0 read <00ACFF21> <33> -5 close 0"},
+        {{WrongLength}, "open 0 drain -5 write 0 read <00ACFF2100010007> <33> -5 close 0"},
+        {{WrongEcho}, "open 0 drain -5 write 0 read <00ACFF2000010001> <33> -5 close 0"},
+        {{StatusNotOne}, "open 0 drain -5 write 0 read <00ACFF2100020001> <33> -5 close 0"},
+        {{EmptyData}, "open 0 drain -5 write 0 read <00ACFF2100010001> <> -5 close 0"},
+        {{UnplugAfterOpen}, "open 0 drain -2 write -1 read -1 close -1"},
+        {{UnplugAfterWrite}, "open 0 drain -5 write 0 read -2 close -1"},
+        {{UnplugAfterHeader}, "open 0 drain -5 write 0 read <00ACFF2100010001> -2 close -1"},
+        {{StaleOutput, JunkFirst, WrongEcho, StatusNotOne, UnplugAfterHeader},
+         "open 0 drain text <00ACFF2100010001> <39> -5 write 0 read text text <00ACFF2000020001> -2 close "
+         "-1"},
+        {{}, "open 0 drain -5 write 0 read <00ACFF2100010001> <33> -5 close 0"},
+    };
+    std::set<Fault> shownFaults = {StatusFails, StatusEmpty, StatusNotJson, StatusNotObject}; // see elsewhere
+    for (const auto &[faults, story] : cases) {
+        ports->plug(sampleLaser(faults));
+        std::string expected = story;
+        if (const size_t empty = expected.find(" <>"); empty != std::string::npos && ports->isBus()) {
+            expected.erase(empty, 3); // an empty packet is no transfer there
+        }
+        EXPECT_EQ(storyOf(*ports, envelopes::readThreshold), expected);
+        shownFaults.insert(faults.begin(), faults.end());
+    }
+    EXPECT_EQ(shownFaults.size(), transport::faultNames.size()) << "a fault without a case";
+}
+
+TEST_P(Transport, ToldOfAnUnpluggedPrinterOnce) {
+    const char *const stories[] = {"-2 -1 -1 -1 -1 -1", "0 -2 -1 -1 -1 -1", "0 -5 -2 -1 -1 -1",
+                                   "0 -5 0 -2 -1 -1",   "0 -5 0 0 -2 -1",   "0 -5 0 0 0 0"};
+    for (size_t unplugged = 0; unplugged < std::size(stories); ++unplugged) {
+        void *handle = nullptr;
+        Bytes transfer;
+        const std::function<int32_t()> calls[] = {
+            [&] { return tl_usb_get_device_handle(uriOf("SN0001").c_str(), 2, &handle); },
+            [&] { return receive(handle, transfer, silence_ms); },
+            [&] { return send(handle, envelopes::readThreshold); },
+            [&] { return receive(handle, transfer); },
+            [&] { return receive(handle, transfer); },
+            [&] { return tl_usb_close_device_handle(handle); },
+        };
+        ports->plug(sampleLaser());
+        std::string story;
+        for (size_t call = 0; call < std::size(calls); ++call) {
+            if (call == unplugged) {
+                ports->unplug("SN0001");
+            }
+            story += (call > 0 ? " " : "") + std::to_string(calls[call]());
+        }
+        EXPECT_EQ(story, stories[unplugged]) << "unplugged before call " << unplugged;
+    }
+}
+
+TEST_P(Transport, RefusesUnusableArguments) {
+    ports->plug(sampleLaser());
+    void *handle = openPrinter();
+    Bytes buffer(16);
+    const auto transfer = [&](const uint8_t *out, uint32_t outLength, uint8_t *in, int32_t *inLength) {
+        return tl_usb_data_transfer_by_handle(handle, out, outLength, 100, in, inLength, 0);
+    };
+    for (const int32_t capacity : {0, -1, INT32_MIN}) {
+        int32_t length = capacity;
+        EXPECT_EQ(transfer(nullptr, 0, buffer.data(), &length), TL_USB_ERROR_INVALID);
+        EXPECT_EQ(length, 0);
+    }
+    int32_t length = 16;
+    EXPECT_EQ(transfer(nullptr, 0, nullptr, &length), TL_USB_ERROR_INVALID);
+    EXPECT_EQ(transfer(nullptr, 0, buffer.data(), nullptr), TL_USB_ERROR_INVALID);
+    EXPECT_EQ(transfer(nullptr, 9, nullptr, nullptr), TL_USB_ERROR_INVALID);
+
+    EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
+    Bytes header;
+    EXPECT_EQ(receive(handle, header, patience_ms, 7), TL_USB_ERROR_OVERFLOW);
+    EXPECT_EQ(receive(handle, header), TL_USB_OK);
+    EXPECT_EQ(header, Bytes{'3'}) << "the rest of a cut transfer is lost";
+
+    char *text = nullptr;
+    tl_usb_device_info *list = nullptr;
+    EXPECT_EQ(tl_usb_get_device_handle(nullptr, 2, &handle), TL_USB_ERROR_INVALID);
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_EQ(tl_usb_get_device_handle(uriOf("SN0001").c_str(), 2, nullptr), TL_USB_ERROR_INVALID);
+    openPrinter("SN9", TL_USB_ERROR_NO_DEVICE);
+    EXPECT_EQ(tl_usb_get_printer_info(nullptr, 0, 2, 2000, 1, &text), TL_USB_ERROR_INVALID);
+    EXPECT_EQ(tl_usb_get_printer_info(uriOf("SN0001").c_str(), 0, 2, 2000, 1, nullptr), TL_USB_ERROR_INVALID);
+    EXPECT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, &list, nullptr), TL_USB_ERROR_INVALID);
+    EXPECT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, nullptr, &length), TL_USB_ERROR_INVALID);
+}
+
+TEST_P(Transport, HandlesThatAreNotOpenDoNoHarm) {
+    ports->plug(sampleLaser());
+    void *const closed = openPrinter();
+    EXPECT_EQ(tl_usb_close_device_handle(closed), TL_USB_OK);
+    int onStack = 0;
+    void *const garbage[] = {nullptr, closed, &onStack, std::bit_cast<void *>(UINTPTR_MAX)};
+    for (void *const handle : garbage) {
+        Bytes transfer;
+        EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_ERROR_INVALID);
+        EXPECT_EQ(receive(handle, transfer), TL_USB_ERROR_INVALID);
+        EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_ERROR_INVALID);
+    }
+}
+
+TEST_P(Transport, KeepsOneOpenHandleAPrinter) {
+    ports->plug(sampleLaser());
+    ports->plug(sampleLaser({}, "SN0002"));
+    void *const other = openPrinter("SN0002");
+    std::vector<void *> handles(10'000);
+    std::ranges::generate(handles, [] { return openPrinter(); });
+    void *const last = handles.back();
+    handles.pop_back();
+    for (void *const handle : handles) {
+        ASSERT_EQ(tl_usb_close_device_handle(handle), TL_USB_ERROR_INVALID);
+    }
+    EXPECT_EQ(send(last, envelopes::readThreshold), TL_USB_OK);
+    EXPECT_EQ(send(other, envelopes::readThreshold), TL_USB_OK);
+}
+
+TEST_P(Transport, ServesThreadsAtOnce) {
+    std::atomic<int> good = 0;
+    std::vector<std::thread> threads;
+    const std::string serials[] = {"A", "B", "C"};
+    for (const std::string &serial : serials) {
+        ports->plug(sampleLaser({}, serial));
+    }
+    for (const std::string &serial : serials) {
+        threads.emplace_back([serial, &good] {
+            for (int i = 0; i < 50; ++i) {
+                void *const handle = openPrinter(serial);
+                Bytes transfer;
+                good += send(handle, envelopes::writeThreshold5) == TL_USB_OK &&
+                        receive(handle, transfer) == TL_USB_OK && shown(transfer) == "<00ACFF2000010000>";
+                countPrinters();
+            }
+        });
+    }
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(good, 150);
+}

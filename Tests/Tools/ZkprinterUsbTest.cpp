@@ -1,0 +1,81 @@
+// The command line as a process with the USB transport library, from the queue to the emulated printer and
+// back.
+#include "Tests/Platform/Transport/UsbPorts.h"
+#include "Tests/Support/PrivateCups.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <string>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+/// The exit status and what the program printed.
+std::string zkprinter(const std::string &arguments) {
+    const std::string command =
+        "LD_LIBRARY_PATH=" USB_TRANSPORT " LD_PRELOAD=" PRELOAD " " ZKPRINTER " " + arguments + " 2>&1";
+    FILE *const output = ::popen(command.c_str(), "r");
+    std::string text;
+    for (int byte; output && (byte = std::fgetc(output)) != EOF;)
+        text += static_cast<char>(byte);
+    return std::to_string(WEXITSTATUS(output ? ::pclose(output) : -1)) + " " + text;
+}
+
+} // namespace
+
+TEST(ZkprinterUsb, readsWritesAndReadsBackThroughAQueue) {
+    const PrivateCups cups(true);
+    UsbPorts ports;
+    EXPECT_THAT(zkprinter("status Zelkor_L200"), StartsWith("5 ")) << "not attached";
+    ports.plug({.manufacturer = "Zelkor",
+                .product = "L200 Series",
+                .serial = "SN0002",
+                .vid = VENDOR_ID,
+                .pid = 2,
+                .threshold = 3});
+    EXPECT_THAT(zkprinter("list"), HasSubstr("Zelkor_L200"));
+    EXPECT_THAT(zkprinter("devices"), HasSubstr("SN0002"));
+    EXPECT_THAT(zkprinter("status Zelkor_L200"), StartsWith("0 "));
+    EXPECT_EQ(zkprinter("reminder Zelkor_L200"),
+              "0 The low-toner reminder of \"Zelkor_L200\" is set to 3 %.\n");
+    EXPECT_EQ(zkprinter("reminder Zelkor_L200 5"),
+              "0 The low-toner reminder of \"Zelkor_L200\" is now set to 5 %.\n");
+    EXPECT_EQ(ports.threshold("SN0002"), 5);
+    EXPECT_EQ(zkprinter("reminder Zelkor_L200"),
+              "0 The low-toner reminder of \"Zelkor_L200\" is set to 5 %.\n");
+    EXPECT_TRUE(ports.printer("SN0002").hasKernelDriver());
+}
+
+TEST(ZkprinterUsb, saysWhatIsInTheWay) {
+    ::setenv("CUPS_SERVER", "/nowhere", 1);
+    auto &ports = UsbTestbed::shared();
+    transport::VirtualPrinterState state{.manufacturer = "Zelkor",
+                                         .product = "L200 Series",
+                                         .serial = "XK00047110815",
+                                         .vid = VENDOR_ID,
+                                         .pid = 2,
+                                         .threshold = 3};
+    const auto printer = ports.plug(state);
+    const std::string report = zkprinter("diagnose --json");
+    for (const char *part : {R"("transport":")" USB_TRANSPORT "/libzkcomtl.so.1.0.0", "serial=XK0…15",
+                             R"("usbIdentifier":"5a4b:0002","node":"/dev/bus/usb/001/001","permissions":"0)",
+                             R"("mayOpen":true,)", R"("holders":[],"state":)"})
+        EXPECT_THAT(report, HasSubstr(part));
+    EXPECT_THAT(report, StartsWith("0 "));
+    EXPECT_THAT(report, testing::Not(HasSubstr("47110")));
+
+    const std::string reminder = "reminder 'usb://Zelkor/L200%20Series?serial=XK00047110815'";
+    const std::pair<transport::Fault, const char *> faults[] = {{transport::Fault::Busy, "11 "},
+                                                                {transport::Fault::WriteFails, "13 "},
+                                                                {transport::Fault::UnplugAfterOpen, "12 "}};
+    for (const auto &[fault, status] : faults) {
+        state.faults = {fault};
+        printer->setState(state);
+        EXPECT_THAT(zkprinter(reminder), StartsWith(status));
+    }
+    ports.unplug(printer);
+    EXPECT_THAT(zkprinter(reminder), StartsWith("5 "));
+}
