@@ -15,8 +15,9 @@ namespace {
 
 /// The exit status and what the program printed.
 std::string zkprinter(const std::string &arguments) {
-    const std::string command =
-        "LD_LIBRARY_PATH=" USB_TRANSPORT " LD_PRELOAD=" PRELOAD " " ZKPRINTER " " + arguments + " 2>&1";
+    const std::string command = "ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" USB_TRANSPORT
+                                " LD_PRELOAD=" PRELOAD " " ZKPRINTER " " +
+                                arguments + " 2>&1";
     FILE *const output = ::popen(command.c_str(), "r");
     std::string text;
     for (int byte; output && (byte = std::fgetc(output)) != EOF;)

@@ -95,3 +95,10 @@ void UsbTestbed::forgetUnplugged() {
         return forgotten;
     });
 }
+
+#ifdef __SANITIZE_THREAD__
+// These libraries are not built for the thread sanitizer, which does not see how they hand things over.
+extern "C" const char *__tsan_default_suppressions() {
+    return "race:libumockdev.so\nrace:libglib-2.0.so\nrace:libudev.so\n";
+}
+#endif
