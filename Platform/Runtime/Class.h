@@ -124,7 +124,8 @@ public:
     template <auto Member>
     ClassBuilder &property(const char *name, std::string_view attributes = "",
                            runtime::Protocols protocols = {}) {
-        runtime::declareProperty(cls_, runtime::Declared<Member>::declaration(protocols), name, attributes);
+        runtime::declareProperty(cls_, runtime::MemberDeclaration<Member>::declaration(protocols), name,
+                                 attributes);
         return *this;
     }
 
@@ -132,7 +133,7 @@ public:
     template <auto Getter, auto Setter>
     ClassBuilder &property(const char *name, std::string_view attributes = "",
                            runtime::Protocols protocols = {}) {
-        auto declaration = runtime::Declared<Getter>::declaration(protocols);
+        auto declaration = runtime::MemberDeclaration<Getter>::declaration(protocols);
         declaration.set = declaration.setCopy = runtime::methodOf<Setter>();
         runtime::declareProperty(cls_, declaration, name, attributes);
         return *this;
@@ -149,7 +150,7 @@ public:
     /// An instance variable that is no property.
     template <auto Member>
     ClassBuilder &ivar(const char *name) {
-        runtime::declareIvar(cls_, runtime::Declared<Member>::declaration({}), name);
+        runtime::declareIvar(cls_, runtime::MemberDeclaration<Member>::declaration({}), name);
         return *this;
     }
 

@@ -127,32 +127,20 @@ Declaration declarationOfMember(Protocols protocols) {
     return declaration;
 }
 
-/// Tells a data member, which has a class and a type, from a member function.
+/// Tells a data member from a member function without arguments.
 template <auto Member>
-struct Declared;
+struct MemberDeclaration;
 
 template <class T, class M, M T::*Member>
-requires(!std::is_function_v<M>) struct Declared<Member> {
+struct MemberDeclaration<Member> {
     static Declaration declaration(Protocols protocols) {
-        return declarationOfMember<T, M, Member>(protocols);
-    }
-};
-
-template <class T, class R, R (T::*Member)()>
-struct Declared<Member> {
-    static Declaration declaration(Protocols protocols) {
-        Declaration declaration = declarationOf<std::remove_cvref_t<R>>(protocols);
-        declaration.get = methodOf<Member>();
-        return declaration;
-    }
-};
-
-template <class T, class R, R (T::*Member)() const>
-struct Declared<Member> {
-    static Declaration declaration(Protocols protocols) {
-        Declaration declaration = declarationOf<std::remove_cvref_t<R>>(protocols);
-        declaration.get = methodOf<Member>();
-        return declaration;
+        if constexpr (std::is_function_v<M>) {
+            using Value = std::remove_cvref_t<std::invoke_result_t<M T::*, T &>>;
+            Declaration declaration = declarationOf<Value>(protocols);
+            declaration.get = methodOf<Member>();
+            return declaration;
+        } else
+            return declarationOfMember<T, M, Member>(protocols);
     }
 };
 
