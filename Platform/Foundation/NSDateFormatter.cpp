@@ -3,30 +3,97 @@
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSLocale.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/NSTimeZone.h"
+#include "Platform/Runtime/Class.h"
 
-#include <memory>
+#include <cmath>
+#include <limits>
 #include <unicode/udat.h>
 
-Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date, const Ref<NSString> &dateFormat) {
-    if (!date || !dateFormat)
+NS_IMPLEMENTATION(NSDateFormatter) {}
+
+struct NSDateFormatter::Opened {
+    std::string locale;
+    std::u16string timeZone;
+    std::unique_ptr<UDateFormat, decltype(&udat_close)> formatter;
+};
+
+namespace {
+
+bool fitsICU(const Ref<NSString> &text) {
+    return text && text->length() <= std::numeric_limits<std::int32_t>::max();
+}
+
+/// Where ICU would read such texts in the same way.
+std::optional<FixedDatePattern> fixedPattern(const Ref<NSString> &format, const Ref<NSLocale> &locale,
+                                             const Ref<NSTimeZone> &timeZone) {
+    if (!format || !locale || !locale->isEqual(NSLocale::posixLocale()))
+        return std::nullopt;
+    auto pattern = FixedDatePattern::compile(format->units());
+    const bool inUTC = timeZone && timeZone->nameUnits() == u"GMT";
+    return pattern && (pattern->namesOffset() || inUTC) ? pattern : std::nullopt;
+}
+
+} // namespace
+
+NSDateFormatter::NSDateFormatter(const Ref<NSString> &dateFormat, Ref<NSLocale> locale,
+                                 Ref<NSTimeZone> timeZone)
+    : format_(dateFormat ? as<NSString>(dateFormat->copy()) : nullptr), locale_(std::move(locale)),
+      timeZone_(std::move(timeZone)), fixed_(fixedPattern(format_, locale_, timeZone_)) {}
+
+NSDateFormatter::~NSDateFormatter() = default;
+
+/// Opening one reads the locale's data and takes long, so the last is kept.
+const NSDateFormatter::Opened &NSDateFormatter::opened() const {
+    std::string locale = locale_ ? locale_->localeIdentifier() : NSLocaleCurrentIdentifier();
+    const auto zone = timeZone_ ? timeZone_ : NSTimeZone::defaultTimeZone();
+    if (!opened_ || opened_->locale != locale || opened_->timeZone != zone->nameUnits()) {
+        UErrorCode status = U_ZERO_ERROR;
+        UDateFormat *formatter =
+            udat_open(UDAT_PATTERN, UDAT_PATTERN, locale.c_str(), zone->nameUnits().data(),
+                      static_cast<std::int32_t>(zone->nameUnits().size()), format_->units().data(),
+                      static_cast<std::int32_t>(format_->length()), &status);
+        opened_ = std::make_unique<Opened>(std::move(locale), zone->nameUnits(),
+                                           decltype(Opened::formatter)(formatter, udat_close));
+    }
+    return *opened_;
+}
+
+Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date) const {
+    if (!date || !std::isfinite(date->timeIntervalSinceReferenceDate()) || !fitsICU(format_))
         return nullptr;
-    UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<UDateFormat, decltype(&udat_close)> formatter(
-        udat_open(UDAT_PATTERN, UDAT_PATTERN, NSLocaleCurrentIdentifier().c_str(), nullptr, -1,
-                  dateFormat->units().data(), static_cast<std::int32_t>(dateFormat->length()), &status),
-        udat_close);
+    const std::scoped_lock guard(lock_);
+    UDateFormat *formatter = opened().formatter.get();
+    if (!formatter)
+        return nullptr;
+    udat_setLenient(formatter, true);
     std::u16string text(64, u'\0');
     for (;;) {
-        if (U_FAILURE(status))
+        UErrorCode status = U_ZERO_ERROR;
+        const std::int32_t length = udat_format(formatter, date->timeIntervalSince1970() * 1000, text.data(),
+                                                static_cast<std::int32_t>(text.size()), nullptr, &status);
+        if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR)
             return nullptr;
-        const std::int32_t length =
-            udat_format(formatter.get(), date->timeIntervalSince1970() * 1000, text.data(),
-                        static_cast<std::int32_t>(text.size()), nullptr, &status);
-        const bool fits = length <= static_cast<std::int32_t>(text.size());
         text.resize(static_cast<std::size_t>(length));
-        if (status == U_BUFFER_OVERFLOW_ERROR)
-            status = U_ZERO_ERROR;
-        if (fits)
-            return U_SUCCESS(status) ? make<NSString>(std::move(text)) : nullptr;
+        if (U_SUCCESS(status))
+            return make<NSString>(std::move(text));
     }
+}
+
+Ref<NSDate> NSDateFormatter::dateFromString(const Ref<NSString> &text) const {
+    if (!fitsICU(text) || !fitsICU(format_))
+        return nullptr;
+    if (const auto seconds = fixed_ ? fixed_->parse(text->units()) : std::nullopt)
+        return NSDate::dateWithTimeIntervalSince1970(*seconds);
+    const std::scoped_lock guard(lock_);
+    UDateFormat *formatter = opened().formatter.get();
+    if (!formatter)
+        return nullptr;
+    udat_setLenient(formatter, false);
+    UErrorCode status = U_ZERO_ERROR;
+    const auto length = static_cast<std::int32_t>(text->length());
+    std::int32_t end = 0;
+    const UDate milliseconds = udat_parse(formatter, text->units().data(), length, &end, &status);
+    return U_SUCCESS(status) && end == length ? NSDate::dateWithTimeIntervalSince1970(milliseconds / 1000)
+                                              : nullptr;
 }

@@ -1,8 +1,30 @@
-// The language and region whose conventions numbers and dates follow.
+// The language and region whose conventions numbers and dates follow. Immutable; any thread.
 #pragma once
+
+#include "Platform/Runtime/NSObject.h"
 
 #include <string>
 
 /// An ICU identifier such as "de_DE", from the environment. Where no language was chosen, English as of the
-/// United States. Any thread.
+/// United States.
 std::string NSLocaleCurrentIdentifier();
+
+class NSLocale : public NSObject {
+    NS_CLASS(NSLocale, NSObject)
+public:
+    /// An identifier such as "de_DE", "th_TH" or "zh_CN@calendar=chinese".
+    explicit NSLocale(std::string identifier) : identifier_(std::move(identifier)) {}
+
+    static Ref<NSLocale> currentLocale() { return make<NSLocale>(NSLocaleCurrentIdentifier()); }
+    /// English for machines: its names and digits never change.
+    static Ref<NSLocale> posixLocale() { return make<NSLocale>("en_US_POSIX"); }
+
+    const std::string &localeIdentifier() const { return identifier_; }
+    bool isEqual(const id &other) const override;
+    NSUInteger hash() const override;
+    Ref<NSString> description() const override;
+    id copy() const override { return self(); }
+
+private:
+    const std::string identifier_;
+};

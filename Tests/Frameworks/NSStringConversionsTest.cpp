@@ -2,11 +2,11 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Platform/Dispatch/ManualClock.h"
 #include "Tests/Frameworks/LocaleScope.h"
+#include "Tests/Frameworks/TimeZoneScope.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unicode/ucal.h>
 
 #include <random>
 #include <set>
@@ -14,24 +14,6 @@
 namespace {
 
 const auto lone = std::u16string(1, 0xD83D);
-
-class TimeZoneScope {
-public:
-    explicit TimeZoneScope(const char16_t *name) { set(name); }
-    ~TimeZoneScope() { set(before_.c_str()); }
-
-private:
-    static std::u16string current() {
-        UErrorCode status = U_ZERO_ERROR;
-        char16_t name[64];
-        return {name, static_cast<std::size_t>(ucal_getDefaultTimeZone(name, 64, &status))};
-    }
-    static void set(const char16_t *name) {
-        UErrorCode status = U_ZERO_ERROR;
-        ucal_setDefaultTimeZone(name, &status);
-    }
-    const std::u16string before_ = current();
-};
 
 } // namespace
 

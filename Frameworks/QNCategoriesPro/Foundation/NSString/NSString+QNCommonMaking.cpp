@@ -44,7 +44,7 @@ Ref<NSString> qn::timeStampToString(const Ref<NSString> &timeStamp, const Ref<NS
     if (!timeStamp)
         return nullptr;
     const auto seconds = static_cast<NSTimeInterval>(timeStamp->integerValue());
-    return NSDateFormatter::stringFromDate(NSDate::dateWithTimeIntervalSince1970(seconds), format);
+    return make<NSDateFormatter>(format)->stringFromDate(NSDate::dateWithTimeIntervalSince1970(seconds));
 }
 
 Ref<NSString> qn::getRandomString() {

@@ -1,0 +1,41 @@
+// Texts between plain and HTML form. None gives none. Any thread. Time grows with the length of the text, for
+// hostile texts, too.
+//
+// White space here is blank, tab, LF, CR, form feed, U+0085, U+2028 and U+2029; all but the first two are
+// line breaks.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLEscapeMap.h"
+#include "Platform/Runtime/NSObject.h"
+
+namespace qn {
+
+/// The text with every code unit of the table replaced by its escape text. `size` is that of the table in
+/// bytes. With `escapingUnicode`, every other unit from 128 becomes "&#233;": each half of a surrogate pair
+/// on its own.
+Ref<NSString> stringByEscapingHTMLUsingTable(const Ref<NSString> &text, const HTMLEscape *table,
+                                             NSUInteger size, bool escapingUnicode);
+/// By the map of special characters: "a<é" becomes "a&lt;é".
+Ref<NSString> stringByEscapingForHTML(const Ref<NSString> &text);
+/// By the whole map, the rest by number, so that only ASCII is left: "a<é激" becomes "a&lt;&eacute;&#28608;".
+Ref<NSString> stringByEscapingForAsciiHTML(const Ref<NSString> &text);
+/// The text with every reference of 4 to 10 units replaced by its code unit, once: "&amp;lt;" becomes "&lt;".
+/// A reference is a name of the whole map, or "#" and decimal or "#x" and hexadecimal digits for 1 to 65534.
+/// Everything else stays.
+Ref<NSString> stringByUnescapingFromHTML(const Ref<NSString> &text);
+
+/// The text without tags, comments and scripts, unescaped. White space becomes one blank, except at both
+/// ends; a closing tag becomes a blank unless it is one that stands within a line, such as "</b>".
+Ref<NSString> stringByConvertingHTMLToPlainText(const Ref<NSString> &text);
+/// The text with each "<…>" replaced by a blank, or by nothing for "a", "span", "strong" and "em" without
+/// attributes, and then without superfluous white space. A text without "<" is only copied.
+Ref<NSString> stringByStrippingTags(const Ref<NSString> &text);
+/// The text with every run of white space replaced by one blank, and without any at both ends.
+Ref<NSString> stringByRemovingNewLinesAndWhitespace(const Ref<NSString> &text);
+/// The text with a "<br />" for each line break. CR LF is one at the start of a run of them, two within it.
+Ref<NSString> stringWithNewLinesAsBRs(const Ref<NSString> &text);
+/// The text with every web address in a link of the class "linkified", except where `="` stands before it.
+/// The text itself when looking for addresses takes too long.
+Ref<NSString> stringByLinkifyingURLs(const Ref<NSString> &text);
+
+} // namespace qn
