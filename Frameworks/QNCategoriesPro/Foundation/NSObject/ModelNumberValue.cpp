@@ -35,7 +35,7 @@ T wide(const NSNumber &number) {
 }
 
 template <class T>
-T finite(T value) {
+T finiteOrZero(T value) {
     return std::isfinite(value) ? value : 0;
 }
 
@@ -76,9 +76,9 @@ void qn::setNumber(NSObject &model, const id &value, const _QNModelPropertyMeta 
     case QNEncodingTypeUInt64:
         return meta.set<std::uint64_t>(model, wide<std::uint64_t>(number));
     case QNEncodingTypeFloat:
-        return meta.set<float>(model, finite(number.floatValue()));
+        return meta.set<float>(model, finiteOrZero(number.floatValue()));
     case QNEncodingTypeDouble:
-        return meta.set<double>(model, finite(number.doubleValue()));
+        return meta.set<double>(model, finiteOrZero(number.doubleValue()));
     default:
         return meta.set<long double>(model, std::isnan(number.doubleValue()) ? 0 : number.doubleValue());
     }
