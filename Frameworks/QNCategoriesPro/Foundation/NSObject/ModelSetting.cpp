@@ -87,9 +87,7 @@ void fill(const ModelSetContext &context) {
 } // namespace
 
 void ModelSetWithDictionaryFunction(const id &key, const id &value, const ModelSetContext &context) {
-    const auto &mapper = context.modelMeta._mapper;
-    const id *head = mapper ? mapper->table()->find(key) : nullptr;
-    for (const auto *meta = head ? &metaOf(*head) : nullptr; meta; meta = meta->_next.get())
+    for (const auto *meta = context.modelMeta.headForKey(key); meta; meta = meta->_next.get())
         if (meta->_setter)
             ModelSetValueForProperty(context.model, value, *meta);
 }

@@ -104,6 +104,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
     mapper.mapCustom(as<NSDictionary>(qn::hooks::ask(cls, qn::hooks::modelCustomPropertyMapper())));
     mapper.mapRest();
     meta->_mapper = mapper.mapper();
+    meta->_keys = qn::ModelKeyIndex(meta->_mapper);
     meta->_keyPathPropertyMetas = mapper.keyPathMetas();
     meta->_multiKeysPropertyMetas = mapper.multiKeysMetas();
     meta->findHooks();
@@ -117,4 +118,10 @@ void _QNModelMeta::findHooks() {
     _hasCustomTransformFromDictionary = has(qn::hooks::modelCustomTransformFromDictionary());
     _hasCustomTransformToDictionary = has(qn::hooks::modelCustomTransformToDictionary());
     _hasCustomClassFromDictionary = cls->respondsToSelector(qn::hooks::modelCustomClassForDictionary());
+}
+
+const _QNModelPropertyMeta *_QNModelMeta::headForKey(const id &key) const {
+    if (const auto *text = peek<NSString>(key))
+        return _keys.find(*text);
+    return _mapper ? peek<_QNModelPropertyMeta>(_mapper->objectForKey(key)) : nullptr; // an array of keys
 }

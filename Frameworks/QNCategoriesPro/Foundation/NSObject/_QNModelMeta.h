@@ -11,7 +11,7 @@
 // each may get a record of its own, and later callers the one stored last.
 #pragma once
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelPropertyMeta.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelKeyIndex.h"
 
 class _QNModelMeta : public NSObject {
     NS_CLASS(_QNModelMeta, NSObject)
@@ -20,6 +20,9 @@ public:
     static Ref<_QNModelMeta> metaWithClass(Class cls);
     /// A new record that is not kept. None for null.
     static Ref<_QNModelMeta> initWithClass(Class cls);
+
+    /// The head of the chain in the mapper; null for a key that reaches no property.
+    const _QNModelPropertyMeta *headForKey(const id &key) const;
 
     Ref<QNClassInfo> _classInfo;
     /// By key (NSString, or the NSArray of several), the first _QNModelPropertyMeta of a chain; none when
@@ -39,4 +42,6 @@ public:
 
 private:
     void findHooks();
+
+    qn::ModelKeyIndex _keys{nullptr};
 };
