@@ -288,62 +288,39 @@ TEST(ModelMatrix, everyValueIntoEveryProperty) {
 }
 
 TEST(ModelMatrix, datesOfEveryLength) {
-    constexpr std::pair<const char16_t *, const char *> dates[] = {
-        {u"2014-01-20", "T1390176000"},
-        {u"2014-01-20 12:24:48", "T1390220688"},
-        {u"2014-01-20T12:24:48", "T1390220688"},
-        {u"2014-01-20T12:24:48Z", "T1390220688"},
-        {u"2014-01-20 12:24:48.000", "T1390220688"},
-        {u"2014-01-20T12:24:48.000", "T1390220688"},
-        {u"2014-01-20T12:24:48+0100", "T1390217088"},
-        {u"2014-01-20T12:24:48.000Z", "T1390220688"},
-        {u"2014-01-20T12:24:48+01:00", "T1390217088"},
-        {u"2014-01-20T12:24:48.000+0100", "T1390217088"},
-        {u"2014-01-20T12:24:48.000+01:00", "T1390217088"},
-        {u"Mon Jan 20 12:24:48 +0000 2014", "T1390220688"},
-        {u"Mon Jan 20 12:24:48.000 +0000 2014", "T1390220688"},
-        {u"2014-01-20X12:24:48", "-"},
-        {u"2014-02-30", "-"},
-        {u"", "-"},
-        {u"Mon Jan 20 12:24:48.0000 +0000 2014 and more", "-"},
-    };
-    for (const auto &[text, expected] : dates) {
+    const auto dateOf = [](const char16_t *text) {
         const auto model = make<Everything>();
         ModelSetValueForProperty(*model, make<NSString>(text), *metaNamed("date"));
-        EXPECT_EQ(shown(model->date), expected) << make<NSString>(text)->utf8();
-    }
-}
-
-TEST(ModelMatrix, textsThatAreNumbers) {
-    constexpr std::tuple<const char16_t *, const char *, const char *> texts[] = {
-        {u"TRUE", "1", "1"},       {u"True", "1", "1"},
-        {u"tRUE", "0", "0"},       {u"NO", "0", "0"},
-        {u"NIL", "-", "0"},        {u"<Null>", "-", "0"},
-        {u"1e3.", "1000", "1000"}, {u"1e999.0", "-", "0"},
-        {u"1e3", "1", "1"},        {u"99999999999999999999", "9223372036854775807", "9223372036854775807"},
+        return shown(model->date);
     };
-    for (const auto &[text, number, scalar] : texts) {
-        const auto model = make<Everything>();
-        ModelSetValueForProperty(*model, make<NSString>(text), *metaNamed("number"));
-        ModelSetValueForProperty(*model, make<NSString>(text), *metaNamed("q"));
-        EXPECT_EQ(shown(model->number), number);
-        EXPECT_EQ(std::to_string(model->q), scalar);
-    }
-    const auto model = make<Everything>();
-    const auto huge = NSNumber::numberWithDouble(1e300);
-    for (const char *name : {"f", "d", "ld"})
-        ModelSetValueForProperty(*model, huge, *metaNamed(name));
-    EXPECT_EQ(model->f, 0); // infinite as a float
-    EXPECT_EQ(model->d, 1e300);
-    EXPECT_EQ(model->ld, 1e300);
+    EXPECT_EQ(dateOf(u"2014-01-20"), "T1390176000");
+    for (const auto *text :
+         {u"2014-01-20 12:24:48", u"2014-01-20T12:24:48", u"2014-01-20T12:24:48Z", u"2014-01-20 12:24:48.000",
+          u"2014-01-20T12:24:48.000", u"2014-01-20T13:24:48+0100", u"2014-01-20T12:24:48.000Z",
+          u"2014-01-20T13:24:48+01:00", u"2014-01-20T13:24:48.000+0100", u"2014-01-20T13:24:48.000+01:00",
+          u"Mon Jan 20 12:24:48 +0000 2014", u"Mon Jan 20 12:24:48.000 +0000 2014"})
+        EXPECT_EQ(dateOf(text), "T1390220688") << make<NSString>(text)->utf8();
+    for (const auto *text :
+         {u"2014-01-20X12:24:48", u"2014-02-30", u"", u"Mon Jan 20 12:24:48.0000 +0000 2014"})
+        EXPECT_EQ(dateOf(text), "-") << make<NSString>(text)->utf8();
 }
 
-TEST(ModelMatrix, invalidBytesStoreNone) {
-    const auto model = make<Everything>();
-    ModelSetValueForProperty(*model, NSData::dataWithBytes("\xFF", 1), *metaNamed("string"));
-    ModelSetValueForProperty(*model, make<NSString>(u"\xD800"), *metaNamed("data"));
-    ModelSetValueForProperty(*model, u" \n"_ns, *metaNamed("url"));
-    EXPECT_EQ(shown(model->string) + shown(model->data) + shown(model->url), "---");
+TEST(ModelMatrix, unusualValues) {
+    const auto set = [](const char *property, const id &value) {
+        const auto model = make<Everything>();
+        ModelSetValueForProperty(*model, value, *metaNamed(property));
+        return shownProperty(*model, *metaNamed(property));
+    };
+    constexpr std::pair<const char16_t *, const char *> numbers[] = {{u"True", "1"},    {u"tRUE", "0"},
+                                                                     {u"<Null>", "-"},  {u"1e3.", "1000"},
+                                                                     {u"1e999.0", "-"}, {u"1e3", "1"}};
+    for (const auto &[text, expected] : numbers)
+        EXPECT_EQ(set("number", make<NSString>(text)), expected) << expected;
+    EXPECT_EQ(set("q", u"99999999999999999999"_ns), "9223372036854775807");
+    EXPECT_EQ(set("f", NSNumber::numberWithDouble(1e300)), "0"); // infinite as a float
+    EXPECT_EQ(set("string", NSData::dataWithBytes("\xFF", 1)), "-");
+    EXPECT_EQ(set("data", make<NSString>(u"\xD800")), "-");
+    EXPECT_EQ(set("url", u" \n"_ns), "-");
 }
 
 TEST(ModelMatrix, fuzz) {
@@ -368,7 +345,7 @@ TEST(ModelMatrix, fuzz) {
                     value(depth + 1);
         return kind < 2 ? "{" + text + "}" : "[" + text + "]";
     };
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 2000; ++round) {
         std::string text = "{";
         for (auto count = 1 + pick(60); count > 0; --count)
             text += (text.size() > 1 ? ",\"" : "\"") + std::string(names[pick(std::size(names))]) +

@@ -22,7 +22,8 @@ id qn::modelWithJSON(Class cls, const id &json) {
 }
 
 bool qn::modelSetWithDictionary(const id &model, const id &dictionary) {
-    return model && fillModel(*model, dictionary);
+    const id keptModel = model, kept = dictionary; // setters and hooks may let go of them
+    return keptModel && fillModel(*keptModel, kept);
 }
 
 bool qn::modelSetWithJSON(const id &model, const id &json) {
