@@ -66,16 +66,12 @@ public:
     Ref<NSMutableData> mutableData = NSMutableData::dataWithLength(0);
     Ref<NSDate> date = NSDate::dateWithTimeIntervalSinceReferenceDate(77);
     Ref<NSURL> url = NSURL::URLWithString(u"initial"_ns);
-    Ref<NSArray> array = NSArray::arrayWithObjects({u"initial"_ns});
-    Ref<NSMutableArray> mutableArray = NSMutableArray::arrayWithObjects({u"initial"_ns});
-    Ref<NSArray> spots = NSArray::arrayWithObjects({u"initial"_ns});
-    Ref<NSDictionary> dictionary = NSDictionary::dictionaryWithEntries({{u"initial"_ns, u"initial"_ns}});
-    Ref<NSMutableDictionary> mutableDictionary = NSMutableDictionary::dictionaryWithDictionary(
-        NSDictionary::dictionaryWithEntries({{u"i"_ns, u"i"_ns}}));
-    Ref<NSDictionary> spotsByName;
-    Ref<NSSet> set = NSSet::setWithObjects({u"initial"_ns});
-    Ref<NSMutableSet> mutableSet = NSMutableSet::setWithSet(NSSet::setWithObjects({u"initial"_ns}));
-    Ref<NSSet> spotSet = NSSet::setWithObjects({u"initial"_ns});
+    Ref<NSMutableArray> mutableArray;
+    Ref<NSArray> array = NSArray::arrayWithObjects({u"initial"_ns}), spots;
+    Ref<NSDictionary> dictionary, spotsByName;
+    Ref<NSMutableDictionary> mutableDictionary;
+    Ref<NSSet> set, spotSet;
+    Ref<NSMutableSet> mutableSet;
     Ref<Spot> spot;
     id any;
     Class cls = Spot::class_();
@@ -329,27 +325,24 @@ TEST(ModelMatrix, fuzz) {
     constexpr const char *scalars[] = {
         "null",     "true",           "-1",       "1.5e300",        "18446744073709551615", "\"\"",
         "\"12.5\"", "\"2014-01-20\"", "\"Spot\"", "\"\\u0000 nil\""};
-    constexpr const char *names[] = {"b",    "c",     "uc",    "s",       "us",          "i",      "ui",
-                                     "q",    "uq",    "f",     "d",       "ld",          "string", "date",
-                                     "spot", "spots", "cls",   "spotSet", "spotsByName", "any",    "selector",
-                                     "url",  "data",  "array", "decimal", "number",      "value",  "size",
-                                     "text", "word",  "list",  "block",   "pointer",     "x"};
+    const auto name = [&] {
+        const auto &metas = *_QNModelMeta::metaWithClass(Everything::class_())->_allPropertyMetas;
+        return '"' + peek<_QNModelPropertyMeta>(metas.objectAtIndex(pick(metas.count())))->_name->utf8() +
+               "\":";
+    };
     const std::function<std::string(int)> value = [&](int depth) -> std::string {
         const auto kind = depth > 3 ? 9 : pick(10);
         if (kind > 3)
             return scalars[pick(std::size(scalars))];
         std::string text;
         for (auto count = pick(6); count > 0; --count)
-            text += (text.empty() ? "" : ",") +
-                    (kind < 2 ? '"' + std::string(names[pick(std::size(names))]) + "\":" : std::string()) +
-                    value(depth + 1);
+            text += (text.empty() ? "" : ",") + (kind < 2 ? name() : "") + value(depth + 1);
         return kind < 2 ? "{" + text + "}" : "[" + text + "]";
     };
     for (int round = 0; round < 2000; ++round) {
         std::string text = "{";
         for (auto count = 1 + pick(60); count > 0; --count)
-            text += (text.size() > 1 ? ",\"" : "\"") + std::string(names[pick(std::size(names))]) +
-                    "\":" + value(0);
+            text += (text.size() > 1 ? "," : "") + name() + value(0);
         const auto json = NSString::stringWithUTF8String(text + "}");
         ASSERT_NE(qn::modelWithJSON<Everything>(json), nullptr) << text;
     }
