@@ -129,6 +129,7 @@ TEST(ModelCoding, bringsBackWhatCanBeCoded) {
     model->text = nullptr;
     const auto less = as<Everything>(unarchived(NSKeyedArchiver::archivedDataWithRootObject(model)));
     ASSERT_TRUE(less);
+    EXPECT_FALSE(NSKeyedArchiver::archivedDataWithRootObject(model->value)) << "a pointer";
     EXPECT_TRUE(less->real == 0 && less->wide == 0 && !less->next && !less->text);
     EXPECT_EQ(qn::modelInitWithCoder(model, nullptr), model);
     EXPECT_TRUE(model->flag) << "nothing happens without a coder";
