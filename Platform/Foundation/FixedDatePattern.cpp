@@ -1,6 +1,8 @@
 #include "Platform/Foundation/FixedDatePattern.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
 #include <tuple>
 
 namespace {
@@ -125,6 +127,67 @@ private:
     int offset_ = 0; ///< seconds east of Greenwich
 };
 
+/// Puts the fields of one moment at the end of a text. After one that it cannot write, `ok` stays false.
+class FixedDatePattern::Writer {
+public:
+    /// The moment is between the years 1583 and 9999.
+    Writer(std::chrono::sys_time<std::chrono::milliseconds> moment, int offset)
+        : offset_(offset), local_(moment + std::chrono::seconds(offset)),
+          day_(std::chrono::floor<std::chrono::days>(local_)), date_(day_), time_(local_ - day_) {}
+
+    void write(Step step) {
+        switch (step.field) {
+        case Field::Literal:
+            text_ += step.literal;
+            return;
+        case Field::Year:
+            return number(4, static_cast<int>(date_.year()));
+        case Field::Month:
+            return number(2, static_cast<int>(static_cast<unsigned>(date_.month())));
+        case Field::Day:
+            return number(2, static_cast<int>(static_cast<unsigned>(date_.day())));
+        case Field::Hour:
+            return number(2, static_cast<int>(time_.hours().count()));
+        case Field::Minute:
+            return number(2, static_cast<int>(time_.minutes().count()));
+        case Field::Second:
+            return number(2, static_cast<int>(time_.seconds().count()));
+        case Field::Millisecond:
+            return number(3, static_cast<int>(time_.subseconds().count()));
+        case Field::Offset:
+            return offset();
+        case Field::Weekday:
+        case Field::MonthName:
+            ok_ = false;
+        }
+    }
+
+    std::optional<std::u16string> text() { return ok_ ? std::optional(std::move(text_)) : std::nullopt; }
+
+private:
+    void number(std::size_t width, int value) {
+        text_.append(width, u'0');
+        for (auto digit = text_.rbegin(); value; value /= 10)
+            *digit++ = static_cast<char16_t>(u'0' + value % 10);
+    }
+
+    void offset() {
+        const int minutes = std::abs(offset_) / 60;
+        ok_ = ok_ && offset_ % 60 == 0;
+        text_ += offset_ < 0 ? u'-' : u'+';
+        number(2, minutes / 60);
+        number(2, minutes % 60);
+    }
+
+    const int offset_;
+    const std::chrono::sys_time<std::chrono::milliseconds> local_;
+    const std::chrono::sys_days day_;
+    const std::chrono::year_month_day date_;
+    const std::chrono::hh_mm_ss<std::chrono::milliseconds> time_;
+    std::u16string text_;
+    bool ok_ = true;
+};
+
 constexpr FixedDatePattern::Known FixedDatePattern::known[] = {
     {u"yyyy", Field::Year},       {u"MM", Field::Month},    {u"dd", Field::Day},
     {u"HH", Field::Hour},         {u"mm", Field::Minute},   {u"ss", Field::Second},
@@ -181,4 +244,19 @@ std::optional<double> FixedDatePattern::parse(std::u16string_view text) const {
     for (const Step step : steps_)
         reader.read(step);
     return reader.seconds();
+}
+
+std::optional<std::u16string> FixedDatePattern::format(double milliseconds, int offset) const {
+    using namespace std::chrono;
+    // A day away from the limits, so that no offset passes them.
+    constexpr sys_time<std::chrono::milliseconds> first = sys_days(1583y / 1 / 2),
+                                                  last = sys_days(9999y / 12 / 30);
+    if (!(milliseconds >= static_cast<double>(first.time_since_epoch().count()) &&
+          milliseconds <= static_cast<double>(last.time_since_epoch().count())))
+        return std::nullopt;
+    const std::chrono::milliseconds count(static_cast<std::int64_t>(std::floor(milliseconds)));
+    Writer writer(sys_time<std::chrono::milliseconds>(count), offset);
+    for (const Step step : steps_)
+        writer.write(step);
+    return writer.text();
 }

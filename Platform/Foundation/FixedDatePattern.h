@@ -1,8 +1,9 @@
-// Reads dates written exactly as a pattern says: every number with as many digits as the pattern has letters.
-// Much faster than ICU, which also takes numbers of other widths.
+// Reads and writes dates exactly as a pattern says: every number with as many digits as the pattern has
+// letters. Much faster than ICU, which also takes numbers of other widths.
 //
 //     const auto pattern = FixedDatePattern::compile(u"yyyy-MM-dd'T'HH:mm:ssZ");
 //     pattern->parse(u"2014-01-20T12:24:48+01:00")    // 1390217088
+//     pattern->format(1390217088000, 3600)            // 2014-01-20T12:24:48+0100
 //
 //     yyyy MM dd HH mm ss SSS    numbers
 //     EEE MMM                    "Mon" "Jan"; whether the weekday is that of the date does not matter
@@ -12,6 +13,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,6 +27,10 @@ public:
     /// Seconds since 1970-01-01 00:00 UTC. Nothing when the text deviates from the pattern or names a day or
     /// a time that does not exist.
     std::optional<double> parse(std::u16string_view text) const;
+    /// What ICU writes for milliseconds since 1970-01-01 00:00 UTC in a zone so many seconds east of
+    /// Greenwich. Nothing for a pattern with names, before 1583, after 9999, and for an offset that is no
+    /// whole minutes.
+    std::optional<std::u16string> format(double milliseconds, int offset) const;
 
 private:
     enum class Field {
@@ -49,6 +55,7 @@ private:
         Field field;
     };
     class Reader;
+    class Writer;
     static const Known known[];
 
     bool add(std::u16string_view letters);

@@ -6,6 +6,7 @@
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/NSKeyedArchiver.h"
 #include "Platform/Foundation/NSKeyedUnarchiver.h"
 #include "Platform/Foundation/NSNull.h"
@@ -71,6 +72,39 @@ id decodeNull(Unarchiver &) {
 /// A number that stands outside of an archive's objects has no key to write itself under.
 id decodeNoNumber(Unarchiver &) {
     return nullptr;
+}
+
+// A value is the bytes of a structure of numbers, in the order of the machine. Anything else in a value, such
+// as a pointer, means nothing in another process.
+
+bool isOfNumbers(std::string_view encoding) {
+    const auto type = runtime::firstType(encoding);
+    return type && type->length == encoding.size() && type->size > 0 && encoding.starts_with('{') &&
+           encoding.find_first_of("@#:*^?") == encoding.npos;
+}
+
+void encodeValue(const id &object, Archiver &archiver) {
+    const auto value = as<NSValue>(object);
+    const std::string type = value->objCType();
+    if (!isOfNumbers(type))
+        return archiver.failWithError(NSError::errorWithDomain(
+            NSCocoaErrorDomain(), NSCoderInvalidValueError,
+            NSDictionary::dictionaryWithEntries(
+                {{NSDebugDescriptionErrorKey(),
+                  u"A value other than a structure of numbers cannot be written."_ns}})));
+    std::vector<std::uint8_t> bytes(runtime::firstType(type)->size);
+    value->getValue(bytes.data(), bytes.size());
+    archiver.encodeObject(NSString::stringWithUTF8String(type), u"NS.type"_ns);
+    archiver.encodeBytes(bytes.data(), bytes.size(), u"NS.bytes"_ns);
+}
+
+id decodeValue(Unarchiver &unarchiver) {
+    const auto type = as<NSString>(unarchiver.decodeObjectForKey(u"NS.type"_ns));
+    const auto bytes = unarchiver.decodeBytesForKey(u"NS.bytes"_ns);
+    const std::string encoding = type ? type->utf8() : "";
+    if (!bytes || !isOfNumbers(encoding) || runtime::firstType(encoding)->size != bytes->length())
+        return nullptr;
+    return NSValue::valueWithBytes(bytes->bytes(), encoding);
 }
 
 // A decimal is a whole number of 128 bits, the words and their bytes in little-endian order, and an exponent.
@@ -235,6 +269,7 @@ const std::vector<KeyedCoding> &table() {
         {NSString::class_(), true, encodeString, decodeString},
         {NSMutableString::class_(), false, encodeString, mutableOf<decodeString>},
         {NSNumber::class_(), true, encodeNothing, decodeNoNumber},
+        {NSValue::class_(), false, encodeValue, decodeValue},
         {NSDecimalNumber::class_(), false, encodeDecimal, decodeDecimal},
         {NSData::class_(), true, encodeData, decodeData},
         {NSMutableData::class_(), false, encodeData, mutableOf<decodeData>},

@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <limits>
+#include <unicode/ucal.h>
 #include <unicode/udat.h>
 
 NS_IMPLEMENTATION(NSDateFormatter) {}
@@ -16,6 +17,18 @@ struct NSDateFormatter::Opened {
     std::string locale;
     std::u16string timeZone;
     std::unique_ptr<UDateFormat, decltype(&udat_close)> formatter;
+    std::unique_ptr<UCalendar, decltype(&ucal_close)> calendar{nullptr, ucal_close}; ///< of the time zone
+
+    /// Seconds east of Greenwich; nothing without a calendar.
+    std::optional<int> offsetAt(double milliseconds) const {
+        UErrorCode status = U_ZERO_ERROR;
+        if (!calendar)
+            return std::nullopt;
+        ucal_setMillis(calendar.get(), milliseconds, &status);
+        const int offset = ucal_get(calendar.get(), UCAL_ZONE_OFFSET, &status) +
+                           ucal_get(calendar.get(), UCAL_DST_OFFSET, &status);
+        return U_SUCCESS(status) ? std::optional(offset / 1000) : std::nullopt;
+    }
 };
 
 namespace {
@@ -55,6 +68,8 @@ const NSDateFormatter::Opened &NSDateFormatter::opened() const {
                       static_cast<std::int32_t>(format_->length()), &status);
         opened_ =
             std::make_unique<Opened>(Opened{std::move(locale), zone->nameUnits(), {formatter, udat_close}});
+        if (formatter)
+            opened_->calendar.reset(ucal_clone(udat_getCalendar(formatter), &status));
     }
     return *opened_;
 }
@@ -66,11 +81,15 @@ Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date) const {
     UDateFormat *formatter = opened().formatter.get();
     if (!formatter)
         return nullptr;
+    const double milliseconds = date->timeIntervalSince1970() * 1000;
+    if (const auto offset = fixed_ ? opened_->offsetAt(milliseconds) : std::nullopt)
+        if (auto fixed = fixed_->format(milliseconds, *offset))
+            return make<NSString>(std::move(*fixed));
     udat_setLenient(formatter, true);
     std::u16string text(64, u'\0');
     for (;;) {
         UErrorCode status = U_ZERO_ERROR;
-        const std::int32_t length = udat_format(formatter, date->timeIntervalSince1970() * 1000, text.data(),
+        const std::int32_t length = udat_format(formatter, milliseconds, text.data(),
                                                 static_cast<std::int32_t>(text.size()), nullptr, &status);
         if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR)
             return nullptr;

@@ -26,21 +26,22 @@
 
 namespace {
 
-/// The keys seen last. Records of a list have the same keys, so most are here already.
-class RecentKeys {
+/// The texts seen last. Records of a list have the same keys and many equal values, so most keys and short
+/// values are here already.
+class RecentTexts {
 public:
     /// None for bytes that are not valid UTF-8. The bytes must outlive the table.
-    const Ref<NSString> &key(std::string_view bytes) {
+    const Ref<NSString> &text(std::string_view bytes) {
         Slot &slot = slots_[slotOf(bytes)];
-        if (slot.bytes != bytes || !slot.key)
+        if (slot.bytes != bytes || !slot.text)
             slot = {bytes, NSString::stringWithUTF8String(bytes)};
-        return slot.key;
+        return slot.text;
     }
 
 private:
     struct Slot {
         std::string_view bytes;
-        Ref<NSString> key;
+        Ref<NSString> text;
     };
     static constexpr std::size_t size = 256;
 
@@ -74,9 +75,13 @@ public:
     bool Double(double number) { return value(NSNumber::numberWithDouble(number)); }
     bool RawNumber(const char *, rapidjson::SizeType, bool) { return false; }
     bool String(const char *bytes, rapidjson::SizeType length, bool) {
-        return text(NSString::stringWithUTF8String({bytes, length}));
+        constexpr rapidjson::SizeType longest = 24; // what is longer is seldom seen again
+        return text(length > longest ? NSString::stringWithUTF8String({bytes, length})
+                                     : values_.text({bytes, length}));
     }
-    bool Key(const char *bytes, rapidjson::SizeType length, bool) { return text(keys_.key({bytes, length})); }
+    bool Key(const char *bytes, rapidjson::SizeType length, bool) {
+        return text(keys_.text({bytes, length}));
+    }
     bool StartObject() { return open(); }
     bool StartArray() { return open(); }
     bool EndObject(rapidjson::SizeType count) {
@@ -122,7 +127,7 @@ private:
     }
 
     const bool mutable_;
-    RecentKeys keys_;
+    RecentTexts keys_, values_;
     std::vector<id> pending_;
     std::size_t depth_ = 0; // bounds the reader's recursion, too
     const char *refusal_ = nullptr;

@@ -14,9 +14,9 @@
 // class up to the root, `$classes`.
 //
 // What takes part: objects that answer `encodeWithCoder:` and `initWithCoder:` (see NSCoder), and of the
-// platform's own classes texts, numbers and decimal numbers, data, dates, URLs, attributed strings, arrays,
-// dictionaries, sets and the null marker. A collection of another kind is written as the platform's. A float
-// comes back as a double, the other numbers as wide as they need.
+// platform's own classes texts, numbers and decimal numbers, values of structures of numbers, data, dates,
+// URLs, attributed strings, arrays, dictionaries, sets and the null marker. A collection of another kind is
+// written as the platform's. A float comes back as a double, the other numbers as wide as they need.
 //
 // Objects met twice are written once and come back shared. Cycles are written. They are read only where they
 // lead through an object of a program's own class: `initWithCoder:` may be given an object whose own

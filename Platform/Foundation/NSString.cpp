@@ -9,6 +9,7 @@
 #include "Platform/Runtime/NSException.h"
 
 #include <algorithm>
+#include <cstring>
 #include <functional>
 
 NS_IMPLEMENTATION(NSString) {
@@ -87,7 +88,9 @@ bool NSString::isEqual(const id &other) const {
     if (other.get() == this)
         return true;
     const auto *text = peek<NSString>(other);
-    return text && text->units_ == units_;
+    // The library compares unit by unit.
+    return text && text->units_.size() == units_.size() &&
+           std::memcmp(text->units_.data(), units_.data(), units_.size() * sizeof(char16_t)) == 0;
 }
 
 NSUInteger NSString::hash() const {

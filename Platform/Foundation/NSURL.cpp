@@ -5,6 +5,7 @@
 #include "Platform/Runtime/Class.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 
 NS_IMPLEMENTATION(NSURL) {
@@ -13,9 +14,16 @@ NS_IMPLEMENTATION(NSURL) {
 
 namespace {
 
+constexpr auto standsInURL = [] {
+    std::array<bool, 0x7F> stands{};
+    std::fill(stands.begin() + u'!', stands.end(), true);
+    for (const char16_t unit : std::u16string_view(u"\"<>\\^`{|}"))
+        stands[unit] = false;
+    return stands;
+}();
+
 bool mayStandInURL(char16_t unit) {
-    return unit > u' ' && unit < 0x7F &&
-           std::u16string_view(u"\"<>\\^`{|}").find(unit) == std::u16string::npos;
+    return unit < standsInURL.size() && standsInURL[unit];
 }
 
 /// Where the scheme ends: its colon, or 0 when there is none.

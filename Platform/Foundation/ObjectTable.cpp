@@ -42,6 +42,19 @@ bool ObjectTable::set(id key, id value) {
         entries_[found].value.swap(value); // what was there goes when this call ends: its end may look here
         return false;
     }
+    append(hash, std::move(key), std::move(value));
+    return true;
+}
+
+bool ObjectTable::add(id key, id value) {
+    const NSUInteger hash = key->hash();
+    if (locate(hash, key) != absent)
+        return false;
+    append(hash, std::move(key), std::move(value));
+    return true;
+}
+
+void ObjectTable::append(NSUInteger hash, id key, id value) {
     entries_.emplace_back(hash, std::move(key), std::move(value));
     ++live_;
     if (entries_.size() > smallest && 2 * entries_.size() > index_.size()) {
@@ -53,7 +66,6 @@ bool ObjectTable::set(id key, id value) {
             slot = (slot + 1) & mask;
         index_[slot] = static_cast<std::uint32_t>(entries_.size());
     }
-    return true;
 }
 
 bool ObjectTable::remove(const id &key) {

@@ -28,6 +28,8 @@ public:
     const id *find(const id &key) const;
     /// Sets the value of an equal key, which stays as it is (false), or adds the entry at the end (true).
     bool set(id key, id value);
+    /// Adds the entry at the end, unless there is an equal key (false).
+    bool add(id key, id value);
     bool remove(const id &key);
 
     /// The first live entry at or after `position`, which moves behind it; null at the end.
@@ -39,6 +41,7 @@ private:
     static constexpr NSUInteger smallest = 8; // up to here a walk beats an index
 
     NSUInteger locate(NSUInteger hash, const id &key) const;
+    void append(NSUInteger hash, id key, id value);
     void rebuild();
 
     std::vector<Entry> entries_;

@@ -128,6 +128,25 @@ TEST(FixedDatePattern, readsWhatICUReads) {
         EXPECT_FALSE(FixedDatePattern::compile(no));
 }
 
+TEST(FixedDatePattern, writesWhatICUWrites) {
+    std::mt19937_64 random(5);
+    for (const char16_t *zone :
+         {u"GMT", u"Europe/Berlin", u"America/St_Johns", u"Asia/Kathmandu", u"Pacific/Apia"})
+        for (const std::u16string pattern : {u"yyyy-MM-dd'T'HH:mm:ssZ", u"yyyyMMddHHmmss.SSSZ"}) {
+            const auto name = NSTimeZone::timeZoneWithName(make<NSString>(zone));
+            const NSDateFormatter fast(make<NSString>(pattern), NSLocale::posixLocale(), name);
+            // The quotation mark in the end leaves the work to ICU.
+            const NSDateFormatter icu(make<NSString>(pattern + u"''"), NSLocale::posixLocale(), name);
+            for (int i = 0; i < 1000; ++i) {
+                const auto milliseconds =
+                    static_cast<std::int64_t>(random() % 400000000000000) - 80000000000000;
+                const auto date = at(static_cast<double>(milliseconds) / 1000 + (i % 2 ? 0.0004 : 0));
+                ASSERT_EQ(text(fast.stringFromDate(date)) + "'", text(icu.stringFromDate(date)))
+                    << milliseconds;
+            }
+        }
+}
+
 TEST(DateTexts, followLocaleAndTimeZone) {
     const LocaleScope german("de_DE");
     const TimeZoneScope berlin(u"Europe/Berlin");

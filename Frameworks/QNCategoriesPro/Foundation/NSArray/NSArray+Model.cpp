@@ -1,0 +1,20 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelText.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
+
+Ref<NSArray> qn::modelArrayWithClass(Class cls, const Ref<NSArray> &array) {
+    if (!cls || !array)
+        return nullptr;
+    const auto models = NSMutableArray::arrayWithCapacity(array->count());
+    walkElements(*array, [&](const id &element) {
+        if (const id model = modelWithDictionary(cls, element))
+            models->addObject(model);
+    });
+    return models;
+}
+
+Ref<NSArray> qn::modelArrayWithClass(Class cls, const id &json) {
+    return modelArrayWithClass(cls, collectionFromJSON<NSArray>(json));
+}

@@ -1,0 +1,19 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+Model.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
+
+Ref<NSDictionary> qn::modelDictionaryWithClass(Class cls, const Ref<NSDictionary> &dictionary) {
+    if (!cls || !dictionary)
+        return nullptr;
+    const auto models = NSMutableDictionary::dictionaryWithCapacity(dictionary->count());
+    walkEntries(*dictionary, [&](const id &key, const id &value) {
+        if (const id model = modelWithDictionary(cls, value))
+            models->setObject(model, key);
+    });
+    return models;
+}
+
+Ref<NSDictionary> qn::modelDictionaryWithClass(Class cls, const id &json) {
+    return modelDictionaryWithClass(cls, _dictionaryWithJSON(json));
+}

@@ -1,0 +1,30 @@
+// What a class is to the mapping of models: one of the kinds of value that Foundation brings, or a model.
+#pragma once
+
+#include "Platform/Runtime/Ref.h"
+
+namespace qn {
+
+enum class FoundationKind : NSUInteger {
+    None = 0, ///< any other class
+    String = 1,
+    MutableString = 2,
+    Value = 3,
+    Number = 4,
+    DecimalNumber = 5,
+    Data = 6,
+    MutableData = 7,
+    Date = 8,
+    URL = 9,
+    Array = 10,
+    MutableArray = 11,
+    Dictionary = 12,
+    MutableDictionary = 13,
+    Set = 14,
+    MutableSet = 15,
+};
+
+/// Subclasses are of the kind of the nearest class that has one; None for null. Any thread.
+FoundationKind foundationKindOf(Class cls);
+
+} // namespace qn

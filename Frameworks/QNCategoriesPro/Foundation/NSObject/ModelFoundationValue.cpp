@@ -1,0 +1,107 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelFoundationValue.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelISOFormatter.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNumberValue.h"
+#include "Platform/Foundation/NSAttributedString.h"
+#include "Platform/Foundation/NSCharacterSet.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDate.h"
+#include "Platform/Foundation/NSDecimalNumber.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/NSURL.h"
+
+using qn::FoundationKind;
+using qn::PropertyStore;
+
+namespace {
+
+bool storeCopy(const PropertyStore &store, const id &value, bool isMutable) {
+    return store(isMutable ? value->mutableCopy() : value);
+}
+
+bool storeText(const PropertyStore &store, const id &value, bool isMutable) {
+    if (peek<NSString>(value))
+        return storeCopy(store, value, isMutable);
+    if (const auto *number = peek<NSNumber>(value))
+        return storeCopy(store, number->stringValue(), isMutable);
+    if (const auto *data = peek<NSData>(value)) {
+        const auto bytes = data->span();
+        const auto text =
+            NSString::stringWithUTF8String({reinterpret_cast<const char *>(bytes.data()), bytes.size()});
+        return store(text ? text->mutableCopy() : nullptr);
+    }
+    if (const auto *url = peek<NSURL>(value))
+        return storeCopy(store, url->absoluteString(), isMutable);
+    if (const auto *text = peek<NSAttributedString>(value))
+        return storeCopy(store, text->string(), isMutable);
+    return false;
+}
+
+bool storeDecimalNumber(const PropertyStore &store, const id &value) {
+    if (peek<NSDecimalNumber>(value))
+        return store(value);
+    if (const auto *number = peek<NSNumber>(value))
+        return store(NSDecimalNumber::decimalNumberWithDecimal(number->decimalValue()));
+    if (const auto text = as<NSString>(value)) {
+        const auto number = NSDecimalNumber::decimalNumberWithString(text);
+        return store(number->value().isNotANumber ? nullptr : number);
+    }
+    return false;
+}
+
+bool storeData(const PropertyStore &store, const id &value, bool isMutable) {
+    if (peek<NSData>(value))
+        return storeCopy(store, value, isMutable);
+    const auto *text = peek<NSString>(value);
+    if (!text)
+        return false;
+    const auto data = text->dataUsingUTF8();
+    return data ? storeCopy(store, data, isMutable) : store(nullptr);
+}
+
+bool storeDate(const PropertyStore &store, const id &value) {
+    if (peek<NSDate>(value))
+        return store(value);
+    const auto text = as<NSString>(value);
+    if (!text)
+        return false;
+    const auto date = qn::modelISOFormatter().dateFromString(text);
+    return store(date ? date : qn::dateFromLengthTable(text));
+}
+
+bool storeURL(const PropertyStore &store, const id &value) {
+    if (peek<NSURL>(value))
+        return store(value);
+    const auto *text = peek<NSString>(value);
+    if (!text)
+        return false;
+    static const auto &blanks = *new Ref<NSCharacterSet>(NSCharacterSet::whitespaceAndNewlineCharacterSet());
+    const auto trimmed = text->stringByTrimmingCharactersInSet(blanks);
+    return store(trimmed->length() > 0 ? NSURL::URLWithString(trimmed) : nullptr);
+}
+
+} // namespace
+
+bool qn::storeFoundationValue(const PropertyStore &store, const id &value) {
+    switch (store.meta._nsType) {
+    case FoundationKind::String:
+    case FoundationKind::MutableString:
+        return storeText(store, value, store.meta._nsType == FoundationKind::MutableString);
+    case FoundationKind::Value:
+        return peek<NSValue>(value) && store(value);
+    case FoundationKind::Number:
+        return store(numberFromValue(value));
+    case FoundationKind::DecimalNumber:
+        return storeDecimalNumber(store, value);
+    case FoundationKind::Data:
+    case FoundationKind::MutableData:
+        return storeData(store, value, store.meta._nsType == FoundationKind::MutableData);
+    case FoundationKind::Date:
+        return storeDate(store, value);
+    case FoundationKind::URL:
+        return storeURL(store, value);
+    default:
+        return false;
+    }
+}

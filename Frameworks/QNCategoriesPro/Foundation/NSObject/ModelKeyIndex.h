@@ -1,0 +1,31 @@
+// Finds the properties of a key, as the mapper's dictionary does, but without a virtual call a comparison:
+// every entry of every dictionary that is mapped asks here.
+//
+// Immutable; any thread.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelPropertyMeta.h"
+
+#include <vector>
+
+namespace qn {
+
+class ModelKeyIndex {
+public:
+    /// Of none for no entries. Keys that are no texts are left out: no JSON has them.
+    explicit ModelKeyIndex(const Ref<NSDictionary> &mapper);
+
+    /// The first property of the key's chain, or null. Valid as long as the mapper lives.
+    const _QNModelPropertyMeta *find(const NSString &key) const;
+
+private:
+    struct Slot {
+        NSUInteger hash = 0;
+        const NSString *key = nullptr; ///< null when free
+        const _QNModelPropertyMeta *head = nullptr;
+    };
+
+    std::vector<Slot> slots_; // a power of two, at most half full
+};
+
+} // namespace qn

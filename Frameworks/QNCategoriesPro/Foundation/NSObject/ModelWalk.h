@@ -1,0 +1,36 @@
+// Walks over the contents of collections while setters and hooks run, which may change them.
+#pragma once
+
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/ObjectTable.h"
+
+#include <algorithm>
+
+namespace qn {
+
+/// Whoever calls keeps the collection. An ordinary immutable one is read where it lies, of any other a
+/// snapshot.
+template <class Visitor>
+void walkElements(const NSArray &array, const Visitor &visit) {
+    const auto elements = array.isKindOfClass(NSMutableArray::class_()) ? std::nullopt : array.elements();
+    if (elements)
+        std::ranges::for_each(*elements, visit);
+    else
+        std::ranges::for_each(array.allObjects(), visit);
+}
+
+template <class Visitor>
+void walkEntries(const NSDictionary &dictionary, const Visitor &visit) {
+    const ObjectTable *table =
+        dictionary.isKindOfClass(NSMutableDictionary::class_()) ? nullptr : dictionary.table();
+    if (!table)
+        for (const auto &[key, value] : dictionary.allEntries())
+            visit(key, value);
+    else
+        for (const ObjectTable::Entry &entry : table->entries())
+            if (entry.key)
+                visit(entry.key, entry.value);
+}
+
+} // namespace qn

@@ -1,0 +1,31 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelText.h"
+
+Ref<NSDictionary> qn::_dictionaryWithJSON(const id &json) {
+    return collectionFromJSON<NSDictionary>(json);
+}
+
+id qn::modelWithDictionary(Class cls, const id &dictionary) {
+    const auto contents = as<NSDictionary>(dictionary);
+    if (!cls || !contents)
+        return nullptr;
+    const Class custom = hooks::customClass(cls, contents);
+    const id model = class_createInstance(custom ? custom : cls);
+    return model && fillModel(*model, contents) ? model : nullptr;
+}
+
+id qn::modelWithJSON(Class cls, const id &json) {
+    return modelWithDictionary(cls, _dictionaryWithJSON(json));
+}
+
+bool qn::modelSetWithDictionary(const id &model, const id &dictionary) {
+    const id keptModel = model, kept = dictionary; // setters and hooks may let go of them
+    return keptModel && fillModel(*keptModel, kept);
+}
+
+bool qn::modelSetWithJSON(const id &model, const id &json) {
+    return modelSetWithDictionary(model, _dictionaryWithJSON(json));
+}

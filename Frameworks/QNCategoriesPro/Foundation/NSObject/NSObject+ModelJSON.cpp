@@ -1,0 +1,186 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelISOFormatter.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelVisit.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
+#include "Platform/Foundation/NSAttributedString.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDate.h"
+#include "Platform/Foundation/NSJSONSerialization.h"
+#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/NSObjCRuntime.h"
+#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/NSURL.h"
+#include "Platform/Runtime/Message.h"
+
+namespace {
+
+using Visit = qn::ModelVisit<struct ToJSON>;
+
+enum class Kind { Plain, Dictionary, Set, Array, URL, AttributedString, Date, Data, Model };
+
+/// Ordinary objects are told by their very class, others by their ancestors.
+Kind kindOf(const NSObject &object) {
+    static const std::pair<Class, Kind> kinds[] = {{NSString::class_(), Kind::Plain},
+                                                   {NSNumber::class_(), Kind::Plain},
+                                                   {NSDate::class_(), Kind::Date},
+                                                   {NSURL::class_(), Kind::URL},
+                                                   {NSArray::class_(), Kind::Array},
+                                                   {NSDictionary::class_(), Kind::Dictionary},
+                                                   {NSNull::class_(), Kind::Plain},
+                                                   {NSSet::class_(), Kind::Set},
+                                                   {NSAttributedString::class_(), Kind::AttributedString},
+                                                   {NSData::class_(), Kind::Data}};
+    const Class own = object.isa();
+    for (const auto &[cls, kind] : kinds)
+        if (own == cls)
+            return kind;
+    for (const auto &[cls, kind] : kinds)
+        if (own->isSubclassOf(cls))
+            return kind;
+    return Kind::Model;
+}
+
+bool isNull(const id &object) {
+    return !object || peek<NSNull>(object);
+}
+
+id dictionaryToJSON(const id &object) {
+    const Visit visit(*object);
+    if (!visit.goesOn() || NSJSONSerialization::isValidJSONObject(object))
+        return visit.goesOn() ? object : nullptr;
+    const auto &dictionary = static_cast<const NSDictionary &>(*object);
+    const auto result = NSMutableDictionary::dictionaryWithCapacity(dictionary.count());
+    qn::walkEntries(dictionary, [&](const id &key, const id &value) {
+        const id written = ModelToJSONObjectRecursive(value);
+        result->setObject(written ? written : NSNull::null(),
+                          peek<NSString>(key) ? key : id(key->description()));
+    });
+    return result;
+}
+
+/// An array, or what is in a set.
+id arrayToJSON(const id &array, const NSObject &visited) {
+    const Visit visit(visited);
+    if (!visit.goesOn() || NSJSONSerialization::isValidJSONObject(array))
+        return visit.goesOn() ? array : nullptr;
+    std::vector<id> result;
+    qn::walkElements(static_cast<const NSArray &>(*array), [&](const id &element) {
+        if (id written = ModelToJSONObjectRecursive(element); !isNull(written))
+            result.push_back(std::move(written));
+    });
+    return NSMutableArray::arrayWithObjects(std::move(result));
+}
+
+id propertyToJSON(NSObject &model, const _QNModelPropertyMeta &meta) {
+    if (meta._isCNumber)
+        return qn::finiteNumberOfProperty(model, meta);
+    switch (meta.valueType()) {
+    case QNEncodingTypeObject: {
+        id written = ModelToJSONObjectRecursive(meta.get<id>(model));
+        return meta._nsType == qn::FoundationKind::None && isNull(written) ? nullptr : written;
+    }
+    case QNEncodingTypeClass:
+        return NSStringFromClass(meta.get<Class>(model));
+    case QNEncodingTypeSEL:
+        return NSStringFromSelector(meta.get<SEL>(model));
+    default:
+        return nullptr;
+    }
+}
+
+/// The dictionary that is to take the place of what stands at a part of a path; none when no dictionary does.
+Ref<NSMutableDictionary> dictionaryAt(const id &existing) {
+    if (!existing)
+        return NSMutableDictionary::dictionary();
+    return peek<NSDictionary>(existing) ? as<NSMutableDictionary>(existing->mutableCopy()) : nullptr;
+}
+
+void storeAtPath(ObjectTable &result, const NSArray &path, const id &value) {
+    const id first = path.objectAtIndex(0), last = path.lastObject();
+    const id *existing = result.find(first);
+    auto inner = dictionaryAt(existing ? *existing : nullptr);
+    if (inner)
+        result.set(first, inner);
+    for (NSUInteger i = 1; inner && i + 1 < path.count(); ++i) {
+        const id part = path.objectAtIndex(i);
+        const auto next = dictionaryAt(inner->objectForKey(part));
+        if (next)
+            inner->setObject(next, part);
+        inner = next;
+    }
+    if (inner && !inner->objectForKey(last))
+        inner->setObject(value, last);
+}
+
+id modelToJSON(const id &model) {
+    const auto meta = _QNModelMeta::metaWithClass(model->isa());
+    if (meta->_keyMappedCount == 0 || !meta->_mapper)
+        return nullptr;
+    const Visit visit(*model);
+    if (!visit.goesOn())
+        return nullptr;
+    ObjectTable table(meta->_mapper->count());
+    qn::walkEntries(*meta->_mapper, [&](const id &, const id &head) {
+        const auto &property = static_cast<const _QNModelPropertyMeta &>(*head);
+        id value = propertyToJSON(*model, property);
+        if (value && property._mappedToKeyPath)
+            storeAtPath(table, *property._mappedToKeyPath, value);
+        else if (value)
+            table.add(property._mappedToKey, std::move(value));
+    });
+    const auto result = NSMutableDictionary::dictionaryWithTable(std::move(table));
+    const bool refused =
+        meta->_hasCustomTransformToDictionary &&
+        !objc_msgSend<bool>(model, qn::hooks::modelCustomTransformToDictionary(), id(result));
+    return refused ? nullptr : result;
+}
+
+} // namespace
+
+id ModelToJSONObjectRecursive(const id &object) {
+    if (!object)
+        return nullptr;
+    switch (kindOf(*object)) {
+    case Kind::Plain:
+        return object;
+    case Kind::Dictionary:
+        return dictionaryToJSON(object);
+    case Kind::Set:
+        return arrayToJSON(static_cast<const NSSet &>(*object).allObjects(), *object);
+    case Kind::Array:
+        return arrayToJSON(object, *object);
+    case Kind::URL:
+        return static_cast<const NSURL &>(*object).absoluteString();
+    case Kind::AttributedString:
+        return static_cast<const NSAttributedString &>(*object).string();
+    case Kind::Date:
+        return qn::modelISOFormatter().stringFromDate(as<NSDate>(object));
+    case Kind::Data:
+        return nullptr;
+    case Kind::Model:
+        break;
+    }
+    return modelToJSON(object);
+}
+
+id qn::modelToJSONObject(const id &model) {
+    id json = ModelToJSONObjectRecursive(model);
+    return peek<NSArray>(json) || peek<NSDictionary>(json) ? json : nullptr;
+}
+
+Ref<NSData> qn::modelToJSONData(const id &model) {
+    const id json = modelToJSONObject(model);
+    return json ? NSJSONSerialization::dataWithJSONObject(json, NSJSONWritingOptions::None, nullptr)
+                : nullptr;
+}
+
+Ref<NSString> qn::modelToJSONString(const id &model) {
+    const auto data = modelToJSONData(model);
+    if (!data)
+        return nullptr;
+    return NSString::stringWithUTF8String({reinterpret_cast<const char *>(data->bytes()), data->length()});
+}

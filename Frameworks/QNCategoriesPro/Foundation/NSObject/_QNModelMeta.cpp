@@ -1,0 +1,127 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelMapper.h"
+#include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
+#include "Platform/Foundation/NSObjCRuntime.h"
+#include "Platform/Foundation/NSSet.h"
+
+#include <unordered_map>
+
+NS_IMPLEMENTATION(_QNModelMeta) {}
+
+namespace {
+
+struct Cache {
+    dispatch::Semaphore lock{1};
+    std::unordered_map<Class, Ref<_QNModelMeta>> metas;
+};
+
+Cache &cache() {
+    static auto &theCache = *new Cache;
+    return theCache;
+}
+
+/// The names that the hook lists; none without the hook or names.
+Ref<NSSet> names(Class cls, SEL hook) {
+    const auto list = as<NSArray>(qn::hooks::ask(cls, hook));
+    return list && list->count() > 0 ? NSSet::setWithArray(list) : nullptr;
+}
+
+/// The properties that a class has and inherits, as its hooks let them through.
+class Properties {
+public:
+    explicit Properties(Ref<QNClassInfo> classInfo)
+        : classInfo_(std::move(classInfo)),
+          excluded_(names(classInfo_->cls(), qn::hooks::modelPropertyBlacklist())),
+          included_(names(classInfo_->cls(), qn::hooks::modelPropertyWhitelist())),
+          generics_(as<NSDictionary>(
+              qn::hooks::ask(classInfo_->cls(), qn::hooks::modelContainerPropertyGenericClass()))) {}
+
+    /// By name. A class's own property hides an inherited one.
+    Ref<NSMutableDictionary> collect() const {
+        const auto metas = NSMutableDictionary::dictionary();
+        // The root class has no properties of a model.
+        for (auto info = classInfo_; info && info->superCls(); info = info->superClassInfo())
+            for (const auto &[name, property] : info->propertyInfos()->allEntries())
+                if (isWanted(name) && !metas->objectForKey(name))
+                    if (const auto meta = _QNModelPropertyMeta::metaWithClassInfo(
+                            classInfo_, as<QNClassPropertyInfo>(property), genericClass(name));
+                        meta && meta->_getter && meta->_setter)
+                        metas->setObject(meta, name);
+        return metas;
+    }
+
+private:
+    bool isWanted(const id &name) const {
+        return !(excluded_ && excluded_->containsObject(name)) &&
+               (!included_ || included_->containsObject(name));
+    }
+
+    Class genericClass(const id &name) const {
+        const id generic = generics_ ? generics_->objectForKey(name) : nullptr;
+        if (const auto className = as<NSString>(generic))
+            return NSClassFromString(className);
+        return as<objc_class>(generic).get();
+    }
+
+    const Ref<QNClassInfo> classInfo_;
+    const Ref<NSSet> excluded_;
+    const Ref<NSSet> included_;
+    const Ref<NSDictionary> generics_;
+};
+
+} // namespace
+
+Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
+    if (!cls)
+        return nullptr;
+    {
+        const SemaphoreLock guard(cache().lock);
+        const auto found = cache().metas.find(cls);
+        if (found != cache().metas.end() && !found->second->_classInfo->needUpdate())
+            return found->second;
+    }
+    auto meta = initWithClass(cls);
+    auto kept = meta; // what it replaces goes outside the lock
+    const SemaphoreLock guard(cache().lock);
+    cache().metas[cls].swap(kept);
+    return meta;
+}
+
+Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
+    const auto classInfo = QNClassInfo::classInfoWithClass(cls);
+    if (!classInfo)
+        return nullptr;
+    const auto meta = make<_QNModelMeta>();
+    meta->_classInfo = classInfo;
+    meta->_nsType = qn::foundationKindOf(cls);
+    const auto metas = Properties(classInfo).collect();
+    meta->_keyMappedCount = metas->count();
+    if (metas->count() > 0)
+        meta->_allPropertyMetas = metas->allValues();
+    qn::ModelMapper mapper(metas);
+    mapper.mapCustom(as<NSDictionary>(qn::hooks::ask(cls, qn::hooks::modelCustomPropertyMapper())));
+    mapper.mapRest();
+    meta->_mapper = mapper.mapper();
+    meta->_keys = qn::ModelKeyIndex(meta->_mapper);
+    meta->_keyPathPropertyMetas = mapper.keyPathMetas();
+    meta->_multiKeysPropertyMetas = mapper.multiKeysMetas();
+    meta->findHooks();
+    return meta;
+}
+
+void _QNModelMeta::findHooks() {
+    const Class cls = _classInfo->cls();
+    const auto has = [cls](SEL hook) { return cls->findMethod(hook) != nullptr; };
+    _hasCustomWillTransformFromDictionary = has(qn::hooks::modelCustomWillTransformFromDictionary());
+    _hasCustomTransformFromDictionary = has(qn::hooks::modelCustomTransformFromDictionary());
+    _hasCustomTransformToDictionary = has(qn::hooks::modelCustomTransformToDictionary());
+    _hasCustomClassFromDictionary = cls->respondsToSelector(qn::hooks::modelCustomClassForDictionary());
+}
+
+const _QNModelPropertyMeta *_QNModelMeta::headForKey(const id &key) const {
+    if (const auto *text = peek<NSString>(key))
+        return _keys.find(*text);
+    return _mapper ? peek<_QNModelPropertyMeta>(_mapper->objectForKey(key)) : nullptr; // an array of keys
+}

@@ -1,0 +1,47 @@
+// How a model class is mapped: its properties, and the keys they are found under.
+//
+//     const auto meta = _QNModelMeta::metaWithClass(Book::class_());
+//     peek<_QNModelPropertyMeta>(meta->_mapper->objectForKey(u"credits.author"_ns))->_name;   // "author"
+//
+// A record is immutable once it is built. The one in the cache is replaced when the class has been marked
+// with `setNeedUpdate`, as after accessors were added at run time; who still has the old one may go on with
+// it.
+//
+// Threads: any. One lock guards the cache; building runs outside it, so of two threads that ask first at once
+// each may get a record of its own, and later callers the one stored last.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelKeyIndex.h"
+
+class _QNModelMeta : public NSObject {
+    NS_CLASS(_QNModelMeta, NSObject)
+public:
+    /// The record kept in the cache. None for null.
+    static Ref<_QNModelMeta> metaWithClass(Class cls);
+    /// A new record that is not kept. None for null.
+    static Ref<_QNModelMeta> initWithClass(Class cls);
+
+    /// The head of the chain in the mapper; null for a key that reaches no property.
+    const _QNModelPropertyMeta *headForKey(const id &key) const;
+
+    Ref<QNClassInfo> _classInfo;
+    /// By key (NSString, or the NSArray of several), the first _QNModelPropertyMeta of a chain; none when
+    /// empty.
+    Ref<NSDictionary> _mapper;
+    /// _QNModelPropertyMeta, those of the class before those of its superclasses; none when there are none.
+    Ref<NSArray> _allPropertyMetas;
+    Ref<NSArray> _keyPathPropertyMetas;
+    Ref<NSArray> _multiKeysPropertyMetas;
+    NSUInteger _keyMappedCount = 0; ///< of all properties
+    qn::FoundationKind _nsType = qn::FoundationKind::None;
+    // Whether the class has the hooks.
+    bool _hasCustomWillTransformFromDictionary = false;
+    bool _hasCustomTransformFromDictionary = false;
+    bool _hasCustomTransformToDictionary = false;
+    bool _hasCustomClassFromDictionary = false;
+
+private:
+    void findHooks();
+
+    qn::ModelKeyIndex _keys{nullptr};
+};

@@ -1,0 +1,229 @@
+// Models written as JSON and text.
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelDescription.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
+#include "Platform/Foundation/NSAttributedString.h"
+#include "Platform/Foundation/NSDate.h"
+#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/NSURL.h"
+#include "Tests/Frameworks/ModelTesting.h"
+#include "Tests/Frameworks/TimeZoneScope.h"
+#include "Tests/Platform/Foundation/RandomObjects.h"
+#include "Tests/Platform/Foundation/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+class Paths : public NSObject {
+    NS_CLASS(Paths, NSObject)
+public:
+    id whole;
+    Ref<NSString> b, c, d;
+    static Ref<NSDictionary> mapper() {
+        return NSDictionary::dictionaryWithEntries(
+            {{u"whole"_ns, u"a"_ns}, {u"b"_ns, u"a.b"_ns}, {u"c"_ns, u"a.c"_ns}, {u"d"_ns, u"a.b"_ns}});
+    }
+};
+NS_IMPLEMENTATION(Paths) {
+    cls.property<&Paths::whole>("whole").property<&Paths::b>("b").property<&Paths::c>("c");
+    cls.property<&Paths::d>("d").classMethod<&Paths::mapper>("modelCustomPropertyMapper");
+}
+
+class Hooked : public NSObject {
+    NS_CLASS(Hooked, NSObject)
+public:
+    Ref<NSString> word;
+    bool write(const Ref<NSMutableDictionary> &dictionary) const {
+        dictionary->setObject(NSNumber::numberWithUnsignedInteger(dictionary->count()), u"count"_ns);
+        return word != nullptr;
+    }
+};
+NS_IMPLEMENTATION(Hooked) {
+    cls.property<&Hooked::word>("word").method<&Hooked::write>("modelCustomTransformToDictionary:");
+}
+
+/// The JSON of an object, by way of an array around it so that it may be anything.
+std::string json(const id &object) {
+    return text(qn::modelToJSONString(NSArray::arrayWithObjects({NSURL::URLWithString(u"x"_ns), object})));
+}
+
+/// A chain of models as deep as asked.
+Ref<Node> chain(int levels) {
+    auto node = make<Node>();
+    for (int i = 1; i < levels; ++i) {
+        const auto outer = make<Node>();
+        outer->next = node;
+        node = outer;
+    }
+    return node;
+}
+
+/// Ends a chain from its front, which takes no stack.
+void release(Ref<Node> node) {
+    while (node)
+        node = as<Node>(std::exchange(node->next, nullptr));
+}
+
+std::size_t countOf(std::string_view part, const std::string &whole) {
+    std::size_t count = 0;
+    for (auto at = whole.find(part); at != whole.npos; at = whole.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+TEST(ModelJSON, ofEveryKindOfObject) {
+    const TimeZoneScope berlin(u"Europe/Berlin");
+    const id date = NSDate::dateWithTimeIntervalSince1970(1390220688), null = NSNull::null();
+    const id data = NSData::data(), bare = make<NSObject>(), seven = NSNumber::numberWithInt(7);
+    const std::pair<id, const char *> table[] = {
+        {u"a"_ns, R"(["x","a"])"},
+        {date, R"(["x","2014-01-20T13:24:48+0100"])"},
+        {NSAttributedString::attributedStringWithString(u"t"_ns), R"(["x","t"])"},
+        {null, R"(["x"])"},
+        {data, R"(["x"])"},
+        {bare, R"(["x"])"},
+        {NSValue::valueWithPointer(nullptr), R"(["x"])"},
+        {NSDictionary::dictionaryWithEntries({{u"k"_ns, date}, {seven, null}, {u"d"_ns, data}}),
+         R"(["x",{"k":"2014-01-20T13:24:48+0100","7":null,"d":null}])"},
+        {NSArray::arrayWithObjects({date, null, data, bare, seven}),
+         R"(["x",["2014-01-20T13:24:48+0100",7]])"},
+        {NSArray::arrayWithObjects({null, seven}), R"(["x",[null,7]])"}, // valid as it is
+        {NSSet::setWithObjects({seven, data}), R"(["x",[7]])"},
+    };
+    for (const auto &[object, expected] : table)
+        EXPECT_EQ(json(object), expected);
+    const id valid = NSDictionary::dictionaryWithEntries({{u"k"_ns, null}});
+    EXPECT_EQ(qn::modelToJSONObject(valid), valid);
+    for (const id &none : {id(), id(null), id(u"text"_ns), seven, bare, data})
+        EXPECT_TRUE(!qn::modelToJSONObject(none) && !qn::modelToJSONData(none) &&
+                    !qn::modelToJSONString(none));
+    EXPECT_EQ(ModelToJSONObjectRecursive(null), null);
+}
+
+TEST(ModelJSON, ofEveryKindOfProperty) {
+    const auto model = make<Everything>();
+    model->real = NAN;
+    model->wide = INFINITY;
+    EXPECT_EQ(text(qn::modelToJSONString(model)), R"({"flag":false,"whole":0,"large":0})");
+    model->fill();
+    EXPECT_EQ(text(qn::modelToJSONString(model)),
+              R"({"flag":true,"whole":-5,"large":18446744073709551615,"real":0.5,"wide":2.5,)"
+              R"("text":"a\nb","type":"Node","action":"run:","next":[1]})");
+}
+
+TEST(ModelJSON, firstWriterOfAKeyWins) {
+    const auto model = make<Paths>();
+    const auto written = [&] { return text(qn::modelToJSONString(model)); };
+    model->b = u"b"_ns;
+    model->c = u"c"_ns;
+    EXPECT_EQ(written(), R"({"a":{"c":"c"}})") << "the other of the two at a.b is at the head of the chain";
+    model->d = u"d"_ns;
+    EXPECT_EQ(written(), R"({"a":{"b":"d","c":"c"}})");
+    const auto given = NSMutableDictionary::dictionary();
+    given->setObject(u"own"_ns, u"b"_ns);
+    model->whole = given;
+    EXPECT_EQ(written(), R"({"a":{"b":"own","c":"c"}})");
+    EXPECT_EQ(given->count(), 1u) << "a copy took its place";
+    model->whole = u"text"_ns;
+    EXPECT_EQ(written(), R"({"a":"text"})");
+}
+
+TEST(ModelJSON, hooksChangeOrRefuse) {
+    const auto model = make<Hooked>();
+    model->word = u"w"_ns;
+    EXPECT_EQ(text(qn::modelToJSONString(model)), R"({"word":"w","count":1})");
+    model->word = nullptr;
+    EXPECT_EQ(qn::modelToJSONObject(model), nullptr);
+    const id both = NSDictionary::dictionaryWithEntries({{u"k"_ns, model}});
+    EXPECT_EQ(text(qn::modelToJSONString(both)), R"({"k":null})");
+    EXPECT_EQ(text(qn::modelToJSONString(NSArray::arrayWithObjects({model}))), "[]");
+}
+
+TEST(ModelJSON, nestingHasAnEnd) {
+    const auto deep = chain(100000);
+    EXPECT_EQ(countOf("{", text(qn::modelToJSONString(deep))), 512u);
+    EXPECT_EQ(countOf("{\n", text(qn::modelDescription(deep))), 512u);
+    release(deep);
+
+    // Each of many nodes leads to all others of its list and to itself.
+    const auto list = NSMutableArray::array(), other = NSMutableArray::array();
+    for (int i = 0; i < 2; ++i) {
+        const auto node = make<Node>();
+        node->next = list;
+        list->addObject(node);
+    }
+    EXPECT_EQ(text(qn::modelToJSONString(list)), "[{},{}]");
+    EXPECT_EQ(countOf("<Node", text(qn::modelDescription(list))), 2u);
+    for (const id &node : list->allObjects())
+        as<Node>(node)->next = nullptr;
+}
+
+TEST(ModelJSON, randomModelsComeBack) {
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        RandomObjects random(seed, RandomObjects::Kind::JSON);
+        const auto model = make<Everything>();
+        model->flag = random.below(2);
+        model->whole = static_cast<std::int16_t>(random.below(65536));
+        model->real = static_cast<float>(random.below(1000)) / 8;
+        model->wide = static_cast<long double>(random.below(1000)) / 16;
+        model->text = random.text();
+        model->next = random.container();
+        const auto written = qn::modelToJSONString(model);
+        const auto again = qn::modelWithJSON<Everything>(written);
+        ASSERT_TRUE(again) << seed;
+        EXPECT_EQ(text(qn::modelToJSONString(again)), text(written)) << seed;
+        EXPECT_TRUE(again->next->isEqual(model->next) && again->whole == model->whole) << seed;
+    }
+}
+
+TEST(ModelDescription, ofEveryKindOfProperty) {
+    const auto model = make<Everything>();
+    const auto pointer = [](const void *address) { return text(NSString::stringWithFormat("%p", address)); };
+    const auto head = [&](const id &object, const char *name) {
+        return "<" + std::string(name) + ": " + pointer(object.get()) + ">";
+    };
+    EXPECT_EQ(
+        text(qn::modelDescription(model)),
+        head(model, "Everything") +
+            " {\n    action = <NULL>;\n    block = <nil>;\n    data = <nil>;\n    flag = 0;\n"
+            "    large = 0;\n    next = <nil>;\n    numbers = " +
+            pointer(model->numbers) + ";\n    pointer = " + pointer(nullptr) +
+            ";\n    real = 0;\n    size = " + text(NSValue::valueWith(model->size)) +
+            ";\n    text = <nil>;\n    type = <nil>;\n    value = <nil>;\n    whole = 0;\n    wide = 0\n}");
+    model->fill();
+    const auto filled = text(qn::modelDescription(model));
+    for (const std::string &line :
+         {std::string("action = run:;"), "block = " + head(model->block, "NSBlock") + ";",
+          std::string("next = [\n        1\n    ];"), "pointer = " + pointer(model.get()) + ";",
+          std::string("text = \"a\n    b\";"), std::string("type = Node;"), std::string("wide = 2.5\n")})
+        EXPECT_EQ(countOf("\n    " + line, filled + ""), 1u) << line << filled;
+    EXPECT_EQ(text(qn::modelDescription(make<NSObject>())).find('{'), std::string::npos);
+}
+
+TEST(ModelDescription, ofEveryKindOfObject) {
+    const auto bytes = NSMutableData::dataWithLength(60);
+    const id one = NSNumber::numberWithInt(1);
+    const auto nested = NSDictionary::dictionaryWithEntries(
+        {{u"k"_ns, NSArray::arrayWithObjects({one, u"t"_ns})}, {one, NSNull::null()}});
+    const std::pair<id, std::string> table[] = {
+        {nullptr, "<nil>"},
+        {NSNull::null(), "<null>"},
+        {make<NSMutableString>(u"\"t"), "\"\"t\""},
+        {one, "1"},
+        {NSURL::URLWithString(u"a:b"_ns), "a:b"},
+        {bytes, text(bytes).substr(0, 100) + "..."},
+        {NSArray::array(), "[]"},
+        {NSSet::set(), "[]"},
+        {NSDictionary::dictionary(), "{}"},
+        {NSSet::setWithObjects({one}), "[\n    1\n]"},
+        {nested, "{\n    k = [\n        1;\n        \"t\"\n    ];\n    1 = <null>\n}"},
+    };
+    for (const auto &[object, expected] : table)
+        EXPECT_EQ(text(ModelDescription(object)), expected);
+    EXPECT_FALSE(qn::modelDescription(nullptr) || ModelDescriptionAddIndent(nullptr));
+}

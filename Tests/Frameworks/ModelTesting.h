@@ -1,0 +1,61 @@
+// Models that several tests share.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
+#include "Platform/Foundation/CGGeometry.h"
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/NSBlock.h"
+
+/// Leads to anything, itself included.
+class Node : public NSObject {
+    NS_CLASS(Node, NSObject)
+public:
+    id next;
+
+    NSUInteger hash() const override { return qn::modelHash(self()); }
+    bool isEqual(const id &other) const override { return qn::modelIsEqual(self(), other); }
+    void encodeWithCoder(const Ref<NSCoder> &coder) { qn::modelEncodeWithCoder(self(), coder); }
+    id initWithCoder(const Ref<NSCoder> &coder) { return qn::modelInitWithCoder(self(), coder); }
+};
+
+/// A property of every kind.
+class Everything : public Node {
+    NS_CLASS(Everything, Node)
+public:
+    bool flag = false;
+    std::int16_t whole = 0;
+    std::uint64_t large = 0;
+    float real = 0;
+    long double wide = 0;
+    Ref<NSString> text;
+    Ref<NSData> data;
+    Ref<NSValue> value;
+    Class type = nullptr;
+    SEL action = nullptr;
+    void *pointer = nullptr;
+    Ref<NSBlock> block;
+    CGSize size;
+    std::int32_t numbers[2] = {};
+
+    void fill() {
+        next = NSArray::arrayWithObjects({NSNumber::numberWithInt(1)});
+        flag = true;
+        whole = -5;
+        large = UINT64_MAX;
+        real = 0.5;
+        wide = 2.5;
+        text = u"a\nb"_ns;
+        data = NSData::dataWithBytes("12345678", 8);
+        value = NSValue::valueWithPointer(this);
+        type = Node::class_();
+        action = sel_registerName("run:");
+        pointer = this;
+        block = makeBlock<void()>([] {});
+        size = {1, 2};
+        numbers[1] = 7;
+    }
+};

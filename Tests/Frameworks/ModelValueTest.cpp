@@ -1,0 +1,167 @@
+// Models copied, compared and archived.
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSKeyedArchiver.h"
+#include "Platform/Foundation/NSKeyedUnarchiver.h"
+#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/NSPropertyListSerialization.h"
+#include "Tests/Frameworks/ModelTesting.h"
+#include "Tests/Platform/Foundation/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+class Pointers : public NSObject {
+    NS_CLASS(Pointers, NSObject)
+public:
+    void *pointer = nullptr;
+};
+NS_IMPLEMENTATION(Pointers) {
+    cls.property<&Pointers::pointer>("pointer");
+}
+
+class Twin : public Node {
+    NS_CLASS(Twin, Node)
+};
+NS_IMPLEMENTATION(Twin) {}
+
+Ref<Everything> filled() {
+    const auto model = make<Everything>();
+    model->fill();
+    return model;
+}
+
+id unarchived(const Ref<NSData> &archive) {
+    return NSKeyedUnarchiver::unarchivedObjectOfClasses({Node::class_(), NSString::class_(), NSData::class_(),
+                                                         NSNumber::class_(), NSValue::class_(),
+                                                         NSArray::class_(), NSNull::class_()},
+                                                        archive);
+}
+
+} // namespace
+
+TEST(ModelCopy, sharesWhatItRefersTo) {
+    const auto model = filled();
+    const long texts = model->text.use_count(), blocks = model->block.use_count();
+    {
+        const auto copy = as<Everything>(qn::modelCopy(model));
+        ASSERT_TRUE(copy && copy != model);
+        EXPECT_TRUE(copy->text == model->text && copy->value == model->value && copy->next == model->next);
+        EXPECT_TRUE(model->text.use_count() == texts + 1 && model->block.use_count() == blocks + 1);
+        EXPECT_TRUE(copy->flag && copy->whole == -5 && copy->large == UINT64_MAX && copy->wide == 2.5L);
+        EXPECT_TRUE(copy->type == Node::class_() && copy->action == model->action);
+        EXPECT_TRUE(copy->pointer == model->pointer && copy->size == model->size);
+        EXPECT_EQ(copy->numbers[1], 0) << "C arrays are not copied";
+        EXPECT_EQ(model.use_count(), 1);
+    }
+    EXPECT_TRUE(model->text.use_count() == texts && model->block.use_count() == blocks);
+    const id text = make<NSMutableString>(u"t"), null = NSNull::null();
+    EXPECT_TRUE(qn::modelCopy(text) != text && qn::modelCopy(text)->isEqual(text));
+    EXPECT_TRUE(qn::modelCopy(null) == null && !qn::modelCopy(nullptr));
+}
+
+TEST(ModelEquality, isOfTheSameClassAndValues) {
+    const auto model = filled(), other = filled();
+    other->block = model->block;
+    other->value = model->value;
+    EXPECT_TRUE(qn::modelIsEqual(model, other) && qn::modelHash(model) == qn::modelHash(other));
+    other->pointer = nullptr; // such types do not count
+    other->wide = 1;
+    other->action = nullptr;
+    EXPECT_TRUE(qn::modelIsEqual(model, other));
+    other->size.width = 2;
+    EXPECT_FALSE(qn::modelIsEqual(model, other));
+    other->size = model->size;
+    other->text = nullptr;
+    EXPECT_FALSE(qn::modelIsEqual(model, other) || qn::modelIsEqual(other, model));
+
+    EXPECT_FALSE(qn::modelIsEqual(make<Node>(), make<Twin>()) || qn::modelIsEqual(make<Node>(), nullptr));
+    const auto pointers = make<Pointers>();
+    EXPECT_EQ(qn::modelHash(pointers), reinterpret_cast<NSUInteger>(pointers.get()));
+    EXPECT_FALSE(qn::modelIsEqual(pointers, make<Pointers>())) << "without a hash of its own";
+    EXPECT_TRUE(qn::modelIsEqual(u"a"_ns, u"a"_ns) && qn::modelHash(u"a"_ns) == u"a"_ns->hash());
+    EXPECT_EQ(qn::modelHash(nullptr), 0u);
+}
+
+TEST(ModelEquality, ofModelsThatLeadBackToThemselves) {
+    const auto ring = [](const id &end) {
+        const auto first = make<Node>(), second = make<Node>();
+        first->next = NSArray::arrayWithObjects({second, end});
+        second->next = NSArray::arrayWithObjects({first, first});
+        return first;
+    };
+    const auto one = ring(u"e"_ns), two = ring(u"e"_ns), three = ring(u"f"_ns);
+    EXPECT_TRUE(qn::modelIsEqual(one, two));
+    EXPECT_FALSE(qn::modelIsEqual(one, three));
+    for (const auto &each : {one, two, three})
+        each->next = nullptr;
+
+    id deep, same;
+    for (int i = 0; i < 100000; ++i)
+        for (id *chain : {&deep, &same}) {
+            const auto node = make<Node>();
+            node->next = std::exchange(*chain, node);
+        }
+    EXPECT_EQ(qn::modelHash(deep), qn::modelHash(same));
+    for (id *chain : {&deep, &same})
+        while (*chain)
+            *chain = std::exchange(as<Node>(*chain)->next, nullptr);
+}
+
+TEST(ModelCoding, bringsBackWhatCanBeCoded) {
+    const auto model = filled();
+    model->next = make<Node>();
+    const auto again = as<Everything>(unarchived(NSKeyedArchiver::archivedDataWithRootObject(model)));
+    ASSERT_TRUE(again);
+    EXPECT_TRUE(again->flag && again->whole == -5 && again->real == 0.5f && again->wide == 2.5L);
+    EXPECT_TRUE(again->text->isEqual(model->text) && again->data->isEqual(model->data) &&
+                as<Node>(again->next));
+    EXPECT_TRUE(again->action == model->action && again->size == model->size);
+    EXPECT_FALSE(again->type || again->pointer || again->block || again->value || again->numbers[1]);
+    EXPECT_EQ(again->large, UINT64_MAX);
+
+    model->real = NAN;
+    model->wide = INFINITY;
+    model->next = NSValue::valueWith(CGSize{1, 1});
+    model->text = nullptr;
+    const auto less = as<Everything>(unarchived(NSKeyedArchiver::archivedDataWithRootObject(model)));
+    ASSERT_TRUE(less);
+    EXPECT_FALSE(NSKeyedArchiver::archivedDataWithRootObject(model->value)) << "a pointer";
+    EXPECT_TRUE(less->real == 0 && less->wide == 0 && !less->next && !less->text);
+    EXPECT_EQ(qn::modelInitWithCoder(model, nullptr), model);
+    EXPECT_TRUE(model->flag) << "nothing happens without a coder";
+}
+
+TEST(ModelCoding, takesNothingThatDoesNotFit) {
+    // An archive of dictionaries in the place of objects, and of values of other kinds under the names.
+    const auto stranger = make<Everything>();
+    stranger->next = u"text"_ns;
+    const auto archive = NSKeyedArchiver::archivedDataWithRootObject(stranger);
+    std::string bytes(reinterpret_cast<const char *>(archive->bytes()), archive->length());
+    for (const auto &[from, to] : {std::pair("next", "text"),
+                                   {"next", "flag"},
+                                   {"next", "size"},
+                                   {"next", "data"},
+                                   {"Everything", "NSObject++"},
+                                   {"Everything", "Nobody    "}}) {
+        std::string changed = bytes;
+        for (auto at = changed.find(from); at != changed.npos; at = changed.find(from, at + 1))
+            changed.replace(at, std::string_view(from).size(), to);
+        const id object = unarchived(NSData::dataWithBytes(changed.data(), changed.size()));
+        if (const auto model = as<Everything>(object))
+            EXPECT_TRUE(!model->flag && model->size == CGSize() && !model->data) << to;
+        else
+            EXPECT_TRUE(!object && std::string_view(from) == "Everything") << to;
+    }
+    std::mt19937 random(6);
+    for (int i = 0; i < 2000; ++i) {
+        std::string changed = bytes;
+        for (auto changes = 1 + random() % 4; changes > 0; --changes)
+            changed[random() % changed.size()] = static_cast<char>(random());
+        const id object = unarchived(NSData::dataWithBytes(changed.data(), changed.size()));
+        EXPECT_TRUE(!object || object->description());
+    }
+}
