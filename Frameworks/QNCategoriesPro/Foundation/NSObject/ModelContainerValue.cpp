@@ -2,6 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNesting.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
 #include "Platform/Foundation/NSSet.h"
 

@@ -7,6 +7,7 @@
 // Threads: as the setters and hooks of the models.
 #pragma once
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
 
 /// What is being filled, with what. The caller keeps all three.
@@ -26,8 +27,6 @@ void ModelSetWithPropertyMetaArrayFunction(const _QNModelPropertyMeta &propertyM
 void ModelSetValueForProperty(NSObject &model, const id &value, const _QNModelPropertyMeta &meta);
 
 namespace qn {
-
-inline constexpr int deepestModels = 512;
 
 /// Whether the model took the dictionary, as `modelSetWithDictionary` says.
 bool fillModel(NSObject &model, const id &dictionary);

@@ -6,18 +6,21 @@
 
 namespace qn {
 
-/// How deep models and collections are walked.
-inline constexpr int deepestVisit = 512;
+/// How deep models, collections and dictionaries are walked.
+inline constexpr int deepestModels = 512;
 
 /// For as long as a walk is at the object, or at both of a pair. `Walk` is a type of one's own for each kind
 /// of walk.
+///
+///     using Visit = qn::ModelVisit<struct Writing>;
+///     if (Visit::admits(*object)) {
+///         const Visit visit(*object);
+///         ...
 template <class Walk>
 class ModelVisit {
 public:
     explicit ModelVisit(const NSObject &object, const NSObject *other = nullptr)
-        : object_(&object), other_(other), outer_(innermost), depth_(outer_ ? outer_->depth_ + 1 : 1) {
-        for (const ModelVisit *each = outer_; each; each = each->outer_)
-            repeated_ |= each->object_ == object_ && each->other_ == other_;
+        : object_(&object), other_(other), outer_(innermost), depth_(depth() + 1) {
         innermost = this;
     }
     ModelVisit(const ModelVisit &) = delete;
@@ -25,18 +28,25 @@ public:
     ~ModelVisit() { innermost = outer_; }
 
     /// Whether the walk is within a visit of the same.
-    bool isRepeated() const { return repeated_; }
-    bool isTooDeep() const { return depth_ > deepestVisit; }
-    bool goesOn() const { return !repeated_ && !isTooDeep(); }
+    static bool isWithin(const NSObject &object, const NSObject *other = nullptr) {
+        for (const ModelVisit *each = innermost; each; each = each->outer_)
+            if (each->object_ == &object && each->other_ == other)
+                return true;
+        return false;
+    }
+    /// Whether the walk may go there.
+    static bool admits(const NSObject &object, const NSObject *other = nullptr) {
+        return depth() < deepestModels && !isWithin(object, other);
+    }
 
 private:
     static inline thread_local ModelVisit *innermost = nullptr;
+    static int depth() { return innermost ? innermost->depth_ : 0; }
 
     const NSObject *const object_;
     const NSObject *const other_;
     ModelVisit *const outer_;
     const int depth_;
-    bool repeated_ = false;
 };
 
 } // namespace qn

@@ -159,9 +159,9 @@ Ref<NSString> ModelDescription(const id &object) {
         return u"<nil>"_ns;
     if (peek<NSNull>(object))
         return u"<null>"_ns;
-    const Visit visit(*object);
-    if (!visit.goesOn())
+    if (!Visit::admits(*object))
         return head(*object);
+    const Visit visit(*object);
     const auto meta = _QNModelMeta::metaWithClass(object->isa());
     return meta->_nsType == FoundationKind::None ? describeModel(*object, *meta)
                                                  : describeOfKind(meta->_nsType, object);

@@ -37,9 +37,9 @@ NSUInteger qn::modelHash(const id &model) {
         return 0;
     if (isOfFoundation(*model))
         return model->hash();
-    const HashVisit visit(*model);
-    if (!visit.goesOn())
+    if (!HashVisit::admits(*model))
         return 0;
+    const HashVisit visit(*model);
     const auto meta = _QNModelMeta::metaWithClass(model->isa()); // keeps the properties
     const auto properties = comparedProperties(*meta);
     NSUInteger hash = properties.empty() ? reinterpret_cast<NSUInteger>(model.get()) : 0;
@@ -56,9 +56,9 @@ bool qn::modelIsEqual(const id &model, const id &other) {
         return false;
     if (isOfFoundation(*model))
         return model->isEqual(other);
+    if (!EqualityVisit::admits(*model, other.get()))
+        return EqualityVisit::isWithin(*model, other.get());
     const EqualityVisit visit(*model, other.get());
-    if (!visit.goesOn())
-        return visit.isRepeated();
     if (model->hash() != other->hash())
         return false;
     const auto meta = _QNModelMeta::metaWithClass(model->isa());

@@ -49,9 +49,11 @@ bool isNull(const id &object) {
 }
 
 id dictionaryToJSON(const id &object) {
+    if (!Visit::admits(*object))
+        return nullptr;
+    if (NSJSONSerialization::isValidJSONObject(object))
+        return object;
     const Visit visit(*object);
-    if (!visit.goesOn() || NSJSONSerialization::isValidJSONObject(object))
-        return visit.goesOn() ? object : nullptr;
     const auto &dictionary = static_cast<const NSDictionary &>(*object);
     const auto result = NSMutableDictionary::dictionaryWithCapacity(dictionary.count());
     qn::walkEntries(dictionary, [&](const id &key, const id &value) {
@@ -64,9 +66,11 @@ id dictionaryToJSON(const id &object) {
 
 /// An array, or what is in a set.
 id arrayToJSON(const id &array, const NSObject &visited) {
+    if (!Visit::admits(visited))
+        return nullptr;
+    if (NSJSONSerialization::isValidJSONObject(array))
+        return array;
     const Visit visit(visited);
-    if (!visit.goesOn() || NSJSONSerialization::isValidJSONObject(array))
-        return visit.goesOn() ? array : nullptr;
     std::vector<id> result;
     qn::walkElements(static_cast<const NSArray &>(*array), [&](const id &element) {
         if (id written = ModelToJSONObjectRecursive(element); !isNull(written))
@@ -118,11 +122,9 @@ void storeAtPath(ObjectTable &result, const NSArray &path, const id &value) {
 
 id modelToJSON(const id &model) {
     const auto meta = _QNModelMeta::metaWithClass(model->isa());
-    if (meta->_keyMappedCount == 0 || !meta->_mapper)
+    if (meta->_keyMappedCount == 0 || !meta->_mapper || !Visit::admits(*model))
         return nullptr;
     const Visit visit(*model);
-    if (!visit.goesOn())
-        return nullptr;
     ObjectTable table(meta->_mapper->count());
     qn::walkEntries(*meta->_mapper, [&](const id &, const id &head) {
         const auto &property = static_cast<const _QNModelPropertyMeta &>(*head);

@@ -20,7 +20,8 @@
 // out; a class and a selector are written by name. In the end `modelCustomTransformToDictionary:` may change
 // the dictionary, or refuse the object.
 //
-// An object within itself has no JSON, nor has what lies more than 512 levels deep.
+// An object within itself has no JSON, nor has what lies more than 512 levels deep. One that is found on many
+// ways is written as many times.
 //
 // Threads: any, while nobody changes the objects. Getters and hooks may raise, nothing else does.
 #pragma once
