@@ -8,6 +8,8 @@
 #include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/ObjectTable.h"
+#include "Platform/Foundation/Unicode.h"
+#include "Platform/Runtime/ObjectPool.h"
 
 #include <algorithm>
 #include <array>
@@ -26,15 +28,21 @@
 
 namespace {
 
+/// None for bytes that are not valid UTF-8.
+Ref<NSString> makeText(std::string_view bytes, ObjectPool &pool) {
+    auto units = unicode::utf16FromUTF8(bytes);
+    return units ? pool.make<NSString>(std::move(*units)) : nullptr;
+}
+
 /// The texts seen last. Records of a list have the same keys and many equal values, so most keys and short
 /// values are here already.
 class RecentTexts {
 public:
     /// None for bytes that are not valid UTF-8. The bytes must outlive the table.
-    const Ref<NSString> &text(std::string_view bytes) {
+    const Ref<NSString> &text(std::string_view bytes, ObjectPool &pool) {
         Slot &slot = slots_[slotOf(bytes)];
         if (slot.bytes != bytes || !slot.text)
-            slot = {bytes, NSString::stringWithUTF8String(bytes)};
+            slot = {bytes, makeText(bytes, pool)};
         return slot.text;
     }
 
@@ -67,20 +75,20 @@ public:
     bool Bool(bool flag) { return value(NSNumber::numberWithBool(flag)); }
     bool Int(int number) { return Int64(number); }
     bool Uint(unsigned number) { return Int64(number); }
-    bool Int64(std::int64_t number) { return value(NSNumber::numberWithLongLong(number)); }
+    bool Int64(std::int64_t number) { return value(pool_.make<NSNumber>('q', number)); }
     bool Uint64(std::uint64_t number) {
         return number <= INT64_MAX ? Int64(static_cast<std::int64_t>(number))
-                                   : value(NSNumber::numberWithUnsignedLongLong(number));
+                                   : value(pool_.make<NSNumber>('Q', number));
     }
-    bool Double(double number) { return value(NSNumber::numberWithDouble(number)); }
+    bool Double(double number) { return value(pool_.make<NSNumber>('d', number)); }
     bool RawNumber(const char *, rapidjson::SizeType, bool) { return false; }
     bool String(const char *bytes, rapidjson::SizeType length, bool) {
         constexpr rapidjson::SizeType longest = 24; // what is longer is seldom seen again
-        return text(length > longest ? NSString::stringWithUTF8String({bytes, length})
-                                     : values_.text({bytes, length}));
+        return text(length > longest ? makeText({bytes, length}, pool_)
+                                     : values_.text({bytes, length}, pool_));
     }
     bool Key(const char *bytes, rapidjson::SizeType length, bool) {
-        return text(keys_.text({bytes, length}));
+        return text(keys_.text({bytes, length}, pool_));
     }
     bool StartObject() { return open(); }
     bool StartArray() { return open(); }
@@ -127,6 +135,7 @@ private:
     }
 
     const bool mutable_;
+    ObjectPool pool_;
     RecentTexts keys_, values_;
     std::vector<id> pending_;
     std::size_t depth_ = 0; // bounds the reader's recursion, too

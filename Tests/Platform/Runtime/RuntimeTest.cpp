@@ -4,6 +4,7 @@
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Message.h"
 #include "Platform/Runtime/NSBlock.h"
+#include "Platform/Runtime/ObjectPool.h"
 #include "Platform/Runtime/Reflection.h"
 
 #include <gmock/gmock.h>
@@ -248,4 +249,26 @@ TEST(Block, isAnObjectThatIsCalled) {
     EXPECT_EQ(witness.use_count(), 2);
     object = nullptr;
     EXPECT_EQ(witness.use_count(), 1) << "what it captured goes with it";
+}
+
+TEST(ObjectPool, objectsOutliveItAndEndOnAnyThread) {
+    std::vector<Ref<Instrument>> kept;
+    {
+        ObjectPool pool;
+        for (std::int32_t i = 0; i < 1000; ++i) {
+            const auto made = pool.make<Instrument>();
+            made->pitch = i;
+            made->setLabel(u"kept"_ns);
+            if (i % 3 == 0)
+                kept.push_back(made);
+        }
+    }
+    for (std::size_t i = 0; i < kept.size(); ++i)
+        ASSERT_EQ(kept[i]->pitch, static_cast<std::int32_t>(3 * i));
+    std::vector<Ref<Instrument>> half(kept.begin() + 167, kept.end());
+    kept.resize(167);
+    std::thread([&half] { half.clear(); }).join();
+    const Weak<Instrument> last = kept.back();
+    kept.clear();
+    EXPECT_TRUE(last.expired());
 }

@@ -17,19 +17,28 @@
 //             .classMethod<&Book::mapper>("modelCustomPropertyMapper");
 //     }
 //
-// | selector                                   | of the | C++                            | what it tells    |
-// |--------------------------------------------|--------|--------------------------------|------------------|
-// | `modelCustomPropertyMapper`                | class  | `Ref<NSDictionary> ()`         | by property: its
-// key, with dots a path of keys, or an array of those of which the first with a value counts | |
-// `modelContainerPropertyGenericClass`       | class  | `Ref<NSDictionary> ()`         | by property: the
-// class of its elements, or the name of one | | `modelPropertyBlacklist`, `…Whitelist`     | class  |
-// `Ref<NSArray> ()`              | the properties left out; the only ones taken | |
-// `modelCustomClassForDictionary:`           | class  | `Class (Ref<NSDictionary>)`    | the class to make
-// for it; null for the usual | | `modelCustomWillTransformFromDictionary:`  | object | `Ref<NSDictionary>
-// (Ref<NSDictionary>)` | the dictionary to map instead; none fails | | `modelCustomTransformFromDictionary:`
-// | object | `bool (Ref<NSDictionary>)`     | asked after mapping: whether it succeeded | |
-// `modelCustomTransformToDictionary:`        | object | `bool (Ref<NSMutableDictionary>)` | asked after
-// writing: whether it succeeded |
+// Of the class object:
+//
+//   modelCustomPropertyMapper           Ref<NSDictionary> ()
+//       By property: its key, with dots a path of keys, or an array of those, of which the first that has a
+//       value counts.
+//   modelContainerPropertyGenericClass  Ref<NSDictionary> ()
+//       By property: the class of its elements, or the name of one.
+//   modelPropertyBlacklist              Ref<NSArray> ()
+//       The properties left out.
+//   modelPropertyWhitelist              Ref<NSArray> ()
+//       The only ones taken.
+//   modelCustomClassForDictionary:      Class (Ref<NSDictionary>)
+//       The class to make for it; null for the usual one.
+//
+// Of instances:
+//
+//   modelCustomWillTransformFromDictionary:  Ref<NSDictionary> (Ref<NSDictionary>)
+//       The dictionary to map instead; none fails.
+//   modelCustomTransformFromDictionary:      bool (Ref<NSDictionary>)
+//       Asked after mapping: whether it succeeded.
+//   modelCustomTransformToDictionary:        bool (Ref<NSMutableDictionary>)
+//       Asked after writing: whether it succeeded.
 //
 // A hook of another C++ type raises NSInvalidArgumentException when it is called.
 #pragma once
