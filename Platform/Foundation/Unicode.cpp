@@ -1,6 +1,7 @@
 #include "Platform/Foundation/Unicode.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
@@ -12,6 +13,17 @@
 namespace {
 
 constexpr UChar32 replacement = 0xFFFD;
+
+/// Looks at eight bytes at a time.
+bool isASCII(std::string_view bytes) {
+    constexpr std::uint64_t highBits = 0x8080808080808080u;
+    std::uint64_t seen = 0;
+    for (std::uint64_t word; bytes.size() >= sizeof word; bytes.remove_prefix(sizeof word)) {
+        std::memcpy(&word, bytes.data(), sizeof word);
+        seen |= word;
+    }
+    return !(seen & highBits) && std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; });
+}
 
 /// Appends the ASCII characters that begin at index `i` and gives the index behind them.
 template <class From, class To>
@@ -69,13 +81,14 @@ bool convert(std::u16string_view units, std::string &out) {
 } // namespace
 
 std::optional<std::u16string> unicode::utf16FromUTF8(std::string_view bytes) {
+    if (isASCII(bytes))
+        return std::u16string(bytes.begin(), bytes.end());
     std::u16string units;
     return convert(bytes, units) ? std::optional(std::move(units)) : std::nullopt;
 }
 
 bool unicode::isValidUTF8(std::string_view bytes) {
-    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; }) ||
-           utf16FromUTF8(bytes);
+    return isASCII(bytes) || utf16FromUTF8(bytes);
 }
 
 std::optional<std::string> unicode::utf8FromUTF16(std::u16string_view units) {

@@ -24,6 +24,7 @@ struct objc_method {
     IMP imp;
     const std::type_info *signature; ///< the C++ type behind `imp`
     Invoke invoke;
+    bool synthesized = false; ///< reads or writes a data member, and runs nobody's code but a copy's
 };
 using Method = const objc_method *;
 

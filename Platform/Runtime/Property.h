@@ -119,11 +119,15 @@ Declaration declarationOfMember(Protocols protocols) {
     Declaration declaration = declarationOf<M>(protocols);
     declaration.offset = offsetOf<T, M, Member>();
     const std::string size = std::to_string(16 + std::max(sizeof(int), isObject<M> ? 8 : sizeof(Result<M>)));
-    declaration.get = makeMethod(nullptr, &Access::get, type + "16@0:8");
-    declaration.set = makeMethod(nullptr, &Access::set, "v" + size + "@0:8" + type + "16");
+    const auto synthesized = [](objc_method method) {
+        method.synthesized = true;
+        return method;
+    };
+    declaration.get = synthesized(makeMethod(nullptr, &Access::get, type + "16@0:8"));
+    declaration.set = synthesized(makeMethod(nullptr, &Access::set, "v" + size + "@0:8" + type + "16"));
     declaration.setCopy = declaration.set;
     if constexpr (isRef<M>)
-        declaration.setCopy = makeMethod(nullptr, &Access::setCopy, declaration.set->types);
+        declaration.setCopy = synthesized(makeMethod(nullptr, &Access::setCopy, declaration.set->types));
     return declaration;
 }
 

@@ -1,4 +1,5 @@
 // Every kind of property beside every kind of value.
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelReader.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 #include "Platform/Foundation/CGGeometry.h"
@@ -327,6 +328,8 @@ TEST(ModelMatrix, fuzz) {
         "\"12.5\"", "\"2014-01-20\"", "\"Spot\"", "\"\\u0000 nil\""};
     const auto name = [&] {
         const auto &metas = *_QNModelMeta::metaWithClass(Everything::class_())->_allPropertyMetas;
+        if (pick(8) == 0)
+            return std::string("\"x\":"); // of a spot
         return '"' + peek<_QNModelPropertyMeta>(metas.objectAtIndex(pick(metas.count())))->_name->utf8() +
                "\":";
     };
@@ -339,11 +342,20 @@ TEST(ModelMatrix, fuzz) {
             text += (text.empty() ? "" : ",") + (kind < 2 ? name() : "") + value(depth + 1);
         return kind < 2 ? "{" + text + "}" : "[" + text + "]";
     };
-    for (int round = 0; round < 2000; ++round) {
+    int straight = 0;
+    for (int round = 0; round < 3000; ++round) {
         std::string text = "{";
-        for (auto count = 1 + pick(60); count > 0; --count)
+        for (auto count = 1 + pick(round % 2 ? 5 : 60); count > 0; --count)
             text += (text.size() > 1 ? "," : "") + name() + value(0);
         const auto json = NSString::stringWithUTF8String(text + "}");
-        ASSERT_NE(qn::modelWithJSON<Everything>(json), nullptr) << text;
+        straight += qn::readModel(Everything::class_(), json->dataUsingUTF8()) != nullptr;
+        const auto found = qn::modelWithJSON<Everything>(json);
+        const auto expected = qn::modelWithDictionary<Everything>(qn::_dictionaryWithJSON(json));
+        ASSERT_TRUE(found && expected) << text;
+        for (const id &each : *_QNModelMeta::metaWithClass(Everything::class_())->_allPropertyMetas) {
+            const auto &meta = *peek<_QNModelPropertyMeta>(each);
+            ASSERT_EQ(shownProperty(*found, meta), shownProperty(*expected, meta)) << text;
+        }
     }
+    EXPECT_GT(straight, 500); // read without the dictionaries in between
 }

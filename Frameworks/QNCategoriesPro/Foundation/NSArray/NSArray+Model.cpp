@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelReader.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelText.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
@@ -16,5 +17,8 @@ Ref<NSArray> qn::modelArrayWithClass(Class cls, const Ref<NSArray> &array) {
 }
 
 Ref<NSArray> qn::modelArrayWithClass(Class cls, const id &json) {
-    return modelArrayWithClass(cls, collectionFromJSON<NSArray>(json));
+    const auto data = jsonData(json);
+    if (const auto models = readModelArray(cls, data))
+        return models;
+    return modelArrayWithClass(cls, collectionFromJSON<NSArray>(data ? data : json));
 }

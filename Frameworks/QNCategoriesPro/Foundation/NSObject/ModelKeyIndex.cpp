@@ -26,10 +26,10 @@ qn::ModelKeyIndex::ModelKeyIndex(const Ref<NSDictionary> &mapper)
     }
 }
 
-const _QNModelPropertyMeta *qn::ModelKeyIndex::find(const NSString &key) const {
+const qn::ModelKeyIndex::Slot *qn::ModelKeyIndex::find(const NSString &key) const {
     const NSUInteger hash = key.hash(), mask = slots_.size() - 1;
     for (NSUInteger slot = hash & mask; slots_[slot].key; slot = (slot + 1) & mask)
         if (slots_[slot].hash == hash && same(slots_[slot].key->units(), key.units()))
-            return slots_[slot].head;
+            return &slots_[slot];
     return nullptr;
 }

@@ -15,16 +15,20 @@ public:
     /// Of none for no entries. Keys that are no texts are left out: no JSON has them.
     explicit ModelKeyIndex(const Ref<NSDictionary> &mapper);
 
-    /// The first property of the key's chain, or null. Valid as long as the mapper lives.
-    const _QNModelPropertyMeta *find(const NSString &key) const;
-
-private:
     struct Slot {
         NSUInteger hash = 0;
-        const NSString *key = nullptr; ///< null when free
-        const _QNModelPropertyMeta *head = nullptr;
+        const NSString *key = nullptr;              ///< null when free
+        const _QNModelPropertyMeta *head = nullptr; ///< the first property of the key's chain
     };
 
+    /// The slot of the key, or null. Valid as long as the mapper lives.
+    const Slot *find(const NSString &key) const;
+
+    /// Slots are numbered from 0 on.
+    NSUInteger size() const { return slots_.size(); }
+    NSUInteger numberOf(const Slot &slot) const { return static_cast<NSUInteger>(&slot - slots_.data()); }
+
+private:
     std::vector<Slot> slots_; // a power of two, at most half full
 };
 

@@ -7,13 +7,18 @@
 
 namespace qn {
 
+/// The bytes of a text or of bytes; none for anything else.
+inline Ref<NSData> jsonData(const id &json) {
+    const auto text = as<NSString>(json);
+    return text ? text->dataUsingUTF8() : as<NSData>(json);
+}
+
 /// A collection as it is; the one that a text or bytes hold. None for anything else.
 template <class Collection>
 Ref<Collection> collectionFromJSON(const id &json) {
     if (const auto collection = as<Collection>(json))
         return collection;
-    const auto text = as<NSString>(json);
-    const auto data = text ? text->dataUsingUTF8() : as<NSData>(json);
+    const auto data = jsonData(json);
     return data ? as<Collection>(
                       NSJSONSerialization::JSONObjectWithData(data, NSJSONReadingOptions::None, nullptr))
                 : nullptr;

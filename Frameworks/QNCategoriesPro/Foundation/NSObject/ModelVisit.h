@@ -27,6 +27,8 @@ public:
     ModelVisit &operator=(const ModelVisit &) = delete;
     ~ModelVisit() { innermost = outer_; }
 
+    /// Whether the thread is within any visit.
+    static bool isUnderWay() { return innermost; }
     /// Whether the walk is within a visit of the same.
     static bool isWithin(const NSObject &object, const NSObject *other = nullptr) {
         for (const ModelVisit *each = innermost; each; each = each->outer_)

@@ -1,6 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelReader.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelText.h"
 
@@ -18,7 +19,10 @@ id qn::modelWithDictionary(Class cls, const id &dictionary) {
 }
 
 id qn::modelWithJSON(Class cls, const id &json) {
-    return modelWithDictionary(cls, _dictionaryWithJSON(json));
+    const auto data = jsonData(json);
+    if (id model = readModel(cls, data))
+        return model;
+    return modelWithDictionary(cls, _dictionaryWithJSON(data ? data : json));
 }
 
 bool qn::modelSetWithDictionary(const id &model, const id &dictionary) {

@@ -6,6 +6,7 @@
 #include "Platform/Foundation/NSObjCRuntime.h"
 #include "Platform/Foundation/NSSet.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 NS_IMPLEMENTATION(_QNModelMeta) {}
@@ -108,6 +109,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
     meta->_keyPathPropertyMetas = mapper.keyPathMetas();
     meta->_multiKeysPropertyMetas = mapper.multiKeysMetas();
     meta->findHooks();
+    meta->_isPlain = meta->isPlain();
     return meta;
 }
 
@@ -120,8 +122,20 @@ void _QNModelMeta::findHooks() {
     _hasCustomClassFromDictionary = cls->respondsToSelector(qn::hooks::modelCustomClassForDictionary());
 }
 
+bool _QNModelMeta::isPlain() const {
+    if (_keyMappedCount == 0 || _hasCustomWillTransformFromDictionary || _hasCustomTransformFromDictionary ||
+        _hasCustomClassFromDictionary || _keyPathPropertyMetas->count() > 0 ||
+        _multiKeysPropertyMetas->count() > 0)
+        return false;
+    return std::ranges::all_of(_allPropertyMetas->allObjects(), [](const id &meta) {
+        return peek<_QNModelPropertyMeta>(meta)->hasSynthesizedAccessors();
+    });
+}
+
 const _QNModelPropertyMeta *_QNModelMeta::headForKey(const id &key) const {
-    if (const auto *text = peek<NSString>(key))
-        return _keys.find(*text);
+    if (const auto *text = peek<NSString>(key)) {
+        const auto *slot = _keys.find(*text);
+        return slot ? slot->head : nullptr;
+    }
     return _mapper ? peek<_QNModelPropertyMeta>(_mapper->objectForKey(key)) : nullptr; // an array of keys
 }

@@ -40,8 +40,13 @@ public:
     bool _hasCustomTransformToDictionary = false;
     bool _hasCustomClassFromDictionary = false;
 
+    /// The keys of the mapper that are texts.
+    qn::ModelKeyIndex _keys{nullptr};
+    /// Whether filling an instance runs no code of the class's own, neither hooks nor accessors, and takes one
+    /// key a property: then nobody can tell in which order, or whether twice.
+    bool _isPlain = false;
+
 private:
     void findHooks();
-
-    qn::ModelKeyIndex _keys{nullptr};
+    bool isPlain() const;
 };

@@ -32,6 +32,9 @@ public:
     template <class T>
     void set(NSObject &model, std::type_identity_t<runtime::Argument<T>> value) const;
 
+    /// Of a property with both accessors: whether they do no more than read and write a data member.
+    bool hasSynthesizedAccessors() const { return _getterMethod->synthesized && _setterMethod->synthesized; }
+
     Ref<NSString> _name;
     QNEncodingType _type = 0;
     qn::FoundationKind _nsType = qn::FoundationKind::None; ///< of the class; only of objects

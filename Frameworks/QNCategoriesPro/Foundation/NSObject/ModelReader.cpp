@@ -1,0 +1,239 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelReader.h"
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNesting.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
+#include "Platform/Foundation/JSONBuilder.h"
+#include "Platform/Foundation/JSONReader.h"
+
+#include <vector>
+
+namespace {
+
+using PropertyMeta = _QNModelPropertyMeta;
+
+bool isOfModelClass(const PropertyMeta &property) {
+    return property.valueType() == QNEncodingTypeObject && property._cls &&
+           property._nsType == qn::FoundationKind::None;
+}
+
+bool isArray(const PropertyMeta &property) {
+    return property._nsType == qn::FoundationKind::Array ||
+           property._nsType == qn::FoundationKind::MutableArray;
+}
+
+bool mayHoldModels(const PropertyMeta &property) {
+    return property._genericCls || isOfModelClass(property);
+}
+
+/// The record of the class when it is plain.
+Ref<_QNModelMeta> plainMeta(Class cls) {
+    auto meta = _QNModelMeta::metaWithClass(cls);
+    return meta && meta->_isPlain ? meta : nullptr;
+}
+
+/// Is told what the text holds. Models and arrays of models are frames here; all other values, whole
+/// containers among them, are left to the builder.
+class ModelReader {
+public:
+    explicit ModelReader(Ref<_QNModelMeta> meta, bool anArray)
+        : rootMeta_(std::move(meta)), anArray_(anArray) {}
+
+    id model() { return std::move(model_); }
+    std::vector<id> elements() { return std::move(elements_); }
+    const char *refusal() const { return builder_.refusal(); }
+
+    bool Null() { return leaf(leaves().null()); }
+    bool Bool(bool flag) { return leaf(leaves().boolean(flag)); }
+    bool Int(int number) { return Int64(number); }
+    bool Uint(unsigned number) { return Int64(number); }
+    bool Int64(std::int64_t number) { return leaf(leaves().number(number)); }
+    bool Uint64(std::uint64_t number) { return leaf(leaves().number(number)); }
+    bool Double(double number) { return leaf(leaves().number(number)); }
+    bool RawNumber(const char *, unsigned, bool) { return false; }
+    bool String(const char *bytes, unsigned length, bool) { return leaf(leaves().text({bytes, length})); }
+
+    bool Key(const char *bytes, unsigned length, bool copy) {
+        if (depthInBuilder_ > 0)
+            return builder_.Key(bytes, length, copy);
+        return lookUp({bytes, length});
+    }
+
+    bool StartObject() {
+        if (depthInBuilder_ > 0)
+            return leaveToBuilder(&JSONBuilder::StartObject);
+        if (frames_.empty())
+            return !anArray_ && openModel(rootMeta_);
+        const Frame &frame = frames_.back();
+        if (!frame.model)
+            return openModel(frame.meta);
+        if (!frame.mayGetModels())
+            return leaveToBuilder(&JSONBuilder::StartObject);
+        const PropertyMeta &property = *frame.slot->head;
+        const bool isNew = !property._next && !property._genericCls &&
+                           !(property._type & QNEncodingTypePropertyCopy) && !property.get<id>(*frame.model);
+        return isNew && openModel(plainMeta(property._cls));
+    }
+
+    bool StartArray() {
+        if (depthInBuilder_ > 0)
+            return leaveToBuilder(&JSONBuilder::StartArray);
+        if (frames_.empty())
+            return anArray_ && openArray(rootMeta_);
+        const Frame &frame = frames_.back();
+        if (!frame.mayGetModels())
+            return leaveToBuilder(&JSONBuilder::StartArray);
+        const PropertyMeta &property = *frame.slot->head;
+        if (property._next)
+            return false;
+        if (!property._genericCls) // of a model, which no array becomes
+            return leaveToBuilder(&JSONBuilder::StartArray);
+        return isArray(property) && openArray(plainMeta(property._genericCls));
+    }
+
+    bool EndObject(unsigned count) {
+        if (depthInBuilder_ > 0)
+            return builder_.EndObject(count) && leftBuilder();
+        id model = std::move(frames_.back().model);
+        close();
+        if (!frames_.empty())
+            return take(model);
+        model_ = std::move(model);
+        return true;
+    }
+
+    bool EndArray(unsigned count) {
+        if (depthInBuilder_ > 0)
+            return builder_.EndArray(count) && leftBuilder();
+        if (frames_.size() == 1) { // of the array that is read, all but models is left out
+            std::erase_if(elements_,
+                          [&](const id &each) { return each->isa() != rootMeta_->_classInfo->cls(); });
+            frames_.clear();
+            return true;
+        }
+        const auto first = elements_.begin() + static_cast<std::ptrdiff_t>(frames_.back().firstElement);
+        const auto array = NSArray::arrayWithObjects(
+            std::vector<id>(std::move_iterator(first), std::move_iterator(elements_.end())));
+        elements_.erase(first, elements_.end());
+        close();
+        return take(array);
+    }
+
+private:
+    struct Frame {
+        Ref<_QNModelMeta> meta; // of the model, or of the elements
+        id model;               // none: an array
+        std::size_t firstSeen, firstElement;
+        const qn::ModelKeyIndex::Slot *slot = nullptr; // of the key whose value comes next
+
+        bool mayGetModels() const {
+            if (model && slot)
+                for (const PropertyMeta *each = slot->head; each; each = each->_next.get())
+                    if (mayHoldModels(*each))
+                        return true;
+            return false;
+        }
+    };
+
+    /// What a key reaches in the models of a class.
+    struct Target {
+        bool isValid = false;
+        const _QNModelMeta *meta = nullptr;
+        const qn::ModelKeyIndex::Slot *slot = nullptr; // null: nothing
+    };
+
+    Target targetOf(std::string_view key, const _QNModelMeta &meta) {
+        const auto &text = builder_.leaves().key(key);
+        return text ? Target{true, &meta, meta._keys.find(*text)} : Target{};
+    }
+
+    /// False for a key that was there before, and for one that is no text.
+    bool lookUp(std::string_view key) {
+        Frame &frame = frames_.back();
+        const _QNModelMeta &meta = *frame.meta;
+        Target target = targets_.find(key, [&] { return targetOf(key, meta); });
+        if (target.meta != &meta)
+            target = targetOf(key, meta);
+        frame.slot = target.slot;
+        if (!frame.slot)
+            return target.isValid;
+        const auto seen =
+            seen_.begin() + static_cast<std::ptrdiff_t>(frame.firstSeen + meta._keys.numberOf(*frame.slot));
+        const bool isFirst = !*seen;
+        *seen = true;
+        return isFirst;
+    }
+
+    bool openModel(const Ref<_QNModelMeta> &meta) {
+        id model = meta ? class_createInstance(meta->_classInfo->cls()) : nullptr;
+        return model && open(meta, std::move(model));
+    }
+    bool openArray(const Ref<_QNModelMeta> &meta) { return meta && open(meta, nullptr); }
+
+    bool open(Ref<_QNModelMeta> meta, id model) {
+        const std::size_t keys = model ? meta->_keys.size() : 0;
+        frames_.push_back({std::move(meta), std::move(model), seen_.size(), elements_.size()});
+        seen_.resize(seen_.size() + keys);
+        return builder_.enter();
+    }
+    void close() {
+        builder_.leave();
+        seen_.resize(frames_.back().firstSeen);
+        frames_.pop_back();
+    }
+
+    bool leaveToBuilder(bool (JSONBuilder::*start)()) {
+        ++depthInBuilder_;
+        return (builder_.*start)();
+    }
+    bool leftBuilder() { return --depthInBuilder_ > 0 || take(builder_.take()); }
+
+    JSONLeaves &leaves() { return builder_.leaves(); }
+    bool leaf(const id &value) { return value && (depthInBuilder_ > 0 ? builder_.add(value) : take(value)); }
+
+    /// Puts a value where it belongs.
+    bool take(const id &value) {
+        if (frames_.empty())
+            return false;
+        const Frame &frame = frames_.back();
+        if (!frame.model)
+            elements_.push_back(value);
+        else if (frame.slot)
+            for (const PropertyMeta *each = frame.slot->head; each; each = each->_next.get())
+                ModelSetValueForProperty(*frame.model, value, *each);
+        return true;
+    }
+
+    const Ref<_QNModelMeta> rootMeta_;
+    const bool anArray_;
+    JSONBuilder builder_{false};
+    RecentValues<Target> targets_;
+    std::size_t depthInBuilder_ = 0;
+    std::vector<Frame> frames_;
+    std::vector<bool> seen_;   // a frame's keys, by number, from its first on
+    std::vector<id> elements_; // a frame's elements, from its first on
+    id model_;
+};
+
+/// Runs `finish` on what has been read.
+template <class Finish>
+auto read(Class cls, const Ref<NSData> &json, bool anArray, const Finish &finish)
+    -> decltype(finish(std::declval<ModelReader &>())) {
+    auto meta = json && !qn::ModelNesting::isUnderWay() ? plainMeta(cls) : nullptr;
+    if (!meta)
+        return nullptr;
+    JSONReader text({reinterpret_cast<const char *>(json->bytes()), json->length()});
+    ModelReader reader(std::move(meta), anArray);
+    return text.read(reader) ? nullptr : finish(reader);
+}
+
+} // namespace
+
+id qn::readModel(Class cls, const Ref<NSData> &json) {
+    return read(cls, json, false, [](ModelReader &reader) { return reader.model(); });
+}
+
+Ref<NSArray> qn::readModelArray(Class cls, const Ref<NSData> &json) {
+    return read(cls, json, true, [](ModelReader &reader) -> Ref<NSArray> {
+        return NSMutableArray::arrayWithObjects(reader.elements());
+    });
+}
