@@ -32,6 +32,16 @@ NS_IMPLEMENTATION(Paths) {
     cls.property<&Paths::d>("d").classMethod<&Paths::mapper>("modelCustomPropertyMapper");
 }
 
+class Keyless : public NSObject {
+    NS_CLASS(Keyless, NSObject)
+public:
+    Ref<NSString> word = u"w"_ns;
+    static Ref<NSDictionary> mapper() { return NSDictionary::dictionaryWithEntries({{u"word"_ns, u""_ns}}); }
+};
+NS_IMPLEMENTATION(Keyless) {
+    cls.property<&Keyless::word>("word").classMethod<&Keyless::mapper>("modelCustomPropertyMapper");
+}
+
 class Hooked : public NSObject {
     NS_CLASS(Hooked, NSObject)
 public:
@@ -131,6 +141,7 @@ TEST(ModelJSON, firstWriterOfAKeyWins) {
     EXPECT_EQ(given->count(), 1u) << "a copy took its place";
     model->whole = u"text"_ns;
     EXPECT_EQ(written(), R"({"a":"text"})");
+    EXPECT_EQ(text(qn::modelToJSONString(make<Keyless>())), "{}") << "it has properties, if no keys";
 }
 
 TEST(ModelJSON, hooksChangeOrRefuse) {
