@@ -27,6 +27,7 @@ public:
     ModelVisit &operator=(const ModelVisit &) = delete;
     ~ModelVisit() { innermost = outer_; }
 
+    static bool isUnderWay() { return innermost != nullptr; }
     /// Whether the walk is within a visit of the same.
     static bool isWithin(const NSObject &object, const NSObject *other = nullptr) {
         for (const ModelVisit *each = innermost; each; each = each->outer_)
