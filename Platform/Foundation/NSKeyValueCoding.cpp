@@ -11,6 +11,9 @@ namespace {
 
 /// "title" to "Title": the first character, as people see it, in upper case.
 std::string capitalized(std::string_view name) {
+    const auto isPlain = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+    if (!name.empty() && name[0] >= 'a' && name[0] <= 'z' && (name.size() == 1 || isPlain(name[1])))
+        return static_cast<char>(name[0] - 'a' + 'A') + std::string(name.substr(1));
     const auto text = NSString::stringWithUTF8String(name);
     if (!text || text->length() == 0)
         return std::string(name);

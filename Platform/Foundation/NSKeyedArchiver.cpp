@@ -19,6 +19,7 @@ NS_IMPLEMENTATION(NSKeyedArchiver) {}
 struct NSKeyedArchiver::State {
     Ref<NSMutableArray> objects = NSMutableArray::arrayWithObjects({u"$null"_ns});
     std::unordered_map<const NSObject *, std::uint64_t> indexes; ///< of the objects met, in `objects`
+    std::unordered_map<Class, std::uint64_t> classes;            ///< the same of descriptions of classes
     std::vector<id> kept;            ///< the objects met, so that no other gets the address of one
     Ref<NSMutableDictionary> values; ///< of the object being written
     unsigned depth = 0;
@@ -101,7 +102,7 @@ void NSKeyedArchiver::encode(const id &object, std::uint64_t index) {
 }
 
 id NSKeyedArchiver::classReference(Class cls) {
-    const auto [found, isNew] = state_->indexes.emplace(cls, state_->objects->count());
+    const auto [found, isNew] = state_->classes.emplace(cls, state_->objects->count());
     if (isNew) {
         const auto name = [](Class of) { return NSString::stringWithUTF8String(of->name()); };
         const auto names = NSMutableArray::array();

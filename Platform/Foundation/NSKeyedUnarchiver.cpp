@@ -33,6 +33,9 @@ struct Measure {
     void add(std::uint64_t more) { weight = std::min(endless, weight + more); }
 };
 
+/// The cost of comparing or hashing an object of a program's own, which may have dozens of values.
+constexpr std::uint64_t weightOfOwn = 256;
+
 /// The cost of comparing or hashing a text or data, in steps about as long as those of other objects.
 std::uint64_t weightOfLeaf(const id &leaf) {
     const auto text = as<NSString>(leaf);
@@ -176,6 +179,7 @@ id NSKeyedUnarchiver::decodeContents(Class cls, std::uint64_t index) try {
         const KeyedCoding *coding = KeyedCoding::ofClass(cls);
         return coding ? coding->decode(*this) : nullptr;
     }
+    state_->measure.add(weightOfOwn);
     const id made = class_createInstance(cls);
     state_->slots[index].object = made;
     const id object = objc_msgSend<id>(made, selector, self());

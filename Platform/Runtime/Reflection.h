@@ -73,9 +73,10 @@ template <class Base>
 Class objc_registerSubclass(const char *name, const std::function<void(Class)> &declare = nullptr) {
     if (objc_getClass(name))
         return nullptr;
-    return objc_class::registerClass(name, Base::class_(), [&](Class made) {
+    const Class cls = objc_class::registerClass(name, Base::class_(), [&](Class made) {
         made->instantiate = [made] { return make<runtime::InstanceOf<Base>>(made); };
         if (declare)
             declare(made);
     });
+    return objc_getClass(name) == cls ? cls : nullptr; // another thread may have been first
 }

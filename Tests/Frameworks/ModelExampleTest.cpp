@@ -183,7 +183,8 @@ TEST(ModelExample, isMappedAndWritten) {
     const TimeZoneScope greenwich(u"GMT");
     objc_registerClasses<Person, Job, Device, Printer>(); // so that they are known by name
 
-    const auto printer = as<Printer>(qn::modelWithJSON<Device>(string(document)));
+    const auto json = string(document);
+    const auto printer = as<Printer>(qn::modelWithJSON<Device>(json));
     ASSERT_TRUE(printer);
     EXPECT_TRUE(printer->color && printer->shared && !printer->password);
     EXPECT_TRUE(printer->trays == 2 && printer->port == 9100 && printer->remaining() == 0.75);

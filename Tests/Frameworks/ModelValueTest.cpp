@@ -1,4 +1,5 @@
 // Models copied, compared and archived.
+#include "Platform/Foundation/NSCoder.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSKeyedArchiver.h"
 #include "Platform/Foundation/NSKeyedUnarchiver.h"
@@ -27,6 +28,50 @@ class Twin : public Node {
     NS_CLASS(Twin, Node)
 };
 NS_IMPLEMENTATION(Twin) {}
+
+/// Counts how often it is hashed.
+class Counted : public Node {
+    NS_CLASS(Counted, Node)
+public:
+    static inline int hashes = 0;
+    NSUInteger hash() const override {
+        ++hashes;
+        return Node::hash();
+    }
+};
+NS_IMPLEMENTATION(Counted) {}
+
+struct Span {
+    double from = 0, to = 0;
+};
+
+} // namespace
+
+template <>
+inline constexpr const char *runtime::customEncoding<Span> = "{Span=dd}";
+
+namespace {
+
+class Spanned : public Node {
+    NS_CLASS(Spanned, Node)
+public:
+    Span span;
+    std::int8_t small = 0;
+};
+NS_IMPLEMENTATION(Spanned) {
+    cls.property<&Spanned::span>("span").property<&Spanned::small>("small");
+}
+
+/// Keeps what it is given, as it is.
+class Notes : public NSCoder {
+    NS_CLASS(Notes, NSCoder)
+public:
+    void encodeObject(const id &object, const Ref<NSString> &key) override { kept->setObject(object, key); }
+    id decodeObjectForKey(const Ref<NSString> &key) override { return kept->objectForKey(key); }
+
+    const Ref<NSMutableDictionary> kept = NSMutableDictionary::dictionary();
+};
+NS_IMPLEMENTATION(Notes) {}
 
 Ref<Everything> filled() {
     const auto model = make<Everything>();
@@ -109,6 +154,18 @@ TEST(ModelEquality, ofModelsThatLeadBackToThemselves) {
     for (id *chain : {&deep, &same})
         while (*chain)
             *chain = std::exchange(as<Node>(*chain)->next, nullptr);
+
+    constexpr int links = 400;
+    for (int i = 0; i < links; ++i)
+        for (id *chain : {&deep, &same}) {
+            const auto node = make<Counted>();
+            node->next = std::exchange(*chain, node);
+        }
+    EXPECT_TRUE(deep->isEqual(same));
+    EXPECT_LE(Counted::hashes, 6 * links) << "not all the rest of the chain at each link";
+    EXPECT_TRUE(same->isEqual(deep)) << "what is known is forgotten with the comparison";
+    as<Node>(as<Node>(same)->next)->next = u"other"_ns;
+    EXPECT_FALSE(deep->isEqual(same));
 }
 
 TEST(ModelCoding, bringsBackWhatCanBeCoded) {
@@ -133,6 +190,24 @@ TEST(ModelCoding, bringsBackWhatCanBeCoded) {
     EXPECT_TRUE(less->real == 0 && less->wide == 0 && !less->next && !less->text);
     EXPECT_EQ(qn::modelInitWithCoder(model, nullptr), model);
     EXPECT_TRUE(model->flag) << "nothing happens without a coder";
+}
+
+TEST(ModelCoding, worksWithAnyCoder) {
+    const auto model = make<Spanned>();
+    const auto notes = make<Notes>();
+    model->next = NSNull::null();
+    qn::modelEncodeWithCoder(model, notes);
+    EXPECT_EQ(text(notes->kept->allKeys()), text(NSArray::arrayWithObjects({u"small"_ns, u"next"_ns})))
+        << "of structures only those of geometry";
+    notes->kept->setObject(NSValue::valueWith(Span{1, 2}), u"span"_ns);
+    notes->kept->setObject(NSNumber::numberWithInt(300), u"small"_ns);
+    qn::modelInitWithCoder(model, notes);
+    EXPECT_TRUE(model->span.to == 2 && model->small == 44);
+    notes->kept->setObject(u"5"_ns, u"small"_ns);
+    notes->kept->setObject(NSValue::valueWith(CGSize{3, 4}), u"span"_ns);
+    notes->kept->removeObjectForKey(u"next"_ns);
+    qn::modelInitWithCoder(model, notes);
+    EXPECT_TRUE(model->span.to == 2 && model->small == 44 && !model->next);
 }
 
 TEST(ModelCoding, takesNothingThatDoesNotFit) {

@@ -284,6 +284,8 @@ TEST(KeyedArchive, refusesToWrite) {
     const std::pair<id, std::string> table[] = {
         {nullptr, "There is no object."},
         {NSArray::arrayWithObjects({make<NSObject>()}), "The class \"NSObject\" has no encodeWithCoder:."},
+        {NSArray::arrayWithObjects({node(), ArchiveNode::class_()->self()}), // described before
+         "The class \"ArchiveNode\" has no encodeWithCoder:."},
         {NSArray::arrayWithObjects({deep}), "The objects nest too deep."},
         {make<NSString>(std::u16string{0xDC00}),
          "A text has a character 0 or a surrogate that stands alone."},
@@ -301,18 +303,22 @@ TEST(KeyedArchive, refusesToWrite) {
 
 TEST(KeyedArchive, refusesHostileArchives) {
     objc_registerClasses<ArchiveNode>();
-    // A tower of arrays that hold the next one twice; many arrays of one text.
-    std::vector<id> shared{collection(2, {5})}, alike{nullptr};
+    // A tower of arrays that hold the next one twice; many arrays of one text, fewer of a program's object.
+    std::vector<id> shared{collection(2, {5})};
     for (std::uint64_t i = 6; i < 206; ++i)
         shared.push_back(collection(1, {i, i}));
     shared.push_back(collection(1, {}));
-    std::vector<std::uint64_t> elements;
-    for (std::uint64_t i = 1; i <= 20000; ++i) {
-        alike.push_back(collection(1, {4 + 20001}));
-        elements.push_back(4 + i);
-    }
-    alike.front() = collection(2, elements);
-    alike.push_back(u"text"_ns);
+    const auto alike = [](std::uint64_t count, const id &element) {
+        std::vector<id> objects{nullptr};
+        std::vector<std::uint64_t> elements;
+        for (std::uint64_t i = 1; i <= count; ++i) {
+            objects.push_back(collection(1, {4 + count + 1}));
+            elements.push_back(4 + i);
+        }
+        objects.front() = collection(2, elements);
+        objects.push_back(element);
+        return archive(objects);
+    };
     const auto number = NSNumber::numberWithDouble(1e10);
     const std::string nothing = "A value that should refer to an object refers to none.";
     const std::string unknown = "The object 4 is of no known class.", deep = "The objects nest too deep.";
@@ -348,7 +354,8 @@ TEST(KeyedArchive, refusesHostileArchives) {
         {chain(10000, false), deep},
         {chain(10000, true), deep},
         {archive(shared), costly},
-        {archive(alike), costly},
+        {alike(20000, u"text"_ns), costly},
+        {alike(1000, instance(3, "conduct", NSNumber::numberWithInt(0))), costly},
     };
     for (const auto &[bytes, reason] : table)
         EXPECT_EQ(read(bytes), reason);

@@ -195,23 +195,19 @@ TEST(Reflection, propertiesAndTheirAttributes) {
 
 TEST(Reflection, instanceVariablesAreWhereTheyAre) {
     const auto book = make<Book>();
-    book->visible = 7, book->large = -5;
-    const auto ivars = class_copyIvarList(Book::class_());
-    EXPECT_EQ(ivars.size(), 19u) << "computed and dynamic properties have none";
-    for (const Ivar ivar : ivars) {
-        const auto *at =
-            reinterpret_cast<const std::byte *>(static_cast<NSObject *>(book.get())) + ivar_getOffset(ivar);
-        const std::string name = ivar_getName(ivar), type = ivar_getTypeEncoding(ivar);
-        if (name == "visible") {
-            EXPECT_EQ(type, "i");
-            EXPECT_EQ(*reinterpret_cast<const std::int32_t *>(at), 7);
-        } else if (name == "_x") {
-            EXPECT_EQ(*reinterpret_cast<const long long *>(at), -5);
-        } else if (name == "_title") {
-            EXPECT_EQ(static_cast<const void *>(at), &book->title);
-            EXPECT_EQ(type, "@\"NSString<P1><P2>\"");
-        }
+    const std::tuple<const char *, std::string, const void *> table[] = {
+        {"visible", "i", &book->visible},
+        {"_x", "q", &book->large},
+        {"_title", "@\"NSString<P1><P2>\"", &book->title}};
+    for (const auto &[name, type, place] : table) {
+        const Ivar ivar = Book::class_()->findIvar(name);
+        ASSERT_TRUE(ivar) << name;
+        EXPECT_EQ(ivar_getTypeEncoding(ivar), type);
+        EXPECT_EQ(reinterpret_cast<const std::byte *>(static_cast<NSObject *>(book.get())) +
+                      ivar_getOffset(ivar),
+                  place);
     }
+    EXPECT_EQ(class_copyIvarList(Book::class_()).size(), 19u) << "computed and dynamic properties have none";
 }
 
 TEST(Reflection, methodsArgumentByArgument) {
@@ -245,14 +241,7 @@ TEST(Reflection, methodsArgumentByArgument) {
     EXPECT_EQ(method_copyArgumentType(setter, ~0u), "");
 }
 
-TEST(Reflection, namesAndNullHandles) {
-    const Class book = Book::class_();
-    EXPECT_EQ(class_getSuperclass(book), NSObject::class_());
-    EXPECT_TRUE(!class_isMetaClass(book) && class_isMetaClass(objc_getMetaClass("Book")));
-    EXPECT_EQ(NSClassFromString(u"Book"_ns), book);
-    EXPECT_EQ(NSStringFromClass(book)->utf8(), class_getName(book));
-    EXPECT_EQ(NSSelectorFromString(u"setX:"_ns), "setX:"_sel);
-    EXPECT_EQ(NSStringFromSelector("setX:"_sel)->utf8(), "setX:");
+TEST(Reflection, nullHandlesAndUnknownNames) {
     EXPECT_TRUE(!NSClassFromString(u"Nobody"_ns) && !NSClassFromString(nullptr) &&
                 !NSStringFromClass(nullptr) && !NSSelectorFromString(nullptr) &&
                 !objc_getMetaClass("Nobody"));
@@ -261,7 +250,6 @@ TEST(Reflection, namesAndNullHandles) {
                 !method_getNumberOfArguments(nullptr));
     EXPECT_THAT(class_copyMethodList(nullptr), IsEmpty());
     EXPECT_THAT(property_copyAttributeList(nullptr), IsEmpty());
-    EXPECT_EQ(class_getSuperclass(makeBlock<void()>([] {})->isa()), NSObject::class_()) << "NSBlock";
 }
 
 TEST(Reflection, classesAndMembersMadeAtRunTime) {
@@ -287,8 +275,6 @@ TEST(Property, storesCopiesOrWatches) {
     text->setString(u"changed"_ns);
     EXPECT_EQ(book->title->utf8(), "mutable");
     EXPECT_FALSE(as<NSMutableString>(book->title));
-    objc_msgSend(book, "setTitle:"_sel, NSNumber::numberWithInt(3));
-    EXPECT_EQ(book->title, nullptr) << "an object of another class arrives as none";
     const auto list = NSMutableArray::array();
     objc_msgSend(book, "setList:"_sel, list);
     EXPECT_TRUE(book->list && book->list != list) << "a copy that the member can take";

@@ -28,7 +28,7 @@ public:
     ~ModelVisit() { innermost = outer_; }
 
     /// Whether the thread is within any visit.
-    static bool isUnderWay() { return innermost; }
+    static bool isUnderWay() { return innermost != nullptr; }
     /// Whether the walk is within a visit of the same.
     static bool isWithin(const NSObject &object, const NSObject *other = nullptr) {
         for (const ModelVisit *each = innermost; each; each = each->outer_)

@@ -3,6 +3,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
+#include "Platform/Foundation/KeyedCoding.h"
 #include "Platform/Foundation/NSCoder.h"
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSObjCRuntime.h"
@@ -18,13 +19,9 @@ SEL encodeSelector() {
 /// The object when it can be coded.
 id coded(const id &value) {
     const bool isBareValue = peek<NSValue>(value) && !peek<NSNumber>(value);
-    const bool takesPart = value && (qn::foundationKindOf(value->isa()) != qn::FoundationKind::None ||
-                                     value->respondsToSelector(encodeSelector()));
+    const bool takesPart =
+        value && (KeyedCoding::ofObject(value) || value->respondsToSelector(encodeSelector()));
     return takesPart && !isBareValue ? value : nullptr;
-}
-
-bool isCodedStructure(const _QNModelPropertyMeta &meta) {
-    return meta._isKVCCompatible && meta._isStructAvailableForKeyedArchiver;
 }
 
 /// What stands for the property in an archive; none to leave it out.
@@ -38,7 +35,7 @@ id codedValue(NSObject &model, const _QNModelPropertyMeta &meta) {
         return NSStringFromSelector(meta.get<SEL>(model));
     case QNEncodingTypeStruct:
     case QNEncodingTypeUnion:
-        return isCodedStructure(meta) ? qn::valueOfProperty(model, meta) : nullptr;
+        return meta._isStructAvailableForKeyedArchiver ? qn::valueOfProperty(model, meta) : nullptr;
     default:
         return nullptr;
     }
@@ -60,9 +57,7 @@ void setDecoded(NSObject &model, const _QNModelPropertyMeta &meta, NSCoder &code
         return;
     case QNEncodingTypeStruct:
     case QNEncodingTypeUnion:
-        if (isCodedStructure(meta))
-            qn::setRuntimeValue(model, decoded(), meta);
-        return;
+        return qn::setRuntimeValue(model, decoded(), meta);
     default:
         return;
     }

@@ -17,57 +17,10 @@ using Text = Ref<NSString>;
 
 constexpr NSUInteger longest = 100;
 
-/// The lines of what is enclosed in braces or brackets.
-class Lines {
-public:
-    explicit Lines(const Ref<NSMutableString> &text) : text_(text) {}
-
-    /// A line after "key = ", or alone without a key.
-    void add(const id &key, const Text &value) {
-        text_->appendString(first_ ? u"\n    "_ns : u";\n    "_ns);
-        first_ = false;
-        if (key)
-            text_->appendFormat("%@ = ", key);
-        text_->appendString(ModelDescriptionAddIndent(make<NSMutableString>(value->units())));
-    }
-    Text close(const Text &bracket) {
-        text_->appendString(u"\n"_ns);
-        text_->appendString(bracket);
-        return as<NSString>(text_->copy());
-    }
-
-private:
-    const Ref<NSMutableString> text_;
-    bool first_ = true;
-};
-
 Text cut(const Text &text) {
     if (text->length() <= longest)
         return text;
     return text->substringToIndex(longest)->stringByAppendingString(u"..."_ns);
-}
-
-Text describeDictionary(const NSDictionary &dictionary) {
-    if (dictionary.count() == 0)
-        return u"{}"_ns;
-    Lines lines(make<NSMutableString>(u"{"));
-    for (const id &key : dictionary.allKeys())
-        lines.add(key, ModelDescription(dictionary.objectForKey(key)));
-    return lines.close(u"}"_ns);
-}
-
-Text describeArray(const NSArray &array) {
-    const auto elements = array.allObjects();
-    if (elements.empty())
-        return u"[]"_ns;
-    Lines lines(make<NSMutableString>(u"["));
-    for (const id &element : elements)
-        lines.add(nullptr, ModelDescription(element));
-    return lines.close(u"]"_ns);
-}
-
-Text pointerText(const void *pointer) {
-    return NSString::stringWithFormat("%p", pointer);
 }
 
 /// A property of computed bytes may have a getter of a name of its own and no variable.
@@ -80,102 +33,168 @@ Text structureText(const NSObject &model, const _QNModelPropertyMeta &meta) {
     return u"{unknown}"_ns;
 }
 
-Text describeProperty(NSObject &model, const _QNModelPropertyMeta &meta) {
+Text head(const NSObject &object) {
+    return NSString::stringWithFormat("<%@: %p>", object.isa(), static_cast<const void *>(&object));
+}
+
+/// Blanks of the levels after each line feed.
+void appendIndented(std::u16string &text, std::u16string_view lines, std::size_t levels) {
+    for (;;) {
+        const std::size_t end = lines.find(u'\n');
+        text += lines.substr(0, end);
+        if (end == lines.npos)
+            return;
+        text += u'\n';
+        text.append(4 * levels, u' ');
+        lines.remove_prefix(end + 1);
+    }
+}
+
+/// Writes each line once, where it belongs: to indent whole texts level by level would take the square.
+class Writer {
+public:
+    void writeObject(const id &object);
+    Text text() { return make<NSString>(std::move(text_)); }
+
+private:
+    void write(std::u16string_view lines) { appendIndented(text_, lines, level_); }
+    void write(const Text &lines) { write(lines->units()); }
+    void writeOfKind(FoundationKind kind, const id &object);
+    void writeDictionary(const NSDictionary &dictionary);
+    void writeArray(const NSArray &array);
+    void writeModel(NSObject &model, const _QNModelMeta &meta);
+    void writeProperty(NSObject &model, const _QNModelPropertyMeta &meta);
+
+    /// A line for each item: its key, unless that is none, and what `writeValue` writes of it.
+    template <class Items, class KeyOf, class WriteValue>
+    void writeLines(const char16_t (&brackets)[3], const Items &items, const KeyOf &keyOf,
+                    const WriteValue &writeValue) {
+        const char16_t *separator = u"\n    ";
+        write({brackets, 1});
+        for (const auto &item : items) {
+            write(separator);
+            if (const id key = keyOf(item))
+                write(NSString::stringWithFormat("%@ = ", key));
+            ++level_;
+            writeValue(item);
+            --level_;
+            separator = u";\n    ";
+        }
+        write(items.empty() ? u"" : u"\n");
+        write({brackets + 1, 1});
+    }
+
+    std::u16string text_;
+    std::size_t level_ = 0;
+};
+
+void Writer::writeObject(const id &object) {
+    if (!object)
+        return write(u"<nil>");
+    if (peek<NSNull>(object))
+        return write(u"<null>");
+    if (!Visit::admits(*object))
+        return write(head(*object));
+    const Visit visit(*object);
+    const auto meta = _QNModelMeta::metaWithClass(object->isa());
+    if (meta->_nsType == FoundationKind::None)
+        writeModel(*object, *meta);
+    else
+        writeOfKind(meta->_nsType, object);
+}
+
+void Writer::writeOfKind(FoundationKind kind, const id &object) {
+    switch (kind) {
+    case FoundationKind::String:
+    case FoundationKind::MutableString:
+        return write(NSString::stringWithFormat("\"%@\"", object));
+    case FoundationKind::Value:
+    case FoundationKind::Data:
+    case FoundationKind::MutableData:
+        return write(cut(object->description()));
+    case FoundationKind::Array:
+    case FoundationKind::MutableArray:
+        return writeArray(static_cast<const NSArray &>(*object));
+    case FoundationKind::Dictionary:
+    case FoundationKind::MutableDictionary:
+        return writeDictionary(static_cast<const NSDictionary &>(*object));
+    case FoundationKind::Set:
+    case FoundationKind::MutableSet:
+        return writeArray(*static_cast<const NSSet &>(*object).allObjects());
+    default:
+        return write(object->description());
+    }
+}
+
+void Writer::writeDictionary(const NSDictionary &dictionary) {
+    writeLines(
+        u"{}", dictionary.allEntries(), [](const auto &entry) { return entry.first; },
+        [&](const auto &entry) { writeObject(entry.second); });
+}
+
+void Writer::writeArray(const NSArray &array) {
+    writeLines(
+        u"[]", array.allObjects(), [](const id &) { return nullptr; },
+        [&](const id &element) { writeObject(element); });
+}
+
+void Writer::writeModel(NSObject &model, const _QNModelMeta &meta) {
+    std::vector<const _QNModelPropertyMeta *> properties;
+    for (const id &property : meta._allPropertyMetas)
+        properties.push_back(static_cast<const _QNModelPropertyMeta *>(property.get()));
+    write(head(model));
+    if (properties.empty())
+        return;
+    std::ranges::sort(properties, {}, [](const auto *property) { return property->_name->units(); });
+    write(u" ");
+    writeLines(
+        u"{}", properties, [](const auto *property) { return property->_name; },
+        [&](const auto *property) { writeProperty(model, *property); });
+}
+
+void Writer::writeProperty(NSObject &model, const _QNModelPropertyMeta &meta) {
     if (meta._isCNumber)
-        return qn::numberOfProperty(model, meta)->stringValue();
+        return write(qn::numberOfProperty(model, meta)->stringValue());
     switch (meta.valueType()) {
     case QNEncodingTypeObject:
-        return ModelDescription(meta.get<id>(model));
+        return writeObject(meta.get<id>(model));
     case QNEncodingTypeClass: {
         const Class cls = meta.get<Class>(model);
-        return cls ? cls->description() : u"<nil>"_ns;
+        return write(cls ? cls->description() : u"<nil>"_ns);
     }
     case QNEncodingTypeSEL: {
         const SEL selector = meta.get<SEL>(model);
-        return selector ? NSString::stringWithUTF8String(sel_getName(selector)) : u"<NULL>"_ns;
+        return write(selector ? NSString::stringWithUTF8String(sel_getName(selector)) : u"<NULL>"_ns);
     }
     case QNEncodingTypeBlock: {
         const id block = meta.get<id>(model);
-        return block ? block->description() : u"<nil>"_ns;
+        return write(block ? block->description() : u"<nil>"_ns);
     }
     case QNEncodingTypePointer:
     case QNEncodingTypeCString:
     case QNEncodingTypeCArray:
-        return pointerText(meta.get<void *>(model));
+        return write(NSString::stringWithFormat("%p", meta.get<void *>(model)));
     case QNEncodingTypeStruct:
     case QNEncodingTypeUnion:
-        return structureText(model, meta);
+        return write(structureText(model, meta));
     default:
-        return u"<unknown>"_ns;
-    }
-}
-
-Text head(NSObject &object) {
-    return NSString::stringWithFormat("<%@: %p>", object.isa(), static_cast<const void *>(&object));
-}
-
-Text describeModel(NSObject &model, const _QNModelMeta &meta) {
-    std::vector<const _QNModelPropertyMeta *> properties;
-    for (const id &property : meta._allPropertyMetas)
-        properties.push_back(static_cast<const _QNModelPropertyMeta *>(property.get()));
-    if (properties.empty())
-        return head(model);
-    std::ranges::sort(properties, {}, [](const auto *property) { return property->_name->units(); });
-    const auto text = as<NSMutableString>(head(model)->mutableCopy());
-    text->appendString(u" {"_ns);
-    Lines lines(text);
-    for (const auto *property : properties)
-        lines.add(property->_name, describeProperty(model, *property));
-    return lines.close(u"}"_ns);
-}
-
-Text describeOfKind(FoundationKind kind, const id &object) {
-    switch (kind) {
-    case FoundationKind::String:
-    case FoundationKind::MutableString:
-        return NSString::stringWithFormat("\"%@\"", object);
-    case FoundationKind::Value:
-    case FoundationKind::Data:
-    case FoundationKind::MutableData:
-        return cut(object->description());
-    case FoundationKind::Array:
-    case FoundationKind::MutableArray:
-        return describeArray(static_cast<const NSArray &>(*object));
-    case FoundationKind::Dictionary:
-    case FoundationKind::MutableDictionary:
-        return describeDictionary(static_cast<const NSDictionary &>(*object));
-    case FoundationKind::Set:
-    case FoundationKind::MutableSet:
-        return describeArray(*static_cast<const NSSet &>(*object).allObjects());
-    default:
-        return object->description();
+        return write(u"<unknown>");
     }
 }
 
 } // namespace
 
 Ref<NSString> ModelDescription(const id &object) {
-    if (!object)
-        return u"<nil>"_ns;
-    if (peek<NSNull>(object))
-        return u"<null>"_ns;
-    if (!Visit::admits(*object))
-        return head(*object);
-    const Visit visit(*object);
-    const auto meta = _QNModelMeta::metaWithClass(object->isa());
-    return meta->_nsType == FoundationKind::None ? describeModel(*object, *meta)
-                                                 : describeOfKind(meta->_nsType, object);
+    Writer writer;
+    writer.writeObject(object);
+    return writer.text();
 }
 
 Ref<NSMutableString> ModelDescriptionAddIndent(const Ref<NSMutableString> &text) {
     if (!text)
         return nullptr;
     std::u16string indented;
-    for (const char16_t unit : text->units()) {
-        indented += unit;
-        if (unit == u'\n')
-            indented += u"    ";
-    }
+    appendIndented(indented, text->units(), 1);
     text->setString(make<NSString>(std::move(indented)));
     return text;
 }

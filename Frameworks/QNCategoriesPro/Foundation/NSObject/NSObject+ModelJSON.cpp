@@ -122,11 +122,12 @@ void storeAtPath(ObjectTable &result, const NSArray &path, const id &value) {
 
 id modelToJSON(const id &model) {
     const auto meta = _QNModelMeta::metaWithClass(model->isa());
-    if (meta->_keyMappedCount == 0 || !meta->_mapper || !Visit::admits(*model))
+    if (meta->_keyMappedCount == 0 || !Visit::admits(*model))
         return nullptr;
     const Visit visit(*model);
-    ObjectTable table(meta->_mapper->count());
-    qn::walkEntries(*meta->_mapper, [&](const id &, const id &head) {
+    const auto mapper = meta->_mapper ? meta->_mapper : NSDictionary::dictionary();
+    ObjectTable table(mapper->count());
+    qn::walkEntries(*mapper, [&](const id &, const id &head) {
         const auto &property = static_cast<const _QNModelPropertyMeta &>(*head);
         id value = propertyToJSON(*model, property);
         if (value && property._mappedToKeyPath)
