@@ -160,6 +160,8 @@ TEST(DateTexts, followLocaleAndTimeZone) {
         "20 ม.ค. 2557 21:24");
     for (const char *no : {"20. Januar 2014 13:24:48 ", "20. Januar 2014", "32. Januar 2014 13:24:48", "x"})
         EXPECT_EQ(qn::dateWithString(string(no), u"d. MMMM yyyy HH:mm:ss"_ns), nullptr) << no;
+    const std::string zeros(2000, '0');
+    EXPECT_EQ(qn::dateWithISOFormatString(string(zeros + "2014-01-20T12:24:48Z")), nullptr) << "too long";
     EXPECT_EQ(qn::stringWithFormat(nullptr, u"yyyy"_ns), nullptr);
     EXPECT_EQ(qn::stringWithFormat(at(NAN), u"yyyy"_ns), nullptr);
     EXPECT_EQ(qn::dateWithString(u"2014"_ns, nullptr), nullptr);

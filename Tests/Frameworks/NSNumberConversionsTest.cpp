@@ -90,16 +90,18 @@ TEST(NumberWithString, followsTheCurrentLocale) {
 
 TEST(NumberWithString, givesADoubleBeyond64Bits) {
     const LocaleScope locale("en_US");
-    const std::pair<const char *, double> table[] = {{"9223372036854775808", 0x1p63},
-                                                     {"-9,223,372,036,854,775,809", -0x1p63},
-                                                     {"1E300", 1e300},
-                                                     {"1E400", INFINITY}};
+    const std::pair<std::string, double> table[] = {{"9223372036854775808", 0x1p63},
+                                                    {"-9,223,372,036,854,775,809", -0x1p63},
+                                                    {"1E300", 1e300},
+                                                    {"1E400", INFINITY},
+                                                    {std::string(4096, '9'), INFINITY}};
     for (const auto &[value, expected] : table) {
         const auto result = qn::numberWithString(string(value));
         ASSERT_TRUE(result) << value;
         EXPECT_EQ(result->doubleValue(), expected);
         EXPECT_EQ(result->objCType(), 'd');
     }
+    EXPECT_EQ(qn::numberWithString(make<NSString>(std::u16string(4097, u'9'))), nullptr) << "takes too long";
 }
 
 TEST(NumberWithString, answersManyThreadsAtOnce) {
