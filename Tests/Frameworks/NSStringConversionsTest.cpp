@@ -46,6 +46,18 @@ TEST(UrlEscaping, goesBothWays) {
     EXPECT_EQ(qn::URLDecode(nullptr), nullptr);
     EXPECT_EQ(qn::URLEntityEncode(nullptr), nullptr);
     EXPECT_EQ(qn::URLEntityDecode(nullptr), nullptr);
+    for (std::size_t length = 0; length < 300; ++length) { // over every border of the encoder's blocks
+        const std::u16string before(length, u'a'), marks3(length, u'€');
+        const std::string tail = "%F0%9F%98%80e%CC%81%C3%BC";
+        std::string expected;
+        for (std::size_t i = 0; i < length; ++i)
+            expected += "%E2%82%AC";
+        EXPECT_EQ(text(qn::URLEncode(make<NSString>(before + u"😀e\u0301ü"))),
+                  std::string(length, 'a') + tail);
+        EXPECT_EQ(text(qn::URLEncode(make<NSString>(marks3 + u"😀e\u0301ü"))), expected + tail);
+        EXPECT_EQ(qn::URLEncode(make<NSString>(before + lone)), nullptr);
+        EXPECT_EQ(qn::URLEncode(make<NSString>(before + lone + before)), nullptr);
+    }
     const std::u16string_view alphabet[] = {u"%", u"4", u"1",      u"C3", u"%BC", u"%2",
                                             u"ü", u"😀", u"\u0301", u" ",  lone};
     std::mt19937 random(3);
@@ -165,5 +177,6 @@ TEST(MimeType, isThatOfTheExtension) {
          {"x.unknownext", "", ".", "folder/", "/etc/Makefile", "a. ", "\n", "no extension"})
         EXPECT_EQ(text(qn::MIMEType(string(unknown))), "application/octet-stream") << unknown;
     EXPECT_EQ(text(qn::MIMEType(make<NSString>(lone))), "application/octet-stream");
+    EXPECT_EQ(text(qn::MIMEType(u"a.png\0x"_ns)), "application/octet-stream");
     EXPECT_EQ(qn::MIMEType(nullptr), nullptr);
 }
