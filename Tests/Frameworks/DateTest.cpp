@@ -146,7 +146,8 @@ TEST(DateTexts, followLocaleAndTimeZone) {
         text(qn::stringWithFormat(at(sample), u"d MMM yyyy HH:mm"_ns,
                                   NSTimeZone::timeZoneWithName(u"Asia/Tokyo"_ns), make<NSLocale>("th_TH"))),
         "20 ม.ค. 2557 21:24");
-    for (const char *no : {"20. Januar 2014 13:24:48 ", "20. Januar 2014", "32. Januar 2014 13:24:48", "30. März 2014 02:30:00", "x"})
+    for (const char *no : {"20. Januar 2014 13:24:48 ", "20. Januar 2014", "32. Januar 2014 13:24:48",
+                           "30. März 2014 02:30:00", "x"})
         EXPECT_EQ(qn::dateWithString(string(no), u"d. MMMM yyyy HH:mm:ss"_ns), nullptr) << no;
     const std::string zeros(2000, '0');
     EXPECT_EQ(qn::dateWithISOFormatString(string(zeros + "2014-01-20T12:24:48Z")), nullptr) << "too long";

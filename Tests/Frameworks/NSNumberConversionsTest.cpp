@@ -141,37 +141,28 @@ TEST(NumberWithString, standsAnyText) {
 
 TEST(NumberValues, areCutToTheirWidth) {
     const LocaleScope locale("en_US");
-    struct Row {
-        const char *text;
-        int c;
-        unsigned uc;
-        int s;
-        unsigned us;
-        std::uint32_t ui;
-        std::int64_t l;
-        std::uint64_t ul;
-    };
     constexpr std::uint64_t wide = 0xFFFFFFFFFFFFFFFF;
-    const Row table[] = {{"", 0, 0, 0, 0, 0, 0, 0},
-                         {"abc", 0, 0, 0, 0, 0, 0, 0},
-                         {"yes", 1, 1, 1, 1, 1, 1, 1},
-                         {"-1", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, -1, wide},
-                         {"0xFFFFFFFF", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF},
-                         {"65,664", -128, 0x80, 128, 128, 65664, 65664, 65664},
-                         {"-4.9", -4, 0xFC, -4, 0xFFFC, 0xFFFFFFFC, -4, wide - 3},
-                         {"18446744073709551616", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, INT64_MAX, wide},
-                         {"-18446744073709551616", 0, 0, 0, 0, 0, INT64_MIN, 0x8000000000000000}};
-    for (const Row &row : table) {
-        const auto value = string(row.text);
-        EXPECT_EQ(qn::charValue(value), row.c) << row.text;
-        EXPECT_EQ(qn::unsignedCharValue(value), row.uc) << row.text;
-        EXPECT_EQ(qn::shortValue(value), row.s) << row.text;
-        EXPECT_EQ(qn::unsignedShortValue(value), row.us) << row.text;
-        EXPECT_EQ(qn::unsignedIntValue(value), row.ui) << row.text;
-        EXPECT_EQ(qn::longValue(value), row.l) << row.text;
-        EXPECT_EQ(qn::unsignedLongValue(value), row.ul) << row.text;
-        EXPECT_EQ(qn::unsignedLongLongValue(value), row.ul) << row.text;
-        EXPECT_EQ(qn::unsignedIntegerValue(value), row.ul) << row.text;
+    const std::tuple<const char *, std::int64_t, std::uint64_t> table[] = {
+        {"", 0, 0},
+        {"abc", 0, 0},
+        {"yes", 1, 1},
+        {"-1", -1, wide},
+        {"0xFFFFFFFF", 0xFFFFFFFF, 0xFFFFFFFF},
+        {"65,664", 65664, 65664},
+        {"-4.9", -4, wide - 3},
+        {"18446744073709551616", INT64_MAX, wide},
+        {"-18446744073709551616", INT64_MIN, 0x8000000000000000}};
+    for (const auto &[digits, expected, expectedUnsigned] : table) {
+        const auto value = string(digits);
+        EXPECT_EQ(qn::charValue(value), static_cast<std::int8_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedCharValue(value), static_cast<std::uint8_t>(expected)) << digits;
+        EXPECT_EQ(qn::shortValue(value), static_cast<std::int16_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedShortValue(value), static_cast<std::uint16_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedIntValue(value), static_cast<std::uint32_t>(expected)) << digits;
+        EXPECT_EQ(qn::longValue(value), expected) << digits;
+        EXPECT_EQ(qn::unsignedLongValue(value), expectedUnsigned) << digits;
+        EXPECT_EQ(qn::unsignedLongLongValue(value), expectedUnsigned) << digits;
+        EXPECT_EQ(qn::unsignedIntegerValue(value), expectedUnsigned) << digits;
     }
     EXPECT_EQ(qn::charValue(nullptr), 0);
 }
