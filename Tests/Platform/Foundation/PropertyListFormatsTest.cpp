@@ -233,6 +233,11 @@ TEST(PropertyListFormats, cannotExhaustTheReader) {
         EXPECT_EQ(read(binary({"\xD1\0\0\0\1\0\0\0\1"s, zeroKey})), nullptr) << "no key of libplist's";
     EXPECT_NE(read(binary({"\xD1\0\0\0\1\0\0\0\2"s, "\x61\1\0"s, "\x51\0"s})), nullptr);
     EXPECT_EQ(text(read("<plist><dict><key>a&#0;b</key><true/></dict></plist>")), "(none)");
+    const auto escaped = [](std::size_t times) {
+        return read("<plist><string>" + repeated("&lt;", times) + "</string></plist>");
+    };
+    EXPECT_EQ(text(escaped(10000)), std::string(10000, '<'));
+    EXPECT_EQ(escaped(200000), nullptr) << "takes too long";
     EXPECT_EQ(read("<!DOCTYPE p [<!ENTITY a \"aaaa\">]><plist><string>&a;</string></plist>"), nullptr);
 }
 
