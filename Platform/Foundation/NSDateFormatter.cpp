@@ -33,6 +33,10 @@ struct NSDateFormatter::Opened {
 
 namespace {
 
+/// Code units of a text for each of its pattern: more than any field takes. ICU's time grows with the square
+/// of the digits.
+constexpr NSUInteger longestExpansion = 64;
+
 bool fitsICU(const Ref<NSString> &text) {
     return text && text->length() <= std::numeric_limits<std::int32_t>::max();
 }
@@ -104,6 +108,8 @@ Ref<NSDate> NSDateFormatter::dateFromString(const Ref<NSString> &text) const {
         return nullptr;
     if (const auto seconds = fixed_ ? fixed_->parse(text->units()) : std::nullopt)
         return NSDate::dateWithTimeIntervalSince1970(*seconds);
+    if (text->length() > longestExpansion * format_->length())
+        return nullptr;
     const std::scoped_lock guard(lock_);
     UDateFormat *formatter = opened().formatter.get();
     if (!formatter)

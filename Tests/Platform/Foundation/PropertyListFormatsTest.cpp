@@ -229,13 +229,15 @@ TEST(PropertyListFormats, cannotExhaustTheReader) {
     EXPECT_NE(read(arraysInArrays(10, 2)), nullptr) << "sharing is fine in moderation";
     EXPECT_EQ(read(arraysInArrays(60, 2)), nullptr);
     EXPECT_EQ(read(arraysInArrays(500, 14)), nullptr);
-    for (const std::string &zeroKey : {"\x51\0"s,
-                                       "\x52"
-                                       "a\0"s,
-                                       "\x61\0\0"s, "\x62\0a\0\0"s})
+    for (const std::string &zeroKey : {"\x51\0"s, "\x52" + "a\0"s, "\x61\0\0"s, "\x62\0a\0\0"s})
         EXPECT_EQ(read(binary({"\xD1\0\0\0\1\0\0\0\1"s, zeroKey})), nullptr) << "no key of libplist's";
     EXPECT_NE(read(binary({"\xD1\0\0\0\1\0\0\0\2"s, "\x61\1\0"s, "\x51\0"s})), nullptr);
     EXPECT_EQ(text(read("<plist><dict><key>a&#0;b</key><true/></dict></plist>")), "(none)");
+    const auto escaped = [](std::size_t times) {
+        return read("<plist><string>" + repeated("&lt;", times) + "</string></plist>");
+    };
+    EXPECT_EQ(text(escaped(10000)), std::string(10000, '<'));
+    EXPECT_EQ(escaped(200000), nullptr) << "takes too long";
     EXPECT_EQ(read("<!DOCTYPE p [<!ENTITY a \"aaaa\">]><plist><string>&a;</string></plist>"), nullptr);
 }
 
@@ -301,6 +303,8 @@ TEST(PropertyListFormats, anyMutationIsRefusedOrWrittenAgain) {
             const std::size_t at = objects.below(bytes.size());
             if (objects.below(4) == 0)
                 bytes.erase(at, 1 + objects.below(4));
+            else if (objects.below(3) == 0)
+                bytes.insert(at, 1, pieces[objects.below(pieces.size())]);
             else
                 bytes[at] = objects.below(2) ? pieces[objects.below(pieces.size())]
                                              : static_cast<char>(objects.below(256));

@@ -15,8 +15,8 @@ namespace qn {
 ///     "0x1F…"                        the hexadecimal digits, at most 0xFFFFFFFF; what follows is ignored
 ///     "-0x…"                         none
 ///
-/// Every other text is read as it is, white space included, by the number conventions of the current locale:
-/// from end to end a number, or none.
+/// Every other text is read as it is, white space included, by NSNumberFormatter: from end to end a number by
+/// the conventions of the current locale, or none.
 Ref<NSNumber> numberWithString(const Ref<NSString> &text);
 
 } // namespace qn

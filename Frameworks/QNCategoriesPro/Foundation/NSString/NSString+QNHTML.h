@@ -10,9 +10,9 @@
 
 namespace qn {
 
-/// The text with every code unit of the table replaced by its escape text. `size` is that of the table in
-/// bytes. With `escapingUnicode`, every other unit from 128 becomes "&#233;": each half of a surrogate pair
-/// on its own.
+/// The text with every code unit of the table replaced by its escape text. The table is sorted by code unit;
+/// `size` is its size in bytes. With `escapingUnicode`, every other unit from 128 becomes "&#233;": each half
+/// of a surrogate pair on its own.
 Ref<NSString> stringByEscapingHTMLUsingTable(const Ref<NSString> &text, const HTMLEscape *table,
                                              NSUInteger size, bool escapingUnicode);
 /// By the map of special characters: "a<é" becomes "a&lt;é".
@@ -32,7 +32,8 @@ Ref<NSString> stringByConvertingHTMLToPlainText(const Ref<NSString> &text);
 Ref<NSString> stringByStrippingTags(const Ref<NSString> &text);
 /// The text with every run of white space replaced by one blank, and without any at both ends.
 Ref<NSString> stringByRemovingNewLinesAndWhitespace(const Ref<NSString> &text);
-/// The text with a "<br />" for each line break. CR LF is one at the start of a run of them, two within it.
+/// The text with a "<br />" for each line break. CR LF is one line break, but two once another one has come
+/// before it in the same run.
 Ref<NSString> stringWithNewLinesAsBRs(const Ref<NSString> &text);
 /// The text with every web address in a link of the class "linkified", except where `="` stands before it.
 /// The text itself when looking for addresses takes too long.
