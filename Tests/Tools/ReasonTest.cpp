@@ -15,6 +15,15 @@ DeviceAccess heldBy(const std::string &process, Holder::Kind kind) {
     return access;
 }
 
+/// The job claims the printer, whoever else looks at it.
+DeviceAccess heldByJobAmongOthers() {
+    DeviceAccess access;
+    access.holders = {{.pid = 1, .process = "scan", .seen = true},
+                      {.pid = 2, .process = "ipp-usb", .kind = Holder::Kind::ippUsb},
+                      {.pid = 3, .process = "usb", .kind = Holder::Kind::cupsBackend}};
+    return access;
+}
+
 DeviceAccess withRule() {
     DeviceAccess access;
     access.udevRule = "/usr/lib/udev/rules.d/70-zkutility.rules";
@@ -39,6 +48,7 @@ TEST(Reason, namesTheThingToDo) {
         {TL_USB_ERROR_BUSY, {}, ExitStatus::busy, "A print job or another program"},
         {TL_USB_ERROR_BUSY, DeviceAccess(), ExitStatus::busy, "A print job or another program"},
         {TL_USB_ERROR_BUSY, heldBy("usb", Kind::cupsBackend), ExitStatus::busy, "A print job holds"},
+        {TL_USB_ERROR_BUSY, heldByJobAmongOthers(), ExitStatus::busy, "A print job holds"},
         {TL_USB_ERROR_BUSY, heldBy("ipp-usb", Kind::ippUsb), ExitStatus::busy, "systemctl stop ipp-usb"},
         {TL_USB_ERROR_BUSY, heldBy("a\x1B[m", Kind::other), ExitStatus::busy, R"("a\u001B[m" (process 42))"},
         {TL_USB_ERROR_NO_DEVICE, {}, ExitStatus::unplugged, "check its power"},

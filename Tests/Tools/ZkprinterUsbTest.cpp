@@ -61,9 +61,11 @@ TEST(ZkprinterUsb, saysWhatIsInTheWay) {
                                          .threshold = 3};
     const auto printer = ports.plug(state);
     const std::string report = zkprinter("diagnose --json");
-    for (const char *part : {R"("transport":")" USB_TRANSPORT "/libzkcomtl.so.1.0.0", "serial=XK0…15",
-                             R"("usbIdentifier":"5a4b:0002","node":"/dev/bus/usb/001/001","permissions":"0)",
-                             R"("mayOpen":true,)", R"("holders":[],"state":)"})
+    const std::string node = usbNodePath(printer->address());
+    for (const std::string &part :
+         {std::string(R"("transport":")" USB_TRANSPORT "/libzkcomtl.so.1.0.0"), std::string("serial=XK0…15"),
+          R"("usbIdentifier":"5a4b:0002","node":")" + node + R"(","permissions":"0)",
+          std::string(R"("mayOpen":true,)"), std::string(R"("holders":[],"state":)")})
         EXPECT_THAT(report, HasSubstr(part));
     EXPECT_THAT(report, StartsWith("0 "));
     EXPECT_THAT(report, testing::Not(HasSubstr("47110")));

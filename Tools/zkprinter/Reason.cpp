@@ -3,6 +3,9 @@
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Transport/zkcomtl.h"
 
+#include <algorithm>
+#include <tuple>
+
 namespace {
 
 using transport::DeviceAccess;
@@ -39,9 +42,14 @@ std::string heldBy(const Holder &holder, const std::string &printer) {
            printer + "; end it and try again.";
 }
 
+/// Less is likelier: programs may have a device open without claiming it, but a job does claim it.
+auto suspicion(const Holder &holder) {
+    return std::tuple(holder.kind != Holder::Kind::cupsBackend, !holder.seen, holder.kind);
+}
+
 std::string busy(const std::string &printer, const std::optional<DeviceAccess> &access) {
     if (access && !access->holders.empty())
-        return heldBy(access->holders.front(), printer);
+        return heldBy(*std::ranges::min_element(access->holders, {}, suspicion), printer);
     return "A print job or another program holds " + printer + "; wait until it has finished and try again.";
 }
 

@@ -1,14 +1,22 @@
 #include "Tools/zkprinter/SerialNumbers.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSString.h"
 
 #include <algorithm>
 
 namespace {
 
 constexpr std::size_t shortest = 8; // of which some characters may be shown
-constexpr std::string_view uriItem = "serial=";
-constexpr std::string_view uriItemEnds = "&#\"' \t\r\n";
+
+/// Where a serial number stands, known or not: what comes before it, and what ends it.
+constexpr struct Place {
+    std::string_view before, ends;
+} places[] = {{"serial=", "&#\" \t\r\n"}, // in a device URI
+              {"\"SN\":\"", "\""},        // in the device ID that a status tells
+              {"\"SERN\":\"", "\""},
+              {"\"SERIALNUMBER\":\"", "\""}};
 
 bool isPlain(char character) {
     return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
@@ -24,11 +32,26 @@ bool isWord(std::string_view text, std::size_t at, std::size_t length) {
            (at + length == text.size() || !isWordCharacter(text[at + length]));
 }
 
-void hideInURIs(std::string &text) {
-    for (std::size_t at = 0; (at = text.find(uriItem, at)) != std::string::npos;) {
-        at += uriItem.size();
-        const std::size_t length = std::min(text.find_first_of(uriItemEnds, at), text.size()) - at;
-        const std::string shown = SerialNumbers::shortened(std::string_view(text).substr(at, length));
+std::size_t lengthUntil(std::string_view ends, std::string_view text) {
+    std::size_t length = 0;
+    while (length < text.size() && ends.find(text[length]) == std::string_view::npos)
+        length += text[length] == '\\' ? 2U : 1U; // what is escaped ends nothing
+    return std::min(length, text.size());
+}
+
+/// A known number may hold what ends an unknown one.
+std::size_t lengthOfFirst(const std::vector<std::string> &longestFirst, std::string_view text) {
+    const auto found =
+        std::ranges::find_if(longestFirst, [&](const auto &known) { return text.starts_with(known); });
+    return found == longestFirst.end() ? 0 : found->size();
+}
+
+void hideAt(const Place &place, std::string &text, const std::vector<std::string> &known) {
+    for (std::size_t at = 0; (at = text.find(place.before, at)) != std::string::npos;) {
+        at += place.before.size();
+        const std::string_view rest = std::string_view(text).substr(at);
+        const std::size_t length = std::max(lengthUntil(place.ends, rest), lengthOfFirst(known, rest));
+        const std::string shown = SerialNumbers::shortened(rest.substr(0, length));
         text.replace(at, length, shown);
         at += shown.size();
     }
@@ -57,14 +80,17 @@ std::string SerialNumbers::shortened(std::string_view serial) {
 }
 
 void SerialNumbers::add(const std::string &serial) {
-    for (const std::string &form : {serial, escapedControlCharacters(serial)})
+    const auto inURIs = qn::URLEncode(NSString::stringWithUTF8String(serial));
+    for (const std::string &form :
+         {serial, escapedControlCharacters(serial), inURIs ? inURIs->utf8() : std::string()})
         if (!form.empty() && std::ranges::find(known_, form) == known_.end())
             known_.push_back(form);
     std::ranges::stable_sort(known_, std::ranges::greater(), &std::string::size);
 }
 
 std::string SerialNumbers::hide(std::string text) const {
-    hideInURIs(text);
+    for (const Place &place : places)
+        hideAt(place, text, known_);
     for (const std::string &serial : known_)
         hideOne(text, serial);
     return text;

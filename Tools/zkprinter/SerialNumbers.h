@@ -14,7 +14,7 @@ public:
     /// Remembers a serial number to hide wherever it occurs; short ones as whole words only.
     void add(const std::string &serial);
 
-    /// The text with every remembered number, and that of every device URI, shortened.
+    /// The text with every remembered number, and that of every device URI and device ID, shortened.
     std::string hide(std::string text) const;
 
 private:

@@ -73,9 +73,8 @@ void addCommands(CLI::App &app, Request &request) {
     reminder->callback(
         [&] { request.command = [&](Format format) { return runReminder(request, format); }; });
 
-    app.add_subcommand("diagnose", "Write a report for the support, without serial numbers")->callback([&] {
-        request.command = diagnose;
-    });
+    app.add_subcommand("diagnose", "Write a report for the support, with serial numbers shortened")
+        ->callback([&] { request.command = diagnose; });
 }
 
 /// What the user typed need not be UTF-8, but a sentence that repeats it is.

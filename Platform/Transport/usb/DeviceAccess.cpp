@@ -14,8 +14,8 @@ namespace transport {
 namespace {
 
 constexpr const char *ruleFile = "70-zkutility.rules";
-constexpr const char *ruleFolders[] = {"etc/udev/rules.d", "run/udev/rules.d", "usr/lib/udev/rules.d",
-                                       "lib/udev/rules.d"};
+constexpr const char *ruleFolders[] = {"etc/udev/rules.d", "run/udev/rules.d", "usr/local/lib/udev/rules.d",
+                                       "usr/lib/udev/rules.d", "lib/udev/rules.d"};
 
 std::string contents(const fs::path &file) {
     std::ifstream stream(file, std::ios::binary);
@@ -118,8 +118,8 @@ std::optional<fs::path> installedUdevRule(const fs::path &root) {
     for (const char *const folder : ruleFolders) {
         const fs::path file = root / folder / ruleFile;
         std::error_code error;
-        if (fs::is_regular_file(file, error)) {
-            return file;
+        if (fs::exists(file, error)) { // a link to /dev/null takes the rule out of force
+            return fs::is_regular_file(file, error) ? std::optional(file) : std::nullopt;
         }
     }
     return std::nullopt;

@@ -66,8 +66,12 @@ tl_usb_status UsbTransport::open(const std::string &uri, void *&handle) {
     }
     const std::lock_guard lock(mutex_);
     watch();
-    std::erase_if(handles_,
-                  [&](const auto &open) { return open.second.printer == holding; }); // opened meanwhile
+    for (auto &[earlier, open] : handles_) { // opened meanwhile
+        if (open.printer == holding) {
+            open.stop.request_stop();
+        }
+    }
+    std::erase_if(handles_, [&](const auto &open) { return open.second.printer == holding; });
     void *const number = std::bit_cast<void *>(nextHandle_++);
     handles_.emplace(number, OpenHandle{.printer = holding, .stop = {}});
     handle = number;
@@ -227,8 +231,8 @@ void UsbTransport::watch() {
     if (watcher_.joinable()) {
         watcher_.join(); // it has let go of the mutex for the last time
     }
-    watching_ = true;
     watcher_ = std::thread([this] { runWatch(); });
+    watching_ = true; // not before: there may be no thread to be had
 }
 
 void UsbTransport::runWatch() {

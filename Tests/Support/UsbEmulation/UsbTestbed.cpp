@@ -82,6 +82,11 @@ void UsbTestbed::unplug(const std::shared_ptr<EmulatedUsbPrinter> &printer) {
     const UsbAddress address = printer->address();
     printer->unplug();
     umockdev_testbed_uevent(testbed_.get(), usbFolder(address).c_str(), "remove");
+    // Each by itself: removing a device leaves the links to its interfaces, over which every later look
+    // stumbles.
+    for (unsigned interface = 0; interface <= usbPrinterInterface; ++interface) {
+        umockdev_testbed_remove_device(testbed_.get(), usbInterfaceFolder(address, interface).c_str());
+    }
     umockdev_testbed_remove_device(testbed_.get(), usbFolder(address).c_str());
 }
 

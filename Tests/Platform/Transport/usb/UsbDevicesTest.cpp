@@ -133,6 +133,10 @@ TEST(UsbDevices, TellsWhatStandsBetween) {
     EXPECT_TRUE(access.nodeExists);
     EXPECT_TRUE(access.mayOpen);
     EXPECT_EQ(access.udevRule, root.path() / "lib/udev/rules.d/70-zkutility.rules");
+    root.file("usr/local/lib/udev/rules.d/70-zkutility.rules", "");
+    EXPECT_EQ(installedUdevRule(root.path()), root.path() / "usr/local/lib/udev/rules.d/70-zkutility.rules");
+    root.link("etc/udev/rules.d/70-zkutility.rules", "/dev/null");
+    EXPECT_FALSE(installedUdevRule(root.path())) << "switched off by the administrator";
     using Kind = Holder::Kind;
     EXPECT_THAT(access.holders,
                 ElementsAre(Holder{4, "cat", Kind::other, true}, Holder{30, "scan", Kind::other, true},
