@@ -185,6 +185,26 @@ bool isHarmlessXMLPropertyList(std::string_view text) {
     return true;
 }
 
+std::string xmlInShortTexts(std::string_view text) {
+    constexpr std::size_t longest = 4096; // bytes, up to the end of the reference there
+    std::string out;
+    out.reserve(text.size());
+    while (!text.empty()) {
+        const auto aside = endOfAside(text, 0);
+        std::size_t end = aside ? *aside + 1 : text[0] == '<' ? endOfTag(text, 0) + 1 : text.find('<');
+        end = std::min(end, text.size());
+        const std::size_t cut = text[0] == '<' ? none : text.substr(0, end).find(';', longest);
+        if (cut == none) {
+            out += text.substr(0, end);
+        } else {
+            end = cut + 1;
+            out.append(text.substr(0, end)).append("<!---->");
+        }
+        text.remove_prefix(end);
+    }
+    return out;
+}
+
 bool isHarmlessBinaryPropertyList(std::string_view bytes) {
     return BinaryList(bytes).isHarmless();
 }

@@ -236,6 +236,10 @@ TEST(PropertyListFormats, cannotExhaustTheReader) {
         EXPECT_EQ(read(binary({"\xD1\0\0\0\1\0\0\0\1"s, zeroKey})), nullptr) << "no key of libplist's";
     EXPECT_NE(read(binary({"\xD1\0\0\0\1\0\0\0\2"s, "\x61\1\0"s, "\x51\0"s})), nullptr);
     EXPECT_EQ(text(read("<plist><dict><key>a&#0;b</key><true/></dict></plist>")), "(none)");
+    const std::string references = "x&lt;" + repeated(" ;y", 3000) + repeated("&amp;", 4'000'000);
+    EXPECT_EQ(text(read("<plist><string><!-- " + references + " -->" + references + "</string></plist>")),
+              "x<" + repeated(" ;y", 3000) + std::string(4'000'000, '&'))
+        << "minutes, if each reference moved all that follows";
     EXPECT_EQ(read("<!DOCTYPE p [<!ENTITY a \"aaaa\">]><plist><string>&a;</string></plist>"), nullptr);
 }
 
