@@ -67,6 +67,14 @@ NS_IMPLEMENTATION(TickCounter) {
     cls.method<&TickCounter::tick>("tick").method<&TickCounter::add>("add:");
 }
 
+/// Cannot be compared.
+class Incomparable : public NSObject {
+    NS_CLASS(Incomparable, NSObject)
+public:
+    bool isEqual(const id &) const override { throw NSException("Mine", "no"); }
+};
+NS_IMPLEMENTATION(Incomparable) {}
+
 /// Random changes of ranges, index sets and equal elements, done to the array and to a plain list.
 class Twin {
 public:
@@ -274,6 +282,10 @@ TEST(NSMutableArray, changesNothingWhenItRaises) {
          }),
          NSRangeException},
         {raised([&] {
+             array->removeObjectsAtIndexes(NSIndexSet::indexSetWithIndexesInRange({0, NSNotFound}));
+         }),
+         NSRangeException},
+        {raised([&] {
              array->insertObjects(two, indexSet({0, 5}));
          }),
          NSRangeException},
@@ -306,6 +318,9 @@ TEST(NSMutableArray, changesNothingWhenItRaises) {
     EXPECT_EQ(joined(array), "3 1 2");
     array->insertObjects(two, indexSet({0, 4})); // the last place there will be
     EXPECT_EQ(joined(array), "8 3 1 2 9");
+    array->insertObject(make<Incomparable>(), 2);
+    EXPECT_EQ(raised([&] { array->removeObject(number(2)); }), "Mine");
+    EXPECT_EQ(array->count(), 6u);
 }
 
 TEST(NSArray, sortsInEveryWayAndStably) {
@@ -408,6 +423,14 @@ TEST(NSArray, noticesChangesDuringAWalk) {
             EXPECT_EQ(steps, 1u);
         }
     const auto array = NSMutableArray::arrayWithArray(listOf({1, 2, 3}));
+    EXPECT_EQ(raised([&] {
+                  for (const id &object : array) {
+                      array->removeObjectIdenticalTo(number(valueOf(object)));
+                      array->removeObjectsInRange({0, 0});
+                  }
+              }),
+              "")
+        << "nothing was changed";
     NSFastEnumerationState state;
     id batch[2];
     EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 2u);
