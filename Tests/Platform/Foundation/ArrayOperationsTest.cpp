@@ -49,10 +49,9 @@ std::string joined(const Ref<NSArray> &array) {
     return array->componentsJoinedByString(u" "_ns)->utf8();
 }
 
-Ref<NSIndexSet> indexSet(std::initializer_list<NSUInteger> indexes) {
+Ref<NSIndexSet> indexSet(auto... indexes) {
     const auto set = NSMutableIndexSet::indexSet();
-    for (const NSUInteger index : indexes)
-        set->addIndex(index);
+    (set->addIndex(static_cast<NSUInteger>(indexes)), ...);
     return set;
 }
 
@@ -256,67 +255,35 @@ TEST(NSMutableArray, followsAPlainListThroughChangesOfRangesAndIndexSets) {
 TEST(NSMutableArray, changesNothingWhenItRaises) {
     const auto array = NSMutableArray::arrayWithArray(listOf({3, 1, 2}));
     const auto two = listOf({8, 9});
-    const NSUInteger far = ~NSUInteger{0};
+    constexpr NSUInteger far = ~NSUInteger{0},
+                         both = NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual;
+    const auto endless = NSIndexSet::indexSetWithIndexesInRange(NSMakeRange(0, NSNotFound));
     const auto contradicting = [](const id &, const id &) -> NSComparisonResult {
         throw NSException("Mine", "no");
     };
-    const std::pair<std::string, const char *> table[] = {
-        {raised([&] {
-             array->removeObjectsInRange({1, far});
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->replaceObjectsInRange({4, 0}, two);
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->replaceObjectsInRange({0, 1}, two, {1, 2});
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->removeObject(number(1), {2, 2});
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->removeObjectsAtIndexes(indexSet({0, 3}));
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->removeObjectsAtIndexes(NSIndexSet::indexSetWithIndexesInRange({0, NSNotFound}));
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->insertObjects(two, indexSet({0, 5}));
-         }),
-         NSRangeException},
-        {raised([&] { array->insertObjects(two, indexSet({0})); }), NSInvalidArgumentException},
-        {raised([&] {
-             array->replaceObjectsAtIndexes(indexSet({0, 3}), two);
-         }),
-         NSRangeException},
-        {raised([&] { array->replaceObjectsAtIndexes(nullptr, two); }), NSInvalidArgumentException},
-        {raised([&] { array->setObject(number(1), 4); }), NSRangeException},
-        {raised([&] {
-             array->objectsAtIndexes(indexSet({1, 3}));
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->indexOfObject(nullptr, {0, 3}, 0, byValue);
-         }),
+    const std::pair<std::function<void()>, const char *> table[] = {
+        {[&] { array->removeObjectsInRange(NSMakeRange(1, far)); }, NSRangeException},
+        {[&] { array->replaceObjectsInRange(NSMakeRange(4, 0), two); }, NSRangeException},
+        {[&] { array->replaceObjectsInRange(NSMakeRange(0, 1), two, NSMakeRange(1, 2)); }, NSRangeException},
+        {[&] { array->removeObject(number(1), NSMakeRange(2, 2)); }, NSRangeException},
+        {[&] { array->removeObjectsAtIndexes(indexSet(0, 3)); }, NSRangeException},
+        {[&] { array->removeObjectsAtIndexes(endless); }, NSRangeException},
+        {[&] { array->insertObjects(two, indexSet(0, 5)); }, NSRangeException},
+        {[&] { array->insertObjects(two, indexSet(0)); }, NSInvalidArgumentException},
+        {[&] { array->replaceObjectsAtIndexes(indexSet(0, 3), two); }, NSRangeException},
+        {[&] { array->replaceObjectsAtIndexes(nullptr, two); }, NSInvalidArgumentException},
+        {[&] { array->setObject(number(1), 4); }, NSRangeException},
+        {[&] { array->objectsAtIndexes(indexSet(1, 3)); }, NSRangeException},
+        {[&] { array->indexOfObject(nullptr, NSMakeRange(0, 3), 0, byValue); }, NSInvalidArgumentException},
+        {[&] { array->indexOfObject(number(1), NSMakeRange(0, 3), both, byValue); },
          NSInvalidArgumentException},
-        {raised([&] {
-             array->indexOfObject(number(1), {0, 3}, NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual,
-                                  byValue);
-         }),
-         NSInvalidArgumentException},
-        {raised([&] { array->sortUsingComparator(contradicting); }), "Mine"},
-        {raised([&] { array->sortUsingSelector(sel_registerName("compare!:")); }),
-         NSInvalidArgumentException},
+        {[&] { array->sortUsingComparator(contradicting); }, "Mine"},
+        {[&] { array->sortUsingSelector(sel_registerName("compare!:")); }, NSInvalidArgumentException},
     };
     for (std::size_t i = 0; i < std::size(table); ++i)
-        EXPECT_EQ(table[i].first, table[i].second) << i;
+        EXPECT_EQ(raised(table[i].first), table[i].second) << i;
     EXPECT_EQ(joined(array), "3 1 2");
-    array->insertObjects(two, indexSet({0, 4})); // the last place there will be
+    array->insertObjects(two, indexSet(0, 4)); // the last place there will be
     EXPECT_EQ(joined(array), "8 3 1 2 9");
     array->insertObject(make<Incomparable>(), 2);
     EXPECT_EQ(raised([&] { array->removeObject(number(2)); }), "Mine");
@@ -371,7 +338,7 @@ TEST(NSArray, walksAsAsked) {
     array->enumerateObjectsWithOptions(NSEnumerationReverse, note);
     EXPECT_THAT(seen, ElementsAre(3, 2, 1));
     seen.clear();
-    array->enumerateObjectsAtIndexes(indexSet({0, 3}), NSEnumerationReverse, note);
+    array->enumerateObjectsAtIndexes(indexSet(0, 3), NSEnumerationReverse, note);
     EXPECT_THAT(seen, ElementsAre(3, 0));
     EXPECT_EQ(valueOf(array->firstObjectCommonWithArray(listOf({9, 6, 5}))), 5u);
     EXPECT_EQ(array->firstObjectCommonWithArray(nullptr), nullptr);

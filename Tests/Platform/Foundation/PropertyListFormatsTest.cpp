@@ -219,6 +219,9 @@ TEST(PropertyListFormats, cannotExhaustTheReader) {
     EXPECT_TRUE(read("<plist>" + repeated("<!-- <array> --><array a=\"/>\">", 512) +
                      repeated("</array>", 512) + "</plist>")
                     ->isEqual(nested(512)));
+    EXPECT_NE(
+        read("<plist>" + repeated("<array>", 512) + "<true></true>" + repeated("</array>", 512) + "</plist>"),
+        nullptr);
     EXPECT_NE(read(arraysInTurn(511)), nullptr);
     EXPECT_FALSE(isHarmlessBinaryPropertyList(arraysInTurn(512)));
     const auto wide = NSMutableArray::array();
