@@ -80,27 +80,6 @@ const std::string everyKind =
             "Qu", "Ql", "\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFE"s, "\x23\x3F\xF8\0\0\0\0\0\0"s, "\x09"s,
             "\x33\x41\xB8\x8D\x4D\x10\0\0\0"s, "\x43\x01\x02\x03"s, "\x62\0\xFC\x20\xAC"s, "\xA1\x01"s});
 
-/// One to three random changes of the bytes.
-std::string mutated(std::string bytes, std::mt19937 &random, std::string_view pieces) {
-    for (auto changes = 1 + random() % 3; changes > 0 && !bytes.empty(); --changes) {
-        const std::size_t at = random() % bytes.size();
-        switch (random() % 4) {
-        case 0:
-            bytes[at] = static_cast<char>(random());
-            break;
-        case 1:
-            bytes[at] = pieces[random() % pieces.size()];
-            break;
-        case 2:
-            bytes.insert(at, 1, pieces[random() % pieces.size()]);
-            break;
-        default:
-            bytes.erase(at, 1 + random() % 3);
-        }
-    }
-    return bytes;
-}
-
 } // namespace
 
 // Keys are remembered while a text is read; a thousand of them crowd each other out.
@@ -234,10 +213,15 @@ TEST(JSON, anyMutationOfATextIsReadOrRefused) {
     std::mt19937 random(seed);
     const std::string original =
         R"({"printers":[{"model":"L200","pages":12345,"level":0.5,"on":true,"x":null},"Gr\u00fcn 😀","\ud83d\ude00",-1e3]})";
+    constexpr std::string_view pieces = "[]{}:,\"\\u0123eE+-.dtn\x1F\x80\xC3\xED\xFF ";
     std::size_t accepted = 0;
-    for (int round = 0; round < 20000; ++round)
-        accepted +=
-            refusal(mutated(original, random, "[]{}:,\"\\u0123eE+-.dtn\x1F\x80\xC3\xED\xFF ")).empty();
+    for (int round = 0; round < 20000; ++round) {
+        std::string json = original;
+        for (auto changes = 1 + random() % 3; changes > 0; --changes)
+            json.replace(random() % json.size(), random() % 3, random() % 2,
+                         random() % 4 ? pieces[random() % pieces.size()] : static_cast<char>(random()));
+        accepted += refusal(json).empty();
+    }
     EXPECT_GT(accepted, 100u);
 }
 
@@ -285,16 +269,4 @@ TEST(PropertyList, givesNoneForWhatItCannotRead) {
           "<plist><string>open"s, everyKind.substr(0, everyKind.size() - 1), everyKind.substr(0, 40),
           binary({"\xA1\x05"}), binary({"\xA1\x01", "\x52\xC3("}), binary({"\x80\x01"}), binary({"\xA1\0"s})})
         EXPECT_EQ(text(readPropertyList(bytes)), "(none)") << bytes;
-}
-
-TEST(PropertyList, anyMutationIsReadOrRefused) {
-    constexpr unsigned seed = 4711;
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    const auto models = NSData::dataWithContentsOfFile(ZK_RESOURCES "/models.plist");
-    const std::string originals[] = {everyKind, {models->span().begin(), models->span().end()}};
-    std::size_t accepted = 0;
-    for (int round = 0; round < 8000; ++round)
-        accepted += readPropertyList(mutated(originals[round % 2], random, "<>/&;\x0F\xFF\xA0")) != nullptr;
-    EXPECT_GT(accepted, 100u);
 }
