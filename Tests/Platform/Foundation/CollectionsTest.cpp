@@ -152,6 +152,10 @@ TEST(Collections, raiseOnWhatTheyCannotHoldOrHaveNot) {
         {raised([&] { dictionary->setObject(nullptr, u"k"_ns); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(u"v"_ns, nullptr); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(u"v"_ns, make<NSObject>()); }), NSInvalidArgumentException},
+        {raised([] {
+             NSDictionary::dictionaryWithEntries({{u"k"_ns, {}}});
+         }),
+         NSInvalidArgumentException},
         // Reading, removing and taking over "none" does nothing.
         {raised([&] { array->removeObject(nullptr), array->addObjectsFromArray(nullptr); }), ""},
         {raised([&] { dictionary->removeObjectForKey(nullptr), dictionary->addEntriesFromDictionary({}); }),

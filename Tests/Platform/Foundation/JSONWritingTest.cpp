@@ -1,4 +1,4 @@
-// JSON as it is written, what is written read back, and the kinds of texts that readers are judged by.
+// JSON as it is written, and what is written read back.
 #include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/NSJSONSerialization.h"
 #include "Tests/Platform/Foundation/RandomObjects.h"
@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;
-using namespace std::string_literals;
 
 namespace {
 
