@@ -1,24 +1,19 @@
 // What the lock-guarded containers reach their contents through: the lock is held as long as this lives.
 #pragma once
 
-#include "Platform/Dispatch/Semaphore.h"
+#include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 
 /// `LockedContents(lock, contents)->operation(…)` holds the lock for that one operation, and gives it back
 /// when the operation raises.
 template <class Contents>
 class LockedContents {
 public:
-    LockedContents(dispatch::Semaphore &lock, Contents &contents) : lock_(lock), contents_(contents) {
-        lock_.wait();
-    }
-    ~LockedContents() { lock_.signal(); }
-    LockedContents(const LockedContents &) = delete;
-    LockedContents &operator=(const LockedContents &) = delete;
+    LockedContents(dispatch::Semaphore &lock, Contents &contents) : lock_(lock), contents_(contents) {}
 
     Contents &operator*() const { return contents_; }
     Contents *operator->() const { return &contents_; }
 
 private:
-    dispatch::Semaphore &lock_;
+    const SemaphoreLock lock_;
     Contents &contents_;
 };

@@ -111,6 +111,35 @@ public:
         mutations_.increase();
         const auto released = std::exchange(objects_, {});
     }
+    using NSMutableArray::replaceObjectsInRange;
+    void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) override {
+        checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, objects_.size());
+        const auto replacements = objectsOf(objects);
+        if (range.length == 0 && replacements.empty())
+            return;
+        mutations_.increase();
+        const std::vector<id> released(std::make_move_iterator(at(range.location)),
+                                       std::make_move_iterator(at(range.end())));
+        const auto place = objects_.erase(at(range.location), at(range.end()));
+        objects_.insert(place, replacements.begin(), replacements.end());
+    }
+
+protected:
+    void removeObjectsAt(std::span<const NSUInteger> places) override {
+        if (places.empty())
+            return;
+        mutations_.increase();
+        std::vector<id> left, released;
+        left.reserve(objects_.size());
+        released.reserve(places.size());
+        auto next = places.begin();
+        for (NSUInteger i = 0; i < objects_.size(); ++i) {
+            const bool goes = next != places.end() && *next == i;
+            (goes ? released : left).push_back(std::move(objects_[i]));
+            next += goes;
+        }
+        objects_ = std::move(left);
+    }
 
 private:
     std::vector<id>::iterator at(NSUInteger index) {

@@ -187,4 +187,8 @@ public:
     virtual void sortWithOptions(NSSortOptions options, const NSComparator &comparator);
 
     id copy() const override { return NSArray::arrayWithObjects(allObjects()); }
+
+protected:
+    /// Removes the elements at the places, which are ascending and below the count.
+    virtual void removeObjectsAt(std::span<const NSUInteger> places);
 };

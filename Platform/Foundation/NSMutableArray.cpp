@@ -15,12 +15,25 @@ std::vector<NSUInteger> indexesOf(const Ref<NSIndexSet> &indexes) {
     return list;
 }
 
-/// Removes the elements of the range that `matches`, the last one first.
+/// NSRangeException unless every index is below `bound`.
+void checkIndexes(const char *operation, const Ref<NSIndexSet> &indexes, NSUInteger bound) {
+    if (indexes && indexes->count())
+        checkIndex(operation, indexes->lastIndex(), bound);
+}
+
+void checkCount(const char *operation, const Ref<NSIndexSet> &indexes, NSUInteger count) {
+    checkArgument(operation, count == (indexes ? indexes->count() : 0),
+                  "as many indexes as objects are needed");
+}
+
+/// The indexes of the elements of the range that match, ascending.
 template <class Matches>
-void removeWhere(NSMutableArray &array, NSRange range, const Matches &matches) {
-    for (NSUInteger i = range.end(); i-- > range.location;)
+std::vector<NSUInteger> placesWhere(const NSMutableArray &array, NSRange range, const Matches &matches) {
+    std::vector<NSUInteger> places;
+    for (NSUInteger i = range.location; i < range.end(); ++i)
         if (matches(array.objectAtIndex(i)))
-            array.removeObjectAtIndex(i);
+            places.push_back(i);
+    return places;
 }
 
 } // namespace
@@ -55,22 +68,30 @@ void NSMutableArray::removeAllObjects() {
         removeLastObject();
 }
 
+void NSMutableArray::removeObjectsAt(std::span<const NSUInteger> places) {
+    for (auto place = places.rbegin(); place != places.rend(); ++place)
+        removeObjectAtIndex(*place);
+}
+
 void NSMutableArray::removeObject(const id &object) {
-    removeWhere(*this, {0, count()}, [&](const id &element) { return equal(element, object); });
+    removeObjectsAt(
+        placesWhere(*this, {0, count()}, [&](const id &element) { return equal(element, object); }));
 }
 
 void NSMutableArray::removeObject(const id &object, NSRange range) {
     checkRange("NSMutableArray removeObject:inRange:", range, count());
-    removeWhere(*this, range, [&](const id &element) { return equal(element, object); });
+    removeObjectsAt(placesWhere(*this, range, [&](const id &element) { return equal(element, object); }));
 }
 
 void NSMutableArray::removeObjectIdenticalTo(const id &object) {
-    removeWhere(*this, {0, count()}, [&](const id &element) { return element && element == object; });
+    removeObjectsAt(
+        placesWhere(*this, {0, count()}, [&](const id &element) { return element && element == object; }));
 }
 
 void NSMutableArray::removeObjectIdenticalTo(const id &object, NSRange range) {
     checkRange("NSMutableArray removeObjectIdenticalTo:inRange:", range, count());
-    removeWhere(*this, range, [&](const id &element) { return element && element == object; });
+    removeObjectsAt(
+        placesWhere(*this, range, [&](const id &element) { return element && element == object; }));
 }
 
 void NSMutableArray::removeObjectsInArray(const Ref<NSArray> &array) {
@@ -80,7 +101,7 @@ void NSMutableArray::removeObjectsInArray(const Ref<NSArray> &array) {
 
 void NSMutableArray::removeObjectsInRange(NSRange range) {
     checkRange("NSMutableArray removeObjectsInRange:", range, count());
-    removeWhere(*this, range, [](const id &) { return true; });
+    replaceObjectsInRange(range, nullptr);
 }
 
 void NSMutableArray::replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) {
@@ -91,7 +112,8 @@ void NSMutableArray::replaceObjectsInRange(NSRange range, const Ref<NSArray> &ob
         replaceObjectAtIndex(range.location + i, replacements[i]);
     for (NSUInteger i = common; i < replacements.size(); ++i)
         insertObject(replacements[i], range.location + i);
-    removeWhere(*this, {range.location + common, range.length - common}, [](const id &) { return true; });
+    for (NSUInteger i = range.length; i > common; --i)
+        removeObjectAtIndex(range.location + i - 1);
 }
 
 void NSMutableArray::replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects, NSRange objectsRange) {
@@ -99,31 +121,26 @@ void NSMutableArray::replaceObjectsInRange(NSRange range, const Ref<NSArray> &ob
 }
 
 void NSMutableArray::insertObjects(const Ref<NSArray> &objects, const Ref<NSIndexSet> &indexes) {
+    constexpr auto operation = "NSMutableArray insertObjects:atIndexes:";
     const auto list = objectsOf(objects);
+    checkCount(operation, indexes, list.size());
+    checkIndexes(operation, indexes, count() + list.size());
     const auto places = indexesOf(indexes);
-    checkArgument("NSMutableArray insertObjects:atIndexes:", list.size() == places.size(),
-                  "as many indexes as objects are needed");
-    if (!places.empty())
-        checkIndex("NSMutableArray insertObjects:atIndexes:", places.back(), count() + places.size());
     for (std::size_t i = 0; i < places.size(); ++i)
         insertObject(list[i], places[i]);
 }
 
 void NSMutableArray::replaceObjectsAtIndexes(const Ref<NSIndexSet> &indexes, const Ref<NSArray> &objects) {
+    constexpr auto operation = "NSMutableArray replaceObjectsAtIndexes:withObjects:";
     const auto list = objectsOf(objects);
+    checkCount(operation, indexes, list.size());
+    checkIndexes(operation, indexes, count());
     const auto places = indexesOf(indexes);
-    checkArgument("NSMutableArray replaceObjectsAtIndexes:withObjects:", list.size() == places.size(),
-                  "as many indexes as objects are needed");
-    if (!places.empty())
-        checkIndex("NSMutableArray replaceObjectsAtIndexes:withObjects:", places.back(), count());
     for (std::size_t i = 0; i < places.size(); ++i)
         replaceObjectAtIndex(places[i], list[i]);
 }
 
 void NSMutableArray::removeObjectsAtIndexes(const Ref<NSIndexSet> &indexes) {
-    const auto places = indexesOf(indexes);
-    if (!places.empty())
-        checkIndex("NSMutableArray removeObjectsAtIndexes:", places.back(), count());
-    for (auto place = places.rbegin(); place != places.rend(); ++place)
-        removeObjectAtIndex(*place);
+    checkIndexes("NSMutableArray removeObjectsAtIndexes:", indexes, count());
+    removeObjectsAt(indexesOf(indexes));
 }

@@ -25,7 +25,7 @@ namespace {
 /// False when an equal element was there, which stays.
 bool checkedAdd(ObjectTable &table, const id &object) {
     collections::checkObject("NSSet addObject:", object);
-    return !table.find(object) && table.set(object, object);
+    return table.add(object, object);
 }
 
 /// What both ordinary sets share.
@@ -121,7 +121,7 @@ Ref<NSSet> NSSet::objectsPassingTest(const Test &test) const {
     ObjectTable passed;
     enumerateObjectsUsingBlock([&](const id &object, bool &stop) {
         if (test(object, stop))
-            passed.set(object, object);
+            passed.add(object, object);
     });
     return make<PlainSet>(std::move(passed));
 }

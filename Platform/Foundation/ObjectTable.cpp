@@ -1,5 +1,6 @@
 #include "Platform/Foundation/ObjectTable.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -77,12 +78,15 @@ bool ObjectTable::remove(const id &key) {
     // The entry stays as a gap, so that the index holds; gaps go when they are the majority.
     const Entry released = std::exchange(entries_[found], Entry{});
     --live_;
+    while (first_ < entries_.size() && !entries_[first_].key)
+        ++first_;
     if (entries_.size() > smallest ? live_ < entries_.size() / 2 : found + 1 == entries_.size() || live_ == 0)
         rebuild();
     return true;
 }
 
 const ObjectTable::Entry *ObjectTable::next(NSUInteger &position) const {
+    position = std::max(position, first_);
     while (position < entries_.size())
         if (const Entry &entry = entries_[position++]; entry.key)
             return &entry;
@@ -102,6 +106,7 @@ NSUInteger ObjectTable::keys(NSUInteger &position, id *keys, NSUInteger count) c
 
 void ObjectTable::rebuild() {
     std::erase_if(entries_, [](const Entry &entry) { return !entry.key; });
+    first_ = 0;
     index_.clear();
     if (entries_.size() <= smallest)
         return;

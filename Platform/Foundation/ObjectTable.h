@@ -47,4 +47,5 @@ private:
     std::vector<Entry> entries_;
     std::vector<std::uint32_t> index_; // entry number + 1, 0 when free; empty while the table is small
     NSUInteger live_ = 0;
+    NSUInteger first_ = 0; // gaps only before it, so that taking entries from the front does not search them
 };

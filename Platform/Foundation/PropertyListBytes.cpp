@@ -262,8 +262,10 @@ Node nodeOf(const id &object, NSPropertyListFormat format, unsigned depth) {
 
 id xmlPropertyList(std::string_view text, const PropertyListObjects &objects) {
     plist_t node = nullptr;
-    if (isHarmlessXMLPropertyList(text))
-        plist_from_xml(text.data(), static_cast<std::uint32_t>(text.size()), &node);
+    if (isHarmlessXMLPropertyList(text)) {
+        const std::string pieces = xmlInShortTexts(text);
+        plist_from_xml(pieces.data(), static_cast<std::uint32_t>(pieces.size()), &node);
+    }
     return objectOf(Node(node).get(), objects, 0);
 }
 

@@ -13,9 +13,6 @@ constexpr unsigned deepest = NSPropertyListSerialization::deepestNesting;
 /// Elements that are open around and in the deepest leaf: the list itself, the containers, the leaf.
 constexpr unsigned mostOpenElements = deepest + 2;
 
-/// libplist moves the rest of a text for each reference such as "&amp;" in it. So many take half a second.
-constexpr std::uint64_t mostMovedBytes = std::uint64_t{1} << 36;
-
 constexpr std::size_t none = std::string_view::npos;
 
 /// Where the tag that begins at `at` has its ">", quoted ones apart.
@@ -171,18 +168,13 @@ private:
 
 bool isHarmlessXMLPropertyList(std::string_view text) {
     unsigned open = 0;
-    std::uint64_t moved = 0;
-    std::size_t start = 0;
-    for (std::size_t at; (at = text.find('<', start)) != none;) {
-        const auto contents = text.substr(start, at - start);
-        moved +=
-            contents.size() * static_cast<std::uint64_t>(std::count(contents.begin(), contents.end(), '&'));
+    for (std::size_t at = 0; (at = text.find('<', at)) != none; ++at) {
         const auto aside = endOfAside(text, at);
         const std::size_t end = aside ? *aside : endOfTag(text, at);
-        if (end == none || moved > mostMovedBytes)
+        if (end == none)
             return false;
         const bool closing = text[at + 1] == '/', empty = text[end - 1] == '/';
-        start = end + 1;
+        at = end;
         if (aside || (empty && !closing))
             continue;
         if (closing)
@@ -191,6 +183,26 @@ bool isHarmlessXMLPropertyList(std::string_view text) {
             return false;
     }
     return true;
+}
+
+std::string xmlInShortTexts(std::string_view text) {
+    constexpr std::size_t longest = 4096; // bytes, up to the end of the reference there
+    std::string out;
+    out.reserve(text.size());
+    while (!text.empty()) {
+        const auto aside = endOfAside(text, 0);
+        std::size_t end = aside ? *aside + 1 : text[0] == '<' ? endOfTag(text, 0) + 1 : text.find('<');
+        end = std::min(end, text.size());
+        const std::size_t cut = text[0] == '<' ? none : text.substr(0, end).find(';', longest);
+        if (cut == none) {
+            out += text.substr(0, end);
+        } else {
+            end = cut + 1;
+            out.append(text.substr(0, end)).append("<!---->");
+        }
+        text.remove_prefix(end);
+    }
+    return out;
 }
 
 bool isHarmlessBinaryPropertyList(std::string_view bytes) {

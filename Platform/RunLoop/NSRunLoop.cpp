@@ -141,18 +141,17 @@ void NSRunLoop::stop() {
 }
 
 void NSRunLoop::wakeUp() {
-    std::function<void()> waker;
     {
         const std::scoped_lock guard(mutex_);
         awake_ = true;
-        waker = waker_;
     }
     woken_.notify_all();
-    if (waker)
-        waker();
+    const std::scoped_lock guard(wakerMutex_);
+    if (waker_)
+        waker_();
 }
 
 void NSRunLoop::setWaker(std::function<void()> waker) {
-    const std::scoped_lock guard(mutex_);
-    waker_ = std::move(waker);
+    const std::scoped_lock guard(wakerMutex_);
+    waker_.swap(waker);
 }

@@ -49,7 +49,8 @@ public:
     /// When the next timer of `mode` is due; never when it has none.
     dispatch::Instant nextInstant(NSRunLoopMode mode);
 
-    /// Serves `mode` until `stop`. Nests: `stop` ends the innermost run, or the next one when none is under way.
+    /// Serves `mode` until `stop`. Nests: `stop` ends the innermost run, or the next one when none is under
+    /// way.
     void run(NSRunLoopMode mode);
     /// Serves `mode` until the date or `stop`; true when it was stopped.
     bool runUntilDate(NSRunLoopMode mode, const Ref<NSDate> &limit);
@@ -57,7 +58,9 @@ public:
 
     /// Ends a wait, so that what was submitted meanwhile is served.
     void wakeUp();
-    /// Called, on any thread, for every `wakeUp`, and on the loop's thread when a timer was added.
+    /// Called, on any thread, for every `wakeUp`, and on the loop's thread when a timer was added. It must
+    /// only wake the host: neither wake the loop nor call `setWaker`. When `setWaker` returns, the former one
+    /// is not running and is called no more.
     void setWaker(std::function<void()> waker);
 
     /// The mode being served, or empty outside.
@@ -76,5 +79,7 @@ private:
     std::condition_variable woken_;
     bool awake_ = false;
     std::uint64_t stops_ = 0;
+
+    std::mutex wakerMutex_;
     std::function<void()> waker_;
 };

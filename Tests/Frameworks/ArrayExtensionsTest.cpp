@@ -38,6 +38,7 @@ TEST(ArrayExtensions, workOnBothEnds) {
     EXPECT_EQ(joined(array), "1 2 p 3 a x y 1");
     qn::prependObjects(array, nullptr);
     qn::insertObjects(array, nullptr, 99);
+    qn::insertObjects(array, NSArray::array(), 99);
     qn::appendObjects(array, array);
     EXPECT_EQ(array->count(), 16u);
     EXPECT_EQ(text(qn::objectOrNilAtIndex(array, 15)) + text(qn::objectOrNilAtIndex(array, 16)), "1(none)");
@@ -51,6 +52,17 @@ TEST(ArrayExtensions, workOnBothEnds) {
                  qn::popLastObject(nullptr));
     qn::reverse(nullptr);
     qn::appendObject(nullptr, array);
+}
+
+TEST(ArrayExtensions, moveManyElementsAtATime) {
+    const auto array = upTo(1);
+    for (int i = 0; i < 20; ++i)
+        qn::prependObjects(array, array);
+    EXPECT_EQ(array->count(), NSUInteger{1} << 20) << "minutes, if each moved all that follow";
+    array->addObject(u"last"_ns);
+    array->removeObjectsInRange({0, NSUInteger{1} << 19});
+    array->removeObject(NSNumber::numberWithInt(1));
+    EXPECT_EQ(joined(array), "last");
 }
 
 TEST(ArrayExtensions, changeTheOrderAlone) {

@@ -64,6 +64,10 @@ TEST(QueryString, batchesCutNothing) {
             const auto units = std::u16string(before, u'a') + piece + std::u16string(60, u'&');
             ASSERT_EQ(escaped(units), percentEncoded(make<NSString>(units)->utf8())) << before;
         }
+    std::u16string flags; // minutes, if each batch looked back to the beginning
+    for (int i = 0; i < 1'000'000; ++i)
+        flags += u"\U0001F1E9";
+    EXPECT_EQ(escaped(flags).size(), 12u * 1'000'000);
     for (std::size_t before = 45; before <= 55; ++before)
         for (const char16_t lone : {char16_t{0xD83D}, char16_t{0xDE00}})
             try {

@@ -16,32 +16,6 @@
 
 namespace dispatch {
 
-TEST(ConcurrentQueue, everyThreadSeesItsOwnWrites) {
-    constexpr int threads = 4, rounds = 500;
-    ConcurrentQueue queue("test");
-    std::array<int, threads> written{}; // unguarded but for the queue
-    int total = 0;
-    onThreads(threads, [&](int me) {
-        int lastTotal = 0;
-        for (int i = 1; i <= rounds; ++i) {
-            queue.barrierAsync([&, me] {
-                ++written[static_cast<std::size_t>(me)];
-                ++total;
-            });
-            queue.sync([&] {
-                EXPECT_EQ(written[static_cast<std::size_t>(me)], i);
-                int sum = 0;
-                for (const int one : written)
-                    sum += one;
-                EXPECT_EQ(sum, total);
-                EXPECT_GE(total, lastTotal + 1);
-                lastTotal = total;
-            });
-        }
-    });
-    EXPECT_EQ(queue.sync([&] { return total; }), threads * rounds);
-}
-
 TEST(ConcurrentQueue, returnsValuesReferencesAndExceptions) {
     ConcurrentQueue queue("label");
     EXPECT_EQ(queue.label(), "label");

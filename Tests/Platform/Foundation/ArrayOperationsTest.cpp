@@ -49,10 +49,9 @@ std::string joined(const Ref<NSArray> &array) {
     return array->componentsJoinedByString(u" "_ns)->utf8();
 }
 
-Ref<NSIndexSet> indexSet(std::initializer_list<NSUInteger> indexes) {
+Ref<NSIndexSet> indexSet(auto... indexes) {
     const auto set = NSMutableIndexSet::indexSet();
-    for (const NSUInteger index : indexes)
-        set->addIndex(index);
+    (set->addIndex(static_cast<NSUInteger>(indexes)), ...);
     return set;
 }
 
@@ -67,22 +66,84 @@ NS_IMPLEMENTATION(TickCounter) {
     cls.method<&TickCounter::tick>("tick").method<&TickCounter::add>("add:");
 }
 
-/// Random changes of ranges, index sets and equal elements, done to the array and to a plain list.
+/// Cannot be compared.
+class Incomparable : public NSObject {
+    NS_CLASS(Incomparable, NSObject)
+public:
+    bool isEqual(const id &) const override { throw NSException("Mine", "no"); }
+};
+NS_IMPLEMENTATION(Incomparable) {}
+
+NSUInteger checked(NSUInteger index, NSUInteger bound) {
+    return index < bound ? index : throw NSException(NSRangeException, "beyond bounds");
+}
+
+/// Overrides the primitives alone; everything else must follow from them.
+class PrimitiveArray final : public NSMutableArray {
+public:
+    NSUInteger count() const override { return objects_.size(); }
+    id objectAtIndex(NSUInteger index) const override { return objects_[checked(index, count())]; }
+    void addObject(const id &object) override { objects_.push_back(object); }
+    void insertObject(const id &object, NSUInteger index) override {
+        objects_.insert(objects_.begin() + static_cast<std::ptrdiff_t>(checked(index, count() + 1)), object);
+    }
+    void removeObjectAtIndex(NSUInteger index) override {
+        objects_.erase(objects_.begin() + static_cast<std::ptrdiff_t>(checked(index, count())));
+    }
+    void removeLastObject() override { objects_.resize(std::max<std::size_t>(count(), 1) - 1); }
+    void replaceObjectAtIndex(NSUInteger index, const id &object) override {
+        objects_[checked(index, count())] = object;
+    }
+
+private:
+    Objects objects_;
+};
+
+/// Checks every reading operation against the list that the array should hold.
+void expectHolds(const NSMutableArray &array, const Objects &expected) {
+    ASSERT_EQ(array.allObjects(), expected);
+    EXPECT_EQ(array.firstObject(), expected.empty() ? nullptr : expected.front());
+    EXPECT_EQ(array.lastObject(), expected.empty() ? nullptr : expected.back());
+    Objects walked, forward, backward, visited;
+    for (const id &object : array)
+        walked.push_back(object);
+    const auto forwards = array.objectEnumerator(), backwards = array.reverseObjectEnumerator();
+    while (const id object = forwards->nextObject())
+        forward.push_back(object);
+    while (const id object = backwards->nextObject())
+        backward.insert(backward.begin(), object);
+    array.enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &stop) {
+        EXPECT_EQ(index, visited.size());
+        visited.push_back(object);
+        stop = visited.size() == 5;
+    });
+    EXPECT_EQ(walked, expected);
+    EXPECT_EQ(forward, expected);
+    EXPECT_EQ(backward, expected);
+    EXPECT_TRUE(std::equal(visited.begin(), visited.end(), expected.begin()));
+    EXPECT_EQ(visited.size(), std::min<std::size_t>(expected.size(), 5));
+    const auto plain = NSArray::arrayWithObjects(expected);
+    EXPECT_TRUE(array.isEqual(plain) && plain->isEqual(array.self()) && array.copy()->isEqual(plain));
+    EXPECT_EQ(array.hash(), plain->hash());
+}
+
+/// Random changes, done to the array and to a plain list.
 class Twin {
 public:
-    explicit Twin(unsigned seed) : random_(seed) {}
+    Twin(Ref<NSMutableArray> itsArray, unsigned seed) : array(std::move(itsArray)), random_(seed) {}
 
     void step() {
         const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
         const NSRange range{start, length};
-        const auto first = model.begin() + static_cast<std::ptrdiff_t>(start),
-                   last = first + static_cast<std::ptrdiff_t>(length);
+        const auto first = at(start), last = at(start + length);
         const id object = number(pick(9));
         const auto more = NSMutableArray::array();
         for (std::size_t i = pick(4); i > 0; --i)
             more->addObject(number(pick(9)));
         const auto equals = [&](const id &other) { return other->isEqual(object); };
-        switch (pick(12)) {
+        const std::size_t index = pick(size + 3); // now and then outside
+        const auto outside = [&](std::size_t bound) { return index < bound ? "" : NSRangeException; };
+        switch (pick(20)) {
         case 0:
             array->removeObject(object, range);
             model.erase(std::remove_if(first, last, equals), last);
@@ -129,11 +190,11 @@ public:
             Objects longer = model;
             NSUInteger next = 0;
             bool fits = true;
-            indexes->enumerateIndexesUsingBlock([&](NSUInteger index, bool &stop) {
-                fits = index <= longer.size();
+            indexes->enumerateIndexesUsingBlock([&](NSUInteger place, bool &stop) {
+                fits = place <= longer.size();
                 stop = !fits;
                 if (fits)
-                    longer.insert(longer.begin() + static_cast<std::ptrdiff_t>(index),
+                    longer.insert(longer.begin() + static_cast<std::ptrdiff_t>(place),
                                   objects->objectAtIndex(next++));
             });
             EXPECT_EQ(raised([&] { array->insertObjects(objects, indexes); }), fits ? "" : NSRangeException);
@@ -147,7 +208,7 @@ public:
             array->replaceObjectsAtIndexes(indexes, objects);
             NSUInteger next = 0;
             indexes->enumerateIndexesUsingBlock(
-                [&](NSUInteger index, bool &) { model[index] = objects->objectAtIndex(next++); });
+                [&](NSUInteger place, bool &) { model[place] = objects->objectAtIndex(next++); });
             break;
         }
         case 10:
@@ -159,8 +220,42 @@ public:
             std::stable_sort(model.begin(), model.end(), lessByValue);
             searchSorted(range);
             break;
+        case 12:
+        case 13:
+            array->addObjectsFromArray(more);
+            for (const id &added : more)
+                model.push_back(added);
+            break;
+        case 14:
+            EXPECT_EQ(raised([&] { array->insertObject(object, index); }), outside(size + 1));
+            if (index <= size)
+                model.insert(at(index), object);
+            break;
+        case 15:
+            EXPECT_EQ(raised([&] { array->removeObjectAtIndex(index); }), outside(size));
+            if (index < size)
+                model.erase(at(index));
+            break;
+        case 16:
+            EXPECT_EQ(raised([&] { array->replaceObjectAtIndex(index, object); }), outside(size));
+            if (index < size)
+                model[index] = object;
+            break;
+        case 17:
+            array->removeLastObject();
+            model.resize(size - (size > 0));
+            break;
+        case 18:
+            array->removeObject(object);
+            std::erase_if(model, equals);
+            break;
+        case 19:
+            EXPECT_EQ(raised([&] { array->exchangeObjectAtIndex(index, 0); }), outside(size));
+            if (index < size)
+                std::swap(model[index], model[0]);
+            break;
         }
-        ASSERT_EQ(array->allObjects(), model);
+        expectHolds(*array, model);
     }
 
     void read() {
@@ -172,6 +267,12 @@ public:
                 first = i;
         EXPECT_EQ(array->indexOfObject(object, {start, length}), first);
         EXPECT_EQ(array->indexOfObjectIdenticalTo(object, {start, length}), NSNotFound);
+        EXPECT_EQ(array->subarrayWithRange({start, length})->allObjects(),
+                  Objects(at(start), at(start + length)));
+        const auto whole =
+            std::find_if(model.begin(), model.end(), [&](const id &other) { return other->isEqual(object); });
+        EXPECT_EQ(array->indexOfObject(object), whole == model.end() ? NSNotFound : indexOf(whole));
+        EXPECT_EQ(array->containsObject(object), whole != model.end());
         const auto indexes = someIndexes(size);
         Objects chosen;
         const auto passing = NSMutableIndexSet::indexSet();
@@ -192,11 +293,15 @@ public:
         EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, NSEnumerationReverse, test), last);
     }
 
-    const Ref<NSMutableArray> array = NSMutableArray::array();
+    const Ref<NSMutableArray> array;
     Objects model;
 
 private:
     std::size_t pick(std::size_t bound) { return random_() % bound; }
+    NSUInteger indexOf(Objects::iterator place) const {
+        return static_cast<NSUInteger>(place - Objects::const_iterator(model.begin()));
+    }
+    Objects::iterator at(std::size_t index) { return model.begin() + static_cast<std::ptrdiff_t>(index); }
 
     Ref<NSIndexSet> someIndexes(std::size_t bound) {
         const auto indexes = NSMutableIndexSet::indexSet();
@@ -207,21 +312,19 @@ private:
     }
 
     void searchSorted(NSRange range) {
-        const auto first = model.begin() + static_cast<std::ptrdiff_t>(range.location),
-                   last = model.begin() + static_cast<std::ptrdiff_t>(range.end());
+        const auto first = at(range.location), last = at(range.end());
         const id wanted = number(pick(10));
         const auto lower = std::lower_bound(first, last, wanted, lessByValue),
                    upper = std::upper_bound(first, last, wanted, lessByValue);
-        const auto at = [&](auto place) { return static_cast<NSUInteger>(place - model.begin()); };
         const auto search = [&](NSBinarySearchingOptions options) {
             return array->indexOfObject(wanted, range, options, byValue);
         };
         constexpr auto place = NSBinarySearchingInsertionIndex;
-        EXPECT_EQ(search(NSBinarySearchingFirstEqual), lower == upper ? NSNotFound : at(lower));
-        EXPECT_EQ(search(NSBinarySearchingLastEqual), lower == upper ? NSNotFound : at(upper - 1));
-        EXPECT_EQ(search(place | NSBinarySearchingFirstEqual), at(lower));
-        EXPECT_EQ(search(place | NSBinarySearchingLastEqual), at(upper));
-        EXPECT_TRUE(search(place) >= at(lower) && search(place) <= at(upper));
+        EXPECT_EQ(search(NSBinarySearchingFirstEqual), lower == upper ? NSNotFound : indexOf(lower));
+        EXPECT_EQ(search(NSBinarySearchingLastEqual), lower == upper ? NSNotFound : indexOf(upper - 1));
+        EXPECT_EQ(search(place | NSBinarySearchingFirstEqual), indexOf(lower));
+        EXPECT_EQ(search(place | NSBinarySearchingLastEqual), indexOf(upper));
+        EXPECT_TRUE(search(place) >= indexOf(lower) && search(place) <= indexOf(upper));
         EXPECT_EQ(search(0) == NSNotFound, lower == upper);
     }
 
@@ -230,82 +333,59 @@ private:
 
 } // namespace
 
-TEST(NSMutableArray, followsAPlainListThroughChangesOfRangesAndIndexSets) {
-    for (const unsigned seed : {1u, 2u, 3u}) {
-        SCOPED_TRACE(seed);
-        Twin twin(seed);
-        for (int step = 0; step < 3000 && !HasFailure(); ++step) {
-            twin.step();
-            twin.read();
-            if (twin.model.size() > 40) {
-                twin.array->removeAllObjects();
-                twin.model.clear();
+TEST(NSMutableArray, followsAPlainListThroughRandomChanges) {
+    for (const unsigned seed : {1u, 2u, 3u})
+        for (const auto &array : {NSMutableArray::array(), Ref<NSMutableArray>(make<PrimitiveArray>())}) {
+            SCOPED_TRACE(seed);
+            Twin twin(array, seed);
+            for (int step = 0; step < 3000 && !HasFailure(); ++step) {
+                twin.step();
+                twin.read();
+                if (twin.model.size() > 40) {
+                    array->setArray(array);
+                    array->removeAllObjects();
+                    twin.model.clear();
+                }
             }
         }
-    }
 }
 
 TEST(NSMutableArray, changesNothingWhenItRaises) {
     const auto array = NSMutableArray::arrayWithArray(listOf({3, 1, 2}));
     const auto two = listOf({8, 9});
-    const NSUInteger far = ~NSUInteger{0};
+    constexpr NSUInteger far = ~NSUInteger{0},
+                         both = NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual;
+    const auto endless = NSIndexSet::indexSetWithIndexesInRange(NSMakeRange(0, NSNotFound));
     const auto contradicting = [](const id &, const id &) -> NSComparisonResult {
         throw NSException("Mine", "no");
     };
-    const std::pair<std::string, const char *> table[] = {
-        {raised([&] {
-             array->removeObjectsInRange({1, far});
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->replaceObjectsInRange({4, 0}, two);
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->replaceObjectsInRange({0, 1}, two, {1, 2});
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->removeObject(number(1), {2, 2});
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->removeObjectsAtIndexes(indexSet({0, 3}));
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->insertObjects(two, indexSet({0, 5}));
-         }),
-         NSRangeException},
-        {raised([&] { array->insertObjects(two, indexSet({0})); }), NSInvalidArgumentException},
-        {raised([&] {
-             array->replaceObjectsAtIndexes(indexSet({0, 3}), two);
-         }),
-         NSRangeException},
-        {raised([&] { array->replaceObjectsAtIndexes(nullptr, two); }), NSInvalidArgumentException},
-        {raised([&] { array->setObject(number(1), 4); }), NSRangeException},
-        {raised([&] {
-             array->objectsAtIndexes(indexSet({1, 3}));
-         }),
-         NSRangeException},
-        {raised([&] {
-             array->indexOfObject(nullptr, {0, 3}, 0, byValue);
-         }),
+    const std::pair<std::function<void()>, const char *> table[] = {
+        {[&] { array->removeObjectsInRange(NSMakeRange(1, far)); }, NSRangeException},
+        {[&] { array->replaceObjectsInRange(NSMakeRange(4, 0), two); }, NSRangeException},
+        {[&] { array->replaceObjectsInRange(NSMakeRange(0, 1), two, NSMakeRange(1, 2)); }, NSRangeException},
+        {[&] { array->removeObject(number(1), NSMakeRange(2, 2)); }, NSRangeException},
+        {[&] { array->removeObjectsAtIndexes(indexSet(0, 3)); }, NSRangeException},
+        {[&] { array->removeObjectsAtIndexes(endless); }, NSRangeException},
+        {[&] { array->insertObjects(two, indexSet(0, 5)); }, NSRangeException},
+        {[&] { array->insertObjects(two, indexSet(0)); }, NSInvalidArgumentException},
+        {[&] { array->replaceObjectsAtIndexes(indexSet(0, 3), two); }, NSRangeException},
+        {[&] { array->replaceObjectsAtIndexes(nullptr, two); }, NSInvalidArgumentException},
+        {[&] { array->setObject(number(1), 4); }, NSRangeException},
+        {[&] { array->objectsAtIndexes(indexSet(1, 3)); }, NSRangeException},
+        {[&] { array->indexOfObject(nullptr, NSMakeRange(0, 3), 0, byValue); }, NSInvalidArgumentException},
+        {[&] { array->indexOfObject(number(1), NSMakeRange(0, 3), both, byValue); },
          NSInvalidArgumentException},
-        {raised([&] {
-             array->indexOfObject(number(1), {0, 3}, NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual,
-                                  byValue);
-         }),
-         NSInvalidArgumentException},
-        {raised([&] { array->sortUsingComparator(contradicting); }), "Mine"},
-        {raised([&] { array->sortUsingSelector(sel_registerName("compare!:")); }),
-         NSInvalidArgumentException},
+        {[&] { array->sortUsingComparator(contradicting); }, "Mine"},
+        {[&] { array->sortUsingSelector(sel_registerName("compare!:")); }, NSInvalidArgumentException},
     };
     for (std::size_t i = 0; i < std::size(table); ++i)
-        EXPECT_EQ(table[i].first, table[i].second) << i;
+        EXPECT_EQ(raised(table[i].first), table[i].second) << i;
     EXPECT_EQ(joined(array), "3 1 2");
-    array->insertObjects(two, indexSet({0, 4})); // the last place there will be
+    array->insertObjects(two, indexSet(0, 4)); // the last place there will be
     EXPECT_EQ(joined(array), "8 3 1 2 9");
+    array->insertObject(make<Incomparable>(), 2);
+    EXPECT_EQ(raised([&] { array->removeObject(number(2)); }), "Mine");
+    EXPECT_EQ(array->count(), 6u);
 }
 
 TEST(NSArray, sortsInEveryWayAndStably) {
@@ -356,7 +436,7 @@ TEST(NSArray, walksAsAsked) {
     array->enumerateObjectsWithOptions(NSEnumerationReverse, note);
     EXPECT_THAT(seen, ElementsAre(3, 2, 1));
     seen.clear();
-    array->enumerateObjectsAtIndexes(indexSet({0, 3}), NSEnumerationReverse, note);
+    array->enumerateObjectsAtIndexes(indexSet(0, 3), NSEnumerationReverse, note);
     EXPECT_THAT(seen, ElementsAre(3, 0));
     EXPECT_EQ(valueOf(array->firstObjectCommonWithArray(listOf({9, 6, 5}))), 5u);
     EXPECT_EQ(array->firstObjectCommonWithArray(nullptr), nullptr);
@@ -408,6 +488,14 @@ TEST(NSArray, noticesChangesDuringAWalk) {
             EXPECT_EQ(steps, 1u);
         }
     const auto array = NSMutableArray::arrayWithArray(listOf({1, 2, 3}));
+    EXPECT_EQ(raised([&] {
+                  for (const id &object : array) {
+                      array->removeObjectIdenticalTo(number(valueOf(object)));
+                      array->removeObjectsInRange({0, 0});
+                  }
+              }),
+              "")
+        << "nothing was changed";
     NSFastEnumerationState state;
     id batch[2];
     EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 2u);

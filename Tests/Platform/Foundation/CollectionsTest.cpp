@@ -15,33 +15,7 @@ using testing::ElementsAre;
 
 namespace {
 
-using Objects = std::vector<id>;
 using Pairs = std::vector<std::pair<id, id>>;
-
-NSUInteger checked(NSUInteger index, NSUInteger bound) {
-    return index < bound ? index : throw NSException(NSRangeException, "beyond bounds");
-}
-
-/// Overrides the primitives alone; everything else must follow from them.
-class PrimitiveArray final : public NSMutableArray {
-public:
-    NSUInteger count() const override { return objects_.size(); }
-    id objectAtIndex(NSUInteger index) const override { return objects_[checked(index, count())]; }
-    void addObject(const id &object) override { objects_.push_back(object); }
-    void insertObject(const id &object, NSUInteger index) override {
-        objects_.insert(objects_.begin() + static_cast<std::ptrdiff_t>(checked(index, count() + 1)), object);
-    }
-    void removeObjectAtIndex(NSUInteger index) override {
-        objects_.erase(objects_.begin() + static_cast<std::ptrdiff_t>(checked(index, count())));
-    }
-    void removeLastObject() override { objects_.resize(std::max<std::size_t>(count(), 1) - 1); }
-    void replaceObjectAtIndex(NSUInteger index, const id &object) override {
-        objects_[checked(index, count())] = object;
-    }
-
-private:
-    Objects objects_;
-};
 
 auto withKey(const id &key) {
     return [key](const auto &entry) { return entry.first->isEqual(key); };
@@ -105,38 +79,6 @@ id someKey(std::size_t value) {
                             : id(make<CollidingKey>(value));
 }
 
-template <class List>
-List firstOf(const List &list, std::ptrdiff_t count) {
-    return {list.begin(), list.begin() + std::min(count, std::ssize(list))};
-}
-
-/// Checks every reading operation against the list that the array should hold.
-void expectHolds(const NSMutableArray &array, const Objects &expected) {
-    ASSERT_EQ(array.allObjects(), expected);
-    EXPECT_EQ(array.firstObject(), expected.empty() ? nullptr : expected.front());
-    EXPECT_EQ(array.lastObject(), expected.empty() ? nullptr : expected.back());
-    Objects walked, forward, backward, visited;
-    for (const id &object : array)
-        walked.push_back(object);
-    const auto forwards = array.objectEnumerator(), backwards = array.reverseObjectEnumerator();
-    while (const id object = forwards->nextObject())
-        forward.push_back(object);
-    while (const id object = backwards->nextObject())
-        backward.insert(backward.begin(), object);
-    array.enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &stop) {
-        EXPECT_EQ(index, visited.size());
-        visited.push_back(object);
-        stop = visited.size() == 5;
-    });
-    EXPECT_EQ(walked, expected);
-    EXPECT_EQ(forward, expected);
-    EXPECT_EQ(backward, expected);
-    EXPECT_EQ(visited, firstOf(expected, 5));
-    const auto plain = NSArray::arrayWithObjects(expected);
-    EXPECT_TRUE(array.isEqual(plain) && plain->isEqual(array.self()) && array.copy()->isEqual(plain));
-    EXPECT_EQ(array.hash(), plain->hash());
-}
-
 void expectHolds(const NSMutableDictionary &dictionary, const Pairs &expected) {
     ASSERT_EQ(dictionary.count(), expected.size());
     Pairs walked, enumerated, visited;
@@ -152,84 +94,10 @@ void expectHolds(const NSMutableDictionary &dictionary, const Pairs &expected) {
     });
     EXPECT_EQ(walked, expected) << "in the order of insertion";
     EXPECT_EQ(enumerated, expected);
-    EXPECT_EQ(visited, firstOf(expected, 3));
+    EXPECT_EQ(visited.size(), std::min<std::size_t>(expected.size(), 3));
+    EXPECT_TRUE(std::equal(visited.begin(), visited.end(), expected.begin()));
     EXPECT_TRUE(dictionary.copy()->isEqual(dictionary.self()) &&
                 dictionary.isEqual(dictionary.mutableCopy()));
-}
-
-void tryRandomOperations(const Ref<NSMutableArray> &array, unsigned seed) {
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    const auto pick = [&](std::size_t bound) { return random() % bound; };
-    Objects model;
-    const auto at = [&](std::size_t index) { return model.begin() + static_cast<std::ptrdiff_t>(index); };
-    for (int step = 0; step < 2000 && !testing::Test::HasFailure(); ++step) {
-        const id object = number(pick(30)), wanted = number(pick(30));
-        const auto isWanted = [&](const id &other) { return other->isEqual(wanted); };
-        const std::size_t size = model.size(), index = pick(size + 3), length = pick(size + 1);
-        const auto outside = [&](std::size_t bound) { return index < bound ? "" : NSRangeException; };
-        switch (pick(size > 60 ? 12 : 10)) {
-        case 0:
-        case 1:
-            array->addObject(object);
-            model.push_back(object);
-            break;
-        case 2:
-        case 3:
-            EXPECT_EQ(raised([&] { array->insertObject(object, index); }), outside(size + 1));
-            if (index <= size)
-                model.insert(at(index), object);
-            break;
-        case 4:
-            EXPECT_EQ(raised([&] { array->removeObjectAtIndex(index); }), outside(size));
-            if (index < size)
-                model.erase(at(index));
-            break;
-        case 5:
-            EXPECT_EQ(raised([&] { array->replaceObjectAtIndex(index, object); }), outside(size));
-            if (index < size)
-                model[index] = object;
-            break;
-        case 6:
-            array->removeLastObject();
-            model.resize(size - (size > 0));
-            break;
-        case 7:
-            array->removeObject(wanted);
-            std::erase_if(model, isWanted);
-            break;
-        case 8:
-            EXPECT_EQ(raised([&] { array->exchangeObjectAtIndex(index, 0); }), outside(size));
-            if (index < size)
-                std::swap(model[index], model[0]);
-            break;
-        case 9: {
-            const auto found = std::find_if(model.begin(), model.end(), isWanted);
-            const auto place =
-                found == model.end() ? NSNotFound : static_cast<NSUInteger>(found - model.begin());
-            EXPECT_EQ(array->indexOfObject(wanted), place);
-            EXPECT_EQ(array->containsObject(wanted), place != NSNotFound);
-            EXPECT_EQ(array->indexOfObjectIdenticalTo(wanted), NSNotFound);
-            Objects part;
-            EXPECT_EQ(raised([&] {
-                          part = array->subarrayWithRange({index, length})->allObjects();
-                      }),
-                      outside(size - length + 1));
-            EXPECT_TRUE(index + length > size || part == Objects(at(index), at(index + length)));
-            break;
-        }
-        case 10:
-            array->addObjectsFromArray(NSArray::arrayWithObjects({object, wanted}));
-            model.insert(model.end(), {object, wanted});
-            break;
-        case 11:
-            array->setArray(array);
-            array->removeAllObjects();
-            model.clear();
-            break;
-        }
-        expectHolds(*array, model);
-    }
 }
 
 void tryRandomOperations(const Ref<NSMutableDictionary> &dictionary, unsigned seed, std::size_t keys) {
@@ -260,10 +128,8 @@ void tryRandomOperations(const Ref<NSMutableDictionary> &dictionary, unsigned se
 
 } // namespace
 
-TEST(Collections, followPlainListsThroughRandomOperations) {
+TEST(NSMutableDictionary, followsAPlainListThroughRandomOperations) {
     for (const unsigned seed : {1u, 2u}) {
-        tryRandomOperations(NSMutableArray::array(), seed);
-        tryRandomOperations(make<PrimitiveArray>(), seed);
         for (const std::size_t keys : {6u, 12u, 90u}) {
             tryRandomOperations(NSMutableDictionary::dictionary(), seed, keys);
             tryRandomOperations(make<PrimitiveDictionary>(), seed, keys);
@@ -278,17 +144,11 @@ TEST(Collections, raiseOnWhatTheyCannotHoldOrHaveNot) {
     const std::pair<std::string, const char *> table[] = {
         {raised([&] { array->objectAtIndex(far); }), NSRangeException},
         {raised([&] { array->insertObject(number(2), far); }), NSRangeException},
-        {raised([&] {
-             array->getObjects({1, far});
-         }),
-         NSRangeException},
+        {raised([&] { array->getObjects(NSMakeRange(1, far)); }), NSRangeException},
         {raised([&] { array->addObject(nullptr); }), NSInvalidArgumentException},
         {raised([&] { array->insertObject(nullptr, 0); }), NSInvalidArgumentException},
         {raised([&] { array->replaceObjectAtIndex(0, nullptr); }), NSInvalidArgumentException},
-        {raised([] {
-             NSArray::arrayWithObjects({number(1), nullptr});
-         }),
-         NSInvalidArgumentException},
+        {raised([&] { NSArray::arrayWithObjects(std::vector<id>(1)); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(nullptr, u"k"_ns); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(u"v"_ns, nullptr); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(u"v"_ns, make<NSObject>()); }), NSInvalidArgumentException},

@@ -1,4 +1,4 @@
-// JSON as it is written, what is written read back, and the kinds of texts that readers are judged by.
+// JSON as it is written, and what is written read back.
 #include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/NSJSONSerialization.h"
 #include "Tests/Platform/Foundation/RandomObjects.h"
@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;
-using namespace std::string_literals;
 
 namespace {
 
@@ -144,68 +143,4 @@ TEST(JSONWriting, isReadBackEqual) {
         ASSERT_TRUE(again && again->isEqual(object)) << json;
         EXPECT_EQ(written(again, options | Write::SortedKeys), written(object, options | Write::SortedKeys));
     }
-}
-
-TEST(JSONReading, passesWhatItMustAndNothingElse) {
-    const std::string valid[] = {
-        "[123e65]", "[0e+1]", "[0E1]", "[20e1]", "[-123]", "[1.7976931348623157e+308]", "[1e-999]",
-        "[\"\\u0000\"]", "{\"\\u0000\":1}", "[\"\x7F\"]", "[\"\uFFFF\"]", "[\"\u2028\"]", "[\"a/*b*/c\"]",
-        "[\"\\uDBFF\\uDFFF\"]", "[\"\\uFDD0\"]", "{\"\":0}", "{\"a\":1,\"a\":1}", "[[]   ]", "[\n1\r\n\t]",
-        "[1,null,null,2]", "{\"a\":[]}", "[\"\U0010FFFF\"]", "\"\"", "0",
-        // a reader may choose: a byte-order mark passes
-        "\xEF\xBB\xBF{}"};
-    for (const std::string &json : valid)
-        EXPECT_NE(read(json), nullptr) << json;
-    const std::string invalid[] = {"[1.0e+]",
-                                   "[0e]",
-                                   "[0x42]",
-                                   "[-01]",
-                                   "[2.e3]",
-                                   "[1eE2]",
-                                   "[1+2]",
-                                   "[-Infinity]",
-                                   "[1,,2]",
-                                   "[1,,]",
-                                   "[\"\"",
-                                   "[\"\",]",
-                                   "[\"a\" \"b\"]",
-                                   "[3[4]]",
-                                   "[a]",
-                                   "[*]",
-                                   "[,]",
-                                   "{,}",
-                                   "{\"a\":\"b\":\"c\"}",
-                                   "{\"a\" \"b\"}",
-                                   "{\"a\":\"b\",,\"c\":1}",
-                                   "{\"a\":1 \"b\"}",
-                                   "{'a':0}",
-                                   "{[:1]}",
-                                   "{null:1}",
-                                   "{\"a\":/*c*/1}",
-                                   "{}/**/",
-                                   "{}#",
-                                   "[\"\\u00A\"]",
-                                   "[\"\\u{61}\"]",
-                                   "[\"\\uD800\\uD800\"]",
-                                   "[\"\\uD834\\uDd\"]",
-                                   "[\"\\a\"]",
-                                   "[\"\\\"]",
-                                   "[\"\t\"]",
-                                   "[\f]",
-                                   "[\u00A0]",
-                                   "[\\u000A\"\"]",
-                                   "\x01[]",
-                                   "[nul]",
-                                   "nUll",
-                                   "[]\x0C",
-                                   "1 2",
-                                   "\xE5",
-                                   "[\"\xE9\"]",
-                                   "[\"\xF4\x90\x80\x80\"]",
-                                   "[\"\xFC\x80\x80\x80\x80\x80\"]",
-                                   "[\0\"\0]\0"s,
-                                   "\xFF\xFE[\0]\0"s,
-                                   "[1000000000000000000e1000]"};
-    for (const std::string &json : invalid)
-        EXPECT_EQ(read(json), nullptr) << json;
 }

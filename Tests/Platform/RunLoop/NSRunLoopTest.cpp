@@ -150,6 +150,20 @@ TEST_F(NSRunLoopTest, tellsItsHostWhenToServe) {
     EXPECT_EQ(wakes, 3);
 }
 
+TEST_F(NSRunLoopTest, aFormerWakerRunsNoMore) {
+    for (int round = 0; round < 100; ++round) {
+        auto host = std::make_unique<int>(0);
+        loop->setWaker([raw = host.get()] { ++*raw; });
+        std::thread worker([&] {
+            for (int i = 0; i < 20; ++i)
+                loop->wakeUp();
+        });
+        loop->setWaker(nullptr);
+        host = nullptr;
+        worker.join();
+    }
+}
+
 TEST_F(NSRunLoopTest, everyThreadHasItsOwn) {
     clock.setAutoAdvance(true);
     mainQueue().async([&] { ticks.push_back(-1); });

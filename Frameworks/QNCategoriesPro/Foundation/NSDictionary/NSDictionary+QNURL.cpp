@@ -6,6 +6,7 @@
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSSet.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/UnicodeText.h"
 
 #include <algorithm>
 
@@ -65,13 +66,15 @@ private:
 
 Ref<NSString> QNPercentEscapedStringFromString(const Ref<NSString> &text) {
     const auto escaped = NSMutableString::string();
-    for (NSUInteger at = 0; text && at < text->length();) {
-        const NSRange batch =
-            text->rangeOfComposedCharacterSequencesForRange({at, std::min(batchSize, text->length() - at)});
-        escaped->appendString(
-            text->substringWithRange(batch)->stringByAddingPercentEncodingWithAllowedCharacters(
-                allowedCharacters()));
-        at += batch.length;
+    // Each batch is widened in what is left: seen from a boundary nothing before it counts, and looking back
+    // over a text of flags would reach its beginning every time.
+    std::u16string_view rest = text ? std::u16string_view(text->units()) : std::u16string_view();
+    while (!rest.empty()) {
+        const NSUInteger length =
+            unicode::widenedToCharacters(rest, {0, std::min(batchSize, rest.size())}).length;
+        escaped->appendString(make<NSString>(std::u16string(rest.substr(0, length)))
+                                  ->stringByAddingPercentEncodingWithAllowedCharacters(allowedCharacters()));
+        rest.remove_prefix(length);
     }
     return escaped;
 }

@@ -44,7 +44,7 @@ void qn::prependObjects(const Ref<NSMutableArray> &array, const Ref<NSArray> &ob
 }
 
 void qn::insertObjects(const Ref<NSMutableArray> &array, const Ref<NSArray> &objects, NSUInteger index) {
-    if (array && objects)
+    if (array && objects && objects->count())
         array->replaceObjectsInRange({index, 0}, objects);
 }
 
