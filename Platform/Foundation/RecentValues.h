@@ -15,50 +15,57 @@
 template <class Value>
 class RecentValues {
 public:
-    /// The value that was made of equal bytes, or a new one. The bytes must stay as long as the table, and
-    /// seven more behind them be readable.
+    /// The value that was made of equal bytes, or a new one. The bytes must stay as long as the table.
     template <class Make>
     const Value &find(std::string_view bytes, const Make &make) {
-        Slot &slot = slots_[slotOf(bytes)];
-        if (!slot.bytes.data() || !same(slot.bytes, bytes))
-            slot = {bytes, make()};
+        const Ends ends(bytes);
+        Slot &slot = slots_[ends.mixed(bytes.size())];
+        if (!slot.bytes.data() || !isOf(slot, bytes, ends))
+            slot = {bytes, ends, make()};
         return slot.value;
     }
 
 private:
-    using Word = std::uint64_t;
+    static constexpr std::size_t slotBits = 8;
+
+    /// The first and the last eight bytes, or fewer, which may overlap: all there is of up to 16. Nothing
+    /// behind the bytes is read, where something may just have been written, which the processor waits for.
+    struct Ends {
+        std::uint64_t first = 0, last = 0;
+
+        Ends() = default;
+        explicit Ends(std::string_view bytes) {
+            const char *begin = bytes.data(), *end = begin + bytes.size();
+            if (bytes.size() >= 8) {
+                std::memcpy(&first, begin, 8);
+                std::memcpy(&last, end - 8, 8);
+            } else if (bytes.size() >= 4) {
+                std::memcpy(&first, begin, 4);
+                std::memcpy(&last, end - 4, 4);
+            } else if (!bytes.empty()) {
+                std::memcpy(&first, begin, 1);
+                std::memcpy(&last, end - 1, 1);
+                last |= std::uint64_t{static_cast<unsigned char>(begin[bytes.size() / 2])} << 8;
+            }
+        }
+
+        bool operator==(const Ends &) const = default;
+
+        std::size_t mixed(std::size_t size) const {
+            return ((first ^ std::rotl(last, 32) ^ size) * 0x9E3779B97F4A7C15u) >> (64 - slotBits);
+        }
+    };
 
     struct Slot {
         std::string_view bytes;
+        Ends ends;
         Value value{};
     };
 
-    /// Bytes from there on, up to eight.
-    static Word wordAt(std::string_view bytes, std::size_t index) {
-        Word word;
-        std::memcpy(&word, bytes.data() + index, sizeof word);
-        const std::size_t rest = bytes.size() - index;
-        if (rest >= sizeof word)
-            return word;
-        return std::endian::native == std::endian::little ? word & ((Word{1} << 8 * rest) - 1)
-                                                          : word & ~(~Word{0} >> 8 * rest);
+    static bool isOf(const Slot &slot, std::string_view bytes, const Ends &ends) {
+        return slot.bytes.size() == bytes.size() && slot.ends == ends &&
+               (bytes.size() <= 16 || slot.bytes == bytes);
     }
 
-    /// Calling for a comparison would take longer than comparing.
-    static bool same(std::string_view a, std::string_view b) {
-        if (a.size() != b.size())
-            return false;
-        for (std::size_t i = 0; i < a.size(); i += sizeof(Word))
-            if (wordAt(a, i) != wordAt(b, i))
-                return false;
-        return true;
-    }
-
-    static std::size_t slotOf(std::string_view bytes) {
-        const std::size_t last = bytes.size() > sizeof(Word) ? bytes.size() - sizeof(Word) : 0;
-        const Word mixed = wordAt(bytes, 0) ^ std::rotl(wordAt(bytes, last), 32) ^ bytes.size();
-        return (mixed * 0x9E3779B97F4A7C15u) >> 56;
-    }
-
-    std::array<Slot, 256> slots_;
+    std::array<Slot, std::size_t{1} << slotBits> slots_;
 };
