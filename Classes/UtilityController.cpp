@@ -16,7 +16,7 @@ Ref<UtilityController> UtilityController::shareInstance() {
     static dispatch::Once token;
     static Ref<UtilityController> *instance;
     dispatch::once(token, [] { instance = new Ref<UtilityController>(new UtilityController); });
-    return *instance;
+    return *instance; // NOLINT(clang-analyzer-core.NonNullParamChecker): set by once
 }
 
 UtilityController::UtilityController() : printerNameArray_(NSMutableArray::array()) {}

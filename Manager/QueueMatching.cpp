@@ -73,7 +73,7 @@ QueueMatching outcomeOf(const Destinations &destinations) {
 QueueMatching matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
                           const std::function<void(const Ref<NSString> &destName)> &seen) {
     const Destinations destinations;
-    const QueueMatching outcome = outcomeOf(destinations);
+    QueueMatching outcome = outcomeOf(destinations);
     NSLog("****numOfDests:%d", destinations.count());
     const auto known = models ? models : NSArray::array();
     for (const cups_dest_t &destination : destinations) {

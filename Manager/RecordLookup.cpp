@@ -18,7 +18,7 @@ bool matches(const ZKUSB &record, const NSString &deviceUri) {
 
 Ref<ZKUSB> recordForDeviceUri(const Ref<NSString> &deviceUri, const Ref<ZKSafeMutableArray> &list) {
     for (NSUInteger i = 0; deviceUri && i < list->count(); ++i) {
-        const auto record = as<ZKUSB>(list->objectAtIndex(i));
+        auto record = as<ZKUSB>(list->objectAtIndex(i));
         if (record && matches(*record, *deviceUri)) {
             NSLog("deviceuri:%@", deviceUri);
             return record;

@@ -40,7 +40,7 @@ Ref<ZKManager> ZKManager::shared() {
     static dispatch::Once token;
     static Ref<ZKManager> *manager;
     dispatch::once(token, [] { manager = new Ref<ZKManager>(new ZKManager); });
-    return *manager;
+    return *manager; // NOLINT(clang-analyzer-core.NonNullParamChecker): set by once
 }
 
 Ref<ZKSafeMutableArray> ZKManager::printerList() {

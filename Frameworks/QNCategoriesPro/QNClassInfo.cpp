@@ -60,7 +60,7 @@ Ref<QNClassInfo> QNClassInfo::classInfoWithClassName(const Ref<NSString> &name) 
 Ref<QNClassInfo> QNClassInfo::initWithClass(Class cls) {
     if (!cls)
         return nullptr;
-    const auto info = make<QNClassInfo>(cls);
+    auto info = make<QNClassInfo>(cls);
     info->_update();
     info->_superClassInfo = classInfoWithClass(info->_superCls);
     return info;

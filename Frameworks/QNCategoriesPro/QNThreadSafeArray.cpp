@@ -55,6 +55,7 @@ id QNThreadSafeArray::mutableCopy() const {
     const auto copy = as<QNThreadSafeArray>(class_createInstance(isa()));
     if (!copy)
         return NSObject::mutableCopy(); // the class cannot make instances: raises
+                                        // NOLINT(bugprone-parent-virtual-call)
     copy->_arr = NSMutableArray::arrayWithArray(_arr);
     return copy;
 }

@@ -54,6 +54,7 @@ id QNThreadSafeDictionary::mutableCopy() const {
     const auto copy = as<QNThreadSafeDictionary>(class_createInstance(isa()));
     if (!copy)
         return NSObject::mutableCopy(); // the class cannot make instances: raises
+                                        // NOLINT(bugprone-parent-virtual-call)
     copy->_dic = NSMutableDictionary::dictionaryWithDictionary(_dic);
     return copy;
 }

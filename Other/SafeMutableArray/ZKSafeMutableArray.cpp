@@ -22,7 +22,7 @@ dispatch::ConcurrentQueue &ZKSafeMutableArray::syncQueue() {
     static dispatch::Once token;
     static dispatch::ConcurrentQueue *queue;
     dispatch::once(token, [] { queue = new dispatch::ConcurrentQueue("com.zelkor.safeArray"); });
-    return *queue;
+    return *queue; // NOLINT(clang-analyzer-core.uninitialized.UndefReturn): set by once
 }
 
 NSUInteger ZKSafeMutableArray::count() const {

@@ -182,6 +182,7 @@ private:
         case 'C':
             return printCharacter(parsed, static_cast<char16_t>(argument.integer));
         case 'p':
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): it was one before
             return printPointer(parsed, reinterpret_cast<const void *>(argument.integer));
         default:
             if (argument.kind == FormatArgument::Kind::Signed)

@@ -18,7 +18,7 @@ std::string environment(const char *name) {
 
 std::string firstOf(std::initializer_list<const char *> names) {
     for (const char *name : names)
-        if (const std::string value = environment(name); !value.empty())
+        if (std::string value = environment(name); !value.empty())
             return value;
     return {};
 }

@@ -165,7 +165,7 @@ void NSMutableAttributedString::removeAttribute(const Ref<NSString> &name, NSRan
 }
 
 void NSMutableAttributedString::setAttributes(const Ref<NSDictionary> &attributes, NSRange range) {
-    const auto immutable = attributes ? as<NSDictionary>(attributes->copy()) : NSDictionary::dictionary();
+    auto immutable = attributes ? as<NSDictionary>(attributes->copy()) : NSDictionary::dictionary();
     change("NSMutableAttributedString setAttributes:range:", range,
            [&](const Ref<NSDictionary> &) { return immutable; });
 }

@@ -70,7 +70,7 @@ void NSCoder::encodeBytes(const void *bytes, NSUInteger length, const Ref<NSStri
 
 Ref<NSNumber> NSCoder::decodeNumber(const Ref<NSString> &key) {
     const id value = decodePropertyListForKey(key);
-    if (const auto number = as<NSNumber>(value))
+    if (auto number = as<NSNumber>(value))
         return number;
     if (value)
         failWithError(mismatch(key, "a number"));
@@ -107,7 +107,7 @@ double NSCoder::decodeDoubleForKey(const Ref<NSString> &key) {
 
 Ref<NSData> NSCoder::decodeBytesForKey(const Ref<NSString> &key) {
     const id value = decodePropertyListForKey(key);
-    const auto bytes = as<NSData>(value);
+    auto bytes = as<NSData>(value);
     if (value && !bytes)
         failWithError(mismatch(key, "data"));
     return bytes;

@@ -45,7 +45,7 @@ std::strong_ordering compareMagnitudes(const NSDecimal &a, const NSDecimal &b) {
         return static_cast<std::int64_t>(value.digits.size()) + value.exponent;
     };
     const auto order = point(a) <=> point(b);
-    return order == 0 ? a.digits <=> b.digits : order;
+    return std::is_eq(order) ? a.digits <=> b.digits : order;
 }
 
 int signOf(const NSDecimal &value) {

@@ -26,9 +26,9 @@ NSComparisonResult NSDecimalNumber::compare(const Ref<NSNumber> &other) const {
         there = other->decimalValue();
     }
     const auto order = value_ <=> there;
-    return order < 0   ? NSComparisonResult::OrderedAscending
-           : order > 0 ? NSComparisonResult::OrderedDescending
-                       : NSComparisonResult::OrderedSame;
+    return std::is_lt(order)   ? NSComparisonResult::OrderedAscending
+           : std::is_gt(order) ? NSComparisonResult::OrderedDescending
+                               : NSComparisonResult::OrderedSame;
 }
 
 bool NSDecimalNumber::isEqual(const id &other) const {

@@ -29,7 +29,7 @@ Ref<NSError> NSError::errorWithDomain(const Ref<NSString> &domain, NSInteger cod
 }
 
 Ref<NSString> NSError::localizedDescription() const {
-    if (const auto text = as<NSString>(userInfo_->objectForKey(NSLocalizedDescriptionKey())))
+    if (auto text = as<NSString>(userInfo_->objectForKey(NSLocalizedDescriptionKey())))
         return text;
     return NSString::stringWithFormat("The operation couldn’t be completed. (%@ error %ld.)", domain_, code_);
 }

@@ -35,7 +35,7 @@ id NSJSONSerialization::JSONObjectWithData(const Ref<NSData> &data, NSJSONReadin
         fail(error, failure->reason, failure->offset);
         return nullptr;
     }
-    const id result = builder.take();
+    id result = builder.take();
     if (!(options & NSJSONReadingOptions::AllowFragments) && !as<NSArray>(result) &&
         !as<NSDictionary>(result)) {
         fail(error, "JSON text did not start with array or object and option to allow fragments not set.", 0);

@@ -89,7 +89,7 @@ id read(const objc_method &getter, NSObject *object, SEL selector) {
         alignas(id) std::byte place[sizeof(id)];
         getter.invoke(getter.imp, object, selector, nullptr, place);
         id *result = std::launder(reinterpret_cast<id *>(place));
-        const id kept = std::move(*result);
+        id kept = std::move(*result);
         result->~id();
         return kept;
     }

@@ -51,7 +51,7 @@ Ref<NSData> NSKeyedArchiver::finish(const id &root) {
     const auto top = NSDictionary::dictionaryWithEntries({{u"root"_ns, reference(root)}});
     if (state_->error)
         return nullptr;
-    const auto archive = propertyListBytes(
+    auto archive = propertyListBytes(
         NSDictionary::dictionaryWithEntries({{u"$version"_ns, NSNumber::numberWithInt(100000)},
                                              {u"$archiver"_ns, u"NSKeyedArchiver"_ns},
                                              {u"$top"_ns, top},

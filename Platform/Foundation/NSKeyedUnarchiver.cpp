@@ -207,22 +207,22 @@ bool NSKeyedUnarchiver::isAllowed(Class cls) {
     return allowed;
 }
 
-id NSKeyedUnarchiver::valueForKey(const Ref<NSString> &key) const {
+id NSKeyedUnarchiver::encodedValue(const Ref<NSString> &key) const {
     const auto name = KeyedCoding::storedKey(key);
     return state_->values && !state_->error ? state_->values->objectForKey(name) : nullptr;
 }
 
 bool NSKeyedUnarchiver::containsValueForKey(const Ref<NSString> &key) {
-    return valueForKey(key) != nullptr;
+    return encodedValue(key) != nullptr;
 }
 
 id NSKeyedUnarchiver::decodeObjectForKey(const Ref<NSString> &key) {
-    const id value = valueForKey(key);
+    const id value = encodedValue(key);
     return value ? decodeReference(value) : nullptr;
 }
 
 id NSKeyedUnarchiver::decodePropertyListForKey(const Ref<NSString> &key) {
-    const id value = valueForKey(key);
+    id value = encodedValue(key);
     if (value && !isLeaf(value))
         return fail(NSString::stringWithFormat("The value of \"%@\" is no text, number or data.", key));
     if (value)
@@ -231,7 +231,7 @@ id NSKeyedUnarchiver::decodePropertyListForKey(const Ref<NSString> &key) {
 }
 
 std::optional<std::vector<id>> NSKeyedUnarchiver::decodeArrayOfObjectsForKey(const Ref<NSString> &key) {
-    const auto references = as<NSArray>(valueForKey(key));
+    const auto references = as<NSArray>(encodedValue(key));
     if (!references)
         return std::nullopt;
     std::vector<id> objects;
@@ -246,10 +246,10 @@ std::optional<std::vector<id>> NSKeyedUnarchiver::decodeArrayOfObjectsForKey(con
 // Whoever puts the objects into a table hashes each of them and compares it with those of the same hash,
 // which for collections is their count. Shared parts and many alike would make that take forever.
 std::optional<std::vector<id>> NSKeyedUnarchiver::decodeDistinctObjectsForKey(const Ref<NSString> &key) {
-    const auto objects = decodeArrayOfObjectsForKey(key);
+    auto objects = decodeArrayOfObjectsForKey(key);
     if (!objects)
         return std::nullopt;
-    const auto references = as<NSArray>(valueForKey(key));
+    const auto references = as<NSArray>(encodedValue(key));
     std::unordered_map<NSUInteger, std::uint64_t> alike;
     for (NSUInteger i = 0; i < objects->size(); ++i) {
         const auto index = as<PropertyListUID>(references->objectAtIndex(i))->index();

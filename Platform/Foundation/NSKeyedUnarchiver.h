@@ -47,7 +47,7 @@ private:
     void decode(std::uint64_t index);
     id decodeContents(Class cls, std::uint64_t index);
     Class classOf(const id &reference);
-    id valueForKey(const Ref<NSString> &key) const;
+    id encodedValue(const Ref<NSString> &key) const;
     bool isAllowed(Class cls);
     id fail(const Ref<NSString> &reason);
 

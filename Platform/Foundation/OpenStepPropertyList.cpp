@@ -41,7 +41,7 @@ public:
     id whole() {
         if (atEnd())
             return entries(false, 0);
-        const id single = value(0);
+        id single = value(0);
         if (!single || atEnd())
             return single;
         at_ = 0;

@@ -51,9 +51,9 @@ void appendUnits(std::u16string &out, UChar32 character) {
 bool convert(std::string_view bytes, std::u16string &out) {
     bool valid = true;
     const char *text = bytes.data();
-    const auto length = static_cast<std::int64_t>(bytes.size());
-    out.reserve(out.size() + bytes.size());
-    for (std::int64_t i = appendASCII(bytes, 0, out); i < length; i = appendASCII(bytes, i, out)) {
+    const std::size_t length = bytes.size();
+    out.reserve(out.size() + length);
+    for (std::size_t i = appendASCII(bytes, 0, out); i < length; i = appendASCII(bytes, i, out)) {
         UChar32 character;
         U8_NEXT(text, i, length, character);
         valid = valid && character >= 0;

@@ -13,8 +13,7 @@ struct Registry {
 
     Class own(Ref<objc_class> cls) {
         const std::scoped_lock guard(lock);
-        owned.push_back(cls);
-        return cls.get();
+        return owned.emplace_back(std::move(cls)).get();
     }
     void enter(Class cls) {
         const std::scoped_lock guard(lock);
@@ -96,6 +95,7 @@ bool addNamed(std::vector<std::unique_ptr<T>> &list, T member) {
 template <class T>
 std::vector<const T *> pointers(const std::vector<std::unique_ptr<T>> &list) {
     std::vector<const T *> result;
+    result.reserve(list.size());
     for (const auto &each : list)
         result.push_back(each.get());
     return result;

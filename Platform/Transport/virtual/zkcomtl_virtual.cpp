@@ -119,9 +119,9 @@ int32_t tl_usb_get_devicelist_by_vid(int32_t vid, tl_usb_device_info **list, int
         std::vector<PluggedPrinter> printers = PrinterFolder::fromEnvironment().printers();
         std::erase_if(printers, [&](const PluggedPrinter &printer) { return printer.state.vid != vid; });
         std::vector<tl_usb_device_info> records;
-        for (const auto &[file, state] : printers) {
+        records.reserve(printers.size());
+        for (const auto &[file, state] : printers)
             records.push_back(transport::deviceRecord(state.identity(), state.vid, state.pid));
-        }
         transport::handOut(std::move(records), *list, *count);
         return TL_USB_OK;
     });

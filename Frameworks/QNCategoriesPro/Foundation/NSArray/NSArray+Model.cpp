@@ -18,7 +18,7 @@ Ref<NSArray> qn::modelArrayWithClass(Class cls, const Ref<NSArray> &array) {
 
 Ref<NSArray> qn::modelArrayWithClass(Class cls, const id &json) {
     const auto data = jsonData(json);
-    if (const auto models = readModelArray(cls, data))
+    if (auto models = readModelArray(cls, data))
         return models;
     return modelArrayWithClass(cls, collectionFromJSON<NSArray>(data ? data : json));
 }

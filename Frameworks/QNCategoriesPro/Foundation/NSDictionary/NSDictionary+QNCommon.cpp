@@ -30,7 +30,7 @@ Ref<NSNumber> numberFromText(const NSString &text) {
 } // namespace
 
 Ref<NSNumber> NSNumberFromID(const id &value) {
-    if (const auto number = as<NSNumber>(value))
+    if (auto number = as<NSNumber>(value))
         return number;
     const auto text = as<NSString>(value);
     return text ? numberFromText(*text) : nullptr;
@@ -51,7 +51,7 @@ Ref<NSNumber> qn::numberValueForKey(const Ref<NSDictionary> &dictionary, const i
 Ref<NSString> qn::stringValueForKey(const Ref<NSDictionary> &dictionary, const id &key,
                                     const Ref<NSString> &otherwise) {
     const id value = presentValue(dictionary, key);
-    if (const auto text = as<NSString>(value))
+    if (auto text = as<NSString>(value))
         return text;
     if (const auto number = as<NSNumber>(value))
         return number->description();
@@ -80,7 +80,7 @@ bool qn::containsObjectForKey(const Ref<NSDictionary> &dictionary, const id &key
 
 Ref<NSMutableDictionary> qn::entriesForKeys(const Ref<NSDictionary> &dictionary, const Ref<NSArray> &keys) {
     return oneStep(dictionary, [&](NSDictionary &contents) {
-        const auto entries = NSMutableDictionary::dictionary();
+        auto entries = NSMutableDictionary::dictionary();
         for (const id &key : collections::objectsOf(keys))
             if (const id value = contents.objectForKey(key))
                 entries->setObject(value, key);

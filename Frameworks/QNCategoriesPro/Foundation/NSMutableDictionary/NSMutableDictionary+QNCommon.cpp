@@ -21,7 +21,7 @@ id qn::popObjectForKey(const Ref<NSMutableDictionary> &dictionary, const id &key
 Ref<NSMutableDictionary> qn::popEntriesForKeys(const Ref<NSMutableDictionary> &dictionary,
                                                const Ref<NSArray> &keys) {
     return oneStep(dictionary, [&](NSMutableDictionary &contents) {
-        const auto popped = NSMutableDictionary::dictionary();
+        auto popped = NSMutableDictionary::dictionary();
         for (const id &key : collections::objectsOf(keys))
             if (const id object = pop(contents, key))
                 popped->setObject(object, key);

@@ -6,7 +6,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
 #include "Platform/Foundation/NSSet.h"
 
-using qn::FoundationKind;
 using qn::PropertyStore;
 
 namespace {
@@ -74,15 +73,15 @@ bool storeSet(const PropertyStore &store, const id &value, bool isMutable) {
 
 bool qn::storeContainerValue(const PropertyStore &store, const id &value) {
     switch (store.meta._nsType) {
-    case FoundationKind::Array:
-    case FoundationKind::MutableArray:
-        return storeArray(store, value, store.meta._nsType == FoundationKind::MutableArray);
-    case FoundationKind::Dictionary:
-    case FoundationKind::MutableDictionary:
-        return storeDictionary(store, value, store.meta._nsType == FoundationKind::MutableDictionary);
-    case FoundationKind::Set:
-    case FoundationKind::MutableSet:
-        return storeSet(store, value, store.meta._nsType == FoundationKind::MutableSet);
+    case qn::FoundationKind::Array:
+    case qn::FoundationKind::MutableArray:
+        return storeArray(store, value, store.meta._nsType == qn::FoundationKind::MutableArray);
+    case qn::FoundationKind::Dictionary:
+    case qn::FoundationKind::MutableDictionary:
+        return storeDictionary(store, value, store.meta._nsType == qn::FoundationKind::MutableDictionary);
+    case qn::FoundationKind::Set:
+    case qn::FoundationKind::MutableSet:
+        return storeSet(store, value, store.meta._nsType == qn::FoundationKind::MutableSet);
     default:
         return false;
     }

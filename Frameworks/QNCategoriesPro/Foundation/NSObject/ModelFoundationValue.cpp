@@ -11,7 +11,6 @@
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/NSURL.h"
 
-using qn::FoundationKind;
 using qn::PropertyStore;
 
 namespace {
@@ -85,21 +84,21 @@ bool storeURL(const PropertyStore &store, const id &value) {
 
 bool qn::storeFoundationValue(const PropertyStore &store, const id &value) {
     switch (store.meta._nsType) {
-    case FoundationKind::String:
-    case FoundationKind::MutableString:
-        return storeText(store, value, store.meta._nsType == FoundationKind::MutableString);
-    case FoundationKind::Value:
+    case qn::FoundationKind::String:
+    case qn::FoundationKind::MutableString:
+        return storeText(store, value, store.meta._nsType == qn::FoundationKind::MutableString);
+    case qn::FoundationKind::Value:
         return peek<NSValue>(value) && store(value);
-    case FoundationKind::Number:
+    case qn::FoundationKind::Number:
         return store(numberFromValue(value));
-    case FoundationKind::DecimalNumber:
+    case qn::FoundationKind::DecimalNumber:
         return storeDecimalNumber(store, value);
-    case FoundationKind::Data:
-    case FoundationKind::MutableData:
-        return storeData(store, value, store.meta._nsType == FoundationKind::MutableData);
-    case FoundationKind::Date:
+    case qn::FoundationKind::Data:
+    case qn::FoundationKind::MutableData:
+        return storeData(store, value, store.meta._nsType == qn::FoundationKind::MutableData);
+    case qn::FoundationKind::Date:
         return storeDate(store, value);
-    case FoundationKind::URL:
+    case qn::FoundationKind::URL:
         return storeURL(store, value);
     default:
         return false;

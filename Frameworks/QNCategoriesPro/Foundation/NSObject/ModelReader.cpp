@@ -136,31 +136,27 @@ private:
 
     /// What a key reaches in the models of a class.
     struct Target {
-        bool isValid = false;
-        const _QNModelMeta *meta = nullptr;
+        Ref<_QNModelMeta> meta;                        // none: the key is no text
         const qn::ModelKeyIndex::Slot *slot = nullptr; // null: nothing
     };
 
-    Target targetOf(std::string_view key, const _QNModelMeta &meta) {
+    Target targetOf(std::string_view key, const Ref<_QNModelMeta> &meta) {
         const auto &text = builder_.leaves().key(key);
-        return text ? Target{true, &meta, meta._keys.find(*text)} : Target{};
+        return text ? Target{meta, meta->_keys.find(*text)} : Target{};
     }
 
     /// False for a key that was there before, and for one that is no text.
     bool lookUp(std::string_view key) {
         Frame &frame = frames_.back();
-        const _QNModelMeta &meta = *frame.meta;
-        Target target = targets_.find(key, [&] { return targetOf(key, meta); });
-        if (target.meta != &meta)
-            target = targetOf(key, meta);
-        frame.slot = target.slot;
-        if (!frame.slot)
-            return target.isValid;
-        const auto seen =
-            seen_.begin() + static_cast<std::ptrdiff_t>(frame.firstSeen + meta._keys.numberOf(*frame.slot));
-        const bool isFirst = !*seen;
-        *seen = true;
-        return isFirst;
+        const Target &recent = targets_.find(key, [&] { return targetOf(key, frame.meta); });
+        if (!recent.meta)
+            return false;
+        frame.slot = recent.meta == frame.meta ? recent.slot : targetOf(key, frame.meta).slot;
+        return !frame.slot || isFirst(frame);
+    }
+
+    bool isFirst(const Frame &frame) {
+        return !std::exchange(seen_[frame.firstSeen + frame.meta->_keys.numberOf(*frame.slot)], 1);
     }
 
     bool openModel(const Ref<_QNModelMeta> &meta) {
@@ -209,7 +205,7 @@ private:
     RecentValues<Target> targets_;
     std::size_t depthInBuilder_ = 0;
     std::vector<Frame> frames_;
-    std::vector<bool> seen_;   // a frame's keys, by number, from its first on
+    std::vector<char> seen_;   // by number, 1 for a key that was there: a frame's, from its first on
     std::vector<id> elements_; // a frame's elements, from its first on
     id model_;
 };

@@ -16,7 +16,7 @@ inline Ref<NSData> jsonData(const id &json) {
 /// A collection as it is; the one that a text or bytes hold. None for anything else.
 template <class Collection>
 Ref<Collection> collectionFromJSON(const id &json) {
-    if (const auto collection = as<Collection>(json))
+    if (auto collection = as<Collection>(json))
         return collection;
     const auto data = jsonData(json);
     return data ? as<Collection>(

@@ -26,7 +26,8 @@ id qn::modelWithJSON(Class cls, const id &json) {
 }
 
 bool qn::modelSetWithDictionary(const id &model, const id &dictionary) {
-    const id keptModel = model, kept = dictionary; // setters and hooks may let go of them
+    // Setters and hooks may let go of them. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const id keptModel = model, kept = dictionary;
     return keptModel && fillModel(*keptModel, kept);
 }
 

@@ -41,7 +41,7 @@ public:
 
     /// By name. A class's own property hides an inherited one.
     Ref<NSMutableDictionary> collect() const {
-        const auto metas = NSMutableDictionary::dictionary();
+        auto metas = NSMutableDictionary::dictionary();
         // The root class has no properties of a model.
         for (auto info = classInfo_; info && info->superCls(); info = info->superClassInfo())
             for (const auto &[name, property] : info->propertyInfos()->allEntries())
@@ -94,7 +94,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
     const auto classInfo = QNClassInfo::classInfoWithClass(cls);
     if (!classInfo)
         return nullptr;
-    const auto meta = make<_QNModelMeta>();
+    auto meta = make<_QNModelMeta>();
     meta->_classInfo = classInfo;
     meta->_nsType = qn::foundationKindOf(cls);
     const auto metas = Properties(classInfo).collect();

@@ -64,7 +64,7 @@ _QNModelPropertyMeta::metaWithClassInfo(const Ref<QNClassInfo> &classInfo,
                                         const Ref<QNClassPropertyInfo> &propertyInfo, Class generic) {
     if (!classInfo || !propertyInfo)
         return nullptr;
-    const auto meta = make<_QNModelPropertyMeta>();
+    auto meta = make<_QNModelPropertyMeta>();
     meta->_name = propertyInfo->name();
     meta->_type = propertyInfo->type();
     meta->_info = propertyInfo;

@@ -18,7 +18,7 @@ Ref<NSString> resourceText(const Ref<NSString> &name, const std::string &type) {
 }
 
 Ref<NSString> extensionOf(const Ref<NSString> &text) {
-    const auto extension = text->pathExtension();
+    auto extension = text->pathExtension();
     if (qn::stringByTrim(extension)->length() > 0)
         return extension;
     return text->hasPrefix(u"."_ns) ? text->substringFromIndex(1) : text;
