@@ -53,9 +53,8 @@ bool QNThreadSafeArray::isEqual(const id &other) const {
 id QNThreadSafeArray::mutableCopy() const {
     const auto contents = locked();
     const auto copy = as<QNThreadSafeArray>(class_createInstance(isa()));
-    if (!copy)
-        return NSObject::mutableCopy(); // the class cannot make instances: raises
-                                        // NOLINT(bugprone-parent-virtual-call)
+    if (!copy) // The class cannot make instances: raises. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+        return NSObject::mutableCopy();
     copy->_arr = NSMutableArray::arrayWithArray(_arr);
     return copy;
 }

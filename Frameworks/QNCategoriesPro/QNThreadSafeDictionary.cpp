@@ -52,9 +52,8 @@ bool QNThreadSafeDictionary::isEqual(const id &other) const {
 id QNThreadSafeDictionary::mutableCopy() const {
     const auto contents = locked();
     const auto copy = as<QNThreadSafeDictionary>(class_createInstance(isa()));
-    if (!copy)
-        return NSObject::mutableCopy(); // the class cannot make instances: raises
-                                        // NOLINT(bugprone-parent-virtual-call)
+    if (!copy) // The class cannot make instances: raises. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+        return NSObject::mutableCopy();
     copy->_dic = NSMutableDictionary::dictionaryWithDictionary(_dic);
     return copy;
 }
