@@ -226,22 +226,21 @@ TEST_F(UsbTransportTest, ReadsOneTransfer) {
 }
 
 TEST_F(UsbTransportTest, WaitsThroughEmptyPacketsAtLeisure) {
-    dispatch::ManualClock own; // the transport's thread waits on the other one
-    own.setAutoAdvance(true);
-    std::stop_source stop;
-    FakeDevice device(bus.second, own);
-    bus.second.emptyPackets = true;
-    const dispatch::Instant start = own.now();
+    clock.setAutoAdvance(true); // without a handle, no other thread waits on it
+    FakeDevice device(bus.first, clock);
     buffer.resize(64);
-    EXPECT_EQ(readTransfer(device, buffer, count, 10s, stop.get_token(), own), TL_USB_ERROR_TIMEOUT);
-    EXPECT_EQ(own.now() - start, 10s);
-    EXPECT_LT(bus.second.receives, 700);
-
+    const auto receive = [&] {
+        return readTransfer(device, buffer, count, 10s, std::stop_source().get_token(), clock);
+    };
     bus.first.answers = {{}, {}, {.count = 5}};
-    void *const handle = opened();
-    clock.setAutoAdvance(true);
-    EXPECT_EQ(read(handle), TL_USB_OK);
+    EXPECT_EQ(receive(), TL_USB_OK);
     EXPECT_EQ(count, 5u);
+
+    bus.first.emptyPackets = true;
+    const dispatch::Instant start = clock.now();
+    EXPECT_EQ(receive(), TL_USB_ERROR_TIMEOUT);
+    EXPECT_EQ(clock.now() - start, 10s);
+    EXPECT_LT(bus.first.receives, 700);
 }
 
 TEST_F(UsbTransportTest, GivesBackAfterUseAndTakesAgain) {
