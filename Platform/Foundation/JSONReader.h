@@ -38,7 +38,8 @@ public:
         std::fill_n(copy_.get() + size_, padding, '\0');
     }
 
-    /// Once. The handler ends the reading by answering false, and may have a `refusal()` to say why.
+    /// Once. The handler ends the reading by answering false; its `refusal()` says why, or null for a reason
+    /// of the reader's.
     template <class Handler>
     std::optional<Failure> read(Handler &handler) {
         rapidjson::InsituStringStream stream(copy_.get());
