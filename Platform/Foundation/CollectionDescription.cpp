@@ -46,9 +46,10 @@ void appendEscaped(std::u16string &out, char16_t unit) {
 
 Ref<NSString> elementDescription(const id &element, const id &locale) {
     const SEL localized = sel_registerName("descriptionWithLocale:");
-    return locale && element->respondsToSelector(localized)
-               ? as<NSString>(objc_msgSend<id>(element, localized, locale))
-               : element->description();
+    if (locale && element->respondsToSelector(localized))
+        if (const auto text = as<NSString>(objc_msgSend<id>(element, localized, locale)))
+            return text;
+    return descriptionOf(*element);
 }
 
 } // namespace

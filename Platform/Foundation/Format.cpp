@@ -135,7 +135,7 @@ private:
             return printPointer(parsed, object);
         if (!object)
             return printText(parsed, "(null)");
-        const Ref<NSString> text = object->description();
+        const Ref<NSString> text = descriptionOf(*object);
         pad(parsed, text->length(), true);
         output_.append(std::u16string_view(text->units()));
         pad(parsed, text->length(), false);

@@ -239,8 +239,8 @@ Ref<NSString> NSDictionary::descriptionWithLocale(const id &locale, NSUInteger i
 Ref<NSString> NSDictionary::descriptionInStringsFileFormat() const {
     std::u16string text;
     for (const auto &[key, value] : entriesToDescribe(*this))
-        text += quotedDescription(key->description()->units()) + u" = " +
-                quotedDescription(value->description()->units()) + u";\n";
+        text += quotedDescription(descriptionOf(*key)->units()) + u" = " +
+                quotedDescription(descriptionOf(*value)->units()) + u";\n";
     return make<NSString>(std::move(text));
 }
 

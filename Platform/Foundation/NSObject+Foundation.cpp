@@ -14,6 +14,11 @@ Ref<NSString> NSObject::description() const {
     return NSString::stringWithFormat("<%s: %p>", isa()->name().c_str(), static_cast<const void *>(this));
 }
 
+Ref<NSString> descriptionOf(const NSObject &object) {
+    const auto text = object.description();
+    return text ? text : u"(null)"_ns;
+}
+
 Ref<NSString> objc_class::description() const {
     return NSString::stringWithUTF8String(name_);
 }

@@ -146,6 +146,9 @@ public:
     void deleteCharactersInRange(NSRange range) { replaceCharactersInRange(range, string()); }
 };
 
+/// What the object says of itself; "(null)", as for none in a format, when its class says nothing.
+Ref<NSString> descriptionOf(const NSObject &object);
+
 /// A constant text: `u"deviceUri"_ns`.
 inline Ref<NSString> operator""_ns(const char16_t *units, std::size_t length) {
     return make<NSString>(std::u16string(units, length));

@@ -21,6 +21,11 @@ auto withKey(const id &key) {
     return [key](const auto &entry) { return entry.first->isEqual(key); };
 }
 
+class Silent : public NSObject {
+public:
+    Ref<NSString> description() const override { return nullptr; }
+};
+
 class PrimitiveDictionary final : public NSMutableDictionary {
 public:
     NSUInteger count() const override { return entries_.size(); }
@@ -272,4 +277,8 @@ TEST(Collections, describeThemselves) {
     EXPECT_EQ(text(NSDictionary::dictionaryWithEntries({{u"b"_ns, number(1)}, {number(2), number(3)}})),
               "{\n    b = 1;\n    2 = 3;\n}")
         << "in the order of insertion";
+    const auto silent = NSArray::arrayWithObjects({make<Silent>()});
+    EXPECT_EQ(text(silent), "(\n    \"(null)\"\n)");
+    EXPECT_EQ(text(silent->componentsJoinedByString(u""_ns)), "(null)");
+    EXPECT_EQ(text(NSString::stringWithFormat("%@", make<Silent>())), "(null)");
 }

@@ -61,8 +61,9 @@ Ref<NSString> qn::stringValueForKey(const Ref<NSDictionary> &dictionary, const i
 Ref<NSArray> qn::allKeysSorted(const Ref<NSDictionary> &dictionary) {
     if (!dictionary)
         return nullptr;
-    return dictionary->allKeys()->sortedArrayUsingComparator(
-        [](const id &a, const id &b) { return a->description()->caseInsensitiveCompare(b->description()); });
+    return dictionary->allKeys()->sortedArrayUsingComparator([](const id &a, const id &b) {
+        return descriptionOf(*a)->caseInsensitiveCompare(descriptionOf(*b));
+    });
 }
 
 Ref<NSArray> qn::allValuesSortedByKeys(const Ref<NSDictionary> &dictionary) {

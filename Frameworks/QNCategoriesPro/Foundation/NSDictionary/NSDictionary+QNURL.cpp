@@ -23,12 +23,12 @@ const Ref<NSCharacterSet> &allowedCharacters() {
 }
 
 Ref<NSString> escapedDescription(const id &object) {
-    return QNPercentEscapedStringFromString(object ? object->description() : nullptr);
+    return QNPercentEscapedStringFromString(object ? descriptionOf(*object) : nullptr);
 }
 
 Ref<NSArray> sortedByDescription(const Ref<NSArray> &objects) {
     return objects->sortedArrayUsingComparator(
-        [](const id &a, const id &b) { return a->description()->compare(b->description()); });
+        [](const id &a, const id &b) { return descriptionOf(*a)->compare(descriptionOf(*b)); });
 }
 
 /// Gathers the pairs, escaped, in order.

@@ -27,7 +27,7 @@ Text cut(const Text &text) {
 Text structureText(const NSObject &model, const _QNModelPropertyMeta &meta) {
     try {
         if (const id value = model.valueForKey(meta._name))
-            return value->description();
+            return descriptionOf(*value);
     } catch (const NSException &) {
     }
     return u"{unknown}"_ns;
@@ -111,7 +111,7 @@ void Writer::writeOfKind(FoundationKind kind, const id &object) {
     case FoundationKind::Value:
     case FoundationKind::Data:
     case FoundationKind::MutableData:
-        return write(cut(object->description()));
+        return write(cut(descriptionOf(*object)));
     case FoundationKind::Array:
     case FoundationKind::MutableArray:
         return writeArray(static_cast<const NSArray &>(*object));
@@ -122,7 +122,7 @@ void Writer::writeOfKind(FoundationKind kind, const id &object) {
     case FoundationKind::MutableSet:
         return writeArray(*static_cast<const NSSet &>(*object).allObjects());
     default:
-        return write(object->description());
+        return write(descriptionOf(*object));
     }
 }
 

@@ -59,7 +59,7 @@ id dictionaryToJSON(const id &object) {
     qn::walkEntries(dictionary, [&](const id &key, const id &value) {
         const id written = ModelToJSONObjectRecursive(value);
         result->setObject(written ? written : NSNull::null(),
-                          peek<NSString>(key) ? key : id(key->description()));
+                          peek<NSString>(key) ? key : id(descriptionOf(*key)));
     });
     return result;
 }
