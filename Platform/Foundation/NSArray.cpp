@@ -64,16 +64,19 @@ private:
     const std::vector<id> objects_;
 };
 
-/// The ordinary mutable array. What leaves it outlives the change: its end may look at the array.
+/// The ordinary mutable array. What leaves it outlives the change: its end may look at the array. Taking the
+/// first object moves the others only once half of the places are empty, so a queue drains in linear time.
 class PlainMutableArray final : public NSMutableArray {
 public:
     explicit PlainMutableArray(std::vector<id> objects) : objects_(std::move(objects)) {}
 
-    NSUInteger count() const override { return objects_.size(); }
-    std::optional<std::span<const id>> elements() const override { return objects_; }
+    NSUInteger count() const override { return objects_.size() - drained_; }
+    std::optional<std::span<const id>> elements() const override {
+        return std::span(objects_).subspan(drained_);
+    }
     id objectAtIndex(NSUInteger index) const override {
-        checkIndex("NSArray objectAtIndex:", index, objects_.size());
-        return objects_[index];
+        checkIndex("NSArray objectAtIndex:", index, count());
+        return objects_[drained_ + index];
     }
     NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
                                            NSUInteger count) const override {
@@ -87,33 +90,37 @@ public:
     }
     void insertObject(const id &object, NSUInteger index) override {
         checkObject("NSMutableArray insertObject:atIndex:", object);
-        checkIndex("NSMutableArray insertObject:atIndex:", index, objects_.size() + 1);
+        checkIndex("NSMutableArray insertObject:atIndex:", index, count() + 1);
         objects_.insert(at(index), object);
         mutations_.increase();
     }
     void removeObjectAtIndex(NSUInteger index) override {
-        checkIndex("NSMutableArray removeObjectAtIndex:", index, objects_.size());
+        checkIndex("NSMutableArray removeObjectAtIndex:", index, count());
         mutations_.increase();
-        const id released = std::move(objects_[index]);
-        objects_.erase(at(index));
+        const id released = std::move(*at(index));
+        if (index > 0)
+            objects_.erase(at(index));
+        else if (2 * ++drained_ >= objects_.size())
+            closeUp();
     }
     void removeLastObject() override {
-        if (!objects_.empty())
-            removeObjectAtIndex(objects_.size() - 1);
+        if (count() > 0)
+            removeObjectAtIndex(count() - 1);
     }
     void replaceObjectAtIndex(NSUInteger index, const id &object) override {
         checkObject("NSMutableArray replaceObjectAtIndex:withObject:", object);
-        checkIndex("NSMutableArray replaceObjectAtIndex:withObject:", index, objects_.size());
+        checkIndex("NSMutableArray replaceObjectAtIndex:withObject:", index, count());
         mutations_.increase();
-        const id released = std::exchange(objects_[index], object);
+        const id released = std::exchange(*at(index), object);
     }
     void removeAllObjects() override {
         mutations_.increase();
         const auto released = std::exchange(objects_, {});
+        drained_ = 0;
     }
     using NSMutableArray::replaceObjectsInRange;
     void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) override {
-        checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, objects_.size());
+        checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, count());
         const auto replacements = objectsOf(objects);
         if (range.length == 0 && replacements.empty())
             return;
@@ -130,23 +137,29 @@ protected:
             return;
         mutations_.increase();
         std::vector<id> left, released;
-        left.reserve(objects_.size());
+        left.reserve(count());
         released.reserve(places.size());
         auto next = places.begin();
-        for (NSUInteger i = 0; i < objects_.size(); ++i) {
+        for (NSUInteger i = 0; i < count(); ++i) {
             const bool goes = next != places.end() && *next == i;
-            (goes ? released : left).push_back(std::move(objects_[i]));
+            (goes ? released : left).push_back(std::move(*at(i)));
             next += goes;
         }
         objects_ = std::move(left);
+        drained_ = 0;
     }
 
 private:
     std::vector<id>::iterator at(NSUInteger index) {
-        return objects_.begin() + static_cast<std::ptrdiff_t>(index);
+        return objects_.begin() + static_cast<std::ptrdiff_t>(drained_ + index);
+    }
+    void closeUp() {
+        objects_.erase(objects_.begin(), at(0));
+        drained_ = 0;
     }
 
-    std::vector<id> objects_;
+    std::vector<id> objects_; ///< behind the empty places at the front
+    NSUInteger drained_ = 0;  ///< how many those are
     NSMutationCount mutations_;
 };
 
@@ -258,7 +271,7 @@ Ref<NSString> NSArray::componentsJoinedByString(const Ref<NSString> &separator) 
     enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
         if (index && separator)
             joined += separator->units();
-        joined += object->description()->units();
+        joined += descriptionOf(*object)->units();
     });
     return make<NSString>(std::move(joined));
 }

@@ -143,7 +143,7 @@ public:
         const auto equals = [&](const id &other) { return other->isEqual(object); };
         const std::size_t index = pick(size + 3); // now and then outside
         const auto outside = [&](std::size_t bound) { return index < bound ? "" : NSRangeException; };
-        switch (pick(20)) {
+        switch (pick(21)) {
         case 0:
             array->removeObject(object, range);
             model.erase(std::remove_if(first, last, equals), last);
@@ -235,6 +235,11 @@ public:
             EXPECT_EQ(raised([&] { array->removeObjectAtIndex(index); }), outside(size));
             if (index < size)
                 model.erase(at(index));
+            break;
+        case 20:
+            for (std::size_t taken = pick(size + 1); taken > 0; --taken)
+                array->removeObjectAtIndex(0);
+            model.erase(model.begin(), model.end() - static_cast<std::ptrdiff_t>(array->count()));
             break;
         case 16:
             EXPECT_EQ(raised([&] { array->replaceObjectAtIndex(index, object); }), outside(size));
