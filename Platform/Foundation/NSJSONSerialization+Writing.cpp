@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -77,31 +78,45 @@ const T &known(const id &object) {
 /// Why nothing was written; null when all is well.
 using Reason = const char *;
 
-/// Every entry of the dictionary, until `visit` gives a reason.
+/// Every item, until `visit` gives a reason. Objects lie scattered in memory: those of the next items are
+/// fetched while one is written.
+template <class Item, class ObjectOf, class Visit>
+Reason eachItem(std::span<const Item> items, ObjectOf objectOf, Visit visit) {
+    constexpr std::size_t ahead = 4;
+    const auto fetch = [&](std::size_t i) {
+        if (i < items.size())
+            __builtin_prefetch(objectOf(items[i]).get());
+    };
+    for (std::size_t i = 0; i < ahead; ++i)
+        fetch(i);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        fetch(i + ahead);
+        if (Reason reason = visit(items[i]))
+            return reason;
+    }
+    return nullptr;
+}
+
+/// Every entry of the dictionary, in the same way.
 template <class Visit>
 Reason eachEntry(const NSDictionary &dictionary, Visit visit) {
+    if (const ObjectTable *table = dictionary.table())
+        return eachItem(
+            table->entries(), [](const auto &entry) -> const id & { return entry.value; },
+            [&](const auto &entry) { return entry.key ? visit(entry.key, entry.value) : nullptr; });
     Reason reason = nullptr;
-    if (const ObjectTable *table = dictionary.table()) {
-        for (const auto &entry : table->entries())
-            if (entry.key && (reason = visit(entry.key, entry.value)))
-                break;
-    } else {
-        dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
-            reason = visit(key, value);
-            stop = reason;
-        });
-    }
+    dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
+        reason = visit(key, value);
+        stop = reason;
+    });
     return reason;
 }
 
 /// Every element of the array, in the same way.
 template <class Visit>
 Reason eachElement(const NSArray &array, Visit visit) {
-    const auto walk = [&](std::span<const id> elements) -> Reason {
-        for (const id &element : elements)
-            if (Reason reason = visit(element))
-                return reason;
-        return nullptr;
+    const auto walk = [&](std::span<const id> elements) {
+        return eachItem(elements, std::identity(), visit);
     };
     if (const auto elements = array.elements())
         return walk(*elements);
