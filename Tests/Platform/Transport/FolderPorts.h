@@ -31,7 +31,6 @@ public:
                     R"({"manufacturer": )" + text(printer.manufacturer) + R"(, "product": )" +
                         text(printer.product) + R"(, "serial": )" + text(printer.serial) + R"(, "vid": )" +
                         std::to_string(printer.vid) + R"(, "pid": )" + std::to_string(printer.pid) +
-                        R"(, "printer_status": )" + std::to_string(printer.printerStatus) +
                         R"(, "threshold": )" + std::to_string(printer.threshold) + R"(, "faults": [)" +
                         faults + "]}");
     }

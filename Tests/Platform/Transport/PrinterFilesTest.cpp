@@ -39,7 +39,6 @@ TEST(PrinterJson, ReadsEveryKey) {
     const VirtualPrinterState plain{
         .manufacturer = "Zelkor", .product = "L200", .serial = "SN1", .vid = 0x5A4B, .pid = 65535};
     EXPECT_EQ(transport::printerFromJson("{" + identity + "}"), plain);
-    EXPECT_EQ(plain.printerStatus, 3);
     VirtualPrinterState full = plain;
     full.printerStatus = -4;
     full.threshold = 99;
@@ -124,18 +123,6 @@ TEST(PrinterFolder, StoringReplacesTheFileAndKeepsTheRest) {
     EXPECT_EQ(folder.get("b.json"), "{");
     EXPECT_FALSE(PrinterFolder::storeThreshold(folder.file("missing.json"), 5));
     EXPECT_FALSE(std::filesystem::exists(folder.file("missing.json")));
-}
-
-TEST(PrinterFolder, TheDemoPrintersArePrinters) {
-    const auto printers = PrinterFolder(DEMO_PRINTERS).printers();
-    ASSERT_EQ(printers.size(), 2u);
-    for (const auto &printer : printers) {
-        EXPECT_EQ(printer.state.vid, VENDOR_ID);
-        EXPECT_THAT(printer.state.faults, IsEmpty());
-    }
-    EXPECT_EQ(printers[0].state.product, "L200 Series");
-    EXPECT_EQ(printers[1].state.product, "Sample Laser Series");
-    EXPECT_EQ(printers[1].state.threshold, 3);
 }
 
 TEST(PrinterUri, PicksThePrinter) {

@@ -141,21 +141,18 @@ TEST_F(TransportUsb, recoversFromAStall) {
     EXPECT_EQ(receiveAll(handle), "<00ACFF2100010001> <33> -5");
 }
 
-TEST_F(TransportUsb, endsAReadWhenThePrinterIsPulledOut) {
-    void *const handle = openPrinter();
-    std::thread reader([&] { EXPECT_EQ(receiveAll(handle, patience_ms), "-2"); });
-    awaitRead();
-    ports.unplug("SN0001");
-    reader.join();
-}
-
-TEST_F(TransportUsb, endsAReadWhenItsHandleIsClosed) {
-    void *const handle = openPrinter();
-    std::thread reader([&] { EXPECT_EQ(receiveAll(handle, patience_ms), "-10"); });
-    awaitRead();
-    EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK);
-    reader.join();
-    awaitRest();
+TEST_F(TransportUsb, endsAReadWhenItsPrinterOrItsHandleGoes) {
+    for (const bool unplugs : {false, true}) {
+        void *const handle = openPrinter();
+        std::thread reader([&] { EXPECT_EQ(receiveAll(handle, patience_ms), unplugs ? "-2" : "-10"); });
+        awaitRead();
+        if (unplugs) {
+            ports.unplug("SN0001");
+        } else {
+            EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK);
+        }
+        reader.join();
+    }
 }
 
 // As the manager does it: the handle of an exchange that went well is never closed.

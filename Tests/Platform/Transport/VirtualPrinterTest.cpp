@@ -70,12 +70,6 @@ TEST(VirtualPrinter, AnswersTheSameHoweverTheBytesAreSplit) {
         ASSERT_EQ(printer.write(all.subspan(split)), TL_USB_OK);
         ASSERT_THAT(replies(printer), ElementsAre(readReply, Bytes{'7'}));
     }
-    VirtualPrinter printer({.threshold = 7});
-    for (const uint8_t byte : envelopes::writeThreshold5) {
-        ASSERT_EQ(printer.write({&byte, 1}), TL_USB_OK);
-    }
-    EXPECT_THAT(replies(printer), ElementsAre(writeReply));
-    EXPECT_EQ(printer.state().threshold, 5);
 }
 
 TEST(VirtualPrinter, FindsTheFrameAmongOtherPjl) {
