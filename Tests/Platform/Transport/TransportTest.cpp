@@ -1,15 +1,13 @@
 // What programs see of a transport library; compiled into the tests of each, which must not be told apart.
+#include "Tests/Platform/Dispatch/OnThreads.h"
 #include "Tests/Platform/Transport/TransportTesting.h"
 
 #include <array>
-#include <atomic>
 #include <bit>
 #include <cstring>
 #include <functional>
 #include <set>
 #include <string>
-#include <thread>
-#include <vector>
 
 using transport::Fault;
 
@@ -215,25 +213,18 @@ TEST_P(Transport, KeepsOneOpenHandleAPrinter) {
 }
 
 TEST_P(Transport, ServesThreadsAtOnce) {
-    std::atomic<int> good = 0;
-    std::vector<std::thread> threads;
-    const std::string serials[] = {"A", "B", "C"};
-    for (const std::string &serial : serials) {
-        ports->plug(sampleLaser({}, serial));
+    constexpr int threads = 3;
+    for (int thread = 0; thread < threads; ++thread) {
+        ports->plug(sampleLaser({}, std::to_string(thread)));
     }
-    for (const std::string &serial : serials) {
-        threads.emplace_back([serial, &good] {
-            for (int i = 0; i < 50; ++i) {
-                void *const handle = openPrinter(serial);
-                Bytes transfer;
-                good += send(handle, envelopes::writeThreshold5) == TL_USB_OK &&
-                        receive(handle, transfer) == TL_USB_OK && shown(transfer) == "<00ACFF2000010000>";
-                countPrinters();
-            }
-        });
-    }
-    for (std::thread &thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(good, 150);
+    dispatch::onThreads(threads, [](int thread) {
+        for (int i = 0; i < 50; ++i) {
+            void *const handle = openPrinter(std::to_string(thread));
+            Bytes transfer;
+            EXPECT_EQ(send(handle, envelopes::writeThreshold5), TL_USB_OK);
+            EXPECT_EQ(receive(handle, transfer), TL_USB_OK);
+            EXPECT_EQ(shown(transfer), "<00ACFF2000010000>");
+            countPrinters();
+        }
+    });
 }

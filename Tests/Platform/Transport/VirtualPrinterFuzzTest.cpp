@@ -27,9 +27,6 @@ public:
                 *at = static_cast<typename Sequence::value_type>(below(256));
                 break;
             case 1:
-                sequence.erase(at);
-                break;
-            case 2:
                 sequence.insert(at, *at);
                 break;
             default:

@@ -20,41 +20,42 @@ namespace {
 
 class Root : public TemporaryFolder {
 public:
-    void file(const std::string &name, const std::string &text) const {
-        fs::create_directories((path() / name).parent_path());
-        put(name, text);
-    }
     void link(const std::string &name, const std::string &target) const {
-        fs::create_directories((path() / name).parent_path());
-        fs::create_symlink(target, path() / name);
+        fs::create_directories(file(name).parent_path());
+        fs::create_symlink(target, file(name));
     }
     void device(const std::string &name, const std::string &vendor, const std::string &address,
                 const PrinterIdentity &identity) const {
         const std::string folder = "sys/bus/usb/devices/" + name + "/";
-        file(folder + "idVendor", vendor + "\n");
-        file(folder + "idProduct", "00fe\n");
-        file(folder + "busnum", "1\n");
-        file(folder + "devnum", address + "\n");
-        file(folder + "manufacturer", identity.manufacturer + "\n");
-        file(folder + "product", identity.product + " \n");
+        put(folder + "idVendor", vendor + "\n");
+        put(folder + "idProduct", "00fe\n");
+        put(folder + "busnum", "1\n");
+        put(folder + "devnum", address + "\n");
+        put(folder + "manufacturer", identity.manufacturer + "\n");
+        put(folder + "product", identity.product + " \n");
         if (!identity.serial.empty()) {
-            file(folder + "serial", identity.serial + "\n");
+            put(folder + "serial", identity.serial + "\n");
         }
     }
     void interface(const std::string &name, const std::string &kind, const std::string &driver = {},
                    const std::string &printNode = {}) const {
         const std::string folder = "sys/bus/usb/devices/" + name + "/";
-        file(folder + "bInterfaceClass", kind + "\n");
+        put(folder + "bInterfaceClass", kind + "\n");
         if (!driver.empty()) {
             link(folder + "driver", "../../../../bus/usb/drivers/" + driver);
         }
         if (!printNode.empty()) {
-            fs::create_directories(path() / (folder + "usbmisc/" + printNode));
+            fs::create_directories(file(folder + "usbmisc/" + printNode));
         }
     }
-    void process(const std::string &pid, const std::string &name, const std::string &arguments) const {
-        file("proc/" + pid + "/comm", name + "\n");
-        file("proc/" + pid + "/cmdline", arguments);
+    /// What it has open is hidden when none is given.
+    void process(const std::string &pid, const std::string &name, const std::string &arguments,
+                 const std::vector<std::string> &open = {}) const {
+        for (const std::string &target : open) {
+            link("proc/" + pid + "/fd/" + std::to_string(&target - open.data()), target);
+        }
+        put("proc/" + pid + "/comm", name + "\n");
+        put("proc/" + pid + "/cmdline", arguments);
     }
 };
 
@@ -68,14 +69,14 @@ TEST(UsbDevices, ListsPrintersOfAVendor) {
     root.interface("1-2:1.1", "07", "usblp", "lp0");
     root.device("1-2.1", "5a4b", "9", {"", "L300", ""}); // behind the other one, if that were a hub
     root.interface("1-2.1:1.0", "07");
-    root.file("sys/bus/usb/devices/1-2.1:1.0/ieee1284_id", "MFG:Zelkor;MDL:ZK 300;SN:X9;");
+    root.put("sys/bus/usb/devices/1-2.1:1.0/ieee1284_id", "MFG:Zelkor;MDL:ZK 300;SN:X9;");
     root.device("1-3", "5a4b", "3", {"Zelkor", "Scanner", "SN3"});
     root.interface("1-3:1.0", "06");
     root.device("2-1", "1234", "4", {"Other", "P", "SN4"});
     root.interface("2-1:1.0", "07");
     root.device("2-2", "5a4b", "99999999999", {"Zelkor", "Broken", ""});
     root.interface("2-2:1.0", "07");
-    root.file("sys/bus/usb/devices/usb1/idVendor", "1d6b\n");
+    root.put("sys/bus/usb/devices/usb1/idVendor", "1d6b\n");
 
     const auto printers = attachedPrinters(0x5A4B, root.path());
     ASSERT_THAT(printers, SizeIs(2));
@@ -110,30 +111,24 @@ TEST(UsbDevices, TellsWhatStandsBetween) {
     EXPECT_EQ(access.kernelDriver, "usbfs");
     EXPECT_THAT(access.holders, IsEmpty());
 
-    root.file(node.substr(1), "");
-    root.file("lib/udev/rules.d/70-zkutility.rules", "");
-    root.process("30", "scan", "scan");
-    root.link("proc/30/fd/4", node);
-    root.process("4", "cat", "cat");
-    root.link("proc/4/fd/0", "/dev/usb/lp3");
-    root.process("5", "cat", "cat");
-    root.link("proc/5/fd/0", "/dev/usb/lp0");
-    root.link("proc/5/fd/1", "socket:[12]");
+    root.put(node.substr(1), "");
+    root.put("lib/udev/rules.d/70-zkutility.rules", "");
+    root.process("30", "scan", "scan", {node});
+    root.process("4", "cat", "cat", {"/dev/usb/lp3"});
+    root.process("5", "cat", "cat", {"/dev/usb/lp0", "socket:[12]"});
     const std::string arguments = std::string("usb://Zelkor/L200?serial=SN1") + '\0' + "42" + '\0' + "anna";
-    root.process("60", "usb", arguments);
-    root.link("proc/60/fd/9", node);
+    root.process("60", "usb", arguments, {"/dev/null", node});
     // What others have open is hidden from an ordinary user; what they are called is not.
     root.process("61", "usb", arguments);
     root.process("62", "usb", "usb://Zelkor/L200?serial=SN2");
     root.process("63", "ipp-usb", "ipp-usb");
     root.process("64", "usb", "/bin/usb");
-    root.process(std::to_string(::getpid()), "test", "test");
-    root.link("proc/" + std::to_string(::getpid()) + "/fd/3", node);
+    root.process(std::to_string(::getpid()), "test", "test", {node});
     access = deviceAccess(printer(), root.path());
     EXPECT_TRUE(access.nodeExists);
     EXPECT_TRUE(access.mayOpen);
     EXPECT_EQ(access.udevRule, root.path() / "lib/udev/rules.d/70-zkutility.rules");
-    root.file("usr/local/lib/udev/rules.d/70-zkutility.rules", "");
+    root.put("usr/local/lib/udev/rules.d/70-zkutility.rules", "");
     EXPECT_EQ(installedUdevRule(root.path()), root.path() / "usr/local/lib/udev/rules.d/70-zkutility.rules");
     root.link("etc/udev/rules.d/70-zkutility.rules", "/dev/null");
     EXPECT_FALSE(installedUdevRule(root.path())) << "switched off by the administrator";

@@ -10,7 +10,6 @@
 #include <deque>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <mutex>
 #include <numeric>
 #include <string>
@@ -19,10 +18,7 @@
 using namespace transport;
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
-using testing::Each;
 using testing::ElementsAre;
-using testing::Le;
-using testing::SizeIs;
 using Bytes = std::vector<uint8_t>;
 
 namespace {
@@ -39,7 +35,6 @@ struct Packets {
 struct Wire {
     std::mutex mutex;
     std::deque<Packets> answers; // then nothing but time-outs
-    bool emptyPackets = false;   // ... or empty packets
     std::deque<Packets> accepts; // then everything
     std::vector<size_t> chunks;
     Bytes written;
@@ -83,10 +78,8 @@ public:
         const std::lock_guard lock(wire_.mutex);
         ++wire_.receives;
         if (wire_.answers.empty()) {
-            if (!wire_.emptyPackets) {
-                clock_.advance(timeout);
-            }
-            return {wire_.emptyPackets ? TL_USB_OK : TL_USB_ERROR_TIMEOUT, 0};
+            clock_.advance(timeout);
+            return {TL_USB_ERROR_TIMEOUT, 0};
         }
         Packets &answer = wire_.answers.front();
         const size_t count = std::min(answer.count, buffer.size());
@@ -119,14 +112,7 @@ class FakeBus final : public UsbBus {
 public:
     explicit FakeBus(dispatch::ManualClock &clock) : clock_(clock) {}
 
-    std::vector<AttachedPrinter> printers() override {
-        const std::lock_guard lock(mutex_);
-        return attached_;
-    }
-    void attach(std::vector<AttachedPrinter> printers) {
-        const std::lock_guard lock(mutex_);
-        attached_ = std::move(printers);
-    }
+    std::vector<AttachedPrinter> printers() override { return plugged; }
     tl_usb_status open(const AttachedPrinter &printer, std::unique_ptr<UsbDevice> &device) override {
         Wire &wire = printer.identity.serial == "SN1" ? first : second;
         EXPECT_EQ(wire.open, 0) << "two device files of one printer";
@@ -135,11 +121,10 @@ public:
     }
 
     Wire first, second;
+    std::vector<AttachedPrinter> plugged = {attached("SN1", 5), attached("SN2", 6)}; // in one thread's hands
 
 private:
     dispatch::ManualClock &clock_;
-    std::mutex mutex_;
-    std::vector<AttachedPrinter> attached_ = {attached("SN1", 5), attached("SN2", 6)};
 };
 
 class UsbTransportTest : public testing::Test {
@@ -228,7 +213,7 @@ TEST_F(UsbTransportTest, WaitsThroughEmptyPacketsAtLeisure) {
     EXPECT_EQ(receive(), TL_USB_OK);
     EXPECT_EQ(count, 5u);
 
-    bus.first.emptyPackets = true;
+    bus.first.answers.resize(1000);
     const dispatch::Instant start = clock.now();
     EXPECT_EQ(receive(), TL_USB_ERROR_TIMEOUT);
     EXPECT_EQ(clock.now() - start, 10s);
@@ -256,15 +241,15 @@ TEST_F(UsbTransportTest, GivesBackAfterUseAndTakesAgain) {
 
 TEST_F(UsbTransportTest, FreesWhatAnUnpluggedPrinterLeft) {
     void *const idle = opened();
-    bus.attach({attached("SN2", 6)});
+    bus.plugged = {attached("SN2", 6)};
     opened(otherUri);
     EXPECT_EQ(bus.first.open, 0) << "noticed by the next opening";
-    bus.attach({attached("SN1", 7), attached("SN2", 6)});
+    bus.plugged = {attached("SN1", 7), attached("SN2", 6)};
     EXPECT_EQ(read(idle), TL_USB_ERROR_INVALID);
 
     void *const replugged = opened();
     awaitGivenBack(bus.first);
-    bus.attach({attached("SN1", 8), attached("SN9", 7)}); // its address has another printer now
+    bus.plugged = {attached("SN1", 8), attached("SN9", 7)}; // its address has another printer now
     EXPECT_EQ(read(replugged), TL_USB_ERROR_NO_DEVICE);
     EXPECT_EQ(bus.first.open, 0);
 }
