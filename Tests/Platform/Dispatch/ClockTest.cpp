@@ -1,5 +1,6 @@
 #include "Platform/Dispatch/ManualClock.h"
 #include "Platform/Dispatch/Semaphore.h"
+#include "Tests/Platform/Dispatch/OnThreads.h"
 
 #include <gmock/gmock.h>
 
@@ -100,22 +101,20 @@ TEST(ManualClock, advanceReachesEveryWaiter) {
     ManualClock clock;
     const Instant deadline = clock.now() + 1s;
     std::atomic<int> woken = 0;
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&] {
-            std::mutex mutex;
-            std::condition_variable condition;
-            std::unique_lock lock(mutex);
-            while (clock.waitUntil(lock, condition, deadline)) {
-            }
-            ++woken;
-        });
-    }
-    clock.advance(500ms);
-    EXPECT_EQ(woken, 0);
-    clock.advance(500ms); // wherever the threads stand now, none may sleep on
-    for (auto &thread : threads)
-        thread.join();
+    onThreads(5, [&](int thread) {
+        if (thread == 0) {
+            clock.advance(500ms);
+            EXPECT_EQ(woken, 0);
+            clock.advance(500ms); // wherever the others stand now, none may sleep on
+            return;
+        }
+        std::mutex mutex;
+        std::condition_variable condition;
+        std::unique_lock lock(mutex);
+        while (clock.waitUntil(lock, condition, deadline)) {
+        }
+        ++woken;
+    });
     EXPECT_EQ(woken, 4);
 }
 

@@ -28,14 +28,11 @@ std::string text(const Bytes &bytes) {
 }
 
 std::string frame(uint16_t command, const std::string &data) {
-    const auto character = [](size_t value) { return static_cast<char>(value & 0xFF); };
-    return std::string{'\0',
-                       '\xAC',
-                       character(command >> 8u),
-                       character(command),
-                       character(data.size() >> 8u),
-                       character(data.size())} +
-           std::string(10, '\0') + data;
+    const auto bigEndian = [](size_t value) {
+        return std::string{static_cast<char>(value >> 8 & 0xFF), static_cast<char>(value & 0xFF)};
+    };
+    return std::string("\0\xAC", 2) + bigEndian(command) + bigEndian(data.size()) + std::string(10, '\0') +
+           data;
 }
 
 std::string acl(const std::string &frames) {

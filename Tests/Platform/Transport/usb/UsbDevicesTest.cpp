@@ -51,8 +51,8 @@ public:
     /// What it has open is hidden when none is given.
     void process(const std::string &pid, const std::string &name, const std::string &arguments,
                  const std::vector<std::string> &open = {}) const {
-        for (const std::string &target : open) {
-            link("proc/" + pid + "/fd/" + std::to_string(&target - open.data()), target);
+        for (size_t i = 0; i < open.size(); ++i) {
+            link("proc/" + pid + "/fd/" + std::to_string(i), open[i]);
         }
         put("proc/" + pid + "/comm", name + "\n");
         put("proc/" + pid + "/cmdline", arguments);
