@@ -151,22 +151,18 @@ TEST(Reflection, propertiesAndTheirAttributes) {
 }
 
 TEST(Reflection, methodsArgumentByArgument) {
-    const auto types = [](Class cls, SEL selector) {
-        std::string text;
-        if (const Method method = cls->findMethod(selector)) {
-            text = method_copyReturnType(method);
-            for (unsigned i = 0; i <= method_getNumberOfArguments(method); ++i)
-                text += " " + method_copyArgumentType(method, i);
-        }
-        return text;
-    };
     const std::pair<SEL, std::string> table[] = {
         {"frame"_sel, "{CGRect={CGPoint=dd}{CGSize=dd}} @ : "},
         {"setFrame:"_sel, "v @ : {CGRect={CGPoint=dd}{CGSize=dd}} "},
         {"setNumbers:"_sel, "v @ : [3s] "},
     };
-    for (const auto &[selector, expected] : table)
-        EXPECT_EQ(types(Book::class_(), selector), expected);
+    for (const auto &[selector, expected] : table) {
+        const Method method = Book::class_()->findMethod(selector);
+        std::string types = method_copyReturnType(method);
+        for (unsigned i = 0; i <= method_getNumberOfArguments(method); ++i)
+            types += " " + method_copyArgumentType(method, i);
+        EXPECT_EQ(types, expected);
+    }
     const Method setter = Book::class_()->findMethod("setFrame:"_sel);
     EXPECT_STREQ(method_getTypeEncoding(setter), "v48@0:8{CGRect={CGPoint=dd}{CGSize=dd}}16");
     EXPECT_EQ(*setter->signature, typeid(void (*)(NSObject *, SEL, CGRect)));
