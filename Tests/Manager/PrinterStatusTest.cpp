@@ -39,9 +39,7 @@ TEST(PrinterStatus, judgesWhatTheTransportAnswers) {
         {0, Info::text, "{\"printer_status\":3,\"\xFF\":0}", Outcome::unreadable, 0, {}, isEmpty},
         // The text is no object.
         {0, Info::text, "READY", Outcome::unreadable, 0, noJson, ""},
-        {0, Info::text, R"({"printer_status":3)", Outcome::unreadable, 0, noJson, ""},
         {0, Info::text, R"({"printer_status":3} 1)", Outcome::unreadable, 0, noJson, ""},
-        {0, Info::text, R"({"printer_status":1e999})", Outcome::unreadable, 0, noJson, ""},
         {0, Info::text, "3", Outcome::unreadable, 0, noJson, ""},
         {0, Info::text, R"([{"printer_status":3}])", Outcome::notNormal, 0, isNotNormal, ""},
         // Values.
@@ -50,13 +48,9 @@ TEST(PrinterStatus, judgesWhatTheTransportAnswers) {
         {0, Info::text, R"({"printer_status":0})", Outcome::notNormal, 0, isNotNormal, ""},
         {0, Info::text, R"({"printer_status":2})", Outcome::notNormal, 2, isNotNormal, ""},
         {0, Info::text, R"({"printer_status":4})", Outcome::notNormal, 4, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":-3})", Outcome::notNormal, -3, isNotNormal, ""},
         {0, Info::text, R"({"printer_status":"3"})", Outcome::normal, 3, isNormal, ""},
-        {0, Info::text, R"({"printer_status":"three"})", Outcome::notNormal, 0, isNotNormal, ""},
         {0, Info::text, R"({"printer_status":3.0})", Outcome::normal, 3, isNormal, ""},
-        {0, Info::text, R"({"printer_status":0.3e1})", Outcome::normal, 3, isNormal, ""},
         {0, Info::text, R"({})", Outcome::notNormal, 0, isNotNormal, ""},
-        {0, Info::text, R"({"Printer_Status":3})", Outcome::notNormal, 0, isNotNormal, ""},
         {0, Info::text, R"({"printer_status":null})", Outcome::notNormal, 0, isNotNormal, ""},
         {0, Info::text, R"({"printer_status":[3]})", Outcome::notNormal, 0, isNotNormal, ""},
         // Beyond 32 and 64 bits nothing wraps around to 3.
@@ -64,8 +58,6 @@ TEST(PrinterStatus, judgesWhatTheTransportAnswers) {
         {0, Info::text, R"({"printer_status":18446744073709551619})", Outcome::notNormal, INT64_MAX,
          isNotNormal, ""},
         {0, Info::text, R"({"printer_status":-1e300})", Outcome::notNormal, INT64_MIN, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":"99999999999999999999"})", Outcome::notNormal, INT64_MAX,
-         isNotNormal, ""},
     };
     LogLines log;
     for (const auto &row : rows) {
