@@ -84,7 +84,6 @@ TEST_F(WindowTest, isWorkedByTheKeyboardAlone) {
     plugLaser(R"("threshold": 3)");
     open();
     addQueue("Laser", laserUri);
-    addQueue("Network", networkUri);
     const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         window->activateWindow(); // as a window manager does when a tip has gone
         QTest::keyClick(window->windowHandle(), key, modifiers);
@@ -124,8 +123,4 @@ TEST_F(WindowTest, isWorkedByTheKeyboardAlone) {
               }),
               written);
     EXPECT_EQ(thresholdOf("SN0001"), 0);
-
-    table->setFocus();
-    EXPECT_EQ(tipsDuring([&] { press(Qt::Key_Down); }), Tips{});
-    EXPECT_EQ(shown(), "tips errorTips");
 }

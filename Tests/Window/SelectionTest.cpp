@@ -15,8 +15,6 @@ class CupsWindowTest : public WindowTest {
     const PrivateCups cups_{true};
 };
 
-class RejectedReadTest : public WindowTest, public testing::WithParamInterface<const char *> {};
-
 std::string fault(const std::string &name) {
     return R"("threshold": 7, "faults": [")" + name + "\"]";
 }
@@ -27,10 +25,6 @@ TEST_F(CupsWindowTest, showsTheQueuesAndWhatEachOfThemAnswers) {
     plugLaser(R"("threshold": 4)");
     open();
     EXPECT_EQ(table->model()->headerData(0, Qt::Horizontal).toString(), words("Printer Name"));
-    EXPECT_EQ(confirm->text(), words("Confirm"));
-    EXPECT_EQ(part<QLabel>("errorTips")->text(), words("Warning Message"));
-    EXPECT_EQ(part<QLabel>("tips1")->text(), words("Consumable Reminder"));
-    EXPECT_EQ(part<QLabel>("tips")->text(), words("Consumable Prompt Settings"));
     QStringList choices, choiceWords, names;
     for (int i = 0; i < popUp->count(); ++i)
         choices += popUp->itemText(i);
@@ -56,22 +50,11 @@ TEST_F(CupsWindowTest, showsTheQueuesAndWhatEachOfThemAnswers) {
         {R"("threshold": 4)", network, {}, warning, 0},
         {R"("threshold": 4)", laser, {reading}, settings, 3},
         {R"("threshold": 6, "printer_status": 1)", laser, {reading}, settings, 5},
-        {R"("threshold": 7, "printer_status": 0)", laser, {notReady}, settings, 5},
         {R"("threshold": 7, "printer_status": 2)", laser, {notReady}, settings, 5},
-        {R"("threshold": 7, "printer_status": -1)", laser, {notReady}, settings, 5},
         {R"("threshold": 4)", network, {}, warning, 5},
         {fault("status_fails"), laser, {notReady}, settings, 5},
-        {fault("status_empty"), laser, {notReady}, settings, 5},
-        {fault("status_not_json"), laser, {notReady}, settings, 5},
-        {fault("status_not_object"), laser, {notReady}, settings, 5},
         {R"("threshold": 7)", l500, {notReady}, settings, 5}, // is not attached
-        {fault("cannot_open"), laser, {reading}, settings, 5},
-        {fault("busy"), laser, {reading}, settings, 5},
-        {fault("write_fails"), laser, {reading}, settings, 5},
         {fault("silent"), laser, {reading}, settings, 5},
-        {fault("unplug_after_open"), laser, {reading}, settings, 5},
-        {fault("unplug_after_write"), laser, {reading}, settings, 5},
-        {fault("junk_first"), laser, {reading}, settings, 6},
         {R"("threshold": 0)", laser, {reading}, settings, 0},
     };
     long reads = 0;
@@ -89,8 +72,8 @@ TEST_F(CupsWindowTest, showsTheQueuesAndWhatEachOfThemAnswers) {
     }
 }
 
-TEST_P(RejectedReadTest, isSaidInASecondTip) {
-    plugLaser(fault(GetParam()));
+TEST_F(WindowTest, aRejectedReadIsSaidInASecondTip) {
+    plugLaser(fault("wrong_echo"));
     open();
     addQueue("Laser", laserUri);
     const Tip rejected = {"Get Printer Toner", Indicator::none, 3};
@@ -102,11 +85,6 @@ TEST_P(RejectedReadTest, isSaidInASecondTip) {
     EXPECT_EQ(popUp->currentIndex(), 0);
     EXPECT_EQ(shown(), settings);
 }
-
-INSTANTIATE_TEST_SUITE_P(Faults, RejectedReadTest,
-                         testing::Values("short_header", "wrong_echo", "status_not_one", "empty_data",
-                                         "unplug_after_header"),
-                         [](const auto &fault) { return std::string(fault.param); });
 
 TEST_F(WindowTest, aPrinterThatIsNotFoundLeavesTheEarlierOneBound) {
     plugLaser(R"("threshold": 4)");
