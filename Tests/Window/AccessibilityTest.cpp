@@ -67,9 +67,7 @@ TEST_F(WindowTest, isSpoken) {
 }
 
 TEST_F(WindowTest, theTipIsSaidAtOnce) {
-    plugLaser(R"("faults": ["wrong_echo"])");
-    open();
-    addQueue("Laser", laserUri);
+    openWithLaser(R"("faults": ["wrong_echo"])");
     QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(
         true); // as a screen reader does
     QAccessible::installUpdateHandler(noteAlert);
@@ -81,18 +79,13 @@ TEST_F(WindowTest, theTipIsSaidAtOnce) {
 }
 
 TEST_F(WindowTest, isWorkedByTheKeyboardAlone) {
-    plugLaser(R"("threshold": 3)");
-    open();
-    addQueue("Laser", laserUri);
+    openWithLaser(R"("threshold": 3)");
     const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         window->activateWindow(); // as a window manager does when a tip has gone
         QTest::keyClick(window->windowHandle(), key, modifiers);
     };
-    const Tips reading = {{"Get Printer Status", Indicator::spins, 3}},
-               written = {{"Setting Success", Indicator::none, 2}};
-
     EXPECT_EQ(window->focusWidget(), table) << "where one starts";
-    EXPECT_EQ(tipsDuring([&] { press(Qt::Key_Down); }), reading);
+    EXPECT_EQ(tipsDuring([&] { press(Qt::Key_Down); }), Tips{reading});
     EXPECT_EQ(table->selectedRow(), 0);
     EXPECT_EQ(popUp->currentIndex(), 2);
     press(Qt::Key_Tab);
@@ -101,14 +94,14 @@ TEST_F(WindowTest, isWorkedByTheKeyboardAlone) {
     EXPECT_EQ(popUp->currentIndex(), 9);
     press(Qt::Key_Tab);
     EXPECT_EQ(window->focusWidget(), confirm);
-    EXPECT_EQ(tipsDuring([&] { press(Qt::Key_Space); }), written);
+    EXPECT_EQ(tipsDuring([&] { press(Qt::Key_Space); }), Tips{success});
     EXPECT_EQ(thresholdOf("SN0001"), 10);
     EXPECT_EQ(window->focusWidget(), confirm) << "a tip leaves the focus where it was";
 
     press(Qt::Key_Tab, Qt::ShiftModifier);
     press(Qt::Key_Up);
     press(Qt::Key_Tab);
-    EXPECT_EQ(tipsDuring([&] { press(Qt::Key_Return); }), written);
+    EXPECT_EQ(tipsDuring([&] { press(Qt::Key_Return); }), Tips{success});
     EXPECT_EQ(thresholdOf("SN0001"), 9);
 
     const auto mnemonic = [&](const QString &text) {
@@ -121,6 +114,6 @@ TEST_F(WindowTest, isWorkedByTheKeyboardAlone) {
                   mnemonic(confirm->text());
                   EXPECT_TRUE(QtTesting::eventually([&] { return logged("set honer success") == 3; }));
               }),
-              written);
+              Tips{success});
     EXPECT_EQ(thresholdOf("SN0001"), 0);
 }

@@ -1,24 +1,8 @@
 // The reminder: what confirming a choice writes and says.
 #include "Tests/Window/WindowTesting.h"
 
-namespace {
-
-const Tip success = {"Setting Success", Indicator::none, 2};
-const Tip failure = {"Setting fail", Indicator::none, 2};
-const Tip reading = {"Get Printer Status", Indicator::spins, 3};
-
-class ReminderTest : public WindowTest {
-protected:
-    ReminderTest() {
-        plugLaser();
-        open();
-        addQueue("Laser", laserUri);
-    }
-};
-
-} // namespace
-
-TEST_F(ReminderTest, aChoiceIsWrittenAndNotReadBack) {
+TEST_F(WindowTest, aChoiceIsWrittenAndNotReadBack) {
+    openWithLaser();
     EXPECT_EQ(clickConfirm(), Tips{}) << "no printer is bound yet";
     EXPECT_EQ(choose(0), Tips{reading});
     const std::pair<int, int> rows[] = {{9, 10}, {-1, 0}}; // nothing selected turns the reminder off
@@ -31,12 +15,12 @@ TEST_F(ReminderTest, aChoiceIsWrittenAndNotReadBack) {
     EXPECT_EQ(logged("get honer"), 2);
 }
 
-TEST_F(ReminderTest, aWriteThatFailsSaysSoAndOneThatEndsSilentlyNothing) {
+TEST_F(WindowTest, aWriteThatFailsSaysSoAndOneThatEndsSilentlyNothing) {
+    openWithLaser();
     EXPECT_EQ(choose(0), Tips{reading});
-    const struct {
-        const char *fault;
-        Tips tips;
-    } rows[] = {{"write_fails", {}}, {"wrong_echo", {failure}}, {"empty_data", {success}}};
+    const Tip failure = {"Setting fail", Indicator::none, 2};
+    const std::pair<const char *, Tips> rows[] = {
+        {"write_fails", {}}, {"wrong_echo", {failure}}, {"empty_data", {success}}};
     popUp->setCurrentIndex(6);
     for (const auto &[fault, tips] : rows) {
         plugLaser(std::string(R"("faults": [")") + fault + "\"]");
@@ -46,7 +30,8 @@ TEST_F(ReminderTest, aWriteThatFailsSaysSoAndOneThatEndsSilentlyNothing) {
     }
 }
 
-TEST_F(ReminderTest, twoQuickConfirmsBothWrite) {
+TEST_F(WindowTest, twoQuickConfirmsBothWrite) {
+    openWithLaser();
     EXPECT_EQ(choose(0), Tips{reading});
     popUp->setCurrentIndex(4);
     const Tips tips = tipsDuring([&] {

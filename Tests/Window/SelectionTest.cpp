@@ -8,7 +8,6 @@ namespace {
 const std::string settings = "tips tips1 popUpBtns cofirmBtn";
 const std::string warning = "tips errorTips";
 
-const Tip reading = {"Get Printer Status", Indicator::spins, 3};
 const Tip notReady = {"Printer Status Tip", Indicator::none, 3};
 
 class CupsWindowTest : public WindowTest {
@@ -73,9 +72,7 @@ TEST_F(CupsWindowTest, showsTheQueuesAndWhatEachOfThemAnswers) {
 }
 
 TEST_F(WindowTest, aRejectedReadIsSaidInASecondTip) {
-    plugLaser(fault("wrong_echo"));
-    open();
-    addQueue("Laser", laserUri);
+    openWithLaser(fault("wrong_echo"));
     const Tip rejected = {"Get Printer Toner", Indicator::none, 3};
     Tips tips = choose(0);
     ASSERT_FALSE(tips.empty());
@@ -87,9 +84,7 @@ TEST_F(WindowTest, aRejectedReadIsSaidInASecondTip) {
 }
 
 TEST_F(WindowTest, aPrinterThatIsNotFoundLeavesTheEarlierOneBound) {
-    plugLaser(R"("threshold": 4)");
-    open();
-    addQueue("Laser", laserUri);
+    openWithLaser(R"("threshold": 4)");
     addQueue("New", l200Uri);
     ZKManager::shared()->setStopRepeatDiscover(true);
     plug("SN0002", "L200 Series", R"("threshold": 9)"); // ready, but never discovered
@@ -106,7 +101,7 @@ TEST_F(WindowTest, aPrinterThatIsNotFoundLeavesTheEarlierOneBound) {
     EXPECT_EQ(view->usbPrinter().get(), laser);
     EXPECT_EQ(popUp->currentIndex(), 3) << "the laser's threshold";
     popUp->setCurrentIndex(9);
-    EXPECT_EQ(clickConfirm(), (Tips{{"Setting Success", Indicator::none, 2}}));
+    EXPECT_EQ(clickConfirm(), Tips{success});
     EXPECT_EQ(thresholdOf("SN0001"), 10);
     EXPECT_EQ(thresholdOf("SN0002"), 9);
 }

@@ -86,22 +86,18 @@ TEST_F(WindowTest, theTimerEndsTheRunAndDisarmsItself) {
     const auto controller = UtilityController::shareInstance();
     const auto stops = [&] { return logged("---------setStopModalState"); };
     controller->startRefreshTimer(3);
-    qt.advance(2999ms);
-    QtTesting::settle();
+    qt.elapse(2999ms);
     EXPECT_EQ(stops(), 0);
     for (int i = 0; i < 3; ++i) {
-        qt.advance(3s);
-        QtTesting::settle();
+        qt.elapse(3s);
         EXPECT_EQ(stops(), 1);
     }
     EXPECT_EQ(interface->delegate->tipWindow(), tip);
     interface->delegate->setTipWindow(nullptr);
     controller->startRefreshTimer(1);
-    qt.advance(10s);
-    QtTesting::settle();
+    qt.elapse(10s);
     EXPECT_EQ(stops(), 1) << "without a tip window it is only disarmed";
     interface->delegate->setTipWindow(tip);
-    qt.advance(10s);
-    QtTesting::settle();
+    qt.elapse(10s);
     EXPECT_EQ(stops(), 1);
 }
