@@ -61,7 +61,6 @@ ScriptedTransport::Read ScriptedTransport::nextRead(void *handle) {
 
 void ScriptedTransport::attachLaser() {
     devices = {deviceOf("SN0001", "Sample Laser Series")};
-    info = Info::text;
     infoText = R"({"printer_status": 3})";
 }
 
@@ -85,11 +84,10 @@ std::int32_t tl_usb_get_devicelist_by_vid(std::int32_t vid, tl_usb_device_info *
 
 std::int32_t tl_usb_get_printer_info(const char *uri, std::int32_t first, std::int32_t second,
                                      std::int32_t timeout_ms, std::int32_t third, char **text) {
-    using Info = ScriptedTransport::Info;
     EXPECT_STREQ(*text, "") << "a text of the caller's own";
     current->note("info " + std::string(uri) + " " + joined(first, second, timeout_ms, third));
-    if (current->info != Info::left)
-        *text = current->info == Info::text ? ::strdup(current->infoText.c_str()) : nullptr;
+    if (current->infoText)
+        *text = *current->infoText ? ::strdup(*current->infoText) : nullptr;
     return current->infoStatus;
 }
 

@@ -42,8 +42,8 @@ public:
     std::vector<Read> reads;
 
     std::int32_t infoStatus = TL_USB_OK;
-    enum class Info { left, null, text } info = Info::left; ///< what becomes of the caller's pointer
-    std::string infoText;
+    /// What the caller's pointer is set to: a copy, or null; absent, it is left as it is.
+    std::optional<const char *> infoText;
 
     std::vector<tl_usb_device_info> devices;
     bool givesList = true;
