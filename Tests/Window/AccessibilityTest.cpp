@@ -17,13 +17,8 @@ void noteAlert(QAccessibleEvent *event) {
         alerts.emplace_back(event->object(), event->accessibleInterface()->text(QAccessible::Name));
 }
 
-QString spoken(QWidget *widget, QAccessible::Text text) {
-    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(widget);
-    return interface ? interface->text(text) : QStringLiteral("nothing");
-}
-
-QAccessible::Role role(QWidget *widget) {
-    return QAccessible::queryAccessibleInterface(widget)->role();
+QAccessibleInterface &spoken(QWidget *widget) {
+    return *QAccessible::queryAccessibleInterface(widget);
 }
 
 QString withoutMnemonic(QString text) {
@@ -49,21 +44,20 @@ TEST_F(WindowTest, isSpoken) {
         {part<QWidget>("errorTips"), QAccessible::StaticText, words("Warning Message"), {}},
         {part<QWidget>("tipProgress"), QAccessible::ProgressBar, words("Progress"), {}},
     };
-    for (const auto &[widget, role_, name, description] : rows) {
-        EXPECT_EQ(role(widget), role_) << widget->objectName().toStdString();
-        EXPECT_EQ(spoken(widget, QAccessible::Name), name) << widget->objectName().toStdString();
-        EXPECT_EQ(spoken(widget, QAccessible::Description), description)
-            << widget->objectName().toStdString();
+    for (const auto &[widget, role, name, description] : rows) {
+        SCOPED_TRACE(widget->objectName().toStdString());
+        EXPECT_EQ(spoken(widget).role(), role);
+        EXPECT_EQ(spoken(widget).text(QAccessible::Name), name);
+        EXPECT_EQ(spoken(widget).text(QAccessible::Description), description);
     }
     // Screen readers name a pop-up by its label, or by the name that it was given.
     EXPECT_EQ(popUp->accessibleName(), words("Reminder Choice"));
-    const auto labels = QAccessible::queryAccessibleInterface(popUp)->relations(QAccessible::Label);
+    const auto labels = spoken(popUp).relations(QAccessible::Label);
     ASSERT_EQ(labels.size(), 1);
     EXPECT_EQ(labels.front().first->object(), part<QLabel>("tips1"));
     addQueue("Sample Laser", networkUri);
-    EXPECT_EQ(
-        QAccessible::queryAccessibleInterface(table)->tableInterface()->cellAt(0, 0)->text(QAccessible::Name),
-        QStringLiteral("Sample Laser"));
+    EXPECT_EQ(spoken(table).tableInterface()->cellAt(0, 0)->text(QAccessible::Name),
+              QStringLiteral("Sample Laser"));
 }
 
 TEST_F(WindowTest, theTipIsSaidAtOnce) {
@@ -73,7 +67,7 @@ TEST_F(WindowTest, theTipIsSaidAtOnce) {
     QAccessible::installUpdateHandler(noteAlert);
     choose(0);
     QAccessible::installUpdateHandler(nullptr);
-    EXPECT_EQ(role(tip), QAccessible::Dialog);
+    EXPECT_EQ(spoken(tip).role(), QAccessible::Dialog);
     EXPECT_EQ(alerts, (std::vector<std::pair<QObject *, QString>>{{tip, words("Get Printer Status")},
                                                                   {tip, words("Get Printer Toner")}}));
 }
