@@ -108,6 +108,10 @@ TEST_F(ZKSafeMutableArrayTest, derivedOperationsOfItsBaseClass) {
     EXPECT_EQ(list->indexOfObjectIdenticalTo(number(1)), NSNotFound);
     EXPECT_EQ(list->subarrayWithRange({1, 9})->count(), 2u) << "cut instead of raised";
     EXPECT_EQ(list->getObjects({5, 1}).size() + list->getObjects({absent, absent}).size(), 0u);
+    std::vector<std::string> walked;
+    for (const id &object : *list)
+        walked.push_back(object->description()->utf8());
+    EXPECT_THAT(walked, ElementsAre("0", "1", "2"));
     const id copy = list->copy(), changing = list->mutableCopy();
     list->removeAllObjects();
     EXPECT_TRUE(copy->isEqual(plain) && changing->isEqual(plain)) << "independent";
