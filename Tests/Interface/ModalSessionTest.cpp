@@ -102,6 +102,7 @@ TEST_F(ModalSessionTest, nestsAndEndsTheInnermost) {
         events.push_back("inner returned");
         EXPECT_TRUE(application.isRunningModal());
         EXPECT_TRUE(inner.isVisible()) << "to hide a window is its own business";
+        EXPECT_EQ(main->usable(), "") << "until the outer run ends as well";
         application.stopModal();
         EXPECT_FALSE(application.isRunningModal());
     });

@@ -28,10 +28,12 @@ Exchange predictExchange(const ScriptedTransport &script, const Bytes &request, 
     Exchange seen;
     Bytes buffer;
     std::size_t length = 0, turn = 0;
+    std::int32_t status = TL_USB_OK; // of the latest call
     const auto read = [&](std::int32_t limit) {
         seen.calls.push_back("read #1 " + std::to_string(limit) + " 4096 0");
         buffer.assign(4096, 0);
         length = 0;
+        status = TL_USB_ERROR_TIMEOUT;
         if (turn >= script.reads.size())
             return false;
         const ScriptedTransport::Read &transfer = script.reads[turn++];
@@ -40,31 +42,37 @@ Exchange predictExchange(const ScriptedTransport &script, const Bytes &request, 
         const std::int64_t reported =
             transfer.length ? *transfer.length : static_cast<std::int64_t>(transfer.bytes.size());
         length = reported < 0 ? 0 : reported > 4096 ? 4096 : static_cast<std::size_t>(reported);
-        return transfer.status == 0;
+        status = transfer.status;
+        return status == 0;
     };
     const auto received = [&] { return Bytes(buffer.begin(), buffer.begin() + static_cast<long>(length)); };
+    const auto complete = [&](const std::string &header, const std::string &data) {
+        seen.completions.push_back(header + " " + data + " " + std::to_string(status));
+    };
 
     seen.calls.push_back(std::string("open 2 ") + sampleUri);
-    if (script.openStatus != 0 || !script.givesHandle) {
-        seen.completions.push_back(failedCompletion);
+    status = script.openStatus == TL_USB_OK && !script.givesHandle ? TL_USB_ERROR_INVALID : script.openStatus;
+    if (status != 0) {
+        complete("none", "none");
         return seen;
     }
     while (read(100)) {
     }
     seen.calls.push_back("write #1 " + std::to_string(timeout) + " 0 " + hex(request));
-    bool works = script.writeStatus == 0;
+    status = script.writeStatus;
+    bool works = status == 0;
     while (works && (works = read(timeout))) {
         if (buffer[0] == 0x00 && buffer[1] == 0xAC) {
             const Bytes header = received();
-            const bool complete = header.size() >= 8 && (header[4] != 0 || header[5] != 0) &&
-                                  (header[6] != 0 || header[7] != 0);
-            if (!complete) {
-                seen.completions.push_back(hex(header) + " none");
+            const bool hasData = header.size() >= 8 && (header[4] != 0 || header[5] != 0) &&
+                                 (header[6] != 0 || header[7] != 0);
+            if (!hasData) {
+                complete(hex(header), "none");
                 return seen;
             }
             const std::size_t announced = header[6] * 256u + header[7];
             read(timeout);
-            seen.completions.push_back(hex(header) + " " + hex(received()));
+            complete(hex(header), hex(received()));
             if (length == announced) {
                 seen.log.push_back("len:" + std::to_string(announced) + ",size:" + std::to_string(length));
                 return seen;
@@ -74,6 +82,6 @@ Exchange predictExchange(const ScriptedTransport &script, const Bytes &request, 
             return seen;
     }
     seen.calls.push_back("close #1");
-    seen.completions.push_back(failedCompletion);
+    complete("none", "none");
     return seen;
 }

@@ -9,7 +9,7 @@
 /// What an exchange did.
 struct Exchange {
     Lines calls;       ///< of the transport, as ScriptedTransport writes them down
-    Lines completions; ///< "header data", each as `hex` gives it
+    Lines completions; ///< "header data status": bytes as `hex` gives them, the transport's status
     Lines log;
 
     friend bool operator==(const Exchange &, const Exchange &) = default;
@@ -17,8 +17,6 @@ struct Exchange {
 
 std::ostream &operator<<(std::ostream &stream, const Exchange &exchange);
 std::ostream &operator<<(std::ostream &stream, const ScriptedTransport::Read &read);
-
-inline const std::string failedCompletion = "none none";
 
 /// The exchange on the transport's first handle, for the sample record.
 Exchange predictExchange(const ScriptedTransport &script, const Bytes &request, std::int32_t timeout);

@@ -7,7 +7,6 @@
 
 namespace {
 
-using Info = ScriptedTransport::Info;
 using Outcome = PrinterStatus::Outcome;
 
 const Lines isNormal = {"printer status normal"}, isNotNormal = {"printer status not normal"};
@@ -21,58 +20,47 @@ const std::string isEmpty = "NSString 为空\n";
 TEST(PrinterStatus, judgesWhatTheTransportAnswers) {
     const struct {
         std::int32_t status;
-        Info info;
-        const char *text;
+        std::optional<const char *> text;
         Outcome outcome;
         std::int64_t value;
         Lines log; // behind the text itself
         std::string error;
     } rows[] = {
         // The transport fails, whatever it does to the pointer.
-        {-2, Info::left, "", Outcome::noAnswer, 0, {}, "获取状态失败, -2\n"},
-        {-5, Info::null, "", Outcome::noAnswer, 0, {}, "获取状态失败, -5\n"},
-        {7, Info::text, R"({"printer_status":3})", Outcome::noAnswer, 0, {}, "获取状态失败, 7\n"},
+        {-2, {}, Outcome::noAnswer, 0, {}, "获取状态失败, -2\n"},
+        {-5, nullptr, Outcome::noAnswer, 0, {}, "获取状态失败, -5\n"},
+        {7, R"({"printer_status":3})", Outcome::noAnswer, 0, {}, "获取状态失败, 7\n"},
         // It succeeds without a text.
-        {0, Info::left, "", Outcome::unreadable, 0, {}, isEmpty},
-        {0, Info::null, "", Outcome::unreadable, 0, {}, isEmpty},
-        {0, Info::text, "", Outcome::unreadable, 0, {}, isEmpty},
-        {0, Info::text, "{\"printer_status\":3,\"\xFF\":0}", Outcome::unreadable, 0, {}, isEmpty},
+        {0, {}, Outcome::unreadable, 0, {}, isEmpty},
+        {0, nullptr, Outcome::unreadable, 0, {}, isEmpty},
+        {0, "", Outcome::unreadable, 0, {}, isEmpty},
+        {0, "{\"printer_status\":3,\"\xFF\":0}", Outcome::unreadable, 0, {}, isEmpty},
         // The text is no object.
-        {0, Info::text, "READY", Outcome::unreadable, 0, noJson, ""},
-        {0, Info::text, R"({"printer_status":3)", Outcome::unreadable, 0, noJson, ""},
-        {0, Info::text, R"({"printer_status":3} 1)", Outcome::unreadable, 0, noJson, ""},
-        {0, Info::text, R"({"printer_status":1e999})", Outcome::unreadable, 0, noJson, ""},
-        {0, Info::text, "3", Outcome::unreadable, 0, noJson, ""},
-        {0, Info::text, R"([{"printer_status":3}])", Outcome::notNormal, 0, isNotNormal, ""},
+        {0, "READY", Outcome::unreadable, 0, noJson, ""},
+        {0, R"({"printer_status":3} 1)", Outcome::unreadable, 0, noJson, ""},
+        {0, "3", Outcome::unreadable, 0, noJson, ""},
+        {0, R"([{"printer_status":3}])", Outcome::notNormal, 0, isNotNormal, ""},
         // Values.
-        {0, Info::text, R"({"printer_status":3})", Outcome::normal, 3, isNormal, ""},
-        {0, Info::text, R"({"printer_status":1,"x":[{}]})", Outcome::normal, 1, isNormal, ""},
-        {0, Info::text, R"({"printer_status":0})", Outcome::notNormal, 0, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":2})", Outcome::notNormal, 2, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":4})", Outcome::notNormal, 4, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":-3})", Outcome::notNormal, -3, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":"3"})", Outcome::normal, 3, isNormal, ""},
-        {0, Info::text, R"({"printer_status":"three"})", Outcome::notNormal, 0, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":3.0})", Outcome::normal, 3, isNormal, ""},
-        {0, Info::text, R"({"printer_status":0.3e1})", Outcome::normal, 3, isNormal, ""},
-        {0, Info::text, R"({})", Outcome::notNormal, 0, isNotNormal, ""},
-        {0, Info::text, R"({"Printer_Status":3})", Outcome::notNormal, 0, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":null})", Outcome::notNormal, 0, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":[3]})", Outcome::notNormal, 0, isNotNormal, ""},
+        {0, R"({"printer_status":3})", Outcome::normal, 3, isNormal, ""},
+        {0, R"({"printer_status":1,"x":[{}]})", Outcome::normal, 1, isNormal, ""},
+        {0, R"({"printer_status":0})", Outcome::notNormal, 0, isNotNormal, ""},
+        {0, R"({"printer_status":2})", Outcome::notNormal, 2, isNotNormal, ""},
+        {0, R"({"printer_status":4})", Outcome::notNormal, 4, isNotNormal, ""},
+        {0, R"({"printer_status":"3"})", Outcome::normal, 3, isNormal, ""},
+        {0, R"({"printer_status":3.0})", Outcome::normal, 3, isNormal, ""},
+        {0, R"({})", Outcome::notNormal, 0, isNotNormal, ""},
+        {0, R"({"printer_status":null})", Outcome::notNormal, 0, isNotNormal, ""},
+        {0, R"({"printer_status":[3]})", Outcome::notNormal, 0, isNotNormal, ""},
         // Beyond 32 and 64 bits nothing wraps around to 3.
-        {0, Info::text, R"({"printer_status":4294967299})", Outcome::notNormal, 4294967299, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":18446744073709551619})", Outcome::notNormal, INT64_MAX,
-         isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":-1e300})", Outcome::notNormal, INT64_MIN, isNotNormal, ""},
-        {0, Info::text, R"({"printer_status":"99999999999999999999"})", Outcome::notNormal, INT64_MAX,
-         isNotNormal, ""},
+        {0, R"({"printer_status":4294967299})", Outcome::notNormal, 4294967299, isNotNormal, ""},
+        {0, R"({"printer_status":18446744073709551619})", Outcome::notNormal, INT64_MAX, isNotNormal, ""},
+        {0, R"({"printer_status":-1e300})", Outcome::notNormal, INT64_MIN, isNotNormal, ""},
     };
     LogLines log;
     for (const auto &row : rows) {
-        SCOPED_TRACE(testing::Message() << row.status << " " << row.text);
+        SCOPED_TRACE(testing::Message() << row.status << " " << testing::PrintToString(row.text));
         ScriptedTransport transport;
         transport.infoStatus = row.status;
-        transport.info = row.info;
         transport.infoText = row.text;
         testing::internal::CaptureStderr();
         const PrinterStatus status = readPrinterStatus(textOf(sampleUri));
@@ -81,7 +69,8 @@ TEST(PrinterStatus, judgesWhatTheTransportAnswers) {
         EXPECT_EQ(status.isNormal(), row.outcome == Outcome::normal);
         EXPECT_EQ(status.value, row.value);
         EXPECT_EQ(status.transportStatus, row.status);
-        std::string shown = row.info == Info::null ? "(null)" : row.text;
+        const char *const given = row.text.value_or("");
+        std::string shown = given ? given : "(null)";
         if (const auto broken = shown.find('\xFF'); broken != std::string::npos)
             shown.replace(broken, 1, "\uFFFD"); // the log is UTF-8 whatever a printer sends
         Lines lines = {"str:" + shown};
@@ -93,7 +82,6 @@ TEST(PrinterStatus, judgesWhatTheTransportAnswers) {
 
 TEST(PrinterStatus, textFromThePrinterIsOneLogLine) {
     ScriptedTransport transport;
-    transport.info = Info::text;
     transport.infoText = "{\n \"printer_status\": 3, \"%s%n\": \"\x1B[2J\"}\n";
     LogLines log;
     readPrinterStatus(nullptr);

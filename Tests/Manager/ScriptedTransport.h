@@ -18,6 +18,9 @@
 #include <string>
 #include <vector>
 
+/// A printer of ours, as the transport lists it.
+tl_usb_device_info deviceOf(const std::string &serial, const std::string &product = "L200 Series");
+
 class ScriptedTransport {
 public:
     /// What one read does.
@@ -39,12 +42,15 @@ public:
     std::vector<Read> reads;
 
     std::int32_t infoStatus = TL_USB_OK;
-    enum class Info { left, null, text } info = Info::left; ///< what becomes of the caller's pointer
-    std::string infoText;
+    /// What the caller's pointer is set to: a copy, or null; absent, it is left as it is.
+    std::optional<const char *> infoText;
 
     std::vector<tl_usb_device_info> devices;
     bool givesList = true;
     std::optional<std::int32_t> deviceCount; ///< what is reported; the number of devices when absent
+
+    /// The printer of the sample record, ready.
+    void attachLaser();
 
     /// Called on the calling thread with each call after it was written down, before it is answered.
     std::function<void(const std::string &call)> onCall;
@@ -53,19 +59,14 @@ public:
     /// behind when the buffer was not all zero, and "write #handle time-out reserved <bytes>".
     std::vector<std::string> takeCalls();
 
-    /// The functions of zkcomtl.h.
-    std::int32_t list(std::int32_t vid, tl_usb_device_info **list, std::int32_t *count);
-    std::int32_t printerInfo(const std::string &arguments, char **text);
-    std::int32_t open(const char *uri, std::int32_t mode, void **handle);
-    std::int32_t write(void *handle, const std::string &arguments);
-    std::int32_t read(void *handle, const std::string &arguments, std::uint8_t *buffer, std::int32_t *length);
-    std::int32_t close(void *handle);
+    // What the functions of zkcomtl.h use.
+    void note(const std::string &call);
+    void *newHandle();
+    Read nextRead(void *handle);
+    std::vector<tl_usb_device_info> listed; ///< by the latest call; the caller never releases it
 
 private:
-    void note(const std::string &call);
-
     std::mutex mutex_; // guards what follows
     std::vector<std::string> calls_;
     std::map<void *, std::size_t> readsDone_;
-    std::vector<tl_usb_device_info> list_; // what the latest call listed; the caller never releases it
 };

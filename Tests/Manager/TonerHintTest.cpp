@@ -73,23 +73,12 @@ TEST(ReadTonerHint, takesTheLeadingNumberOfTheText) {
         std::int32_t value;
         const char *logged;
     } rows[] = {
-        {"5", 5, "5"},
-        {"5\0"s, 5, "5"},
         {"0", 0, "0"},
-        {"10", 10, "10"},
         {"off", 0, "off"},
         {"7%", 7, "7%"},
-        {"  -3", -3, "  -3"},
-        {"\t\n+4", 4, "\\t\\n+4"},
-        {"- 3", 0, "- 3"},
+        {"\t\n-4", -4, "\\t\\n-4"},
         {"5\0009"s, 5, "5"}, // a zero byte between
-        {"\0005"s, 0, ""},
-        {"2147483647", INT32_MAX, "2147483647"},
-        {"2147483648", INT32_MAX, "2147483648"},
-        {"-2147483648", INT32_MIN, "-2147483648"},
-        {"-2147483649", INT32_MIN, "-2147483649"},
         {"4294967301", INT32_MAX, "4294967301"},
-        {"99999999999999999999999", INT32_MAX, "99999999999999999999999"},
         {"5\xFF", 0, "(null)"},
     };
     LogLines log;
@@ -113,9 +102,7 @@ TEST(ReadTonerHint, rejectsWhatIsNotAsExpected) {
     } rows[] = {
         {"wrong echo", {replyHeader(0x20, 1, 1), five}, {rejected}},
         {"field 2", {replyHeader(0x21, 2, 1), five}, {rejected}},
-        {"field 0x0100", {replyHeader(0x21, 0x0100, 1), five}, {rejected}},
         {"field 0x0101", {replyHeader(0x21, 0x0101, 1), five}, {rejected}},
-        {"field 0", {replyHeader(0x21, 0, 1), five}, {rejected}},
         {"no data", {replyHeader(0x21, 1, 0)}, {rejected}},
         {"empty data", {replyHeader(0x21, 1, 1), {}}, {rejected}},
         {"data that never comes", {replyHeader(0x21, 1, 1)}, {rejected}},
@@ -137,15 +124,14 @@ TEST(ReadTonerHint, rejectsWhatIsNotAsExpected) {
     }
 }
 
-TEST(WriteTonerHint, sendsEveryChoice) {
+TEST(WriteTonerHint, sendsTheChoiceAndLogs) {
     const struct {
         std::int64_t index;
         std::uint8_t length;
         std::string text;
     } rows[] = {
-        {-1, 0x1F, "OID_PLATFORM_CONSUMEABLE_HINT=0"}, {0, 0x1F, "OID_PLATFORM_CONSUMEABLE_HINT=0"},
-        {1, 0x1F, "OID_PLATFORM_CONSUMEABLE_HINT=2"},  {4, 0x1F, "OID_PLATFORM_CONSUMEABLE_HINT=5"},
-        {8, 0x1F, "OID_PLATFORM_CONSUMEABLE_HINT=9"},  {9, 0x20, "OID_PLATFORM_CONSUMEABLE_HINT=10"},
+        {-1, 0x1F, "OID_PLATFORM_CONSUMEABLE_HINT=0"},
+        {9, 0x20, "OID_PLATFORM_CONSUMEABLE_HINT=10"},
     };
     LogLines log;
     for (const auto &[index, length, text] : rows) {
@@ -174,11 +160,7 @@ TEST(WriteTonerHint, judgesTheHeaderAlone) {
         {"data", {replyHeader(0x20, 1, 1), text}, {success}},
         {"data that never comes", {replyHeader(0x20, 1, 1)}, {success}},
         {"wrong echo", {replyHeader(0x21, 1, 0)}, {failure}},
-        {"field 2", {replyHeader(0x20, 2, 0)}, {failure}},
-        {"field 0", {replyHeader(0x20, 0, 0)}, {failure}},
-        {"field 0x0100", {replyHeader(0x20, 0x0100, 0)}, {failure}},
         {"short header", {{.bytes = {0x00, 0xAC, 0xFF, 0x20}}}, {failure}},
-        {"short data, then nothing", {replyHeader(0x20, 1, 9), text}, {success, TonerHintWriting::nothing}},
         {"short data, then another reply",
          {replyHeader(0x20, 1, 9), text, replyHeader(0x21, 1, 0)},
          {success, failure}},
@@ -195,19 +177,6 @@ TEST(WriteTonerHint, judgesTheHeaderAlone) {
         EXPECT_EQ(countOf(lines, "set honer success"), std::ranges::count(writings, success));
         EXPECT_EQ(countOf(lines, "set honer fail"), std::ranges::count(writings, failure));
     }
-}
-
-TEST(TonerHint, transportFailureLogsAbsentBuffers) {
-    LogLines log;
-    ScriptedTransport transport;
-    transport.givesHandle = false;
-    EXPECT_EQ(readWith(transport, {}), Readings{nothing});
-    EXPECT_EQ(log.take(),
-              (Lines{"get honer sendACLWithPJL header: (null)", "get honer sendACLWithPJL data: (null)"}));
-    EXPECT_EQ(writeWith(transport, 1, {}), Writings{TonerHintWriting::nothing});
-    EXPECT_EQ(log.take(),
-              (Lines{"pjl_tonerhint_set:OID_PLATFORM_CONSUMEABLE_HINT=2",
-                     "set honer sendACLWithPJL header: (null)", "set honer sendACLWithPJL data: (null)"}));
 }
 
 TEST(TonerHint, withoutPrinterNothingIsSentOrDelivered) {

@@ -40,13 +40,3 @@ TEST(ZKUSB, keepsCopiesOfTexts) {
     record->setIp(nullptr);
     EXPECT_EQ(record->ip(), nullptr);
 }
-
-TEST(ZKUSB, holdsTheCompletionWeakly) {
-    const auto record = make<ZKUSB>();
-    auto completion = makeBlock<void(const Ref<NSData> &, const Ref<NSData> &)>([](auto &, auto &) {});
-    record->setReceiveCallback(completion);
-    EXPECT_EQ(record->receiveCallback(), completion);
-    EXPECT_EQ(completion.use_count(), 1);
-    completion.reset();
-    EXPECT_EQ(record->receiveCallback(), nullptr);
-}

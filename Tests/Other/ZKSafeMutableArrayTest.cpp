@@ -62,7 +62,6 @@ TEST_F(ZKSafeMutableArrayTest, everyWriteAndWhatItIgnores) {
         const char *after; ///< of "0 1 2"
         const char *afterOnEmpty;
     };
-    const auto fiveSix = NSArray::arrayWithObjects({number(5), number(6)});
     const Row table[] = {
         {"add", [](auto &l) { l.addObject(number(7)); }, "0 1 2 7", "7"},
         {"add none", [](auto &l) { l.addObject(nullptr); }, "0 1 2", ""},
@@ -79,8 +78,6 @@ TEST_F(ZKSafeMutableArrayTest, everyWriteAndWhatItIgnores) {
         // Of the base class, through the writes above.
         {"remove equal", [](auto &l) { l.removeObject(number(1)); }, "0 2", ""},
         {"exchange", [](auto &l) { l.exchangeObjectAtIndex(0, 2); }, "2 1 0", ""},
-        {"set", [=](auto &l) { l.setArray(fiveSix); }, "5 6", "5 6"},
-        {"add many", [=](auto &l) { l.addObjectsFromArray(fiveSix); }, "0 1 2 5 6", "5 6"},
     };
     for (const Row &row : table) {
         fill(3);
@@ -105,47 +102,19 @@ TEST_F(ZKSafeMutableArrayTest, refusesAndLogsInsertionPastTheEnd) {
 }
 
 TEST_F(ZKSafeMutableArrayTest, derivedOperationsOfItsBaseClass) {
-    EXPECT_TRUE(!list->firstObject() && !list->lastObject());
     fill(3);
     const auto plain = NSArray::arrayWithObjects({number(0), number(1), number(2)});
-    EXPECT_TRUE(list->firstObject()->isEqual(number(0)) && list->lastObject()->isEqual(number(2)));
-    EXPECT_TRUE(list->isEqual(plain) && plain->isEqual(list) && list->hash() == plain->hash());
-    EXPECT_EQ(list->description()->utf8(), plain->description()->utf8());
+    EXPECT_TRUE(list->isEqual(plain) && plain->isEqual(list));
     EXPECT_EQ(list->indexOfObjectIdenticalTo(number(1)), NSNotFound);
+    EXPECT_EQ(list->subarrayWithRange({1, 9})->count(), 2u) << "cut instead of raised";
+    EXPECT_EQ(list->getObjects({5, 1}).size() + list->getObjects({absent, absent}).size(), 0u);
     std::vector<std::string> walked;
     for (const id &object : *list)
         walked.push_back(object->description()->utf8());
-    const auto backwards = list->reverseObjectEnumerator();
-    while (const id object = backwards->nextObject())
-        walked.push_back(object->description()->utf8());
-    EXPECT_THAT(walked, ElementsAre("0", "1", "2", "2", "1", "0"));
-    EXPECT_EQ(list->subarrayWithRange({1, 9})->count(), 2u) << "cut instead of raised";
-    EXPECT_EQ(list->getObjects({5, 1}).size() + list->getObjects({absent, absent}).size(), 0u);
+    EXPECT_THAT(walked, ElementsAre("0", "1", "2"));
     const id copy = list->copy(), changing = list->mutableCopy();
     list->removeAllObjects();
     EXPECT_TRUE(copy->isEqual(plain) && changing->isEqual(plain)) << "independent";
-}
-
-TEST_F(ZKSafeMutableArrayTest, keepsItsElementsExactlyAsLongAsItHoldsThem) {
-    const auto element = make<NSObject>();
-    const auto owners = [&] {
-        list->count(); // waits for the writes
-        return element.use_count();
-    };
-    list->insertObject(element, 0);
-    list->addObject(element);
-    EXPECT_EQ(owners(), 3);
-    list->replaceObjectAtIndex(0, number(1));
-    EXPECT_EQ(owners(), 2);
-    EXPECT_EQ(list->objectAtIndex(1).use_count(), 3) << "one for the caller";
-    list->removeObjectAtIndex(1);
-    EXPECT_EQ(owners(), 1);
-    list->addObject(element);
-    list->removeLastObject();
-    EXPECT_EQ(owners(), 1);
-    list->insertObject(element, 1);
-    list->removeAllObjects();
-    EXPECT_EQ(owners(), 1);
 }
 
 TEST(ZKSafeMutableArray, allShareOneQueueThatOutlivesThem) {

@@ -33,6 +33,12 @@ public:
         NSRunLoop::mainRunLoop()->wakeUp();
     }
 
+    /// The same, and serves it.
+    void elapse(std::chrono::nanoseconds duration) {
+        advance(duration);
+        settle();
+    }
+
     /// Serves events until the condition holds; false when it does not for a very long time.
     static bool eventually(const std::function<bool()> &condition) {
         for (const QDeadlineTimer patience(60s); !condition(); std::this_thread::yield()) {

@@ -2,6 +2,7 @@
 
 #include "Platform/Transport/zkcomtl.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -9,26 +10,18 @@ namespace {
 using transport::DeviceAccess;
 using transport::Holder;
 
-DeviceAccess heldBy(const std::string &process, Holder::Kind kind) {
-    DeviceAccess access;
-    access.holders = {{.pid = 42, .process = process, .kind = kind}};
-    return access;
+DeviceAccess heldBy(const char *process, Holder::Kind kind) {
+    return {.holders = {{.pid = 42, .process = process, .kind = kind}}};
 }
 
 /// The job claims the printer, whoever else looks at it.
-DeviceAccess heldByJobAmongOthers() {
-    DeviceAccess access;
-    access.holders = {{.pid = 1, .process = "scan", .seen = true},
-                      {.pid = 2, .process = "ipp-usb", .kind = Holder::Kind::ippUsb},
-                      {.pid = 3, .process = "usb", .kind = Holder::Kind::cupsBackend}};
-    return access;
-}
-
-DeviceAccess withRule() {
-    DeviceAccess access;
-    access.udevRule = "/usr/lib/udev/rules.d/70-zkutility.rules";
-    return access;
-}
+const DeviceAccess heldByJobAmongOthers = {
+    .holders = {
+        {.pid = 1, .process = "scan", .seen = true},
+        {.pid = 2, .process = "ipp-usb", .kind = Holder::Kind::ippUsb},
+        {.pid = 3, .process = "usb", .kind = Holder::Kind::cupsBackend},
+    }};
+const DeviceAccess withRule = {.udevRule = "/usr/lib/udev/rules.d/70-zkutility.rules"};
 
 } // namespace
 
@@ -44,11 +37,11 @@ TEST(Reason, namesTheThingToDo) {
         {TL_USB_ERROR_TIMEOUT, {}, ExitStatus::noAnswer, "switch it off and on"},
         {TL_USB_ERROR_ACCESS, {}, ExitStatus::noPermission, "ask the administrator"},
         {TL_USB_ERROR_ACCESS, DeviceAccess(), ExitStatus::noPermission, "install the package"},
-        {TL_USB_ERROR_ACCESS, withRule(), ExitStatus::noPermission, "the group lp"},
+        {TL_USB_ERROR_ACCESS, withRule, ExitStatus::noPermission, "the group lp"},
         {TL_USB_ERROR_BUSY, {}, ExitStatus::busy, "A print job or another program"},
         {TL_USB_ERROR_BUSY, DeviceAccess(), ExitStatus::busy, "A print job or another program"},
         {TL_USB_ERROR_BUSY, heldBy("usb", Kind::cupsBackend), ExitStatus::busy, "A print job holds"},
-        {TL_USB_ERROR_BUSY, heldByJobAmongOthers(), ExitStatus::busy, "A print job holds"},
+        {TL_USB_ERROR_BUSY, heldByJobAmongOthers, ExitStatus::busy, "A print job holds"},
         {TL_USB_ERROR_BUSY, heldBy("ipp-usb", Kind::ippUsb), ExitStatus::busy, "systemctl stop ipp-usb"},
         {TL_USB_ERROR_BUSY, heldBy("a\x1B[m", Kind::other), ExitStatus::busy, R"("a\u001B[m" (process 42))"},
         {TL_USB_ERROR_NO_DEVICE, {}, ExitStatus::unplugged, "check its power"},
@@ -64,9 +57,7 @@ TEST(Reason, namesTheThingToDo) {
         EXPECT_EQ(failure.status(), row.status) << row.transportStatus;
         EXPECT_NE(sentence.find(row.advice), std::string::npos) << sentence;
         EXPECT_NE(sentence.find(R"("Desk\n")"), std::string::npos) << sentence;
-        EXPECT_EQ(sentence.find_first_of(".!?\n"), sentence.find(".rules") == std::string::npos
-                                                       ? sentence.size() - 1
-                                                       : sentence.find(".rules"))
+        EXPECT_EQ(sentence.find_first_of(".!?\n"), std::min(sentence.find(".rules"), sentence.size() - 1))
             << sentence;
     }
 }

@@ -13,6 +13,15 @@ using testing::StartsWith;
 
 namespace {
 
+transport::VirtualPrinterState l200(const char *serial) {
+    return {.manufacturer = "Zelkor",
+            .product = "L200 Series",
+            .serial = serial,
+            .vid = VENDOR_ID,
+            .pid = 2,
+            .threshold = 3};
+}
+
 /// The exit status and what the program printed.
 std::string zkprinter(const std::string &arguments) {
     const std::string command = "ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" USB_TRANSPORT
@@ -31,12 +40,7 @@ TEST(ZkprinterUsb, readsWritesAndReadsBackThroughAQueue) {
     const PrivateCups cups(true);
     UsbPorts ports;
     EXPECT_THAT(zkprinter("status Zelkor_L200"), StartsWith("5 ")) << "not attached";
-    ports.plug({.manufacturer = "Zelkor",
-                .product = "L200 Series",
-                .serial = "SN0002",
-                .vid = VENDOR_ID,
-                .pid = 2,
-                .threshold = 3});
+    ports.plug(l200("SN0002"));
     EXPECT_THAT(zkprinter("list"), HasSubstr("Zelkor_L200"));
     EXPECT_THAT(zkprinter("devices"), HasSubstr("SN0002"));
     EXPECT_THAT(zkprinter("status Zelkor_L200"), StartsWith("0 "));
@@ -53,12 +57,7 @@ TEST(ZkprinterUsb, readsWritesAndReadsBackThroughAQueue) {
 TEST(ZkprinterUsb, saysWhatIsInTheWay) {
     ::setenv("CUPS_SERVER", "/nowhere", 1);
     auto &ports = UsbTestbed::shared();
-    transport::VirtualPrinterState state{.manufacturer = "Zelkor",
-                                         .product = "L200 Series",
-                                         .serial = "XK00047110815",
-                                         .vid = VENDOR_ID,
-                                         .pid = 2,
-                                         .threshold = 3};
+    transport::VirtualPrinterState state = l200("XK00047110815");
     const auto printer = ports.plug(state);
     const std::string report = zkprinter("diagnose --json");
     const std::string node = usbNodePath(printer->address());
@@ -71,9 +70,10 @@ TEST(ZkprinterUsb, saysWhatIsInTheWay) {
     EXPECT_THAT(report, testing::Not(HasSubstr("47110")));
 
     const std::string reminder = "reminder 'usb://Zelkor/L200%20Series?serial=XK00047110815'";
-    const std::pair<transport::Fault, const char *> faults[] = {{transport::Fault::Busy, "11 "},
-                                                                {transport::Fault::WriteFails, "13 "},
-                                                                {transport::Fault::UnplugAfterOpen, "12 "}};
+    using enum transport::Fault;
+    const std::pair<transport::Fault, const char *> faults[] = {
+        {Busy, "11 "},       {WriteFails, "13 "}, {UnplugAfterOpen, "12 "},  {UnplugAfterWrite, "12 "},
+        {StaleOutput, "0 "}, {ShortHeader, "7 "}, {UnplugAfterHeader, "12 "}};
     for (const auto &[fault, status] : faults) {
         state.faults = {fault};
         printer->setState(state);

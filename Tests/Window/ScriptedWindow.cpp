@@ -22,7 +22,6 @@
 #include <QTimer>
 
 #include <cstdio>
-#include <cstring>
 
 namespace {
 
@@ -38,13 +37,7 @@ void blockForEver(const std::string &call) {
 
 void attachLaser() {
     auto &transport = *new ScriptedTransport;
-    tl_usb_device_info laser = {};
-    std::strcpy(laser.serial, "SN0001");
-    std::strcpy(laser.product, "Sample Laser Series");
-    std::strcpy(laser.manufacturer, "Zelkor");
-    transport.devices = {laser};
-    transport.info = ScriptedTransport::Info::text;
-    transport.infoText = R"({"printer_status": 3})";
+    transport.attachLaser();
     transport.onCall = blockForEver;
 }
 

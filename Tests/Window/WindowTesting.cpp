@@ -56,6 +56,12 @@ void WindowTest::addQueue(const char *name, const char *uri) {
     }));
 }
 
+void WindowTest::openWithLaser(const std::string &more) {
+    plugLaser(more);
+    open();
+    addQueue("Laser", laserUri);
+}
+
 Tips WindowTest::choose(int row) {
     table->clearSelection();
     return tipsDuring([&] { table->selectRow(row); });

@@ -1,9 +1,9 @@
 // The window as a test drives it: on no screen, with virtual printers and time moved by hand.
 //
-//     plug("SN0001", "Sample Laser Series");
+//     plugLaser();
 //     open();
 //     addQueue("At the desk", laserUri);
-//     EXPECT_EQ(choose(0), (Tips{{"Get Printer Status", Indicator::spins, 3}}));
+//     EXPECT_EQ(choose(0), Tips{reading});
 #pragma once
 
 #include "Classes/AppDelegate.h"
@@ -42,6 +42,9 @@ struct Tip {
 };
 using Tips = std::vector<Tip>;
 
+inline const Tip reading = {"Get Printer Status", Indicator::spins, 3};
+inline const Tip success = {"Setting Success", Indicator::none, 2};
+
 inline constexpr const char *laserUri = sampleUri;
 inline constexpr const char *l200Uri = "usb://Zelkor/L200%20Series?serial=SN0002";
 inline constexpr const char *networkUri = "socket://192.0.2.10:9100";
@@ -64,6 +67,8 @@ protected:
     void open();
     /// Adds a row to the table and waits until it is there.
     void addQueue(const char *name, const char *uri);
+    /// With the laser plugged in and its queue in the table.
+    void openWithLaser(const std::string &more = "");
 
     /// Deselects, then selects the row, and says which tips that had.
     Tips choose(int row);

@@ -74,7 +74,7 @@ bool EmulatedUsbPrinter::isUnplugged() const {
 
 bool EmulatedUsbPrinter::isClaimed() const {
     const std::scoped_lock guard(mutex_);
-    return !claims_.empty();
+    return claimer_ != nullptr;
 }
 
 bool EmulatedUsbPrinter::hasKernelDriver() const {
@@ -104,7 +104,9 @@ void EmulatedUsbPrinter::vanish(const Client *client) {
     const auto isTheirs = [&](const Urb &urb) { return urb.client == client; };
     const std::scoped_lock guard(mutex_);
     clients_.erase(client);
-    std::erase_if(claims_, [&](const auto &claim) { return claim.second == client; });
+    if (claimer_ == client) {
+        claimer_ = nullptr;
+    }
     std::erase_if(reads_, isTheirs);
     std::erase_if(finished_, isTheirs);
     showReady();
@@ -143,22 +145,12 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::answer(const Client *client, unsi
     case USBDEVFS_GET_CAPABILITIES:
         as<std::uint32_t>(argument) = capabilities;
         return {};
-    case USBDEVFS_CLAIMINTERFACE:
-        return claim(client, as<unsigned>(argument), false);
     case USBDEVFS_DISCONNECT_CLAIM:
-        return claim(client, as<usbdevfs_disconnect_claim>(argument).interface, true);
+        return claim(client, as<usbdevfs_disconnect_claim>(argument).interface);
     case USBDEVFS_RELEASEINTERFACE:
         return release(client, as<unsigned>(argument));
-    case USBDEVFS_GETDRIVER: {
-        auto &query = as<usbdevfs_getdriver>(argument);
-        if (query.interface != usbPrinterInterface || !kernelDriver_) {
-            return {.error = ENODATA};
-        }
-        std::strcpy(query.driver, "usblp");
-        return {};
-    }
     case USBDEVFS_IOCTL:
-        return ioctlOfDriver(argument);
+        return bindDriver(as<usbdevfs_ioctl>(argument));
     case USBDEVFS_SUBMITURB:
         return submit(client, argument);
     case USBDEVFS_DISCARDURB:
@@ -166,58 +158,40 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::answer(const Client *client, unsi
     case USBDEVFS_CLEAR_HALT:
         stalled_.erase(static_cast<std::uint8_t>(as<unsigned>(argument)));
         return {};
-    case USBDEVFS_RESET:
-    case USBDEVFS_SETINTERFACE:
-    case USBDEVFS_SETCONFIGURATION:
-        return {};
     default:
         return {.error = ENOTTY};
     }
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::claim(const Client *client, unsigned interface,
-                                                     bool detachesDriver) {
-    if (interface > usbPrinterInterface) {
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::claim(const Client *client, unsigned interface) {
+    if (interface != usbPrinterInterface) {
         return {.error = EINVAL};
     }
-    const bool ofPrinter = interface == usbPrinterInterface;
-    const auto [held, isNew] = claims_.try_emplace(interface, client);
-    if (!isNew) {
-        return {.error = held->second == client ? 0 : EBUSY};
-    }
-    if (ofPrinter && (printer_.state().has(Fault::Busy) || (kernelDriver_ && !detachesDriver))) {
-        claims_.erase(held);
+    if (claimer_ || printer_.state().has(Fault::Busy)) {
         return {.error = EBUSY};
     }
-    if (ofPrinter) {
-        kernelDriver_ = false;
-    }
+    claimer_ = client;
+    kernelDriver_ = false;
     return {};
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::release(const Client *client, unsigned interface) {
-    const auto held = claims_.find(interface);
-    if (held == claims_.end() || held->second != client) {
+    if (claimer_ != client || interface != usbPrinterInterface) {
         return {.error = EINVAL};
     }
-    claims_.erase(held);
+    claimer_ = nullptr;
     return {};
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::ioctlOfDriver(UMockdevIoctlData *argument) {
-    const auto &call = as<usbdevfs_ioctl>(argument);
-    const bool connects = call.ioctl_code == static_cast<int>(USBDEVFS_CONNECT);
-    const unsigned interface = static_cast<unsigned>(call.ifno);
-    if (!connects && (interface != usbPrinterInterface || !kernelDriver_)) {
-        return {.error = ENODATA};
+EmulatedUsbPrinter::Answer EmulatedUsbPrinter::bindDriver(const usbdevfs_ioctl &call) {
+    if (call.ioctl_code != static_cast<int>(USBDEVFS_CONNECT) || call.ifno != int{usbPrinterInterface}) {
+        return {.error = EINVAL};
     }
-    if (connects && claims_.contains(interface)) {
+    if (claimer_) {
         return {.error = EBUSY};
     }
-    if (interface == usbPrinterInterface) {
-        kernelDriver_ = connects;
-    }
-    return {.result = connects ? 1 : 0};
+    kernelDriver_ = true;
+    return {.result = 1};
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::submit(const Client *client, UMockdevIoctlData *block) {
@@ -229,9 +203,7 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::submit(const Client *client, UMoc
         control(std::move(submitted));
         return {};
     }
-    const auto held = claims_.find(usbPrinterInterface);
-    if (held == claims_.end() || held->second != client ||
-        (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut)) {
+    if (claimer_ != client || (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut)) {
         return {.error = ENOENT}; // the kernel is more lenient, but says so in its log
     }
     if (urb.endpoint == usbBulkIn) {

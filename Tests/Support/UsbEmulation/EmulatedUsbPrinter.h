@@ -21,7 +21,7 @@
 
 #include <cstdint>
 #include <deque>
-#include <map>
+#include <linux/usbdevice_fs.h>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -76,12 +76,12 @@ private:
 
     static Data resolve(UMockdevIoctlData *parent, size_t offset, size_t size);
     Answer answer(const Client *client, unsigned long request, UMockdevIoctlData *argument);
-    Answer claim(const Client *client, unsigned interface, bool detachesDriver);
+    Answer claim(const Client *client, unsigned interface);
     Answer release(const Client *client, unsigned interface);
     Answer submit(const Client *client, UMockdevIoctlData *block);
     Answer reap(const Client *client, UMockdevIoctlData *pointer);
     Answer discard(const Client *client, unsigned long address);
-    Answer ioctlOfDriver(UMockdevIoctlData *argument);
+    Answer bindDriver(const usbdevfs_ioctl &call);
     void control(Urb urb);
     Bytes classReply(std::uint8_t request, std::uint16_t index) const;
     void write(Urb urb);
@@ -96,9 +96,9 @@ private:
     DeviceNode node_;
     transport::VirtualPrinter printer_;
     std::set<const Client *> clients_;
-    std::map<unsigned, const Client *> claims_; // by interface
-    bool kernelDriver_ = true;                  // bound to the printer interface
-    bool isFresh_ = true;                       // nobody has opened it since it was plugged in
+    const Client *claimer_ = nullptr; // of the printer interface, the only one that is ever claimed
+    bool kernelDriver_ = true;        // bound to the printer interface
+    bool isFresh_ = true;             // nobody has opened it since it was plugged in
     bool held_ = false;
     bool unplugged_ = false;
     std::set<std::uint8_t> stalled_;

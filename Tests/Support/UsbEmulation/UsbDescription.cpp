@@ -46,11 +46,7 @@ std::string hex(const Bytes &bytes) {
 
 /// One file of a folder, ended by a line end as the kernel does.
 std::string attribute(const char *name, const std::string &value) {
-    std::string line = std::string("A: ") + name + "=";
-    for (const char character : value) {
-        line += character == '\n' ? "\\n" : character == '\\' ? "\\\\" : std::string(1, character);
-    }
-    return line + "\\n\n";
+    return std::string("A: ") + name + "=" + value + "\\n\n";
 }
 
 std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterState &printer) {
@@ -70,14 +66,9 @@ std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterStat
 }
 
 std::string interfaceRecord(UsbAddress address, unsigned interface) {
-    const bool prints = interface == usbPrinterInterface;
     return "P: " + usbInterfaceFolder(address, interface).substr(4) +
            "\nE: DEVTYPE=usb_interface\nE: SUBSYSTEM=usb\n" +
-           attribute("bInterfaceNumber", format("%02x", interface)) + attribute("bAlternateSetting", " 0") +
-           attribute("bInterfaceClass", prints ? "07" : "ff") +
-           attribute("bInterfaceSubClass", prints ? "01" : "00") +
-           attribute("bInterfaceProtocol", prints ? "02" : "00") +
-           attribute("bNumEndpoints", prints ? "02" : "00") + "\n";
+           attribute("bInterfaceClass", interface == usbPrinterInterface ? "07" : "ff") + "\n";
 }
 
 } // namespace
