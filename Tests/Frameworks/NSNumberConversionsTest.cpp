@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <random>
 
 namespace {
@@ -78,17 +77,14 @@ TEST(NumberWithString, followsTheCurrentLocale) {
 
 TEST(NumberWithString, givesADoubleBeyond64Bits) {
     const LocaleScope locale("en_US");
-    const std::pair<std::string, double> table[] = {{"9223372036854775808", 0x1p63},
-                                                    {"-9,223,372,036,854,775,809", -0x1p63},
-                                                    {"1E300", 1e300},
-                                                    {"1E400", INFINITY},
-                                                    {std::string(4096, '9'), INFINITY}};
-    for (const auto &[value, expected] : table) {
-        const auto result = qn::numberWithString(string(value));
-        ASSERT_TRUE(result) << value;
-        EXPECT_EQ(result->doubleValue(), expected);
-        EXPECT_EQ(result->objCType(), 'd');
-    }
+    const std::pair<std::string, std::string> table[] = {
+        {"9223372036854775808", "d 9223372036854775808"},
+        {"-9,223,372,036,854,775,809", "d -9223372036854775808"},
+        {"1E300", "d 1e+300"},
+        {"1E400", "d inf"},
+        {std::string(4096, '9'), "d inf"}};
+    for (const auto &[value, expected] : table)
+        EXPECT_EQ(number(value), expected) << value;
     EXPECT_EQ(qn::numberWithString(make<NSString>(std::u16string(4097, u'9'))), nullptr) << "takes too long";
 }
 

@@ -92,7 +92,6 @@ TEST(ConvertDataSize, picksTheLargestUnitThatFits) {
         const char *file, *disk;
     };
     const Row table[] = {{0, "0B", "0B"},
-                         {5, "5.00B", "5.00B"},
                          {999, "999.00B", "999.00B"},
                          {1000, "1000.00B", "1.00KB"},
                          {1023, "1023.00B", "1.02KB"},

@@ -1,9 +1,7 @@
 #include "Frameworks/QNCategoriesPro/QNClassInfo.h"
 #include "Tests/Platform/Dispatch/OnThreads.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -27,12 +25,8 @@ class PlainParcel : public Parcel {
 };
 NS_IMPLEMENTATION(PlainParcel) {}
 
-std::vector<std::string> texts(const Ref<NSArray> &list) {
-    std::vector<std::string> result;
-    if (list)
-        for (const id &each : *list)
-            result.push_back(as<NSString>(each)->utf8());
-    return result;
+std::string joined(const Ref<NSArray> &list) {
+    return list ? list->componentsJoinedByString(u" "_ns)->utf8() : "";
 }
 
 Ref<QNClassPropertyInfo> propertyNamed(Class cls, const Ref<NSString> &name) {
@@ -82,7 +76,7 @@ TEST(QNClassInfo, propertiesAreDecoded) {
               QNEncodingTypeObject | QNEncodingTypePropertyCopy | QNEncodingTypePropertyNonatomic);
     EXPECT_EQ(title->typeEncoding()->utf8(), "@\"NSString<P1><P2>\"");
     EXPECT_EQ(title->cls(), NSString::class_());
-    EXPECT_THAT(texts(title->protocols()), ElementsAre("P1", "P2"));
+    EXPECT_EQ(joined(title->protocols()), "P1 P2");
     EXPECT_EQ(title->ivarName()->utf8(), "_title");
     EXPECT_STREQ(sel_getName(title->getter()), "title");
     EXPECT_STREQ(sel_getName(title->setter()), "setTitle:");
@@ -93,25 +87,20 @@ TEST(QNClassInfo, propertiesAreDecoded) {
     EXPECT_STREQ(sel_getName(heavy->setter()), "setHeavy:") << "derived although the class has none";
     EXPECT_FALSE(heavy->ivarName() || heavy->protocols() || heavy->cls());
 
-    struct Row {
-        const char *encoding;
-        Class cls;
-        std::vector<std::string> protocols;
+    const std::tuple<const char *, Class, const char *> table[] = {
+        {"@", nullptr, ""},
+        {"@\"Parcel\"", Parcel::class_(), ""},
+        {"@\"Nobody\"", nullptr, ""},
+        {"@\"<P1>\"", nullptr, "P1"},
+        {"@\"NSString<><P2>\"", NSString::class_(), "P2"},
+        {"@\"Parcel<P1", Parcel::class_(), "P1"},
+        {"@\"", nullptr, ""},
+        {"@Parcel", nullptr, ""},
     };
-    const Row table[] = {
-        {"@", nullptr, {}},
-        {"@\"Parcel\"", Parcel::class_(), {}},
-        {"@\"Nobody\"", nullptr, {}},
-        {"@\"<P1>\"", nullptr, {"P1"}},
-        {"@\"NSString<><P2>\"", NSString::class_(), {"P2"}},
-        {"@\"Parcel<P1", Parcel::class_(), {"P1"}},
-        {"@\"", nullptr, {}},
-        {"@Parcel", nullptr, {}},
-    };
-    for (const Row &row : table) {
-        const auto info = propertyOfType(row.encoding);
-        EXPECT_EQ(info->cls(), row.cls) << row.encoding;
-        EXPECT_EQ(texts(info->protocols()), row.protocols) << row.encoding;
+    for (const auto &[encoding, cls, protocols] : table) {
+        const auto info = propertyOfType(encoding);
+        EXPECT_EQ(info->cls(), cls) << encoding;
+        EXPECT_EQ(joined(info->protocols()), protocols) << encoding;
         EXPECT_EQ(info->type(), QNEncodingTypeObject | QNEncodingTypePropertyCopy)
             << "the type replaces the attributes before it";
     }
@@ -126,7 +115,7 @@ TEST(QNClassInfo, methodsAndInstanceVariablesAreDecoded) {
     EXPECT_EQ(setter->imp(), setter->method()->imp);
     EXPECT_EQ(setter->typeEncoding()->utf8(), "v20@0:8i16");
     EXPECT_EQ(setter->returnTypeEncoding()->utf8(), "v");
-    EXPECT_THAT(texts(setter->argumentTypeEncodings()), ElementsAre("@", ":", "i"));
+    EXPECT_EQ(joined(setter->argumentTypeEncodings()), "@ : i");
     const auto x = as<QNClassIvarInfo>(info->ivarInfos()->objectForKey(u"_x"_ns));
     EXPECT_EQ(x->typeEncoding()->utf8(), "i");
     EXPECT_EQ(x->type(), QNEncodingTypeInt32);

@@ -71,7 +71,6 @@ TEST_F(QNTimerTest, ticksOnTheMainQueueFromConstructionOn) {
     EXPECT_EQ(ticks.size(), 4u) << "by hand";
     ticks.clear();
     owner->timer = QNTimer::initWithFireTime(0.5, 2.0, owner, refresh, true);
-    EXPECT_EQ(owner->timer->timeInterval(), 2.0);
     timer->invalidate();
     for (int i = 0; i < 10; ++i)
         advanceAndDrain(500ms);
