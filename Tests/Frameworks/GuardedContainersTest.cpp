@@ -13,11 +13,10 @@
 #include "Platform/Runtime/Class.h"
 #include "Tests/Platform/Dispatch/OnThreads.h"
 #include "Tests/Platform/Foundation/Text.h"
+#include "Tests/Platform/Transport/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <random>
 
@@ -244,6 +243,7 @@ const Operation<NSMutableDictionary> dictionaryOperations[] = {
     DICTIONARY(c->descriptionWithLocale(nullptr, 1)),
     DICTIONARY(c->descriptionInStringsFileFormat()),
     DICTIONARY(string(walked(c))),
+    DICTIONARY(NSDictionary::dictionaryWithDictionary(c)),
     DICTIONARY(qn::jsonStringEncoded(c)),
     // Seldom enough for the dictionary to grow.
     DICTIONARY(c->removeAllObjects()),
@@ -330,16 +330,12 @@ TEST(QNThreadSafeArray, isMadeInEveryWay) {
     EXPECT_EQ(QNThreadSafeArray::arrayWithCapacity(5)->count() + QNThreadSafeArray::init()->count(), 0u);
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithArray(plain)));
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithObjects(objects, 2)));
-    const auto file =
-        std::filesystem::path(testing::TempDir()) / ("guarded " + std::to_string(::getpid()) + ".plist");
-    std::ofstream(file)
-        << "<plist version=\"1.0\"><array><string>a</string><string>b</string></array></plist>";
-    const auto path = string(file.string());
+    const TemporaryFolder folder;
+    folder.put("list", "<plist version=\"1.0\"><array><string>a</string><string>b</string></array></plist>");
+    const auto path = string(folder.file("list").string());
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithContentsOfFile(path)));
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithContentsOfURL(NSURL::fileURLWithPath(path))));
-    std::filesystem::remove(file);
-    EXPECT_EQ(QNThreadSafeArray::initWithContentsOfFile(path), nullptr);
-    EXPECT_EQ(QNThreadSafeArray::initWithContentsOfURL(NSURL::fileURLWithPath(path)), nullptr);
+    EXPECT_EQ(QNThreadSafeArray::initWithContentsOfFile(string(folder.file("none").string())), nullptr);
 }
 
 TEST(QNThreadSafeDictionary, isMadeInEveryWay) {
