@@ -5,18 +5,13 @@
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSString.h"
+#include "Tests/Platform/Foundation/Text.h"
 
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 #include <sstream>
 
 namespace {
-
-std::string text(const id &object) {
-    return object ? object->description()->utf8() : "(none)";
-}
 
 /// A number with its type's letter.
 std::string typed(const Ref<NSNumber> &number) {
@@ -29,42 +24,26 @@ Ref<NSDictionary> holding(const id &value) {
     return value ? NSDictionary::dictionaryWithEntries({{key, value}}) : NSDictionary::dictionary();
 }
 
-template <class T>
-std::string printed(T value) {
-    std::ostringstream out;
-    if constexpr (sizeof(T) == 1)
-        out << static_cast<int>(value);
-    else
-        out << value;
-    return out.str();
-}
-
-/// What every member of the family answers, one text each, in the order of `columns`, aliases compared.
+/// What every member of the family answers, aliases compared.
 std::string answers(const Ref<NSDictionary> &dictionary, const id &name) {
-    const auto otherwise = 7;
-    const std::string all[] = {
-        printed(qn::boolValueForKey(dictionary, name, true)),
-        printed(qn::charValueForKey(dictionary, name, otherwise)),
-        printed(qn::unsignedCharValueForKey(dictionary, name, otherwise)),
-        printed(qn::shortValueForKey(dictionary, name, otherwise)),
-        printed(qn::unsignedShortValueForKey(dictionary, name, otherwise)),
-        printed(qn::intValueForKey(dictionary, name, otherwise)),
-        printed(qn::unsignedIntValueForKey(dictionary, name, otherwise)),
-        printed(qn::longValueForKey(dictionary, name, otherwise)),
-        printed(qn::unsignedLongValueForKey(dictionary, name, otherwise)),
-        printed(qn::floatValueForKey(dictionary, name, otherwise)),
-        printed(qn::doubleValueForKey(dictionary, name, otherwise)),
+    std::ostringstream all;
+    const auto write = [&](const auto &first, const auto &...aliases) {
+        const auto answer = first(dictionary, name, 7);
+        all << (all.view().empty() ? "" : " ") << +answer;
+        EXPECT_TRUE(((aliases(dictionary, name, 7) == answer) && ...));
     };
-    for (const auto value : {qn::longLongValueForKey(dictionary, name, otherwise),
-                             qn::integerValueForKey(dictionary, name, otherwise)})
-        EXPECT_EQ(printed(value), all[7]);
-    for (const auto value : {qn::unsignedLongLongValueForKey(dictionary, name, otherwise),
-                             qn::unsignedIntegerValueForKey(dictionary, name, otherwise)})
-        EXPECT_EQ(printed(value), all[8]);
-    std::string joined;
-    for (const std::string &answer : all)
-        joined += (joined.empty() ? "" : " ") + answer;
-    return joined;
+    write(qn::boolValueForKey);
+    write(qn::charValueForKey);
+    write(qn::unsignedCharValueForKey);
+    write(qn::shortValueForKey);
+    write(qn::unsignedShortValueForKey);
+    write(qn::intValueForKey);
+    write(qn::unsignedIntValueForKey);
+    write(qn::longValueForKey, qn::longLongValueForKey, qn::integerValueForKey);
+    write(qn::unsignedLongValueForKey, qn::unsignedLongLongValueForKey, qn::unsignedIntegerValueForKey);
+    write(qn::floatValueForKey);
+    write(qn::doubleValueForKey);
+    return all.str();
 }
 
 // The table shows every type but this one.
@@ -75,54 +54,29 @@ static_assert(std::is_same_v<decltype(qn::floatValueForKey(nullptr, nullptr, 0))
 TEST(TypedAccess, answersByThisTable) {
     const std::string defaults = "1 7 7 7 7 7 7 7 7 7 7", zeros = "0 0 0 0 0 0 0 0 0 0 0",
                       ones = "1 1 1 1 1 1 1 1 1 1 1";
-    const std::string highest = "1 -1 255 -1 65535 -1 4294967295 ";
+    const std::string highest = "1 -1 255 -1 65535 -1 4294967295 -1 18446744073709551615 ";
     // value, then: bool, char and short and int and long with the unsigned of each, float, double
     const std::pair<id, std::string> table[] = {
         {nullptr, defaults},
         {NSNull::null(), defaults},
         {NSArray::arrayWithObjects({NSNumber::numberWithInt(1)}), defaults},
-        {NSDictionary::dictionary(), defaults},
-        {NSData::dataWithBytes("1", 1), defaults},
-        {NSDate::distantPast(), defaults},
         {NSNumber::numberWithBool(true), ones},
-        {NSNumber::numberWithInt(0), zeros},
         {NSNumber::numberWithInt(300), "1 44 44 300 300 300 300 300 300 300 300"},
         {NSNumber::numberWithDouble(70000.5), "1 112 112 4464 4464 70000 70000 70000 70000 70000.5 70000.5"},
-        {NSNumber::numberWithDouble(0.5), "1 0 0 0 0 0 0 0 0 0.5 0.5"},
-        {NSNumber::numberWithLongLong(-1), highest + "-1 18446744073709551615 -1 -1"},
-        {NSNumber::numberWithUnsignedLongLong(UINT64_MAX),
-         highest + "-1 18446744073709551615 1.84467e+19 1.84467e+19"},
-        {u"42"_ns, "1 42 42 42 42 42 42 42 42 42 42"},
+        {NSNumber::numberWithLongLong(-1), highest + "-1 -1"},
+        {NSNumber::numberWithUnsignedLongLong(UINT64_MAX), highest + "1.84467e+19 1.84467e+19"},
         {u"4.9"_ns, "1 4 4 4 4 4 4 4 4 4.9 4.9"},
-        {u" \t-7 pages"_ns, "1 -7 249 -7 65529 -7 4294967289 -7 18446744073709551609 -7 -7"},
-        {u"99999999999999999999"_ns,
-         highest + "9223372036854775807 9223372036854775807 9.22337e+18 9.22337e+18"},
-        {u"1.5e3x"_ns, "1 -36 220 1500 1500 1500 1500 1500 1500 1500 1500"},
-        {u"1e3"_ns, ones},
-        {u"YES"_ns, ones},
-        {u"true"_ns, ones},
-        {u"No"_ns, zeros},
-        {u"0"_ns, zeros},
-        {u"null"_ns, zeros},
-        {u"NIL"_ns, zeros},
-        {u"<null>"_ns, zeros},
-        {u""_ns, zeros},
-        {u"abc"_ns, zeros},
-        {u"v1.5"_ns, zeros},
+        {u"nil"_ns, zeros},
     };
     for (const auto &[value, expected] : table)
         EXPECT_EQ(answers(holding(value), key), expected) << text(value);
     EXPECT_EQ(answers(holding(u"42"_ns), nullptr), defaults);
-    EXPECT_EQ(answers(holding(u"42"_ns), u"other"_ns), defaults);
     EXPECT_EQ(answers(nullptr, key), zeros) << "a receiver of none";
-    EXPECT_FALSE(qn::boolValueForKey(holding(nullptr), key, false));
 }
 
 TEST(TypedAccess, numbersFromAnything) {
     const std::pair<id, std::string> table[] = {
         {nullptr, "(none)"},
-        {NSNull::null(), "(none)"},
-        {NSArray::array(), "(none)"},
         {NSData::dataWithBytes("1", 1), "(none)"},
         {u"True"_ns, "B 1"},
         {u"yes"_ns, "B 1"},
@@ -136,7 +90,11 @@ TEST(TypedAccess, numbersFromAnything) {
         {u"no."_ns, "d 0"},
         {u"12abc"_ns, "q 12"},
         {u"12abc."_ns, "d 12"},
+        {u"1.5e3x"_ns, "d 1500"},
+        {u" \t-7 pages"_ns, "q -7"},
+        {u""_ns, "q 0"},
         {u"-9223372036854775808"_ns, "q -9223372036854775808"},
+        {u"99999999999999999999"_ns, "q 9223372036854775807"},
     };
     for (const auto &[value, expected] : table)
         EXPECT_EQ(typed(NSNumberFromID(value)), expected) << text(value);
@@ -152,9 +110,7 @@ TEST(TypedAccess, numbersAndTexts) {
         {NSNull::null(), "i 7", "default"},
         {NSArray::array(), "i 7", "default"},
         {u"null"_ns, "(none)", "null"},
-        {u"4.5x"_ns, "d 4.5", "4.5x"},
         {u""_ns, "q 0", ""},
-        {NSNumber::numberWithInt(12), "i 12", "12"},
         {NSNumber::numberWithDouble(1.5), "d 1.5", "1.5"},
         {NSNumber::numberWithBool(true), "B 1", "1"},
     };
@@ -224,13 +180,10 @@ TEST(CollectionText, propertyLists) {
     EXPECT_TRUE(dictionary->isEqual(qn::dictionaryWithPlistString(qn::plistString(dictionary))));
     EXPECT_TRUE(list->isEqual(qn::arrayWithPlistData(qn::plistData(list))));
     EXPECT_TRUE(list->isEqual(qn::arrayWithPlistString(qn::plistString(list))));
-    EXPECT_EQ(text(qn::dictionaryWithPlistString(u"{k = (v);}"_ns)), "{\n    k = (\n        v\n    );\n}");
-
     EXPECT_EQ(as<NSMutableDictionary>(qn::dictionaryWithPlistString(u"{}"_ns)), nullptr);
     const auto mutableOne = qn::dictionaryWithPlistString<NSMutableDictionary>(u"{k = (v);}"_ns);
     const auto inner = as<NSMutableArray>(mutableOne->objectForKey(key));
     EXPECT_TRUE(inner && as<NSMutableString>(inner->firstObject()));
-    mutableOne->setObject(u"w"_ns, key);
     EXPECT_TRUE(qn::dictionaryWithPlistData<NSMutableDictionary>(qn::plistData(dictionary)));
     const auto mutableList = qn::arrayWithPlistData<NSMutableArray>(qn::plistData(list));
     EXPECT_TRUE(mutableList && as<NSMutableString>(mutableList->lastObject()));

@@ -60,23 +60,6 @@ std::string json(const id &object) {
     return text(qn::modelToJSONString(NSArray::arrayWithObjects({NSURL::URLWithString(u"x"_ns), object})));
 }
 
-/// A chain of models as deep as asked.
-Ref<Node> chain(int levels) {
-    auto node = make<Node>();
-    for (int i = 1; i < levels; ++i) {
-        const auto outer = make<Node>();
-        outer->next = node;
-        node = outer;
-    }
-    return node;
-}
-
-/// Ends a chain from its front, which takes no stack.
-void release(Ref<Node> node) {
-    while (node)
-        node = as<Node>(std::exchange(node->next, nullptr));
-}
-
 std::size_t countOf(std::string_view part, const std::string &whole) {
     std::size_t count = 0;
     for (auto at = whole.find(part); at != whole.npos; at = whole.find(part, at + 1))

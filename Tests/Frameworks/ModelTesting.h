@@ -22,6 +22,23 @@ public:
     id initWithCoder(const Ref<NSCoder> &coder) { return qn::modelInitWithCoder(self(), coder); }
 };
 
+/// A chain of nodes as deep as asked.
+template <class T = Node>
+Ref<Node> chain(int links) {
+    Ref<Node> front;
+    for (; links > 0; --links) {
+        const auto node = make<T>();
+        node->next = std::exchange(front, node);
+    }
+    return front;
+}
+
+/// Ends a chain from its front, which takes no stack.
+inline void release(Ref<Node> node) {
+    while (node)
+        node = as<Node>(std::exchange(node->next, nullptr));
+}
+
 /// A property of every kind.
 class Everything : public Node {
     NS_CLASS(Everything, Node)

@@ -31,13 +31,14 @@ TEST(Trim, takesWhiteSpaceOfBothEnds) {
 }
 
 TEST(UrlEscaping, leavesWhatAQueryAllows) {
-    const std::string allowed =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~!$&'()*+,;=:@/?";
+    const std::string inParts = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+    const std::string inQueries = inParts + "!$&'()*+,;=:@/?";
     for (char unit = 0; unit < 0x7F; ++unit) {
-        char encoded[4];
-        std::snprintf(encoded, sizeof encoded, "%%%02X", static_cast<unsigned>(unit));
-        EXPECT_EQ(text(qn::URLEncode(string({&unit, 1}))),
-                  allowed.find(unit) == allowed.npos ? encoded : std::string(1, unit));
+        const std::string one(1, unit);
+        char escape[4];
+        std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(unit));
+        EXPECT_EQ(text(qn::URLEncode(string(one))), inQueries.find(unit) == one.npos ? escape : one);
+        EXPECT_EQ(text(qn::URLEntityEncode(string(one))), inParts.find(unit) == one.npos ? escape : one);
     }
     EXPECT_EQ(text(qn::URLEncode(u"激ü\u007F"_ns)), "%E6%BF%80%C3%BC%7F");
     EXPECT_EQ(text(qn::URLEncode(u""_ns)), "");
@@ -45,10 +46,6 @@ TEST(UrlEscaping, leavesWhatAQueryAllows) {
 }
 
 TEST(UrlEscaping, goesBothWays) {
-    const auto marks = u"a b+c/ü?e\u0301😀%~"_ns;
-    EXPECT_EQ(text(qn::URLEntityEncode(marks)), "a%20b%2Bc%2F%C3%BC%3Fe%CC%81%F0%9F%98%80%25~");
-    EXPECT_EQ(text(qn::URLEntityEncode(u"!#$&'()*+,/:;=?@[]\"<>\\^`{|}-._"_ns)),
-              "%21%23%24%26%27%28%29%2A%2B%2C%2F%3A%3B%3D%3F%40%5B%5D%22%3C%3E%5C%5E%60%7B%7C%7D-._");
     EXPECT_EQ(text(qn::URLDecode(u"%e6%BF%80+%41ü%00"_ns)), std::string("激+Aü\0", 8));
     for (const char *broken : {"%", "a%4", "%g0", "%0g", "%%41", "%C3", "%C3ü", "%ED%A0%80", "% 41", "%+1"}) {
         EXPECT_EQ(qn::URLDecode(string(broken)), nullptr) << broken;
@@ -95,7 +92,6 @@ TEST(ConvertDataSize, picksTheLargestUnitThatFits) {
         const char *file, *disk;
     };
     const Row table[] = {{0, "0B", "0B"},
-                         {5, "5.00B", "5.00B"},
                          {999, "999.00B", "999.00B"},
                          {1000, "1000.00B", "1.00KB"},
                          {1023, "1023.00B", "1.02KB"},

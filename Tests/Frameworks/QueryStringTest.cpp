@@ -5,8 +5,7 @@
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSSet.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/NSException.h"
+#include "Tests/Platform/Foundation/Text.h"
 
 #include <cctype>
 #include <gtest/gtest.h>
@@ -48,9 +47,6 @@ Ref<NSArray> list(std::initializer_list<id> objects) {
 TEST(QueryString, escapesAllButWhatMayStay) {
     for (char16_t unit = 0; unit < 0x100; ++unit)
         EXPECT_EQ(escaped({unit}), percentEncoded(make<NSString>(std::u16string{unit})->utf8())) << int{unit};
-    EXPECT_EQ(escaped(u"a b&c=d/e?f"), "a%20b%26c%3Dd/e?f");
-    EXPECT_EQ(escaped(u"激😀"), "%E6%BF%80%F0%9F%98%80");
-    EXPECT_EQ(escaped(u""), "");
     EXPECT_EQ(QNPercentEscapedStringFromString(nullptr)->utf8(), "");
 }
 
@@ -70,12 +66,9 @@ TEST(QueryString, batchesCutNothing) {
     EXPECT_EQ(escaped(flags).size(), 12u * 1'000'000);
     for (std::size_t before = 45; before <= 55; ++before)
         for (const char16_t lone : {char16_t{0xD83D}, char16_t{0xDE00}})
-            try {
-                escaped(std::u16string(before, u'a') + lone + u"b");
-                ADD_FAILURE() << before;
-            } catch (const NSException &exception) {
-                EXPECT_EQ(exception.name(), NSInvalidArgumentException);
-            }
+            EXPECT_EQ(raised([&] { return escaped(std::u16string(before, u'a') + lone + u"b"); }),
+                      NSInvalidArgumentException)
+                << before;
 }
 
 TEST(QueryString, nestsParameters) {
@@ -84,8 +77,6 @@ TEST(QueryString, nestsParameters) {
                                    {{u"y"_ns, u"2"_ns}, {u"x"_ns, list({u"p"_ns, u"q"_ns})}})},
                      {u"c"_ns, NSNull::null()}}),
               "a%5Bx%5D%5B%5D=p&a%5Bx%5D%5B%5D=q&a%5By%5D=2&b=1&c");
-    EXPECT_EQ(query({}), "");
-    EXPECT_EQ(query({{u"k"_ns, u""_ns}}), "k=");
     EXPECT_EQ(query({{u"k"_ns, list({})}, {u"l"_ns, NSDictionary::dictionary()}}), "");
     EXPECT_EQ(query({{u"k"_ns, list({list({u"b"_ns, u"a"_ns}), NSNull::null()})}}),
               "k%5B%5D%5B%5D=b&k%5B%5D%5B%5D=a&k%5B%5D");
