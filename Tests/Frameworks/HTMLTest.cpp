@@ -217,6 +217,22 @@ TEST(HTMLUnescaping, takesOnlyWholeReferences) {
         EXPECT_EQ(text(qn::stringByUnescapingFromHTML(string(same))), same);
 }
 
+TEST(HTMLToPlainText, keepsWordsApart) {
+    const std::pair<const char *, const char *> plain[] = {{"<p>Hello</p><p>World</p>", "Hello World "},
+                                                           {"<b>bold</b>text", "boldtext"},
+                                                           {"a<!-- <b> -->b<!--c", "ab"},
+                                                           {"x<script>y</script>z", "xz"},
+                                                           {"a</SPAN>b</Div >c", "ab c"},
+                                                           {"&lt;b&gt; &amp;lt;", "<b> &lt;"}};
+    for (const auto &[html, expected] : plain)
+        EXPECT_EQ(text(qn::stringByConvertingHTMLToPlainText(string(html))), expected) << html;
+    const std::pair<const char *, const char *> stripped[] = {
+        {"<em>x</em>", "x"}, {"<p>x</p>", "x"}, {" x > y ", " x > y "}, {"a<a href='b'>c</a>d", "a cd"},
+        {"<b>1<2 <b>", "1"}, {"1 < 2", "1 < 2"}};
+    for (const auto &[html, expected] : stripped)
+        EXPECT_EQ(text(qn::stringByStrippingTags(string(html))), expected) << html;
+}
+
 TEST(HTMLConversions, agreeWithTheSlowOnesOnAllShortTexts) {
     const Units alphabet = u"<>/&;#ab \n";
     Units units;
