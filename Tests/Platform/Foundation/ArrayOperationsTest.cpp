@@ -183,7 +183,7 @@ public:
             if (index < size)
                 model.erase(at(index));
             break;
-        case 18:
+        case 16:
             for (std::size_t taken = pick(size + 1); taken > 0; --taken)
                 array->removeObjectAtIndex(0);
             model.erase(model.begin(), model.end() - static_cast<std::ptrdiff_t>(array->count()));
@@ -192,7 +192,7 @@ public:
             array->removeLastObject();
             model.resize(size - (size > 0));
             break;
-        case 16:
+        case 18:
             EXPECT_EQ(raised([&] { array->exchangeObjectAtIndex(index, 0); }), outside(size));
             if (index < size)
                 std::swap(model[index], model[0]);
@@ -204,9 +204,9 @@ public:
     void read() {
         const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
         const id object = number(pick(9));
+        const auto matches = [&](const id &other, auto &&...) { return other->isEqual(object); };
         const auto first = [&](Objects::iterator from, Objects::iterator to) {
-            const auto place =
-                std::find_if(from, to, [&](const id &other) { return other->isEqual(object); });
+            const auto place = std::find_if(from, to, matches);
             return place == to ? NSNotFound : indexOf(place);
         };
         EXPECT_EQ(array->indexOfObject(object), first(model.begin(), model.end()));
@@ -221,14 +221,14 @@ public:
             if (!indexes->containsIndex(i))
                 continue;
             chosen.push_back(model[i]);
-            if (model[i]->isEqual(object))
+            if (matches(model[i]))
                 passing->addIndex(i);
         }
-        const auto test = [&](const id &other, NSUInteger, bool &) { return other->isEqual(object); };
         EXPECT_EQ(array->objectsAtIndexes(indexes)->allObjects(), chosen);
-        EXPECT_TRUE(array->indexesOfObjectsAtIndexes(indexes, 0, test)->isEqual(passing));
-        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, 0, test), passing->firstIndex());
-        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, NSEnumerationReverse, test), passing->lastIndex());
+        EXPECT_TRUE(array->indexesOfObjectsAtIndexes(indexes, 0, matches)->isEqual(passing));
+        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, 0, matches), passing->firstIndex());
+        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, NSEnumerationReverse, matches),
+                  passing->lastIndex());
     }
 
     const Ref<NSMutableArray> array;

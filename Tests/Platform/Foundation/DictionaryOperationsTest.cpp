@@ -47,11 +47,10 @@ TEST_F(DictionaryOperations, findsAndOrdersKeysByTheirValues) {
     EXPECT_EQ(dictionary->allKeysForObject(nullptr)->count(), 0u);
     EXPECT_EQ(elements(dictionary->keysSortedByValueUsingSelector(sel_registerName("compare:"))),
               "two four three one");
-    EXPECT_EQ(elements(dictionary->keysSortedByValueWithOptions(NSSortStable,
-                                                                [](const id &first, const id &second) {
-                                                                    return as<NSString>(second)->compare(
-                                                                        as<NSString>(first));
-                                                                })),
+    const auto backwards = [](const id &first, const id &second) {
+        return as<NSString>(second)->compare(as<NSString>(first));
+    };
+    EXPECT_EQ(elements(dictionary->keysSortedByValueWithOptions(NSSortStable, backwards)),
               "one three two four");
     const auto wanted = NSArray::arrayWithObjects({u"four"_ns, u"five"_ns});
     EXPECT_EQ(elements(dictionary->objectsForKeys(wanted, NSNull::null())), "a <null>");
