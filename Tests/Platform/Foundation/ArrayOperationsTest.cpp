@@ -450,7 +450,7 @@ TEST(NSArray, comesFromFilesOfArraysOnly) {
     folder.put("table", "<plist><dict/></plist>");
     EXPECT_EQ(NSArray::arrayWithContentsOfFile(string(folder.file("table").string())), nullptr);
     const std::string elsewhere = "http://localhost" ZK_RESOURCES "/models.plist";
-    EXPECT_EQ(NSArray::arrayWithContentsOfURL(NSURL::URLWithString(string(elsewhere))), nullptr);
+    EXPECT_EQ(NSMutableArray::arrayWithContentsOfURL(NSURL::URLWithString(string(elsewhere))), nullptr);
     EXPECT_EQ(NSMutableArray::arrayWithContentsOfFile(nullptr), nullptr);
 }
 
