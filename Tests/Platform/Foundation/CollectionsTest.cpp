@@ -1,10 +1,8 @@
-#include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSNumber.h"
 #include "Platform/Runtime/Class.h"
-#include "Tests/Platform/Foundation/Text.h"
+#include "Tests/Platform/Foundation/Shorthand.h"
 
 #include <gmock/gmock.h>
 
@@ -17,35 +15,22 @@ namespace {
 
 using Pairs = std::vector<std::pair<id, id>>;
 
-auto withKey(const id &key) {
-    return [key](const auto &entry) { return entry.first->isEqual(key); };
-}
-
 class Silent : public NSObject {
 public:
     Ref<NSString> description() const override { return nullptr; }
 };
 
+/// The primitives alone.
 class PrimitiveDictionary final : public NSMutableDictionary {
 public:
-    NSUInteger count() const override { return entries_.size(); }
-    id objectForKey(const id &key) const override {
-        const auto found = std::find_if(entries_.begin(), entries_.end(), withKey(key));
-        return found != entries_.end() ? found->second : nullptr;
-    }
-    Ref<NSEnumerator> keyEnumerator() const override {
-        return make<NSEnumerator>([this, next = std::size_t{0}]() mutable -> id {
-            return next < entries_.size() ? entries_[next++].first : nullptr;
-        });
-    }
-    void setObject(const id &object, const id &key) override {
-        const auto found = std::find_if(entries_.begin(), entries_.end(), withKey(key));
-        found != entries_.end() ? void(found->second = object) : void(entries_.emplace_back(key, object));
-    }
-    void removeObjectForKey(const id &key) override { std::erase_if(entries_, withKey(key)); }
+    NSUInteger count() const override { return entries_->count(); }
+    id objectForKey(const id &key) const override { return entries_->objectForKey(key); }
+    Ref<NSEnumerator> keyEnumerator() const override { return entries_->keyEnumerator(); }
+    void setObject(const id &object, const id &key) override { entries_->setObject(object, key); }
+    void removeObjectForKey(const id &key) override { entries_->removeObjectForKey(key); }
 
 private:
-    Pairs entries_;
+    const Ref<NSMutableDictionary> entries_ = NSMutableDictionary::dictionary();
 };
 
 /// A key that equals others of its number and shares its hash with all of them.
@@ -74,33 +59,27 @@ private:
     const std::function<void()> speak_;
 };
 
-id number(std::size_t value) {
-    return NSNumber::numberWithUnsignedLongLong(value);
-}
-
 id someKey(std::size_t value) {
     return value % 3 == 0   ? id(NSString::stringWithFormat("key %lu", value))
-           : value % 3 == 1 ? number(value)
+           : value % 3 == 1 ? id(number(value))
                             : id(make<CollidingKey>(value));
 }
 
 void expectHolds(const NSMutableDictionary &dictionary, const Pairs &expected) {
     ASSERT_EQ(dictionary.count(), expected.size());
-    Pairs walked, enumerated, visited;
+    Pairs walked, visited;
     const auto keys = dictionary.allKeys(), values = dictionary.allValues();
     for (NSUInteger i = 0; i < keys->count(); ++i)
         walked.emplace_back(keys->objectAtIndex(i), values->objectAtIndex(i));
-    const auto enumerator = dictionary.keyEnumerator();
-    while (const id key = enumerator->nextObject())
-        enumerated.emplace_back(key, dictionary.objectForKey(key));
     dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
         visited.emplace_back(key, value);
         stop = visited.size() == 3;
     });
     EXPECT_EQ(walked, expected) << "in the order of insertion";
-    EXPECT_EQ(enumerated, expected);
-    EXPECT_EQ(visited.size(), std::min<std::size_t>(expected.size(), 3));
-    EXPECT_TRUE(std::equal(visited.begin(), visited.end(), expected.begin()));
+    EXPECT_EQ(dictionary.keyEnumerator()->allObjects()->allObjects(), keys->allObjects());
+    EXPECT_EQ(dictionary.objectEnumerator()->allObjects()->allObjects(), values->allObjects());
+    const std::size_t most = std::min<std::size_t>(expected.size(), 3);
+    EXPECT_EQ(visited, Pairs(expected.begin(), expected.begin() + static_cast<std::ptrdiff_t>(most)));
     EXPECT_TRUE(dictionary.copy()->isEqual(dictionary.self()) &&
                 dictionary.isEqual(dictionary.mutableCopy()));
 }
@@ -112,7 +91,8 @@ void tryRandomOperations(const Ref<NSMutableDictionary> &dictionary, unsigned se
     for (int step = 0; step < 1200 && !testing::Test::HasFailure(); ++step) {
         const bool shrinking = step / 200 % 2;
         const id key = someKey(random() % keys), value = NSNumber::numberWithInt(step);
-        const auto found = std::find_if(model.begin(), model.end(), withKey(key));
+        const auto isSought = [&](const auto &entry) { return entry.first->isEqual(key); };
+        const auto found = std::find_if(model.begin(), model.end(), isSought);
         const auto operation = random() % 100;
         EXPECT_EQ(dictionary->objectForKey(key), found == model.end() ? nullptr : found->second);
         if (operation < 2) {
@@ -122,7 +102,7 @@ void tryRandomOperations(const Ref<NSMutableDictionary> &dictionary, unsigned se
             dictionary->setDictionary(as<NSDictionary>(dictionary->copy()));
         } else if (operation < (shrinking ? 75 : 35)) {
             dictionary->removeObjectForKey(key);
-            std::erase_if(model, withKey(key));
+            std::erase_if(model, isSought);
         } else {
             dictionary->setObject(value, key);
             found != model.end() ? void(found->second = value) : void(model.emplace_back(key, value));
@@ -148,7 +128,8 @@ TEST(Collections, raiseOnWhatTheyCannotHoldOrHaveNot) {
     constexpr NSUInteger far = ~NSUInteger{0};
     const std::pair<std::string, const char *> table[] = {
         {raised([&] { array->objectAtIndex(far); }), NSRangeException},
-        {raised([&] { array->insertObject(number(2), far); }), NSRangeException},
+        {raised([&] { array->insertObject(number(2), 2); }), NSRangeException},
+        {raised([&] { array->replaceObjectAtIndex(1, number(2)); }), NSRangeException},
         {raised([&] { array->getObjects(NSMakeRange(1, far)); }), NSRangeException},
         {raised([&] { array->addObject(nullptr); }), NSInvalidArgumentException},
         {raised([&] { array->insertObject(nullptr, 0); }), NSInvalidArgumentException},
@@ -209,7 +190,7 @@ TEST(Collections, areWholeWhileTheirElementsGo) {
     std::vector<std::string> seen;
     const auto watching = [&] {
         return make<LastWords>([&] {
-            seen.push_back(text(array->componentsJoinedByString(u" "_ns)));
+            seen.push_back(elements(array));
             array->addObject(number(seen.size()));
         });
     };
@@ -226,7 +207,7 @@ TEST(Collections, areWholeWhileTheirElementsGo) {
     seen.clear();
     const auto growing = [&] {
         return make<LastWords>([&] {
-            seen.push_back(text(dictionary->allKeys()->componentsJoinedByString(u" "_ns)));
+            seen.push_back(elements(dictionary->allKeys()));
             for (std::size_t i = 0; i < 20; ++i) // makes the table grow meanwhile
                 dictionary->setObject(number(i), number(i));
         });

@@ -1,26 +1,18 @@
 // Dictionaries beyond their primitives, and sets.
-#include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSSet.h"
 #include "Platform/Runtime/Class.h"
-#include "Tests/Platform/Foundation/Text.h"
+#include "Tests/Platform/Foundation/Shorthand.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
 #include <random>
 #include <set>
 
 namespace {
-
-Ref<NSNumber> number(std::size_t value) {
-    return NSNumber::numberWithUnsignedLongLong(value);
-}
-
-std::string joined(const Ref<NSArray> &array) {
-    return array->componentsJoinedByString(u" "_ns)->utf8();
-}
 
 /// The primitives alone.
 class PrimitiveSet final : public NSMutableSet {
@@ -51,18 +43,17 @@ protected:
 } // namespace
 
 TEST_F(DictionaryOperations, findsAndOrdersKeysByTheirValues) {
-    EXPECT_EQ(joined(dictionary->allKeysForObject(u"a"_ns)), "two four");
+    EXPECT_EQ(elements(dictionary->allKeysForObject(u"a"_ns)), "two four");
     EXPECT_EQ(dictionary->allKeysForObject(nullptr)->count(), 0u);
-    EXPECT_EQ(joined(dictionary->keysSortedByValueUsingSelector(sel_registerName("compare:"))),
+    EXPECT_EQ(elements(dictionary->keysSortedByValueUsingSelector(sel_registerName("compare:"))),
               "two four three one");
-    EXPECT_EQ(joined(dictionary->keysSortedByValueWithOptions(NSSortStable,
-                                                              [](const id &first, const id &second) {
-                                                                  return as<NSString>(second)->compare(
-                                                                      as<NSString>(first));
-                                                              })),
+    const auto backwards = [](const id &first, const id &second) {
+        return as<NSString>(second)->compare(as<NSString>(first));
+    };
+    EXPECT_EQ(elements(dictionary->keysSortedByValueWithOptions(NSSortStable, backwards)),
               "one three two four");
     const auto wanted = NSArray::arrayWithObjects({u"four"_ns, u"five"_ns});
-    EXPECT_EQ(joined(dictionary->objectsForKeys(wanted, NSNull::null())), "a <null>");
+    EXPECT_EQ(elements(dictionary->objectsForKeys(wanted, NSNull::null())), "a <null>");
     EXPECT_EQ(raised([&] { dictionary->objectsForKeys(wanted, nullptr); }), NSInvalidArgumentException);
     const auto isA = [](const id &, const id &value, bool &stop) {
         stop = value->isEqual(u"m"_ns);
@@ -71,7 +62,6 @@ TEST_F(DictionaryOperations, findsAndOrdersKeysByTheirValues) {
     EXPECT_TRUE(dictionary->keysOfEntriesPassingTest(isA)->isEqual(NSSet::setWithObjects({u"two"_ns})));
     EXPECT_TRUE(dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, isA)
                     ->isEqual(NSSet::setWithObjects({u"four"_ns})));
-    EXPECT_EQ(joined(dictionary->objectEnumerator()->allObjects()), "z a m a");
     id objects[3], keys[3];
     dictionary->getObjects(objects, keys, 3);
     EXPECT_EQ(text(objects[2]) + text(keys[0]), "mone");
@@ -128,21 +118,15 @@ TEST(NSSet, followsAStandardSetThroughRandomChanges) {
             std::set<std::size_t> others;
             const auto list = NSMutableArray::array();
             for (std::size_t i = random() % 12; i > 0; --i) {
-                others.insert(random() % 30);
-                list->addObject(number(*others.rbegin()));
+                const std::size_t member = random() % 30;
+                others.insert(member);
+                list->addObject(number(member));
             }
-            others.clear();
-            for (const id &object : list)
-                others.insert(as<NSNumber>(object)->unsignedLongLongValue());
             const auto other = NSSet::setWithArray(list);
             const std::size_t value = random() % 30;
-            bool subset = true, meets = false;
-            for (const std::size_t member : model) {
-                subset = subset && others.contains(member);
-                meets = meets || others.contains(member);
-            }
-            EXPECT_EQ(set->isSubsetOfSet(other), subset);
-            EXPECT_EQ(set->intersectsSet(other), meets);
+            const auto isOther = [&](std::size_t member) { return others.contains(member); };
+            EXPECT_EQ(set->isSubsetOfSet(other), std::all_of(model.begin(), model.end(), isOther));
+            EXPECT_EQ(set->intersectsSet(other), std::any_of(model.begin(), model.end(), isOther));
             switch (random() % 8) {
             case 0:
                 set->unionSet(other);
@@ -150,11 +134,11 @@ TEST(NSSet, followsAStandardSetThroughRandomChanges) {
                 break;
             case 1:
                 set->minusSet(other);
-                std::erase_if(model, [&](std::size_t member) { return others.contains(member); });
+                std::erase_if(model, isOther);
                 break;
             case 2:
                 set->intersectSet(other);
-                std::erase_if(model, [&](std::size_t member) { return !others.contains(member); });
+                std::erase_if(model, std::not_fn(isOther));
                 break;
             case 3: {
                 const bool itself = random() % 2;

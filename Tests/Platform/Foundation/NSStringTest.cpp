@@ -6,41 +6,27 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
+
+#include <iconv.h>
 
 namespace {
 
-/// UTF-8 by the book: the slowest thing that can be right.
-std::optional<std::u16string> decodedSlowly(const std::string &bytes) {
-    std::u16string units;
-    for (std::size_t at = 0; at < bytes.size();) {
-        const auto byte = [&](std::size_t i) {
-            return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u;
-        };
-        const unsigned lead = byte(at);
-        const std::size_t length = lead < 0x80       ? 1
-                                   : lead >> 5 == 6  ? 2
-                                   : lead >> 4 == 14 ? 3
-                                   : lead >> 3 == 30 ? 4
-                                                     : 0;
-        unsigned code = length == 1 ? lead : lead & (0x7Fu >> length);
-        for (std::size_t i = 1; i < length; ++i) {
-            if (byte(at + i) >> 6 != 2)
-                return std::nullopt;
-            code = code << 6 | (byte(at + i) & 0x3F);
-        }
-        const unsigned lowest[] = {~0u, 0, 0x80, 0x800, 0x10000};
-        if (code < lowest[length] || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000))
-            return std::nullopt;
-        if (code > 0xFFFF)
-            units += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-        units += static_cast<char16_t>(code > 0xFFFF ? 0xDC00 + (code & 0x3FF) : code);
-        at += length;
-    }
+/// By the C library; none unless all is valid UTF-8.
+std::optional<std::u16string> decodedByC(std::string bytes) {
+    static const iconv_t converter = iconv_open("UTF-16LE", "UTF-8");
+    std::u16string units(bytes.size(), u'\0');
+    char *from = bytes.data(), *to = reinterpret_cast<char *>(units.data());
+    std::size_t left = bytes.size(), room = 2 * units.size();
+    iconv(converter, nullptr, nullptr, nullptr, nullptr); // from the start
+    if (iconv(converter, &from, &left, &to, &room) != 0)
+        return std::nullopt;
+    units.resize(units.size() - room / 2);
     return units;
 }
 
 void checkDecoding(const std::string &bytes, std::size_t &valid) {
-    const auto expected = decodedSlowly(bytes), actual = unicode::utf16FromUTF8(bytes);
+    const auto expected = decodedByC(bytes), actual = unicode::utf16FromUTF8(bytes);
     ASSERT_EQ(actual, expected) << testing::PrintToString(bytes);
     if (actual) {
         ++valid;
@@ -81,7 +67,7 @@ TEST(Unicode, encodesEveryUnitAndPair) {
         ASSERT_EQ(bytes.has_value(), !isHigh(unit) && !isLow(unit)) << unit;
         std::string shown;
         unicode::appendUTF8(shown, text);
-        ASSERT_EQ(decodedSlowly(shown), bytes ? text : u"\uFFFD") << unit;
+        ASSERT_EQ(decodedByC(shown), bytes ? text : u"\uFFFD") << unit;
     }
     for (const unsigned first : {0x41u, 0xD7FFu, 0xD800u, 0xDBFFu, 0xDC00u, 0xDFFFu, 0xE000u})
         for (const unsigned second : {0x41u, 0xD800u, 0xDBFFu, 0xDC00u, 0xDFFFu, 0xFFFFu}) {
@@ -89,7 +75,7 @@ TEST(Unicode, encodesEveryUnitAndPair) {
             const bool alone = isLow(first) || isHigh(second) || isHigh(first) != isLow(second);
             const auto bytes = unicode::utf8FromUTF16(text);
             ASSERT_EQ(bytes.has_value(), !alone) << first << " " << second;
-            ASSERT_EQ(decodedSlowly(bytes.value_or("")), alone ? u"" : text);
+            ASSERT_EQ(decodedByC(bytes.value_or("")), alone ? u"" : text);
         }
 }
 
@@ -113,35 +99,48 @@ TEST(NSString, comesFromBytesAndGoesBack) {
     EXPECT_EQ(encoded({u'a', 0xD83D, u'a', 0xDE00}), "(none)") << "halves that only look like a pair";
 }
 
-TEST(NSString, readsLeadingIntegers) {
+TEST(NSString, readsLeadingNumbers) {
     struct Row {
         std::u16string text;
         std::int32_t narrow;
         NSInteger wide;
+        double floating;
     };
     const Row table[] = {
-        {u"", 0, 0},
-        {u" \t\r\n\u00A0\u0085+7x", 7, 7},
-        {u"-12.9", -12, -12},
-        {u"- 5", 0, 0},
-        {u"--5", 0, 0},
-        {u"0x10", 0, 0},
-        {u"007", 7, 7},
-        {u"\u0663", 0, 0},
-        {u"2147483647", INT_MAX, INT_MAX},
-        {u"2147483648", INT_MAX, 2147483648},
-        {u"-2147483648", INT_MIN, INT_MIN},
-        {u"-2147483649", INT_MIN, -2147483649},
-        {u"4294967297", INT_MAX, 4294967297},
-        {u"9223372036854775807", INT_MAX, INT64_MAX},
-        {u"9223372036854775808", INT_MAX, INT64_MAX},
-        {u"-9223372036854775808", INT_MIN, INT64_MIN},
-        {u"-9223372036854775809", INT_MIN, INT64_MIN},
-        {u"00000000000000000000000099", 99, 99},
+        {u" \t\r\n\u00A0\u0085+7x", 7, 7, 7},
+        {u"-12.9", -12, -12, -12.9},
+        {u" \t+.5x", 0, 0, 0.5},
+        {u"-5.", -5, -5, -5},
+        {u"1e3", 1, 1, 1000},
+        {u"1e", 1, 1, 1},
+        {u"1e+", 1, 1, 1},
+        {u"1.2.3", 1, 1, 1.2},
+        {u"1,5", 1, 1, 1},
+        {u"007", 7, 7, 7},
+        {u"1e-400", 1, 1, 0},
+        {u"1e400", 1, 1, HUGE_VAL},
+        {u"-1e400", -1, -1, -HUGE_VAL},
+        {u"5e-324", 5, 5, 5e-324},
+        {u"2147483647", INT_MAX, INT_MAX, INT_MAX},
+        {u"2147483648", INT_MAX, 2147483648, 2147483648},
+        {u"-2147483648", INT_MIN, INT_MIN, INT_MIN},
+        {u"-2147483649", INT_MIN, -2147483649, -2147483649},
+        {u"4294967297", INT_MAX, 4294967297, 4294967297},
+        {u"9223372036854775807", INT_MAX, INT64_MAX, 0x1p63},
+        {u"9223372036854775808", INT_MAX, INT64_MAX, 0x1p63},
+        {u"-9223372036854775808", INT_MIN, INT64_MIN, -0x1p63},
+        {u"-9223372036854775809", INT_MIN, INT64_MIN, -0x1p63},
+        {u"00000000000000000000000099", 99, 99, 99},
     };
     for (const Row &row : table) {
-        EXPECT_EQ(make<NSString>(row.text)->intValue(), row.narrow) << text(make<NSString>(row.text));
-        EXPECT_EQ(make<NSString>(row.text)->integerValue(), row.wide) << text(make<NSString>(row.text));
+        const auto number = make<NSString>(row.text);
+        EXPECT_EQ(number->intValue(), row.narrow) << text(number);
+        EXPECT_EQ(number->integerValue(), row.wide) << text(number);
+        EXPECT_EQ(number->doubleValue(), row.floating) << text(number);
+    }
+    for (const char *none : {"", "- 5", "--5", "0x10", "\u0663", "inf", "nan", "infinity", "abc"}) {
+        EXPECT_EQ(string(none)->integerValue(), 0) << none;
+        EXPECT_EQ(string(none)->doubleValue(), 0) << none;
     }
 }
 

@@ -44,6 +44,16 @@ public:
         return make<NSString>(units);
     }
 
+    /// The bytes with up to three places overwritten, cut out or added to, half of them with one of `pieces`.
+    std::string mutated(std::string bytes, std::string_view pieces) {
+        for (std::size_t changes = 1 + below(3); changes > 0; --changes) {
+            const bool overwrites = below(2);
+            bytes.replace(below(bytes.size() + 1), overwrites ? 1 : below(4), overwrites || below(2),
+                          below(2) ? pieces[below(pieces.size())] : static_cast<char>(below(256)));
+        }
+        return bytes;
+    }
+
 private:
     id value(int levels) {
         if (levels > 0 && below(3) == 0)
