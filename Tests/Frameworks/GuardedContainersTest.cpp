@@ -197,6 +197,7 @@ const Operation<NSMutableArray> arrayOperations[] = {
     ARRAY(c->descriptionWithLocale(nullptr)),
     ARRAY(c->descriptionWithLocale(nullptr, 2)),
     ARRAY(string(walked(c))),
+    ARRAY(NSArray::arrayWithArray(c)),
     ARRAY(qn::jsonStringEncoded(c)),
     // Seldom enough for the array to grow.
     ARRAY(c->removeAllObjects()),

@@ -40,6 +40,9 @@ TEST_F(WindowTest, theTipShowsItsIndicatorAndStays) {
         EXPECT_EQ(indicator->isHidden(), hidden);
         EXPECT_EQ(std::pair(indicator->minimum(), indicator->maximum()), std::pair(0, 0)) << "indeterminate";
     }
+    tip->setMsgText(nullptr);
+    EXPECT_EQ(part<QLabel>("message")->text(), QString());
+
     tip->show();
     tip->close();
     EXPECT_TRUE(tip->isVisible()) << "only the timer ends a tip";

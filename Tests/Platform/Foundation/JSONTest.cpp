@@ -273,14 +273,16 @@ TEST(JSONWriting, isReadBackEqual) {
     }
 }
 
-// Keys are remembered while a text is read; a thousand of them crowd each other out.
+// Keys are remembered while a text is read; a thousand of them crowd each other out, long ones of one length
+// by their ends alone.
 TEST(JSONWriting, isReadBackWithManyKeys) {
     const auto records = NSMutableArray::array();
     for (int i = 0; i < 2000; ++i) {
         if (i % 1000 == 0)
             records->addObject(NSMutableDictionary::dictionary());
         as<NSMutableDictionary>(records->lastObject())
-            ->setObject(NSNumber::numberWithInt(i), NSString::stringWithFormat("k%d", i % 1000));
+            ->setObject(NSNumber::numberWithInt(i),
+                        NSString::stringWithFormat(i % 2 ? "k%d" : "the ends are %d the same", i % 1000));
     }
     EXPECT_TRUE(records->isEqual(read(written(records))));
 }

@@ -36,6 +36,7 @@ TEST_F(NSTimerTest, firesOnItsGridHoweverLate) {
 
 TEST_F(NSTimerTest, withoutRepeatEndsWhenFiredByHand) {
     const auto once = add(1, ticks, false);
+    EXPECT_FALSE(once->repeats());
     EXPECT_EQ(once->timeInterval(), 0);
     once->fire();
     EXPECT_FALSE(once->isValid());

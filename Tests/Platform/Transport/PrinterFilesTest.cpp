@@ -62,6 +62,7 @@ TEST(PrinterJson, SaysWhatIsWrong) {
         {"{" + identity + "} x", "Not JSON"},
         {"{}", "manufacturer is missing"},
         {R"({"manufacturer": ""})", "manufacturer must be"},
+        {R"({"manufacturer": 1})", "manufacturer must be a text"},
         {R"({"manufacturer": "Z", "product": "a\u0000b"})", "product must be"},
         {R"({"manufacturer": "Z", "product": "P", "serial": ")" + std::string(256, 's') + "\"}", "255 bytes"},
         {R"({"manufacturer": "Z", "product": "P", "serial": "", "vid": 65536})", "vid must be"},
