@@ -8,8 +8,6 @@ struct NSRect {
     double y = 0;
     double width = 0;
     double height = 0;
-
-    friend bool operator==(const NSRect &, const NSRect &) = default;
 };
 
 inline NSRect toNSRect(const QRect &rect) {
