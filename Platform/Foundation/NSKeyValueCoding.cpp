@@ -179,7 +179,9 @@ bool write(const objc_method &setter, NSObject *object, SEL selector, const id &
 
 /// A method that takes `arguments` besides the receiver and the selector.
 Method methodNamed(const NSObject &object, const std::string &name, unsigned arguments) {
-    const Method method = object.isa()->findMethod(sel_registerName(name));
+    const Class cls = object.isa(); // first, since a class brings its selectors along
+    const SEL selector = runtime::findSelector(name);
+    const Method method = selector ? cls->findMethod(selector) : nullptr;
     const bool fits = method && method_getNumberOfArguments(method) == arguments + 2 &&
                       (method_copyReturnType(method) == "v") == (arguments == 1);
     return fits ? method : nullptr;

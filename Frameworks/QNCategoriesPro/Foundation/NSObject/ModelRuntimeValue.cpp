@@ -15,7 +15,9 @@ void setClass(NSObject &model, const id &value, const _QNModelPropertyMeta &meta
 }
 
 void setSelector(NSObject &model, const id &value, const _QNModelPropertyMeta &meta) {
-    if (const SEL selector = NSSelectorFromString(as<NSString>(value)); selector || peek<NSNull>(value))
+    const auto *name = peek<NSString>(value);
+    const SEL selector = name ? runtime::registerForeignName(name->utf8()) : nullptr;
+    if (selector || peek<NSNull>(value))
         meta.set<SEL>(model, selector);
 }
 

@@ -9,7 +9,7 @@ namespace qn {
 /// | property            | value                                                                          |
 /// |---------------------|--------------------------------------------------------------------------------|
 /// | class               | a class, or the name of one                                                    |
-/// | selector            | its name                                                                       |
+/// | selector            | its name; new names only as long as runtime::registerForeignName takes them    |
 /// | block               | a block                                                                        |
 /// | pointer, C string   | NSValue of "^v"; the memory stays the caller's                                 |
 /// | structure, union, C array | NSValue of the type, set by key-value coding under the name of the property

@@ -53,7 +53,7 @@ void setDecoded(NSObject &model, const _QNModelPropertyMeta &meta, NSCoder &code
         return meta.set<id>(model, decoded());
     case QNEncodingTypeSEL:
         if (const auto name = as<NSString>(decoded()))
-            meta.set<SEL>(model, NSSelectorFromString(name));
+            qn::setRuntimeValue(model, name, meta);
         return;
     case QNEncodingTypeStruct:
     case QNEncodingTypeUnion:
