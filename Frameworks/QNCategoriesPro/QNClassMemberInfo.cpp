@@ -69,6 +69,8 @@ QNClassPropertyInfo::QNClassPropertyInfo(objc_property_t property)
     : _property(property), _name(text(property_getName(property))) {
     for (const auto &attribute : property_copyAttributeList(property))
         readAttribute(attribute);
+    if (property->elementClass)
+        _elementCls = property->elementClass();
     if (!_name || _name->length() == 0)
         return;
     if (!_getter)
@@ -101,7 +103,9 @@ void QNClassPropertyInfo::readObjectType(std::string_view encoding) {
     encoding.remove_prefix(2);
     const std::size_t nameEnd = std::min(encoding.find_first_of("\"<"), encoding.size());
     if (nameEnd > 0)
-        _cls = objc_getClass(encoding.substr(0, nameEnd));
+        _cls = _property->cls ? _property->cls() : objc_getClass(encoding.substr(0, nameEnd));
+    if (!_cls)
+        _unknownClass = encoding.substr(0, nameEnd);
     encoding.remove_prefix(nameEnd);
     while (encoding.starts_with('<')) {
         const std::size_t end = std::min(encoding.find('>'), encoding.size());

@@ -75,8 +75,10 @@ public:
     Ref<NSString> typeEncoding() const { return _typeEncoding; }
     /// Of the backing variable.
     Ref<NSString> ivarName() const { return _ivarName; }
-    /// The class that the encoding names, when it is known.
-    Class cls() const { return _cls; }
+    /// The class that the encoding names, when it is known; of a declared property the very class of C++.
+    Class cls() const { return _cls || _unknownClass.empty() ? _cls : objc_getClass(_unknownClass); }
+    /// The class of the elements, when the declaration gives one.
+    Class elementCls() const { return _elementCls; }
     /// NSString a protocol that the encoding names; none when it names none.
     Ref<NSArray> protocols() const { return _protocols; }
     /// The custom accessors, or else those derived from the name, whether the class has them or not.
@@ -93,6 +95,8 @@ private:
     Ref<NSString> _typeEncoding;
     Ref<NSString> _ivarName;
     Class _cls = nullptr;
+    Class _elementCls = nullptr;
+    std::string _unknownClass; // may be made later
     Ref<NSMutableArray> _protocols;
     SEL _getter = nullptr;
     SEL _setter = nullptr;

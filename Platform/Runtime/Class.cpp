@@ -1,30 +1,10 @@
 #include "Platform/Runtime/Class.h"
 
+#include "Platform/Runtime/NSException.h"
+
 #include <algorithm>
-#include <map>
 
 namespace {
-
-struct Registry {
-    std::mutex lock;
-    std::map<std::string, Class, std::less<>> classes;
-    std::map<std::string, Class (*)(), std::less<>> announced; // not used yet, maybe
-    std::vector<Ref<objc_class>> owned;
-
-    Class own(Ref<objc_class> cls) {
-        const std::scoped_lock guard(lock);
-        return owned.emplace_back(std::move(cls)).get();
-    }
-    void enter(Class cls) {
-        const std::scoped_lock guard(lock);
-        classes.emplace(cls->name(), cls);
-    }
-};
-
-Registry &registry() {
-    static auto &theRegistry = *new Registry;
-    return theRegistry;
-}
 
 std::size_t slotOf(SEL selector, std::size_t mask) {
     return (reinterpret_cast<std::uintptr_t>(selector) >> 4) * 0x9E3779B97F4A7C15u >> 32 & mask;
@@ -103,14 +83,35 @@ std::vector<const T *> pointers(const std::vector<std::unique_ptr<T>> &list) {
 
 } // namespace
 
-bool objc_class::addMethod(objc_method method) {
-    const std::scoped_lock guard(writing_);
-    const MethodTable *current = table_.load(std::memory_order_relaxed);
-    if (current && current->find(method.name))
-        return false;
-    methods_.push_back(std::make_unique<objc_method>(std::move(method)));
+void objc_class::publish() {
     publications_.push_back(std::make_unique<MethodTable>(methods_));
     table_.store(publications_.back().get(), std::memory_order_release);
+}
+
+bool objc_class::addMethod(objc_method method) {
+    runtime::Agreement::check(*this, method);
+    const std::scoped_lock guard(writing_);
+    if (ownMethods() && ownMethods()->find(method.name))
+        return false;
+    methods_.push_back(std::make_unique<objc_method>(std::move(method)));
+    publish();
+    return true;
+}
+
+bool objc_class::declareMethod(objc_method method) {
+    const auto same = [&](const auto &each) { return each->name == method.name; };
+    std::unique_lock guard(writing_);
+    const auto found = std::ranges::find_if(methods_, same);
+    if (found == methods_.end()) {
+        guard.unlock();
+        return addMethod(std::move(method));
+    }
+    if ((*found)->synthesized == method.synthesized)
+        return false;
+    if (method.synthesized)
+        return true; // the class has its own
+    *found = std::make_unique<objc_method>(std::move(method));
+    publish();
     return true;
 }
 
@@ -161,35 +162,44 @@ bool objc_class::conformsToProtocol(std::string_view name) const {
     return false;
 }
 
-Class objc_class::registerClass(const char *name, Class superclass,
-                                const std::function<void(Class)> &declare) {
+Class objc_class::makeClass(const std::string &name, Class superclass, const Declare &declare) {
     const Class metaSuper = superclass ? superclass->metaClass_ : nullptr;
-    const Class metaClass = registry().own(make<objc_class>(name, metaSuper, nullptr));
-    const Class cls = registry().own(make<objc_class>(name, superclass, metaClass));
+    const auto metaClass = make<objc_class>(name, metaSuper, nullptr);
+    const auto cls = make<objc_class>(name, superclass, metaClass.get());
     // The root's meta-class inherits from the root class, so class objects answer the root's operations too.
     if (!superclass)
-        metaClass->superclass_ = cls;
+        metaClass->superclass_ = cls.get();
     if (declare)
-        declare(cls);
-    registry().enter(cls);
-    return cls;
+        declare(cls.get());
+    runtime::ClassRegistry::shared().enter(cls, metaClass);
+    return cls.get();
 }
 
-void runtime::announceClass(const char *name, Class (*find)()) {
-    const std::scoped_lock guard(registry().lock);
-    registry().announced.emplace(name, find);
+Class objc_class::declareClass(const runtime::ClassAnnouncement &announcement, Class superclass,
+                               const Declare &declare) {
+    const std::string name = announcement.name();
+    if (!runtime::ClassRegistry::shared().claim(name, &announcement))
+        throw NSException(NSInvalidArgumentException, "two classes of the program are named " + name);
+    return makeClass(name, superclass, [&](Class cls) {
+        declare(cls);
+        runtime::checkAccessors(cls);
+    });
+}
+
+Class objc_class::registerClass(const char *name, Class superclass, const Declare &declare) {
+    auto &registry = runtime::ClassRegistry::shared();
+    if (!registry.claim(name, nullptr))
+        return nullptr;
+    try {
+        return makeClass(name, superclass, declare);
+    } catch (...) {
+        registry.abandon(name);
+        throw;
+    }
 }
 
 Class objc_getClass(std::string_view name) {
-    std::unique_lock guard(registry().lock);
-    if (const auto found = registry().classes.find(name); found != registry().classes.end())
-        return found->second;
-    const auto found = registry().announced.find(name);
-    if (found == registry().announced.end())
-        return nullptr;
-    const auto find = found->second;
-    guard.unlock(); // the class enters the registry itself
-    return find();
+    return runtime::ClassRegistry::shared().find(name);
 }
 
 id class_createInstance(Class cls) {

@@ -3,8 +3,11 @@
 #include "Platform/Runtime/Class.h"
 #include "Platform/Runtime/NSException.h"
 
+[[gnu::init_priority(101)]] const runtime::ClassAnnouncement NSObject::announcement_(declaredName,
+                                                                                     &NSObject::class_);
+
 Class NSObject::class_() {
-    static const Class theClass = objc_class::registerClass("NSObject", nullptr, [](Class made) {
+    static const Class theClass = objc_class::declareClass(announcement_, nullptr, [](Class made) {
         ClassBuilder<NSObject> builder(made);
         declare(builder);
     });

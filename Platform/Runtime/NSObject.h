@@ -12,8 +12,9 @@
 //
 // Properties are declared in the same place; see Property.h.
 //
-// The class object is made on first use of `Book::class_()`, its superclass first, so no order of static
-// initialisers matters; `objc_registerClasses<Book, …>()` makes classes known by name before that.
+// The class object is made on first use of `Book::class_()` or of its name, its superclass first, so no order
+// of static initialisers matters. `Book::class_()` raises NSInvalidArgumentException when the declaration
+// contradicts itself, or when another class of the program has the name.
 #pragma once
 
 #include "Platform/Runtime/Ref.h"
@@ -24,6 +25,9 @@
 class NSString;
 template <class T>
 class ClassBuilder;
+namespace runtime {
+class ClassAnnouncement;
+}
 
 class NSObject : public std::enable_shared_from_this<NSObject> {
 public:
@@ -61,6 +65,7 @@ public:
     id self() const { return std::const_pointer_cast<NSObject>(shared_from_this()); }
 
 private:
+    static const runtime::ClassAnnouncement announcement_;
     static void declare(ClassBuilder<NSObject> &cls);
 };
 
@@ -92,4 +97,5 @@ public:                                                                         
     }                                                                                                        \
                                                                                                              \
 private:                                                                                                     \
+    static const runtime::ClassAnnouncement announcement_;                                                   \
     static void declare(ClassBuilder<Type> &cls);

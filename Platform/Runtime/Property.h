@@ -14,11 +14,15 @@
 //         cls.property<&Book::pages>("pages", "N");     // Ti,N,V_pages
 //         cls.property<&Book::author>("author");        // T@"Author",W,V_author
 //         cls.property<&Book::weight>("weight", "N");   // Td,R,N: computed, and without a setter
+//         cls.property<&Book::chapters, Chapter>("chapters");   // T@"NSArray",&,V_chapters: of chapters
 //     }
 //
-// A property of a data member also declares the instance variable and the accessors `title` and `setTitle:`.
-// Private members may be named, since the declaration is part of the class. The attributes, separated by
-// commas and kept in the runtime's order:
+// A property of a data member also declares the instance variable and the accessors `title` and `setTitle:`,
+// unless the class has a method of that name, listed before or after: that one is the accessor then. Private
+// members may be named, since the declaration is part of the class. A declaration that contradicts itself or
+// another one of the class raises NSInvalidArgumentException: a second property or instance variable of one
+// name, an accessor that is not of the property's type, attributes that exclude each other. The attributes,
+// separated by commas and kept in the runtime's order:
 //
 // | attribute | meaning                                                                                   |
 // |-----------|-------------------------------------------------------------------------------------------|
@@ -58,6 +62,10 @@ struct objc_property_attribute_t {
 struct objc_property {
     std::string name;
     std::vector<objc_property_attribute_t> attributes; ///< "T" first, "V" last
+    /// Find the class of an object, and that of what a collection holds, where the declaration knows them;
+    /// null otherwise.
+    Class (*cls)() = nullptr;
+    Class (*elementClass)() = nullptr;
 };
 using objc_property_t = const objc_property *;
 
@@ -77,17 +85,22 @@ struct Declaration {
     std::string type;
     bool isObject = false;
     bool isWeak = false;
+    Class (*cls)() = nullptr;
+    Class (*elementClass)() = nullptr;
     std::optional<std::ptrdiff_t> offset{};
     std::optional<objc_method> get{};
     std::optional<objc_method> set{};
     std::optional<objc_method> setCopy{};
 };
 
+// What contradicts the declarations before raises NSInvalidArgumentException.
 void declareProperty(Class cls, Declaration declaration, const std::string &name,
                      std::string_view attributes);
 void declareIvar(Class cls, const Declaration &declaration, const std::string &name);
-/// Lets `objc_getClass` find a class that has not been used yet.
-void announceClass(const char *name, Class (*find)());
+void declareMethod(Class cls, objc_method method, const char *selector);
+/// Once all is declared: whether the accessors of the properties are of their types, where a class has a
+/// method for an inherited property as well as where it inherits one for a property of its own.
+void checkAccessors(Class cls);
 
 template <class M>
 Declaration declarationOf(Protocols protocols) {
@@ -95,10 +108,9 @@ Declaration declarationOf(Protocols protocols) {
         using T = typename M::element_type;
         if constexpr (isBlock<T>)
             return {"@?", true};
-        else {
-            announceClass(T::declaredName, &T::class_);
-            return {objectEncoding(T::declaredName, protocols), true, isWeak<M>};
-        }
+        else
+            return {objectEncoding(T::declaredName, protocols), true, isWeak<M>,
+                    std::is_same_v<T, NSObject> ? nullptr : &T::class_};
     } else
         return {typeEncoding<M>()};
 }

@@ -71,12 +71,9 @@ private:
 /// class of that name exists.
 template <class Base>
 Class objc_registerSubclass(const char *name, const std::function<void(Class)> &declare = nullptr) {
-    if (objc_getClass(name))
-        return nullptr;
-    const Class cls = objc_class::registerClass(name, Base::class_(), [&](Class made) {
+    return objc_class::registerClass(name, Base::class_(), [&](Class made) {
         made->instantiate = [made] { return make<runtime::InstanceOf<Base>>(made); };
         if (declare)
             declare(made);
     });
-    return objc_getClass(name) == cls ? cls : nullptr; // another thread may have been first
 }

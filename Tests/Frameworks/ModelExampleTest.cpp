@@ -1,4 +1,5 @@
 // The example of docs/models.md, compiled and run; the page's blocks of C++ are quotations from here.
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelDescription.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
@@ -39,7 +40,7 @@ NS_IMPLEMENTATION(Job) {
     cls.property<&Job::title>("title", "C,N")
         .property<&Job::pages>("pages", "N")
         .property<&Job::spooled>("spooled", "N")
-        .classMethod<&Job::whitelist>("modelPropertyWhitelist");
+        .implement<qn::hooks::modelPropertyWhitelist, &Job::whitelist>();
 }
 
 class Device : public NSObject {
@@ -61,8 +62,8 @@ public:
 NS_IMPLEMENTATION(Device) {
     cls.property<&Device::serial>("serial", "C,N")
         .property<&Device::password>("password", "C,N")
-        .classMethod<&Device::blacklist>("modelPropertyBlacklist")
-        .classMethod<&Device::classFor>("modelCustomClassForDictionary:")
+        .implement<qn::hooks::modelPropertyBlacklist, &Device::blacklist>()
+        .implement<qn::hooks::modelCustomClassForDictionary, &Device::classFor>()
         .method<&Device::encodeWithCoder>("encodeWithCoder:")
         .method<&Device::initWithCoder>("initWithCoder:");
 }
@@ -122,15 +123,15 @@ NS_IMPLEMENTATION(Printer) {
         .property<&Printer::address>("address", "N")
         .property<&Printer::driver>("driver", "N")
         .property<&Printer::contact>("contact", "N")
-        .property<&Printer::jobs>("jobs", "C,N", {"Job"}) // a protocol named like the class of the elements
+        .property<&Printer::jobs, Job>("jobs", "C,N")
         .property<&Printer::people>("people", "C,N")
         .property<&Printer::substitute>("substitute", "N")
         .property<&Printer::remaining>("remaining", "N")
-        .classMethod<&Printer::mapper>("modelCustomPropertyMapper")
-        .classMethod<&Printer::generics>("modelContainerPropertyGenericClass")
-        .method<&Printer::willTransform>("modelCustomWillTransformFromDictionary:")
-        .method<&Printer::didTransform>("modelCustomTransformFromDictionary:")
-        .method<&Printer::toDictionary>("modelCustomTransformToDictionary:");
+        .implement<qn::hooks::modelCustomPropertyMapper, &Printer::mapper>()
+        .implement<qn::hooks::modelContainerPropertyGenericClass, &Printer::generics>()
+        .implement<qn::hooks::modelCustomWillTransformFromDictionary, &Printer::willTransform>()
+        .implement<qn::hooks::modelCustomTransformFromDictionary, &Printer::didTransform>()
+        .implement<qn::hooks::modelCustomTransformToDictionary, &Printer::toDictionary>();
 }
 
 /// A dictionary for a device that has trays makes a printer.
@@ -181,8 +182,6 @@ const char document[] = R"({
 
 TEST(ModelExample, isMappedAndWritten) {
     const TimeZoneScope greenwich(u"GMT");
-    objc_registerClasses<Person, Job, Device, Printer>(); // so that they are known by name
-
     const auto json = string(document);
     const auto printer = as<Printer>(qn::modelWithJSON<Device>(json));
     ASSERT_TRUE(printer);

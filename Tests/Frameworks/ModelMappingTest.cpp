@@ -1,6 +1,7 @@
 // Which keys reach which properties, and what the hooks of a class change.
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+Model.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 #include "Platform/Foundation/NSData.h"
@@ -82,6 +83,10 @@ Ref<NSArray> someNames() {
 
 Ref<NSArray> oneName() {
     return list({u"a"_ns});
+}
+
+Ref<NSDictionary> oneA() {
+    return NSDictionary::dictionaryWithEntries({{u"a"_ns, u"A"_ns}});
 }
 
 } // namespace
@@ -172,6 +177,42 @@ TEST(ModelMapping, hooksOfObjects) {
     EXPECT_EQ(qn::modelWithDictionary(cls, NSDictionary::dictionaryWithEntries({{u"inner"_ns, inner}})),
               nullptr);
     EXPECT_EQ(value.use_count(), owners);
+}
+
+TEST(ModelMapping, hooksAreCheckedWhenDeclared) {
+    const auto refusal = [](auto declare) {
+        try {
+            lettersWith("RefusedLetters", declare);
+            return std::string();
+        } catch (const NSException &exception) {
+            return exception.reason();
+        }
+    };
+    EXPECT_EQ(
+        refusal([](Class made) { runtime::addMethod<&judged>(made, "modelCustomPropertyMapper"); }),
+        "class RefusedLetters: modelCustomPropertyMapper has to be an operation of the class object with "
+        "the types @16@0:8, not of instances with B40@0:8^v16:24@32");
+    EXPECT_NE(refusal(classHook<&replaced>("modelCustomTransformFromDictionary:")), "");
+    EXPECT_NE(refusal(classHook<&someNames>("modelCustomClassForDictionary:")), "");
+    EXPECT_EQ(refusal([](Class made) {
+                  ClassBuilder<Letters>(made).implement<qn::hooks::modelPropertyBlacklist, &oneName>();
+              }),
+              "");
+    EXPECT_EQ(mapped(objc_getClass("RefusedLetters"), R"({"a":"A","b":"B"})"), "-B---");
+}
+
+TEST(ModelMapping, classesMadeAfterTheirNamesWereMet) {
+    const Class cls = lettersWith("EarlyLetters", [](Class made) {
+        class_addProperty(made, "later", {{"T", "@\"LateLetters\""}, {"G", "child"}, {"S", "setChild:"}});
+        ClassBuilder<Letters>(made).property<&Letters::children>("list", "", {"LateLetters"});
+    });
+    const auto json = text(R"({"later":{"a":"A"},"list":[{"a":"A"}]})");
+    const auto before = as<Letters>(qn::modelWithJSON(cls, json));
+    EXPECT_TRUE(!before->child && before->children->isEqual(list({oneA()})));
+    const Class late = lettersWith("LateLetters", nullptr);
+    const auto after = as<Letters>(qn::modelWithJSON(cls, json));
+    EXPECT_TRUE(after->child->isMemberOfClass(late));
+    EXPECT_TRUE(after->children->firstObject()->isMemberOfClass(late));
 }
 
 TEST(ModelMapping, classesForDictionaries) {

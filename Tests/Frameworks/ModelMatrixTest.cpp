@@ -404,7 +404,6 @@ TEST(ModelReader, leavesOtherElementsOut) {
 }
 
 TEST(ModelReader, givesUpWhereItCouldTell) {
-    objc_registerClasses<Spot, AskedSpot>();
     for (const char *straight : {R"({"spot":{"x":1}})", R"({"spots":[{"x":1},null,5,[{"x":2}]]})",
                                  R"({"spot":[1],"any":{"k":1,"k":2},"y":1,"y":2,"copiedSpot":null})"})
         EXPECT_NE(qn::readModel(Everything::class_(), bytes(straight)), nullptr) << straight;

@@ -107,7 +107,6 @@ TEST(QNClassInfo, propertiesAreDecoded) {
 }
 
 TEST(QNClassInfo, methodsAndInstanceVariablesAreDecoded) {
-    objc_registerClasses<Parcel>();
     const auto info = QNClassInfo::classInfoWithClassName(u"Parcel"_ns);
     const auto setter = as<QNClassMethodInfo>(info->methodInfos()->objectForKey(u"setX:"_ns));
     EXPECT_EQ(setter->name()->utf8(), "setX:");

@@ -296,7 +296,6 @@ TEST(KeyedArchive, refusesToWrite) {
 }
 
 TEST(KeyedArchive, refusesHostileArchives) {
-    objc_registerClasses<ArchiveNode>();
     // A tower of arrays that hold the next one twice; many arrays of one text, fewer of a program's object.
     std::vector<id> shared{collection(2, {5})};
     for (std::uint64_t i = 6; i < 206; ++i)

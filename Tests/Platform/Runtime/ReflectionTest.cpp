@@ -58,7 +58,7 @@ private:
 };
 NS_IMPLEMENTATION(Book) {
     cls.property<&Book::title>("title", "N,C", {"P1", "P2"})
-        .property<&Book::list>("list", "C")
+        .property<&Book::list, Author>("list", "C")
         .property<&Book::author>("author")
         .property<&Book::anything>("anything", "&,N", {"Author"})
         .property<&Book::kind>("kind")
@@ -145,9 +145,100 @@ TEST(Reflection, propertiesAndTheirAttributes) {
     EXPECT_EQ(class_copyIvarList(Book::class_()).size(), 17u) << "computed and dynamic properties have none";
     EXPECT_TRUE(class_conformsToProtocol(Book::class_(), "Readable"));
     EXPECT_FALSE(class_conformsToProtocol(Author::class_(), "Readable"));
-    EXPECT_EQ(objc_getClass("Author"), Author::class_()) << "named by a property, used by nobody before";
-    EXPECT_THAT(complaint([] { runtime::declareProperty(Book::class_(), {"i"}, "z", "N,,R"); }),
-                HasSubstr("unknown property attribute"));
+    const auto properties = class_copyPropertyList(Book::class_());
+    EXPECT_EQ(properties[2]->cls(), Author::class_());
+    EXPECT_EQ(properties[1]->elementClass(), Author::class_());
+}
+
+namespace {
+
+class Draft : public NSObject {
+    NS_CLASS(Draft, NSObject)
+public:
+    Ref<NSString> text;
+    std::int32_t pages = 0, words = 0;
+    Weak<Author> author;
+    std::int32_t takePages() const { return pages; }
+    void putPages(std::int32_t value) { pages = 2 * value; }
+    void putWords(std::int32_t value) { words = 3 * value; }
+    void putText(std::int64_t) {}
+};
+NS_IMPLEMENTATION(Draft) {
+    cls.method<&Draft::putPages>("setPages:")
+        .property<&Draft::pages>("pages")
+        .property<&Draft::words>("words")
+        .method<&Draft::putWords>("setWords:")
+        .property<&Draft::text>("text");
+}
+
+} // namespace
+
+TEST(Property, anAccessorOfTheClassWins) {
+    const auto draft = make<Draft>();
+    draft->setValue(NSNumber::numberWithInt(5), u"pages"_ns);
+    draft->setValue(NSNumber::numberWithInt(5), u"words"_ns);
+    EXPECT_TRUE(draft->pages == 10 && draft->words == 15) << "listed before the property and after it";
+}
+
+TEST(Property, whatWouldBeIgnoredIsRefused) {
+    using Builder = ClassBuilder<Draft>;
+    const auto refusal = [](const std::function<void(Builder &)> &declare) {
+        return complaint([&] {
+            objc_registerSubclass<Draft>("Refused", [&](Class made) {
+                Builder builder(made);
+                declare(builder);
+                runtime::checkAccessors(made);
+            });
+        });
+    };
+    const auto pages = [](const char *attributes) {
+        return [=](Builder &cls) { cls.property<&Draft::pages>("n", attributes); };
+    };
+    const auto text = [](const char *attributes) {
+        return [=](Builder &cls) { cls.property<&Draft::text>("n", attributes); };
+    };
+    const std::pair<std::function<void(Builder &)>, std::string> table[] = {
+        {pages("N,,R"), "unknown property attribute in \",R\""},
+        {pages("N,R,N"), "the attribute N is given twice"},
+        {pages("Nx"), "the attribute \"Nx\" is malformed"},
+        {pages("G"), "the attribute \"G\" is malformed"},
+        {pages("Ga:"), "the attribute \"Ga:\" is malformed"},
+        {pages("Sput"), "the attribute \"Sput\" is malformed"},
+        {pages("R,Sput:"), "it is read-only and has a setter"},
+        {pages("C"), "the attributes C, & and W are of objects"},
+        {text("C,&"), "of the attributes C, & and W only one can hold"},
+        {text("W"), "the attribute W and a weak variable go together"},
+        {[](Builder &cls) { cls.property<&Draft::author>("n", "&"); },
+         "the attribute W and a weak variable go together"},
+        {[](Builder &cls) { cls.property<&Draft::takePages, &Draft::putPages>("n", "R"); },
+         "it is read-only and has a setter"},
+        {[](Builder &cls) { cls.property<&Draft::pages>(""); }, "it has no name"},
+        {[](Builder &cls) { cls.property<&Draft::pages, Author>("n"); }, "only collections have elements"},
+        {[](Builder &cls) { cls.property<&Draft::text>("n").property<&Draft::pages>("n"); },
+         "it is declared twice"},
+        {[](Builder &cls) { cls.property<&Draft::pages>("m", "Gn").property<&Draft::pages>("n"); },
+         "the class has another n"},
+        {[](Builder &cls) { cls.property<&Draft::text>("n").method<&Draft::putText>("setN:"); },
+         "setN: is no accessor of the type @\"NSString\", its types are v24@0:8q16"},
+        {[](Builder &cls) { cls.property<std::int32_t>("n").method<&Draft::putText>("n"); },
+         "n is no accessor of the type i, its types are v24@0:8q16"},
+    };
+    for (const auto &[declare, reason] : table)
+        EXPECT_EQ(refusal(declare), "NSInvalidArgumentException class Refused, property \"" +
+                                        std::string(reason == "it has no name" ? "" : "n") + "\": " + reason);
+    const std::pair<std::function<void(Builder &)>, std::string> others[] = {
+        {[](Builder &cls) { cls.property<&Draft::pages>("m").property<&Draft::words>("n", "V_m"); },
+         "class Refused: the instance variable _m is declared twice"},
+        {[](Builder &cls) { cls.method<&Draft::takePages>("n").method<&Draft::takePages>("n"); },
+         "class Refused: the operation n is declared twice"},
+        {[](Builder &cls) { cls.method<&Draft::putPages>("setText:"); },
+         "class Refused, property \"text\": setText: is no accessor of the type @\"NSString\", its types are "
+         "v20@0:8i16"},
+    };
+    for (const auto &[declare, reason] : others)
+        EXPECT_EQ(refusal(declare), "NSInvalidArgumentException " + reason);
+    EXPECT_EQ(refusal([](Builder &cls) { cls.property<&Draft::pages>("text"); }), "") << "it hides the other";
+    EXPECT_TRUE(objc_getClass("Refused")) << "what was refused left nothing behind";
 }
 
 TEST(Reflection, methodsArgumentByArgument) {

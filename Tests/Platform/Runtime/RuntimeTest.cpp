@@ -51,6 +51,26 @@ NS_IMPLEMENTATION(Violin) {
     cls.method<&Violin::kindOfViolin>("kind");
 }
 
+const Class early = objc_getClass("Unused");
+
+class Unused : public Violin {
+    NS_CLASS(Unused, Violin)
+};
+NS_IMPLEMENTATION(Unused) {}
+
+namespace first {
+class Twin : public NSObject {
+    NS_CLASS(Twin, NSObject)
+};
+NS_IMPLEMENTATION(Twin) {}
+} // namespace first
+namespace second {
+class Twin : public NSObject {
+    NS_CLASS(Twin, NSObject)
+};
+NS_IMPLEMENTATION(Twin) {}
+} // namespace second
+
 template <std::int32_t answer>
 bool addAnswer(Class cls, SEL selector) {
     return class_addMethod(
@@ -78,15 +98,34 @@ TEST(Class, hierarchyOfClassesAndMetaClasses) {
 TEST(Class, isFoundByNameAndMakesInstances) {
     EXPECT_EQ(sel_registerName(std::string("tu") + "ne:"), "tune:"_sel) << "selectors are interned";
     EXPECT_NE("tune"_sel, "tune:"_sel);
-    objc_registerClasses<Violin>();
+    EXPECT_STREQ(class_getName(early), "Unused") << "before its file was initialised";
     EXPECT_EQ(objc_getClass("Violin"), Violin::class_());
-    EXPECT_EQ(objc_getClass("Instrument"), Instrument::class_()) << "the superclass comes along";
+    EXPECT_EQ(objc_getClass("NSObject"), NSObject::class_());
     EXPECT_EQ(objc_getClass("violin"), nullptr);
+    const std::string twins = "NSInvalidArgumentException two classes of the program are named Twin";
+    EXPECT_EQ(complaint([] { objc_getClass("Twin"); }), twins);
+    EXPECT_EQ(complaint([] { first::Twin::class_(); }), twins);
+    EXPECT_EQ(complaint([] { second::Twin::class_(); }), twins);
+    EXPECT_EQ(objc_registerSubclass<Violin>("Twin"), nullptr);
 
     EXPECT_EQ(class_createInstance(NSNull::class_()), NSNull::null());
     EXPECT_TRUE(as<NSMutableArray>(class_createInstance(NSMutableArray::class_())));
     EXPECT_EQ(class_createInstance(NSNumber::class_()), nullptr) << "needs a value";
     EXPECT_EQ(class_createInstance(nullptr), nullptr);
+}
+
+TEST(Selector, namesFromOutsideAreBounded) {
+    EXPECT_EQ(runtime::findSelector("nobodyHasThis"), nullptr);
+    EXPECT_EQ(runtime::registerForeignName("tune:"), "tune:"_sel);
+    std::size_t bytes = 0;
+    const auto name = [](std::size_t i) { return std::to_string(i) + std::string(1000, 'x'); };
+    for (std::size_t i = 0; runtime::registerForeignName(name(i)); ++i)
+        bytes += name(i).size();
+    EXPECT_LE(bytes, runtime::foreignSelectorBytes);
+    EXPECT_GT(bytes, runtime::foreignSelectorBytes / 2);
+    EXPECT_EQ(runtime::registerForeignName(std::string(1000, 'y')), nullptr);
+    EXPECT_EQ(runtime::registerForeignName(name(0)), runtime::findSelector(name(0))) << "known by now";
+    EXPECT_TRUE(sel_registerName(std::string(1000, 'y'))) << "the program's own";
 }
 
 TEST(Class, rootObjectSpeaksForItself) {

@@ -3,27 +3,28 @@
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Runtime/Message.h"
 
-#define QN_HOOK(name, colon)                                                                                 \
-    SEL qn::hooks::name() {                                                                                  \
-        static const SEL selector = sel_registerName(#name colon);                                           \
-        return selector;                                                                                     \
-    }
+namespace {
 
-QN_HOOK(modelCustomPropertyMapper, "")
-QN_HOOK(modelContainerPropertyGenericClass, "")
-QN_HOOK(modelPropertyBlacklist, "")
-QN_HOOK(modelPropertyWhitelist, "")
-QN_HOOK(modelCustomClassForDictionary, ":")
-QN_HOOK(modelCustomWillTransformFromDictionary, ":")
-QN_HOOK(modelCustomTransformFromDictionary, ":")
-QN_HOOK(modelCustomTransformToDictionary, ":")
+[[gnu::init_priority(101)]] const runtime::Agreement agreements[] = {
+    runtime::Agreement(qn::hooks::modelCustomPropertyMapper),
+    runtime::Agreement(qn::hooks::modelContainerPropertyGenericClass),
+    runtime::Agreement(qn::hooks::modelPropertyBlacklist),
+    runtime::Agreement(qn::hooks::modelPropertyWhitelist),
+    runtime::Agreement(qn::hooks::modelCustomClassForDictionary),
+    runtime::Agreement(qn::hooks::modelCustomWillTransformFromDictionary),
+    runtime::Agreement(qn::hooks::modelCustomTransformFromDictionary),
+    runtime::Agreement(qn::hooks::modelCustomTransformToDictionary),
+};
+
+} // namespace
 
 id qn::hooks::ask(Class cls, SEL hook) {
     return cls->respondsToSelector(hook) ? objc_msgSend<id>(cls->self(), hook) : nullptr;
 }
 
 Class qn::hooks::customClass(Class cls, const Ref<NSDictionary> &dictionary) {
-    if (!cls || !cls->respondsToSelector(modelCustomClassForDictionary()))
+    const SEL hook = runtime::selectorOf<modelCustomClassForDictionary>();
+    if (!cls || !cls->respondsToSelector(hook))
         return nullptr;
-    return objc_msgSend<Class>(cls->self(), modelCustomClassForDictionary(), id(dictionary));
+    return objc_msgSend<Class>(cls->self(), hook, id(dictionary));
 }

@@ -1,5 +1,5 @@
 // The operations by which a model class changes how it is mapped. All are optional; a class declares those it
-// has with the runtime:
+// has with the runtime, and the compiler refuses a function of another type:
 //
 //     class Book : public NSObject {
 //         NS_CLASS(Book, NSObject)
@@ -13,8 +13,8 @@
 //     NS_IMPLEMENTATION(Book) {
 //         cls.property<&Book::title>("title", "C")
 //             .property<&Book::author>("author", "C")
-//             .property<&Book::chapters>("chapters", "C", {"Chapter"}) // of the class Chapter
-//             .classMethod<&Book::mapper>("modelCustomPropertyMapper");
+//             .property<&Book::chapters, Chapter>("chapters", "C")
+//             .implement<qn::hooks::modelCustomPropertyMapper, &Book::mapper>();
 //     }
 //
 // Of the class object:
@@ -40,23 +40,34 @@
 //   modelCustomTransformToDictionary:        bool (Ref<NSMutableDictionary>)
 //       Asked after writing: whether it succeeded.
 //
-// A hook of another C++ type raises NSInvalidArgumentException when it is called.
+// A hook may also be given by its selector, as any operation: `classMethod<&Book::mapper>(…)`. One of other
+// types raises NSInvalidArgumentException when it is declared or added.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
-
-class NSDictionary;
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Runtime/Operation.h"
 
 namespace qn::hooks {
 
-SEL modelCustomPropertyMapper();
-SEL modelContainerPropertyGenericClass();
-SEL modelPropertyBlacklist();
-SEL modelPropertyWhitelist();
-SEL modelCustomClassForDictionary();
-SEL modelCustomWillTransformFromDictionary();
-SEL modelCustomTransformFromDictionary();
-SEL modelCustomTransformToDictionary();
+template <class Signature>
+using OfClass = runtime::ClassOperation<Signature>;
+template <class Signature>
+using OfInstances = runtime::InstanceOperation<Signature>;
+using Dictionary = Ref<NSDictionary>;
+
+inline constexpr OfClass<Dictionary()> modelCustomPropertyMapper{"modelCustomPropertyMapper"};
+inline constexpr OfClass<Dictionary()> modelContainerPropertyGenericClass{
+    "modelContainerPropertyGenericClass"};
+inline constexpr OfClass<Ref<NSArray>()> modelPropertyBlacklist{"modelPropertyBlacklist"};
+inline constexpr OfClass<Ref<NSArray>()> modelPropertyWhitelist{"modelPropertyWhitelist"};
+inline constexpr OfClass<Class(Dictionary)> modelCustomClassForDictionary{"modelCustomClassForDictionary:"};
+inline constexpr OfInstances<Dictionary(Dictionary)> modelCustomWillTransformFromDictionary{
+    "modelCustomWillTransformFromDictionary:"};
+inline constexpr OfInstances<bool(Dictionary)> modelCustomTransformFromDictionary{
+    "modelCustomTransformFromDictionary:"};
+inline constexpr OfInstances<bool(Ref<NSMutableDictionary>)> modelCustomTransformToDictionary{
+    "modelCustomTransformToDictionary:"};
 
 /// What the class answers to a hook without arguments; none without the hook.
 id ask(Class cls, SEL hook);

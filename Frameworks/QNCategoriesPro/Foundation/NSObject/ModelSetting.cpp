@@ -120,7 +120,8 @@ bool qn::fillModel(NSObject &model, const id &given) {
         return false;
     id dictionary = given;
     if (meta->_hasCustomWillTransformFromDictionary)
-        dictionary = objc_msgSend<id>(model.self(), hooks::modelCustomWillTransformFromDictionary(), given);
+        dictionary = objc_msgSend<id>(
+            model.self(), runtime::selectorOf<hooks::modelCustomWillTransformFromDictionary>(), given);
     const auto *contents = peek<NSDictionary>(dictionary);
     if (!contents || !ModelNesting::admits(*contents))
         return false;
@@ -129,7 +130,8 @@ bool qn::fillModel(NSObject &model, const id &given) {
         fill({*meta, model, *contents});
     }
     return !meta->_hasCustomTransformFromDictionary ||
-           objc_msgSend<bool>(model.self(), hooks::modelCustomTransformFromDictionary(), dictionary);
+           objc_msgSend<bool>(model.self(), runtime::selectorOf<hooks::modelCustomTransformFromDictionary>(),
+                              dictionary);
 }
 
 id qn::newModel(Class cls, const id &dictionary) {

@@ -138,7 +138,8 @@ id modelToJSON(const id &model) {
     const auto result = NSMutableDictionary::dictionaryWithTable(std::move(table));
     const bool refused =
         meta->_hasCustomTransformToDictionary &&
-        !objc_msgSend<bool>(model, qn::hooks::modelCustomTransformToDictionary(), id(result));
+        !objc_msgSend<bool>(model, runtime::selectorOf<qn::hooks::modelCustomTransformToDictionary>(),
+                            id(result));
     return refused ? nullptr : result;
 }
 

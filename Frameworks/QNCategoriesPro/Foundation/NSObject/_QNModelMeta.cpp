@@ -34,13 +34,13 @@ class Properties {
 public:
     explicit Properties(Ref<QNClassInfo> classInfo)
         : classInfo_(std::move(classInfo)),
-          excluded_(names(classInfo_->cls(), qn::hooks::modelPropertyBlacklist())),
-          included_(names(classInfo_->cls(), qn::hooks::modelPropertyWhitelist())),
-          generics_(as<NSDictionary>(
-              qn::hooks::ask(classInfo_->cls(), qn::hooks::modelContainerPropertyGenericClass()))) {}
+          excluded_(names(classInfo_->cls(), runtime::selectorOf<qn::hooks::modelPropertyBlacklist>())),
+          included_(names(classInfo_->cls(), runtime::selectorOf<qn::hooks::modelPropertyWhitelist>())),
+          generics_(as<NSDictionary>(qn::hooks::ask(
+              classInfo_->cls(), runtime::selectorOf<qn::hooks::modelContainerPropertyGenericClass>()))) {}
 
     /// By name. A class's own property hides an inherited one.
-    Ref<NSMutableDictionary> collect() const {
+    Ref<NSMutableDictionary> collect() {
         auto metas = NSMutableDictionary::dictionary();
         // The root class has no properties of a model.
         for (auto info = classInfo_; info && info->superCls(); info = info->superClassInfo())
@@ -48,10 +48,15 @@ public:
                 if (isWanted(name) && !metas->objectForKey(name))
                     if (const auto meta = _QNModelPropertyMeta::metaWithClassInfo(
                             classInfo_, as<QNClassPropertyInfo>(property), genericClass(name));
-                        meta && meta->_getter && meta->_setter)
+                        meta && meta->_getter && meta->_setter) {
                         metas->setObject(meta, name);
+                        nameUnknownClass_ |= meta->_namesUnknownClass;
+                    }
         return metas;
     }
+
+    /// Whether some class that is named was not known.
+    bool nameUnknownClass() const { return nameUnknownClass_; }
 
 private:
     bool isWanted(const id &name) const {
@@ -59,17 +64,19 @@ private:
                (!included_ || included_->containsObject(name));
     }
 
-    Class genericClass(const id &name) const {
+    Class genericClass(const id &name) {
         const id generic = generics_ ? generics_->objectForKey(name) : nullptr;
-        if (const auto className = as<NSString>(generic))
-            return NSClassFromString(className);
-        return as<objc_class>(generic).get();
+        const auto className = as<NSString>(generic);
+        const Class cls = className ? NSClassFromString(className) : as<objc_class>(generic).get();
+        nameUnknownClass_ |= className && !cls;
+        return cls;
     }
 
     const Ref<QNClassInfo> classInfo_;
     const Ref<NSSet> excluded_;
     const Ref<NSSet> included_;
     const Ref<NSDictionary> generics_;
+    bool nameUnknownClass_ = false;
 };
 
 } // namespace
@@ -80,7 +87,7 @@ Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
     {
         const SemaphoreLock guard(cache().lock);
         const auto found = cache().metas.find(cls);
-        if (found != cache().metas.end() && !found->second->_classInfo->needUpdate())
+        if (found != cache().metas.end() && !found->second->isStale())
             return found->second;
     }
     auto meta = initWithClass(cls);
@@ -91,18 +98,23 @@ Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
 }
 
 Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
+    const auto namesKnown = runtime::ClassRegistry::shared().namesKnown();
     const auto classInfo = QNClassInfo::classInfoWithClass(cls);
     if (!classInfo)
         return nullptr;
     auto meta = make<_QNModelMeta>();
     meta->_classInfo = classInfo;
     meta->_nsType = qn::foundationKindOf(cls);
-    const auto metas = Properties(classInfo).collect();
+    Properties properties(classInfo);
+    const auto metas = properties.collect();
+    if (properties.nameUnknownClass())
+        meta->_namesKnown = namesKnown;
     meta->_keyMappedCount = metas->count();
     if (metas->count() > 0)
         meta->_allPropertyMetas = metas->allValues();
     qn::ModelMapper mapper(metas);
-    mapper.mapCustom(as<NSDictionary>(qn::hooks::ask(cls, qn::hooks::modelCustomPropertyMapper())));
+    mapper.mapCustom(
+        as<NSDictionary>(qn::hooks::ask(cls, runtime::selectorOf<qn::hooks::modelCustomPropertyMapper>())));
     mapper.mapRest();
     meta->_mapper = mapper.mapper();
     meta->_keys = qn::ModelKeyIndex(meta->_mapper);
@@ -113,13 +125,21 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
     return meta;
 }
 
+bool _QNModelMeta::isStale() const {
+    return _classInfo->needUpdate() ||
+           (_namesKnown != 0 && _namesKnown != runtime::ClassRegistry::shared().namesKnown());
+}
+
 void _QNModelMeta::findHooks() {
     const Class cls = _classInfo->cls();
     const auto has = [cls](SEL hook) { return cls->findMethod(hook) != nullptr; };
-    _hasCustomWillTransformFromDictionary = has(qn::hooks::modelCustomWillTransformFromDictionary());
-    _hasCustomTransformFromDictionary = has(qn::hooks::modelCustomTransformFromDictionary());
-    _hasCustomTransformToDictionary = has(qn::hooks::modelCustomTransformToDictionary());
-    _hasCustomClassFromDictionary = cls->respondsToSelector(qn::hooks::modelCustomClassForDictionary());
+    _hasCustomWillTransformFromDictionary =
+        has(runtime::selectorOf<qn::hooks::modelCustomWillTransformFromDictionary>());
+    _hasCustomTransformFromDictionary =
+        has(runtime::selectorOf<qn::hooks::modelCustomTransformFromDictionary>());
+    _hasCustomTransformToDictionary = has(runtime::selectorOf<qn::hooks::modelCustomTransformToDictionary>());
+    _hasCustomClassFromDictionary =
+        cls->respondsToSelector(runtime::selectorOf<qn::hooks::modelCustomClassForDictionary>());
 }
 
 bool _QNModelMeta::isPlain() const {

@@ -4,8 +4,8 @@
 //     peek<_QNModelPropertyMeta>(meta->_mapper->objectForKey(u"credits.author"_ns))->_name;   // "author"
 //
 // A record is immutable once it is built. The one in the cache is replaced when the class has been marked
-// with `setNeedUpdate`, as after accessors were added at run time; who still has the old one may go on with
-// it.
+// with `setNeedUpdate`, as after accessors were added at run time, and when a class is made at run time whose
+// name the old one did not know; who still has the old one may go on with it.
 //
 // Threads: any. One lock guards the cache; building runs outside it, so of two threads that ask first at once
 // each may get a record of its own, and later callers the one stored last.
@@ -21,6 +21,9 @@ public:
     /// A new record that is not kept. None for null.
     static Ref<_QNModelMeta> initWithClass(Class cls);
 
+    /// Whether the class may be read differently now: it has been marked, or a class has become known while
+    /// the record had met names of none.
+    bool isStale() const;
     /// The head of the chain in the mapper; null for a key that reaches no property.
     const _QNModelPropertyMeta *headForKey(const id &key) const;
 
@@ -42,11 +45,13 @@ public:
 
     /// The keys of the mapper that are texts.
     qn::ModelKeyIndex _keys{nullptr};
-    /// Whether filling an instance runs no code of the class's own, neither hooks nor accessors, and takes one
-    /// key a property: then nobody can tell in which order, or whether twice.
+    /// Whether filling an instance runs no code of the class's own, neither hooks nor accessors, and takes
+    /// one key a property: then nobody can tell in which order, or whether twice.
     bool _isPlain = false;
 
 private:
     void findHooks();
     bool isPlain() const;
+
+    std::uint64_t _namesKnown = 0; // to the registry of classes, if a name met was of none; otherwise 0
 };

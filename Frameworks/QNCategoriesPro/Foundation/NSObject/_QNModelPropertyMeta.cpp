@@ -48,6 +48,11 @@ Method setterOfType(Class cls, SEL selector, QNEncodingType type) {
     return fits ? method : nullptr;
 }
 
+bool namesClass(const QNClassPropertyInfo &property) {
+    const auto encoding = property.typeEncoding() ? property.typeEncoding()->utf8() : "";
+    return encoding.starts_with("@\"") && !encoding.starts_with("@\"<");
+}
+
 /// The first protocol that is named as a class.
 Class classOfProtocols(const Ref<NSArray> &protocols) {
     if (protocols)
@@ -69,7 +74,11 @@ _QNModelPropertyMeta::metaWithClassInfo(const Ref<QNClassInfo> &classInfo,
     meta->_type = propertyInfo->type();
     meta->_info = propertyInfo;
     meta->_cls = propertyInfo->cls();
-    meta->_genericCls = generic ? generic : classOfProtocols(propertyInfo->protocols());
+    meta->_genericCls = generic                      ? generic
+                        : propertyInfo->elementCls() ? propertyInfo->elementCls()
+                                                     : classOfProtocols(propertyInfo->protocols());
+    meta->_namesUnknownClass =
+        (!meta->_genericCls && propertyInfo->protocols()) || (!meta->_cls && namesClass(*propertyInfo));
     if (meta->valueType() == QNEncodingTypeObject)
         meta->readObjectType();
     else
@@ -86,7 +95,8 @@ void _QNModelPropertyMeta::readObjectType() {
     _nsType = qn::foundationKindOf(_cls);
     const bool isModel = _cls && _nsType == qn::FoundationKind::None;
     if (const Class asked = _genericCls ? _genericCls : isModel ? _cls : nullptr)
-        _hasCustomClassFromDictionary = asked->respondsToSelector(qn::hooks::modelCustomClassForDictionary());
+        _hasCustomClassFromDictionary =
+            asked->respondsToSelector(runtime::selectorOf<qn::hooks::modelCustomClassForDictionary>());
 }
 
 void _QNModelPropertyMeta::findAccessors(Class cls) {

@@ -16,7 +16,8 @@ class _QNModelPropertyMeta : public NSObject {
     NS_CLASS(_QNModelPropertyMeta, NSObject)
 public:
     /// Of a property that the class has or inherits. None without the class or the property. Without a
-    /// generic class, the first protocol of the property that is named as a class stands for it.
+    /// generic class, the one of the declaration stands for it, or else the first protocol of the property
+    /// that is named as a class.
     static Ref<_QNModelPropertyMeta> metaWithClassInfo(const Ref<QNClassInfo> &classInfo,
                                                        const Ref<QNClassPropertyInfo> &propertyInfo,
                                                        Class generic);
@@ -47,9 +48,10 @@ public:
     bool _isKVCCompatible = false;
     bool _isStructAvailableForKeyedArchiver = false; ///< one of the platform's geometric structures
     bool _hasCustomClassFromDictionary = false;
-    Ref<NSString> _mappedToKey;     ///< the first one when there are several; none when it has no key
-    Ref<NSArray> _mappedToKeyPath;  ///< NSString a part; none unless there are at least two
-    Ref<NSArray> _mappedToKeyArray; ///< NSString or a path as above; none unless there may be several
+    bool _namesUnknownClass = false; ///< and no other stands for it; it may be made later
+    Ref<NSString> _mappedToKey;      ///< the first one when there are several; none when it has no key
+    Ref<NSArray> _mappedToKeyPath;   ///< NSString a part; none unless there are at least two
+    Ref<NSArray> _mappedToKeyArray;  ///< NSString or a path as above; none unless there may be several
     Ref<QNClassPropertyInfo> _info;
     Ref<_QNModelPropertyMeta> _next; ///< the next property of the same key
 
