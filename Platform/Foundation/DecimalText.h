@@ -1,9 +1,10 @@
-// Numbers as decimal text.
+// Numbers as decimal text and back, the same in every locale.
 #pragma once
 
 #include <charconv>
 #include <cmath>
 #include <concepts>
+#include <limits>
 #include <string_view>
 
 /// Room for the text of any number.
@@ -14,11 +15,23 @@ std::string_view decimalText(T value, DecimalBuffer &buffer) {
     return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
 }
 
-/// The fewest digits that read back equal; an exponent only where plain digits would be many.
+/// The fewest digits that read back equal; an exponent only where plain digits would be many. "nan", "inf"
+/// and
+/// "-inf" for what is no number.
 template <std::floating_point T>
 std::string_view decimalText(T value, DecimalBuffer &buffer) {
-    const bool plain = value == 0 || (std::abs(value) >= T(1e-5) && std::abs(value) < T(1e16));
+    if (std::isnan(value))
+        return "nan";
+    // Beyond these digits the plain text of a whole number would have more than it needs.
+    constexpr T many = std::numeric_limits<T>::digits10 > 6 ? T(1e16) : T(1e7);
+    const bool plain = value == 0 || (std::abs(value) >= T(1e-5) && std::abs(value) < many);
     char *const end = buffer + sizeof buffer;
-    return {buffer, plain ? std::to_chars(buffer, end, value, std::chars_format::fixed).ptr
-                          : std::to_chars(buffer, end, value).ptr};
+    const auto format = plain ? std::chars_format::fixed : std::chars_format::scientific;
+    return {buffer, std::to_chars(buffer, end, value, format).ptr};
 }
+
+/// The double nearest to the decimal number that the text begins with: an optional "-", digits with at most
+/// one
+/// ".", an optional exponent. Infinite when it is too large, a zero of its sign when it is too small, 0 when
+/// there is no digit.
+double doubleOfDecimalText(std::string_view text);

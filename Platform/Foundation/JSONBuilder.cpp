@@ -7,16 +7,17 @@
 
 #include <iterator>
 
-bool JSONBuilder::EndObject(unsigned count) {
+bool JSONBuilder::EndObject(std::size_t count) {
     ObjectTable table(count);
-    for (auto entry = pending_.end() - 2 * std::ptrdiff_t{count}; entry != pending_.end(); entry += 2)
+    for (auto entry = pending_.end() - 2 * static_cast<std::ptrdiff_t>(count); entry != pending_.end();
+         entry += 2)
         table.set(std::move(entry[0]), std::move(entry[1]));
-    return close(2 * std::size_t{count}, mutable_ ? NSMutableDictionary::dictionaryWithTable(std::move(table))
-                                                  : NSDictionary::dictionaryWithTable(std::move(table)));
+    return close(2 * count, mutable_ ? NSMutableDictionary::dictionaryWithTable(std::move(table))
+                                     : NSDictionary::dictionaryWithTable(std::move(table)));
 }
 
-bool JSONBuilder::EndArray(unsigned count) {
-    std::vector<id> elements(std::move_iterator(pending_.end() - std::ptrdiff_t{count}),
+bool JSONBuilder::EndArray(std::size_t count) {
+    std::vector<id> elements(std::move_iterator(pending_.end() - static_cast<std::ptrdiff_t>(count)),
                              std::move_iterator(pending_.end()));
     return close(count, mutable_ ? NSMutableArray::arrayWithObjects(std::move(elements))
                                  : NSArray::arrayWithObjects(std::move(elements)));

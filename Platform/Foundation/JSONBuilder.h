@@ -1,13 +1,14 @@
-// Builds the objects of a JSON text while JSONReader walks it.
+// Builds the objects of a JSON text while it is read.
 //
 // Threads: one at a time.
 #pragma once
 
 #include "Platform/Foundation/JSONLeaves.h"
+#include "Platform/Foundation/JSONReader.h"
 
 #include <vector>
 
-class JSONBuilder {
+class JSONBuilder final : public JSONHandler {
 public:
     explicit JSONBuilder(bool mutableContainers) : mutable_(mutableContainers) {}
 
@@ -20,12 +21,11 @@ public:
         return value;
     }
     /// Why reading ended; null while there is no reason.
-    const char *refusal() const {
+    const char *refusal() const override {
         return tooDeep_ ? "Too many nested arrays or dictionaries." : leaves_.refusal();
     }
 
-    /// Go down into a container, and up again. Containers nest up to `NSJSONSerialization::deepestNesting`,
-    /// which bounds the recursion of the reader, too.
+    /// Go down into a container, and up again. They nest up to `NSJSONSerialization::deepestNesting`.
     bool enter();
     void leave() { --depth_; }
 
@@ -38,20 +38,17 @@ public:
     }
 
     // What the reader tells.
-    bool Null() { return add(leaves_.null()); }
-    bool Bool(bool flag) { return add(leaves_.boolean(flag)); }
-    bool Int(int number) { return Int64(number); }
-    bool Uint(unsigned number) { return Int64(number); }
-    bool Int64(std::int64_t number) { return add(leaves_.number(number)); }
-    bool Uint64(std::uint64_t number) { return add(leaves_.number(number)); }
-    bool Double(double number) { return add(leaves_.number(number)); }
-    bool RawNumber(const char *, unsigned, bool) { return false; }
-    bool String(const char *bytes, unsigned length, bool) { return add(leaves_.text({bytes, length})); }
-    bool Key(const char *bytes, unsigned length, bool) { return add(leaves_.key({bytes, length})); }
-    bool StartObject() { return enter(); }
-    bool StartArray() { return enter(); }
-    bool EndObject(unsigned count);
-    bool EndArray(unsigned count);
+    bool Null() override { return add(leaves_.null()); }
+    bool Bool(bool flag) override { return add(leaves_.boolean(flag)); }
+    bool Int64(std::int64_t number) override { return add(leaves_.number(number)); }
+    bool Uint64(std::uint64_t number) override { return add(leaves_.number(number)); }
+    bool Double(double number) override { return add(leaves_.number(number)); }
+    bool String(std::string_view bytes) override { return add(leaves_.text(bytes)); }
+    bool Key(std::string_view bytes) override { return add(leaves_.key(bytes)); }
+    bool StartObject() override { return enter(); }
+    bool StartArray() override { return enter(); }
+    bool EndObject(std::size_t count) override;
+    bool EndArray(std::size_t count) override;
 
 private:
     bool close(std::size_t used, id container);

@@ -22,7 +22,7 @@ public:
     }
     Ref<NSNumber> number(double value) { return pool_.make<NSNumber>('d', value); }
 
-    /// None, and a refusal, for bytes that are not valid UTF-8. The bytes must stay as long as this.
+    /// None, and a refusal, for bytes that are not valid UTF-8. The bytes must stay as long as this is asked.
     Ref<NSString> text(std::string_view bytes) {
         constexpr std::size_t longest = 24; // what is longer is seldom seen again
         return bytes.size() > longest ? makeText(bytes)

@@ -1,64 +1,49 @@
-// Reads a JSON text and tells a handler what is in it, as RapidJSON's readers do:
+// Reads a JSON text and tells a handler what is in it:
 //
-//     JSONReader reader(text);
 //     JSONBuilder builder(false);
-//     if (const auto failure = reader.read(builder))
+//     if (const auto failure = readJSON(text, builder))
 //         ... failure->reason, failure->offset
 //
-// The bytes that the handler is given are the reader's, so the reader stays as long as they are looked at.
-// Threads: one at a time.
+// A byte-order mark before the text is skipped. Numbers have the nearest double, whatever their digits and
+// exponents; one that is too large for any is refused. Bytes within texts pass as they are, valid UTF-8 or
+// not: the handler converts and so checks them. What the escapes of a text stand for is always valid.
+//
+// Threads: any; a handler one at a time.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
-#include <memory>
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
-// Blanks and plain characters are skipped sixteen at a time where the processor can.
-#if defined(__SSE2__)
-#define RAPIDJSON_SSE2
-#elif defined(__ARM_NEON)
-#define RAPIDJSON_NEON
-#endif
-#include <rapidjson/error/en.h>
-#include <rapidjson/reader.h>
-
-class JSONReader {
+/// Is told what a text holds, in its order. Each answers whether to go on. The handler bounds how deep
+/// containers nest, which bounds the recursion of the reader, too.
+class JSONHandler {
 public:
-    struct Failure {
-        const char *reason;
-        std::size_t offset; ///< in bytes, of the text
-    };
+    virtual bool Null() = 0;
+    virtual bool Bool(bool flag) = 0;
+    virtual bool Int64(std::int64_t number) = 0;
+    virtual bool Uint64(std::uint64_t number) = 0; ///< beyond the signed
+    virtual bool Double(double number) = 0;
+    /// The bytes stay until the whole text is read.
+    virtual bool String(std::string_view bytes) = 0;
+    virtual bool Key(std::string_view bytes) = 0;
+    virtual bool StartObject() = 0;
+    virtual bool StartArray() = 0;
+    virtual bool EndObject(std::size_t count) = 0;
+    virtual bool EndArray(std::size_t count) = 0;
 
-    explicit JSONReader(std::string_view text)
-        : start_(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0), size_(text.size() - start_),
-          copy_(std::make_unique_for_overwrite<char[]>(size_ + padding)) {
-        std::copy(text.begin() + static_cast<std::ptrdiff_t>(start_), text.end(), copy_.get());
-        std::fill_n(copy_.get() + size_, padding, '\0');
-    }
+    /// Why the last answer was no.
+    virtual const char *refusal() const = 0;
 
-    /// Once. The handler ends the reading by answering false; its `refusal()` says why, or null for a reason
-    /// of the reader's.
-    template <class Handler>
-    std::optional<Failure> read(Handler &handler) {
-        rapidjson::InsituStringStream stream(copy_.get());
-        rapidjson::Reader reader;
-        const rapidjson::ParseResult parsed =
-            reader.Parse<rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag>(stream, handler);
-        if (parsed.IsError())
-            return Failure{handler.refusal() ? handler.refusal() : rapidjson::GetParseError_En(parsed.Code()),
-                           parsed.Offset() + start_};
-        if (stream.Tell() != size_) // a zero byte counts as the end
-            return Failure{"Garbage at end.", stream.Tell() + start_};
-        return std::nullopt;
-    }
-
-private:
-    static constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    /// Zeros behind the text: they end it, and whole registers may be looked at.
-    static constexpr std::size_t padding = 32;
-
-    std::size_t start_, size_;
-    std::unique_ptr<char[]> copy_; // is read in place
+protected:
+    ~JSONHandler() = default;
 };
+
+struct JSONFailure {
+    std::string reason; ///< a sentence
+    std::size_t offset; ///< in bytes, of the text
+};
+
+std::optional<JSONFailure> readJSON(std::string_view text, JSONHandler &handler);

@@ -1,5 +1,7 @@
 #include "Platform/Foundation/NSDecimal.h"
 
+#include "Platform/Foundation/DecimalText.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -137,9 +139,7 @@ double NSDecimal::doubleValue() const {
     if (isNotANumber)
         return std::numeric_limits<double>::quiet_NaN();
     const std::string number = (isNegative ? "-0" : "0") + digits + "e" + std::to_string(exponent);
-    double value = 0;
-    std::from_chars(number.data(), number.data() + number.size(), value);
-    return value;
+    return doubleOfDecimalText(number);
 }
 
 std::int64_t NSDecimal::longLongValue() const {

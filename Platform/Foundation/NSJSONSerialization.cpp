@@ -1,7 +1,6 @@
 #include "Platform/Foundation/NSJSONSerialization.h"
 
 #include "Platform/Foundation/JSONBuilder.h"
-#include "Platform/Foundation/JSONReader.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSDictionary.h"
@@ -29,10 +28,10 @@ id NSJSONSerialization::JSONObjectWithData(const Ref<NSData> &data, NSJSONReadin
         fail(error, "No value.", 0);
         return nullptr;
     }
-    JSONReader reader({reinterpret_cast<const char *>(data->bytes()), data->length()});
     JSONBuilder builder(options & NSJSONReadingOptions::MutableContainers);
-    if (const auto failure = reader.read(builder)) {
-        fail(error, failure->reason, failure->offset);
+    if (const auto failure =
+            readJSON({reinterpret_cast<const char *>(data->bytes()), data->length()}, builder)) {
+        fail(error, failure->reason.c_str(), failure->offset);
         return nullptr;
     }
     id result = builder.take();

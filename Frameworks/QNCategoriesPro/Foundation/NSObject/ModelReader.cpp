@@ -3,7 +3,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNesting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Platform/Foundation/JSONBuilder.h"
-#include "Platform/Foundation/JSONReader.h"
 
 #include <vector>
 
@@ -33,32 +32,26 @@ Ref<_QNModelMeta> plainMeta(Class cls) {
 
 /// Is told what the text holds. Models and arrays of models are frames here; all other values, whole
 /// containers among them, are left to the builder.
-class ModelReader {
+class ModelReader final : public JSONHandler {
 public:
     explicit ModelReader(Ref<_QNModelMeta> meta, bool anArray)
         : rootMeta_(std::move(meta)), anArray_(anArray) {}
 
     id model() { return std::move(model_); }
     std::vector<id> elements() { return std::move(elements_); }
-    const char *refusal() const { return builder_.refusal(); }
+    const char *refusal() const override { return builder_.refusal(); }
 
-    bool Null() { return leaf(leaves().null()); }
-    bool Bool(bool flag) { return leaf(leaves().boolean(flag)); }
-    bool Int(int number) { return Int64(number); }
-    bool Uint(unsigned number) { return Int64(number); }
-    bool Int64(std::int64_t number) { return leaf(leaves().number(number)); }
-    bool Uint64(std::uint64_t number) { return leaf(leaves().number(number)); }
-    bool Double(double number) { return leaf(leaves().number(number)); }
-    bool RawNumber(const char *, unsigned, bool) { return false; }
-    bool String(const char *bytes, unsigned length, bool) { return leaf(leaves().text({bytes, length})); }
-
-    bool Key(const char *bytes, unsigned length, bool copy) {
-        if (depthInBuilder_ > 0)
-            return builder_.Key(bytes, length, copy);
-        return lookUp({bytes, length});
+    bool Null() override { return leaf(leaves().null()); }
+    bool Bool(bool flag) override { return leaf(leaves().boolean(flag)); }
+    bool Int64(std::int64_t number) override { return leaf(leaves().number(number)); }
+    bool Uint64(std::uint64_t number) override { return leaf(leaves().number(number)); }
+    bool Double(double number) override { return leaf(leaves().number(number)); }
+    bool String(std::string_view bytes) override { return leaf(leaves().text(bytes)); }
+    bool Key(std::string_view bytes) override {
+        return depthInBuilder_ > 0 ? builder_.Key(bytes) : lookUp(bytes);
     }
 
-    bool StartObject() {
+    bool StartObject() override {
         if (depthInBuilder_ > 0)
             return leaveToBuilder(&JSONBuilder::StartObject);
         if (frames_.empty())
@@ -74,7 +67,7 @@ public:
         return isNew && openModel(plainMeta(property._cls));
     }
 
-    bool StartArray() {
+    bool StartArray() override {
         if (depthInBuilder_ > 0)
             return leaveToBuilder(&JSONBuilder::StartArray);
         if (frames_.empty())
@@ -90,7 +83,7 @@ public:
         return isArray(property) && openArray(plainMeta(property._genericCls));
     }
 
-    bool EndObject(unsigned count) {
+    bool EndObject(std::size_t count) override {
         if (depthInBuilder_ > 0)
             return builder_.EndObject(count) && leftBuilder();
         id model = std::move(frames_.back().model);
@@ -101,7 +94,7 @@ public:
         return true;
     }
 
-    bool EndArray(unsigned count) {
+    bool EndArray(std::size_t count) override {
         if (depthInBuilder_ > 0)
             return builder_.EndArray(count) && leftBuilder();
         if (frames_.size() == 1) { // of the array that is read, all but models is left out
@@ -217,9 +210,9 @@ auto read(Class cls, const Ref<NSData> &json, bool anArray, const Finish &finish
     auto meta = json && !qn::ModelNesting::isUnderWay() ? plainMeta(cls) : nullptr;
     if (!meta)
         return nullptr;
-    JSONReader text({reinterpret_cast<const char *>(json->bytes()), json->length()});
     ModelReader reader(std::move(meta), anArray);
-    return text.read(reader) ? nullptr : finish(reader);
+    const std::string_view text(reinterpret_cast<const char *>(json->bytes()), json->length());
+    return readJSON(text, reader) ? nullptr : finish(reader);
 }
 
 } // namespace
