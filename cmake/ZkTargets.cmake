@@ -40,5 +40,25 @@ function(zk_test name)
         add_dependencies(threads ${name})
     endif()
 endfunction()
+# zk_test_in_comma_locale(NAME …): each test program runs once more, as a whole, in a locale with decimal commas and
+# one byte a character. It is made here, so that none needs to be installed.
+function(zk_test_in_comma_locale)
+    set(folder ${CMAKE_BINARY_DIR}/locales)
+    if(NOT TARGET comma_locale)
+        add_custom_command(OUTPUT ${folder}/de_DE/LC_NUMERIC
+            COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+            COMMAND localedef --inputfile de_DE --charmap ISO-8859-1 ${folder}/de_DE
+            VERBATIM)
+        add_custom_target(comma_locale DEPENDS ${folder}/de_DE/LC_NUMERIC)
+    endif()
+    foreach(name ${ARGN})
+        target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/Tests/Support/CommaLocale.cpp)
+        add_dependencies(${name} comma_locale)
+        # libplist follows the locale.
+        add_test(NAME ${name}-in-comma-locale COMMAND ${name} --gtest_filter=-PropertyListFormats.*)
+        set_tests_properties(${name}-in-comma-locale PROPERTIES
+            TIMEOUT 300 ENVIRONMENT "LOCPATH=${folder};ZK_TEST_LOCALE=de_DE")
+    endforeach()
+endfunction()
 # All that the thread sanitizer is to see.
 add_custom_target(threads)

@@ -8,8 +8,10 @@
 #include <array>
 #include <charconv>
 #include <climits>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
+#include <locale.h>
 #include <optional>
 
 FormatArgument::FormatArgument(Class value) : kind(Kind::Object), object(value) {}
@@ -18,6 +20,21 @@ namespace {
 
 // Wider fields than this are a mistake, not a layout.
 constexpr int widestField = 4096;
+
+/// C's own locale on this thread while it lives: no decimal commas.
+class PlainLocale {
+public:
+    PlainLocale() {
+        static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+        previous_ = uselocale(plain);
+    }
+    PlainLocale(const PlainLocale &) = delete;
+    PlainLocale &operator=(const PlainLocale &) = delete;
+    ~PlainLocale() { uselocale(previous_); }
+
+private:
+    locale_t previous_;
+};
 
 /// One directive of a format text, parsed.
 struct Directive {
@@ -161,7 +178,9 @@ private:
 
     void printFloating(const Directive &parsed, double value) {
         const bool fits = std::string_view("eEfFgGaA").find(parsed.conversion) != std::string_view::npos;
-        printNumber(parsed, fits ? std::string(1, parsed.conversion) : "g", value);
+        const PlainLocale plain;
+        printNumber(parsed, fits ? std::string(1, parsed.conversion) : "g",
+                    std::isnan(value) ? std::abs(value) : value);
     }
 
     void printInteger(const Directive &parsed, const FormatArgument &argument) {

@@ -4,7 +4,8 @@
 // Directives: %@ %d %i %u %o %x %X %c %C %s %p %e %E %f %F %g %G %a %A %%, with flags, width, precision (both
 // also as "*"), the length modifiers hh h l ll q z t j (an integer is cut to that width, as C does) and
 // positions ("%2$@"). "%@" prints an object's description and "(null)" for none; "%s" prints "(null)" for
-// null. Format texts are ours and constant: foreign text is only ever an argument.
+// null. Numbers look the same in every locale, and not-a-number has no sign. Format texts are ours and
+// constant: foreign text is only ever an argument.
 #pragma once
 
 #include "Platform/Runtime/NSObject.h"

@@ -21,8 +21,8 @@ struct NSDecimal {
     std::int64_t exponent = 0;
 
     static NSDecimal notANumber() { return {.isNotANumber = true, .digits = {}}; }
-    /// The number that the text begins with, with every digit: white space skipped, an optional sign, digits
-    /// with at most one ".", an optional exponent. Not a number when there is no digit.
+    /// The number that the text begins with, with every digit: ASCII white space skipped, an optional sign,
+    /// digits with at most one ".", an optional exponent. Not a number when there is no digit.
     static NSDecimal read(std::string_view text);
     /// Every digit of a finite double; not a number for any other.
     static NSDecimal exactly(double value);

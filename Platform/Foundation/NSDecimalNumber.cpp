@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NSDecimalNumber.h"
 
+#include "Platform/Foundation/NSCharacterSet.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
@@ -11,7 +12,11 @@ NS_IMPLEMENTATION(NSDecimalNumber) {
 }
 
 Ref<NSDecimalNumber> NSDecimalNumber::decimalNumberWithString(const Ref<NSString> &text) {
-    return text ? decimalNumberWithDecimal(NSDecimal::read(text->utf8())) : notANumber();
+    if (!text)
+        return notANumber();
+    const auto trimmed =
+        text->stringByTrimmingCharactersInSet(NSCharacterSet::whitespaceAndNewlineCharacterSet());
+    return decimalNumberWithDecimal(NSDecimal::read(trimmed->utf8()));
 }
 
 NSComparisonResult NSDecimalNumber::compare(const Ref<NSNumber> &other) const {

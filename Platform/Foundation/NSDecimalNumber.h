@@ -19,8 +19,9 @@ public:
 
     /// What a text without a number gives; equals itself and the double of that name.
     static Ref<NSDecimalNumber> notANumber() { return decimalNumberWithDecimal(NSDecimal::notANumber()); }
-    /// The number that the text begins with, as `NSDecimal::read` takes it, rounded. Not a number for a text
-    /// that begins with none, for a number that is too large, and for none.
+    /// The number that the text begins with behind white space and line ends of any kind, as
+    /// `NSDecimal::read` takes it, rounded. Not a number for a text that begins with none, for a number that
+    /// is too large, and for none.
     static Ref<NSDecimalNumber> decimalNumberWithString(const Ref<NSString> &text);
     /// Rounds. E.g. of `number->decimalValue()`.
     static Ref<NSDecimalNumber> decimalNumberWithDecimal(const NSDecimal &value) {

@@ -1,19 +1,16 @@
 // The number that a text begins with. Nothing here depends on a locale.
+#include "Platform/Foundation/DecimalText.h"
+#include "Platform/Foundation/NSCharacterSet.h"
 #include "Platform/Foundation/NSString.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
-#include <locale.h>
 
 namespace {
 
-bool isSpace(char16_t unit) {
-    return unit == ' ' || (unit >= '\t' && unit <= '\r') || unit == 0x85 || unit == 0xA0;
-}
-
 std::u16string_view withoutLeadingSpace(std::u16string_view units) {
-    while (!units.empty() && isSpace(units.front()))
+    static const auto &space = *new Ref<NSCharacterSet>(NSCharacterSet::whitespaceAndNewlineCharacterSet());
+    while (!units.empty() && space->characterIsMember(units.front()))
         units.remove_prefix(1);
     return units;
 }
@@ -57,15 +54,14 @@ NSInteger NSString::integerValue() const {
 }
 
 double NSString::doubleValue() const {
-    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-    // Only what a decimal number is made of: the C library would take "0x10", "inf" and "nan" as well.
-    std::string digits;
-    for (const char16_t unit : withoutLeadingSpace(units_)) {
-        if (std::u16string_view(u"0123456789+-.eE").find(unit) == std::u16string_view::npos)
-            break;
-        digits += static_cast<char>(unit);
+    std::u16string_view units = withoutLeadingSpace(units_);
+    if (units.starts_with(u'+')) {
+        units.remove_prefix(1);
+        if (units.starts_with(u'-'))
+            return 0;
     }
-    return strtod_l(digits.c_str(), nullptr, plain);
+    units = units.substr(0, units.find_first_not_of(u"0123456789.eE+-"));
+    return doubleOfDecimalText(std::string(units.begin(), units.end()));
 }
 
 bool NSString::boolValue() const {

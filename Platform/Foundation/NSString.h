@@ -103,8 +103,8 @@ public:
     /// and when a surrogate stands alone.
     Ref<NSString> stringByRemovingPercentEncoding() const;
 
-    /// The leading decimal integer: white space skipped, an optional sign, digits up to the first other
-    /// character; 0 without digits; clamped to the limits of the type.
+    /// The leading decimal integer: members of `whitespaceAndNewlineCharacterSet` skipped, an optional sign,
+    /// digits up to the first other character; 0 without digits; clamped to the limits of the type.
     std::int32_t intValue() const;
     NSInteger integerValue() const;
     /// The leading decimal number with fraction and exponent, in the same way; the decimal point is "." in

@@ -3,6 +3,7 @@
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSNumber.h"
+#include "Tests/Platform/Foundation/PlainLocale.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gmock/gmock.h>
@@ -30,6 +31,7 @@ std::string ours(const std::string &format, const Arguments &...arguments) {
 
 template <class... Arguments>
 std::string theirs(const std::string &format, Arguments... arguments) {
+    const PlainLocale plain;
     char out[1024];
     const int length = std::snprintf(out, sizeof out, format.c_str(), arguments...);
     return {out, static_cast<std::size_t>(length)};
@@ -49,7 +51,8 @@ std::vector<std::string> layouts() {
 
 TEST(Format, printsWhatCPrints) {
     const std::int64_t wholes[] = {0, 1, -1, 128, -129, 70000, INT_MIN, UINT_MAX, INT64_MAX, INT64_MIN};
-    const double floatings[] = {0.0, -0.0, 1.5, -2.675, 1e-7, 1e22, DBL_MAX, DBL_MIN, INFINITY, -INFINITY};
+    const double floatings[] = {0.0,     -0.0,    1.5,      -2.675,    1e-7, 1e22,
+                                DBL_MAX, DBL_MIN, INFINITY, -INFINITY, NAN};
     for (const std::string &layout : layouts()) {
         for (const char conversion : std::string("diuoxX"))
             for (const std::int64_t value : wholes) {
@@ -91,6 +94,7 @@ TEST(Format, objectsPositionsAndWhatDoesNotFit) {
         {ours("%@ %@ %@", Ref<NSString>(), nullptr, NSString::class_()), "(null) (null) NSString"},
         {ours("%s [%8s] [%.3s]", noText, noText, noText), "(null) [  (null)] [(nu]"},
         {ours("%d %x %hhu %u", Level::High, Level::High, true, std::int32_t{-2}), "200 c8 1 4294967294"},
+        {ours("%f %+.1e %G", -NAN, -NAN, std::copysign(NAN, -1)), "nan +nan NAN"},
         {ours("%C%c [%3C] [%-3C]", char16_t{0xFC}, 'x', char16_t{0xFC}, 'y'), "üx [  ü] [y  ]"},
         {ours("%p", id(name)), ours("%p", static_cast<const void *>(name.get()))},
         // Positions.

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NSCharacterSet.h"
 #include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/Unicode.h"
 #include "Tests/Platform/Foundation/Text.h"
 
@@ -141,6 +142,15 @@ TEST(NSString, readsLeadingNumbers) {
     for (const char *none : {"", "- 5", "--5", "0x10", "\u0663", "inf", "nan", "infinity", "abc"}) {
         EXPECT_EQ(string(none)->integerValue(), 0) << none;
         EXPECT_EQ(string(none)->doubleValue(), 0) << none;
+    }
+    const auto space = NSCharacterSet::whitespaceAndNewlineCharacterSet();
+    for (unsigned unit = 0; unit < 0x10000; ++unit) {
+        const auto seven = make<NSString>(std::u16string{static_cast<char16_t>(unit), u'7'});
+        const bool isSkipped = space->characterIsMember(static_cast<char16_t>(unit));
+        ASSERT_EQ(seven->integerValue() == 7, isSkipped || unit == '0' || unit == '+') << unit;
+        ASSERT_EQ(seven->doubleValue() == 7, isSkipped || unit == '0' || unit == '+') << unit;
+        const auto decimal = NSDecimalNumber::decimalNumberWithString(seven);
+        ASSERT_EQ(text(decimal) == "7", isSkipped || unit == '0' || unit == '+') << unit;
     }
 }
 

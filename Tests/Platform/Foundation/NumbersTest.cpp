@@ -4,14 +4,17 @@
 #include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/NSJSONSerialization.h"
 #include "Platform/Foundation/NSPropertyListSerialization.h"
+#include "Tests/Platform/Foundation/PlainLocale.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>
 
-#include <cfloat>
+#include <bit>
 #include <climits>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <random>
 
 using namespace std::string_literals;
 
@@ -60,7 +63,7 @@ TEST(NSDecimalNumber, readsWhatATextBeginsWith) {
 TEST(NSDecimalNumber, converts) {
     for (const char *digits : {"0.99", "-1.99", "9223372036854775807.9", "1e30", "-1e30", "0.1", "0",
                                "18446744073709551615", "9007199254740993"})
-        EXPECT_EQ(decimal(digits)->doubleValue(), std::strtod(digits, nullptr)) << digits;
+        EXPECT_EQ(decimal(digits)->doubleValue(), plainDouble(digits)) << digits;
     EXPECT_TRUE(std::isnan(decimal("x")->doubleValue()));
     const std::pair<Ref<NSNumber>, std::string> numbers[] = {
         {NSNumber::numberWithDouble(0.1), "0.1"},
@@ -149,10 +152,54 @@ TEST(NSNumber, remembersItsTypeAndReadsBackEqual) {
         EXPECT_EQ(row.number->isBoolean(), row.type == 'B');
         EXPECT_EQ(row.number->isFloating(), row.type == 'f' || row.type == 'd');
     }
-    for (const double value : {1.0 / 3, 1e22, DBL_MIN, 5e-324, DBL_MAX, -1e-7, 1e16})
-        EXPECT_EQ(std::strtod(text(NSNumber::numberWithDouble(value)).c_str(), nullptr), value);
-    for (const float value : {1.0f / 3, 1e15f, 1e16f, FLT_MIN, FLT_MAX})
-        EXPECT_EQ(std::strtof(text(NSNumber::numberWithFloat(value)).c_str(), nullptr), value);
+}
+
+namespace {
+
+/// The digits that matter.
+std::size_t significantDigits(std::string number) {
+    number.erase(std::min(number.find('e'), number.size()));
+    std::erase_if(number, [](char character) { return character == '.' || character == '-'; });
+    const std::size_t first = std::min(number.find_first_not_of('0'), number.size());
+    return number.find_last_not_of('0') + 1 - first;
+}
+
+/// Whether the number's text reads back equal, and no text with a digit less does.
+template <class T>
+void expectFewestDigits(T value, const Ref<NSNumber> &number) {
+    const PlainLocale plain;
+    const std::string shown = text(number);
+    ASSERT_EQ(static_cast<T>(sizeof value == 4 ? std::strtof(shown.c_str(), nullptr)
+                                               : std::strtod(shown.c_str(), nullptr)),
+              value);
+    const std::size_t count = significantDigits(shown);
+    char shorter[64];
+    std::snprintf(shorter, sizeof shorter, "%.*e", std::max(static_cast<int>(count) - 2, 0), double{value});
+    const double back =
+        sizeof value == 4 ? double{std::strtof(shorter, nullptr)} : std::strtod(shorter, nullptr);
+    ASSERT_TRUE(count == 1 || back != double{value}) << shown << " is longer than " << shorter;
+    ASSERT_LE(shown.size(), 24u);
+}
+
+} // namespace
+
+TEST(NSNumber, isShownInTheFewestDigits) {
+    constexpr unsigned seed = 254977;
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    const auto anyOf = [&](auto bits, auto like) {
+        const auto any = std::bit_cast<decltype(like)>(bits);
+        return std::isfinite(any) && any != 0 ? any : 1;
+    };
+    for (int round = 0; round < 20000; ++round) {
+        const double wide =
+            round % 2 ? anyOf(random(), 0.0) : static_cast<double>(random() >> random() % 64 | 1);
+        const float narrow = anyOf(static_cast<std::uint32_t>(random()), 0.0f);
+        expectFewestDigits(wide, NSNumber::numberWithDouble(wide));
+        expectFewestDigits(narrow, NSNumber::numberWithFloat(narrow));
+    }
+    EXPECT_EQ(text(NSNumber::numberWithDouble(std::copysign(NAN, -1))), "nan");
+    EXPECT_EQ(text(NSNumber::numberWithFloat(-INFINITY)), "-inf");
 }
 
 TEST(NSNumber, isComparedByExactValue) {

@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 
+#include "Platform/Foundation/HexDigit.h"
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSError.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <zlib.h>
 
 Ref<NSString> qn::UTF8String(const Ref<NSData> &data) {
@@ -44,6 +44,21 @@ Ref<NSString> qn::APNSToken(const Ref<NSData> &data) {
     return make<NSString>(std::move(text));
 }
 
+namespace {
+
+/// What C's `strtol` makes of two characters: white space or a sign may stand before a digit.
+unsigned leadingHexNumber(char16_t first, char16_t second) {
+    const auto digit = hexDigitValue(first), next = hexDigitValue(second);
+    if (digit)
+        return next ? *digit * 16 + *next : *digit;
+    if (first == '-')
+        return -next.value_or(0);
+    return std::u16string_view(u"+\t\n\v\f\r").find(first) == std::u16string_view::npos ? 0
+                                                                                        : next.value_or(0);
+}
+
+} // namespace
+
 Ref<NSData> qn::dataWithHexString(const Ref<NSString> &text) {
     if (!text)
         return nullptr;
@@ -52,9 +67,8 @@ Ref<NSData> qn::dataWithHexString(const Ref<NSString> &text) {
         return nullptr;
     std::vector<std::uint8_t> bytes(digits->length() / 2);
     for (std::size_t k = 0; k < bytes.size(); ++k) {
-        const char pair[] = {static_cast<char>(digits->units()[2 * k]),
-                             static_cast<char>(digits->units()[2 * k + 1]), '\0'};
-        bytes[k] = static_cast<std::uint8_t>(std::strtol(pair, nullptr, 16));
+        const char16_t first = digits->units()[2 * k] & 0xFF, second = digits->units()[2 * k + 1] & 0xFF;
+        bytes[k] = static_cast<std::uint8_t>(leadingHexNumber(first, second));
     }
     return make<NSData>(std::move(bytes));
 }

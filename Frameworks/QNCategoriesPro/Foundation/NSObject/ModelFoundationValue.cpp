@@ -40,13 +40,14 @@ bool storeText(const PropertyStore &store, const id &value, bool isMutable) {
 bool storeDecimalNumber(const PropertyStore &store, const id &value) {
     if (peek<NSDecimalNumber>(value))
         return store(value);
+    Ref<NSDecimalNumber> made;
     if (const auto *number = peek<NSNumber>(value))
-        return store(NSDecimalNumber::decimalNumberWithDecimal(number->decimalValue()));
-    if (const auto text = as<NSString>(value)) {
-        const auto number = NSDecimalNumber::decimalNumberWithString(text);
-        return store(number->value().isNotANumber ? nullptr : number);
-    }
-    return false;
+        made = NSDecimalNumber::decimalNumberWithDecimal(number->decimalValue());
+    else if (const auto text = as<NSString>(value))
+        made = NSDecimalNumber::decimalNumberWithString(text);
+    else
+        return false;
+    return store(made->value().isNotANumber ? nullptr : made); // which no JSON could hold
 }
 
 bool storeData(const PropertyStore &store, const id &value, bool isMutable) {
