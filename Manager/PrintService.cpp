@@ -1,25 +1,116 @@
 #include "Manager/PrintService.h"
 
+#include "Platform/Dispatch/Clock.h"
+
+#include <array>
+#include <condition_variable>
 #include <cups/cups.h>
-#include <memory>
+#include <mutex>
+#include <optional>
+#include <sys/socket.h>
+#include <thread>
 
 namespace {
 
-constexpr int connectTimeout_ms = 5000;
+constexpr std::size_t longestSignOfLife = 64 * 1024; // bytes
 
-struct Close {
-    void operator()(http_t *connection) const { httpClose(connection); }
+/// One look at the print service, shared by who asks and who waits for the answer.
+class Inquiry {
+public:
+    /// Asks, and notes the answer.
+    void ask() {
+        cupsSetPasswordCB2(noPassword, nullptr);
+        PrintServiceAnswer answer{.server = cupsServer()};
+        if (giveSignOfLife(answer))
+            readQueues(answer);
+        const std::scoped_lock guard(mutex_);
+        answer_ = std::move(answer);
+        changed_.notify_all();
+    }
+
+    /// The answer, once there is one or the patience is over.
+    PrintServiceAnswer await() {
+        std::unique_lock lock(mutex_);
+        while (!answer_ && clock_.waitUntil(lock, changed_, deadline_)) {
+        }
+        if (answer_)
+            return *answer_;
+        givenUp_ = true;
+        if (http_t *const connection = connection_)
+            shutdown(httpGetFd(connection), SHUT_RDWR); // ends what the other thread waits for
+        return {.server = cupsServer()};
+    }
+
+private:
+    using Connection = std::unique_ptr<http_t, void (*)(http_t *)>;
+
+    /// Nobody is there to type one.
+    static const char *noPassword(const char *, http_t *, const char *, const char *, void *) {
+        return nullptr;
+    }
+
+    bool giveSignOfLife(PrintServiceAnswer &answer) {
+        const Connection connection(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC,
+                                                 cupsEncryption(), 1,
+                                                 static_cast<int>(printServicePatience.count()), nullptr),
+                                    httpClose);
+        if (!connection || !expose(connection.get()))
+            return false;
+        const bool lives = answersBriefly(connection.get());
+        expose(nullptr);
+        const char *const name = httpGetField(connection.get(), HTTP_FIELD_SERVER);
+        answer.version = lives && name ? name : "";
+        return lives;
+    }
+
+    /// Any answer will do that comes to an end; what it says is not looked at.
+    static bool answersBriefly(http_t *connection) {
+        const std::unique_ptr<ipp_t, void (*)(ipp_t *)> question(ippNewRequest(IPP_OP_CUPS_GET_DEFAULT),
+                                                                 ippDelete);
+        http_status_t status = cupsSendRequest(connection, question.get(), "/", ippLength(question.get()));
+        while (status != HTTP_STATUS_ERROR && (status = httpUpdate(connection)) == HTTP_STATUS_CONTINUE) {
+        } // also when the answer came before the whole question was sent
+        std::size_t total = 0;
+        std::array<char, 4096> part;
+        for (ssize_t size; status > HTTP_STATUS_CONTINUE && total <= longestSignOfLife;
+             total += std::size_t(size))
+            if (size = httpRead2(connection, part.data(), part.size()); size <= 0)
+                return size == 0;
+        return false;
+    }
+
+    /// Says on which connection this thread waits; false when nobody waits for it any more.
+    bool expose(http_t *connection) {
+        const std::scoped_lock guard(mutex_);
+        connection_ = connection;
+        return !givenUp_;
+    }
+
+    static void readQueues(PrintServiceAnswer &answer) {
+        cups_dest_t *list = nullptr;
+        const int count = cupsGetDests2(CUPS_HTTP_DEFAULT, &list);
+        answer.count = count;
+        if (list)
+            answer.queues = {list, [count](cups_dest_t *queues) { cupsFreeDests(count, queues); }};
+        // An empty list is also how the library says that nobody answered.
+        const ipp_status_t status = cupsLastError();
+        answer.answers =
+            count > 0 || status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
+    }
+
+    dispatch::Clock &clock_ = dispatch::Clock::current();
+    const dispatch::Instant deadline_ = clock_.now() + printServicePatience;
+    std::mutex mutex_; // guards what follows
+    std::condition_variable changed_;
+    std::optional<PrintServiceAnswer> answer_;
+    http_t *connection_ = nullptr; // which the other thread waits on, and will not close now
+    bool givenUp_ = false;
 };
 
 } // namespace
 
-std::string printServiceVersion() {
-    const std::unique_ptr<http_t, Close> connection(httpConnect2(
-        cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, connectTimeout_ms, nullptr));
-    if (!connection)
-        return {};
-    // Any request will do: the name stands in the header of the answer.
-    ippDelete(cupsDoRequest(connection.get(), ippNewRequest(IPP_OP_CUPS_GET_DEFAULT), "/"));
-    const char *const name = httpGetField(connection.get(), HTTP_FIELD_SERVER);
-    return name ? name : "";
+PrintServiceAnswer askPrintService() {
+    const auto inquiry = std::make_shared<Inquiry>();
+    std::thread([inquiry] { inquiry->ask(); }).detach();
+    return inquiry->await();
 }

@@ -1,31 +1,16 @@
 #include "Manager/QueueMatching.h"
 
+#include "Manager/PrintService.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSString.h"
 
+#include <algorithm>
 #include <cups/cups.h>
-#include <memory>
+#include <span>
 
 namespace {
-
-/// The queues of the default server, released at the end.
-class Destinations {
-public:
-    Destinations() : count_(cupsGetDests2(CUPS_HTTP_DEFAULT, &list_)) {}
-    Destinations(const Destinations &) = delete;
-    Destinations &operator=(const Destinations &) = delete;
-    ~Destinations() { cupsFreeDests(count_, list_); }
-
-    int count() const { return count_; }
-    const cups_dest_t *begin() const { return list_; }
-    const cups_dest_t *end() const { return list_ + (count_ > 0 ? count_ : 0); }
-
-private:
-    cups_dest_t *list_ = nullptr;
-    int count_;
-};
 
 const char *option(const cups_dest_t &destination, const char *name) {
     return cupsGetOption(name, destination.num_options, destination.options);
@@ -59,27 +44,31 @@ void matchQueue(const cups_dest_t &destination, const NSArray &models, NSMutable
     }
 }
 
-/// An empty list is also how CUPS says that nobody answered.
-QueueMatching outcomeOf(const Destinations &destinations) {
-    if (destinations.count() > 0)
-        return {destinations.count(), true, {}};
-    const ipp_status_t status = cupsLastError();
-    const bool answered = status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
-    return {0, answered, answered ? std::string() : cupsServer()};
+QueueMatching outcomeOf(const PrintServiceAnswer &service, const Ref<NSArray> &models, bool matched) {
+    using enum QueueMatching::Outcome;
+    return {.outcome = !models             ? noModels
+                       : !service.answers  ? noPrintService
+                       : matched           ? matching
+                       : service.count > 0 ? noneSupported
+                                           : noQueues,
+            .destinations = service.count,
+            .server = service.server,
+            .service = service.version};
 }
 
 } // namespace
 
 QueueMatching matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
                           const std::function<void(const Ref<NSString> &destName)> &seen) {
-    const Destinations destinations;
-    QueueMatching outcome = outcomeOf(destinations);
-    NSLog("****numOfDests:%d", destinations.count());
+    const PrintServiceAnswer service = askPrintService();
+    NSLog("****numOfDests:%d", service.count);
     const auto known = models ? models : NSArray::array();
-    for (const cups_dest_t &destination : destinations) {
+    const NSUInteger before = entries->count();
+    for (const cups_dest_t &destination :
+         std::span(service.queues.get(), static_cast<std::size_t>(std::max(service.count, 0)))) {
         if (seen)
             seen(text(destination.name));
         matchQueue(destination, *known, *entries);
     }
-    return outcome;
+    return outcomeOf(service, models, entries->count() > before);
 }

@@ -1,6 +1,7 @@
 // Which print queues of the host's printing system belong to supported models.
 //
-// Threads: any, one call at a time a thread; blocks for as long as CUPS takes to answer.
+// Threads: any; blocks for as long as the print service takes to answer, and never longer than
+// `printServicePatience` (PrintService.h).
 #pragma once
 
 #include "Platform/Runtime/Ref.h"
@@ -12,11 +13,20 @@ class NSArray;
 class NSMutableArray;
 class NSString;
 
-/// How CUPS answered.
+/// What came of it, and why there are no entries when there are none.
 struct QueueMatching {
-    int destinations = 0;  ///< how many queues there are in all
-    bool reachable = true; ///< false when no print service answered
-    std::string server;    ///< when not reachable: who should have answered, a host or a socket's path
+    enum class Outcome {
+        matching,       ///< there are entries
+        noneSupported,  ///< there are queues, but none of a supported model
+        noQueues,       ///< the print service has no queue
+        noPrintService, ///< the print service does not answer
+        noModels,       ///< there is no list of supported models
+    };
+
+    Outcome outcome = Outcome::noPrintService;
+    int destinations = 0; ///< how many queues there are in all
+    std::string server;   ///< which print service was asked: a host or a socket's path
+    std::string service;  ///< what it calls itself, e.g. "CUPS/2.4 IPP/2.1"; empty when it did not say
 };
 
 /// Appends to `entries`, in the order of CUPS, a table entry for every queue and every model of `models`
@@ -25,6 +35,6 @@ struct QueueMatching {
 /// A table entry is a mutable dictionary of texts: "displayName" (the queue's description), "hideName" (its
 /// name) and "deviceUri". A text that the queue lacks is left out.
 ///
-/// `seen` is told the name of every queue as it is read, supported or not.
+/// `seen` is told the name of every queue as it is read, supported or not. Without `models` nothing matches.
 QueueMatching matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
                           const std::function<void(const Ref<NSString> &destName)> &seen);

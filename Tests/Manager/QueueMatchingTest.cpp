@@ -2,17 +2,26 @@
 // thread of its own.
 #include "Manager/QueueMatching.h"
 
+#include "Manager/PrintService.h"
 #include "Manager/SupportedModels.h"
+#include "Platform/Dispatch/ManualClock.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSNull.h"
 #include "Tests/Manager/ManagerTesting.h"
 #include "Tests/Support/PrivateCups.h"
 
+#include <array>
+#include <functional>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <thread>
+#include <unistd.h>
 
 namespace {
+
+using Outcome = QueueMatching::Outcome;
 
 struct Matched {
     QueueMatching outcome;
@@ -59,12 +68,66 @@ const std::string plain = " | Zelkor_Plain | usb://Zelkor/L200%20Series?serial=S
 const std::string desk =
     "Sample Laser at the desk | Zelkor_Sample_Laser | usb://Zelkor/Sample%20Laser%20Series?serial=SN0001";
 
+/// Serves this process, through its environment, one connection after the other by a script.
+class ScriptedService {
+public:
+    /// Gets the connections, the first is number 0.
+    using Script = std::function<void(int connection, int number)>;
+
+    explicit ScriptedService(Script script)
+        : path_(testing::TempDir() + "scripted-service.sock"), script_(std::move(script)),
+          listener_(socket(AF_UNIX, SOCK_STREAM, 0)) {
+        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+        path_.copy(address.sun_path, sizeof address.sun_path - 1);
+        unlink(path_.c_str());
+        EXPECT_EQ(bind(listener_, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+        EXPECT_EQ(listen(listener_, 8), 0);
+        setenv("CUPS_SERVER", path_.c_str(), 1);
+        server_ = std::thread([this] { serve(); });
+    }
+    ScriptedService(const ScriptedService &) = delete;
+    ScriptedService &operator=(const ScriptedService &) = delete;
+    ~ScriptedService() {
+        shutdown(listener_, SHUT_RDWR);
+        server_.join();
+        close(listener_);
+        unlink(path_.c_str());
+    }
+
+    const std::string &path() const { return path_; }
+
+private:
+    void serve() {
+        for (int number = 0, connection; (connection = accept(listener_, nullptr, nullptr)) >= 0; ++number) {
+            script_(connection, number);
+            close(connection);
+        }
+    }
+
+    const std::string path_;
+    const Script script_;
+    const int listener_;
+    std::thread server_;
+};
+
+bool send(int connection, const std::string &bytes) {
+    return ::send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
+}
+
+/// Until the other side closes.
+void swallow(int connection) {
+    std::array<char, 4096> part;
+    while (recv(connection, part.data(), part.size(), 0) > 0) {
+    }
+}
+
 } // namespace
 
 TEST(QueueMatching, listsTheQueuesOfSupportedModels) {
     PrivateCups server(true);
     const Matched shipped = matched(supportedModels());
-    EXPECT_TRUE(shipped.outcome.reachable);
+    EXPECT_EQ(shipped.outcome.outcome, Outcome::matching);
+    EXPECT_EQ(shipped.outcome.service.find("CUPS/"), 0u);
     EXPECT_EQ(shipped.outcome.destinations, 6);
     EXPECT_EQ(shipped.seen, usualQueues);
     EXPECT_EQ(shipped.entries, (Lines{office, hall, floor3, plain, desk}));
@@ -106,6 +169,10 @@ TEST(QueueMatching, listsTheQueuesOfSupportedModels) {
     for (const auto &[name, models, entries] : rows) {
         const Matched found = matched(models);
         EXPECT_EQ(found.entries, entries) << name;
+        EXPECT_EQ(found.outcome.outcome, !models           ? Outcome::noModels
+                                         : entries.empty() ? Outcome::noneSupported
+                                                           : Outcome::matching)
+            << name;
         EXPECT_EQ(found.seen, usualQueues) << name;
         EXPECT_EQ(found.log.size(), 1 + 6 + entries.size()) << name;
     }
@@ -114,9 +181,8 @@ TEST(QueueMatching, listsTheQueuesOfSupportedModels) {
 TEST(QueueMatching, tellsAnEmptyServerFromNone) {
     PrivateCups server(false);
     const Matched empty = matched(supportedModels());
-    EXPECT_TRUE(empty.outcome.reachable);
+    EXPECT_EQ(empty.outcome.outcome, Outcome::noQueues);
     EXPECT_EQ(empty.outcome.destinations, 0);
-    EXPECT_EQ(empty.outcome.server, "");
     EXPECT_EQ(empty.log, Lines{"****numOfDests:0"});
 
     // A name in ASCII alone can equal one; the same model with an umlaut is another.
@@ -129,9 +195,50 @@ TEST(QueueMatching, tellsAnEmptyServerFromNone) {
 
     server.stop();
     const Matched gone = matched(supportedModels());
-    EXPECT_FALSE(gone.outcome.reachable);
+    EXPECT_EQ(gone.outcome.outcome, Outcome::noPrintService);
     EXPECT_EQ(gone.outcome.destinations, 0);
     EXPECT_EQ(gone.outcome.server, server.socket());
     EXPECT_EQ(gone.seen, Lines{});
     EXPECT_EQ(gone.log, Lines{"****numOfDests:0"});
+}
+
+// Each of them would keep the caller for good, and all but the last are left by the other thread, too.
+TEST(QueueMatching, givesUpWhoeverNeverFinishesAnswering) {
+    dispatch::ManualClock clock;
+    const dispatch::ClockScope scope(clock);
+    const std::string answer = "HTTP/1.1 200 OK\r\nServer: Mute/1.0\r\n";
+    const std::pair<const char *, ScriptedService::Script> rows[] = {
+        {"silent",
+         [&](int connection, int) {
+             clock.advance(printServicePatience);
+             swallow(connection);
+         }},
+        {"a byte now and then",
+         [&](int connection, int) {
+             send(connection, answer);
+             clock.advance(printServicePatience);
+             while (send(connection, "X")) {
+             }
+         }},
+        {"never at an end",
+         [&](int connection, int) {
+             send(connection, answer + "Transfer-Encoding: chunked\r\n\r\n");
+             while (send(connection, "1000\r\n" + std::string(0x1000, 'x') + "\r\n")) {
+             }
+         }},
+        {"silent after a sign of life",
+         [&](int connection, int number) {
+             if (number == 0)
+                 send(connection, answer + "Content-Length: 0\r\n\r\n");
+             else
+                 clock.advance(printServicePatience);
+         }},
+    };
+    for (const auto &[name, script] : rows) {
+        const ScriptedService service(script);
+        const Matched none = matched(supportedModels());
+        EXPECT_EQ(none.outcome.outcome, Outcome::noPrintService) << name;
+        EXPECT_EQ(none.outcome.server, service.path()) << name;
+        EXPECT_EQ(none.log, Lines{"****numOfDests:0"}) << name;
+    }
 }
