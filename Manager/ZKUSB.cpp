@@ -1,6 +1,5 @@
 #include "Manager/ZKUSB.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Manager/UsbExchange.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSString.h"
@@ -13,11 +12,14 @@ Ref<NSString> ZKUSB::copied(const Ref<NSString> &text) {
 }
 
 Ref<NSString> ZKUSB::URI() {
-    const auto path =
-        NSString::stringWithFormat("%@/%@?serial=%@", manufacturer_, printerName_, serialNumber_);
-    setURI(qn::URLEncode(u"usb://"_ns->stringByAppendingString(path)));
+    setURI(NSString::stringWithUTF8String(transport::printerUri(identity())));
     const std::scoped_lock guard(exchangeFields_);
     return URI_;
+}
+
+transport::PrinterIdentity ZKUSB::identity() const {
+    const auto shown = [](const Ref<NSString> &text) { return text ? text->utf8() : "(null)"; };
+    return {shown(manufacturer_), shown(printerName_), shown(serialNumber_)};
 }
 
 void ZKUSB::setURI(const Ref<NSString> &text) {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "Platform/Runtime/NSBlock.h"
+#include "Platform/Transport/PrinterUri.h"
 
 #include <atomic>
 #include <cstdint>
@@ -42,6 +43,9 @@ public:
     /// stored; what was assigned before is overwritten.
     Ref<NSString> URI();
     void setURI(const Ref<NSString> &text);
+
+    /// What the URI is made of: manufacturer, printerName and serialNumber; "(null)" for one that is none.
+    transport::PrinterIdentity identity() const;
 
     /// The completion of the latest exchange, if somebody still holds it: the record does not.
     Ref<ExchangeCompletion> receiveCallback() const;

@@ -8,29 +8,20 @@ namespace transport {
 
 namespace {
 
-bool continuesCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
 template <size_t capacity>
 void copyText(char (&field)[capacity], const std::string &text) {
-    size_t length = text.size();
-    if (length >= capacity) {
-        length = capacity - 1;
-        while (length > 0 && continuesCharacter(text[length])) {
-            --length;
-        }
-    }
-    std::memcpy(field, text.data(), length);
+    static_assert(capacity == 256, "what fits is what is recorded");
+    std::memcpy(field, text.data(), text.size());
 }
 
 } // namespace
 
 tl_usb_device_info deviceRecord(const PrinterIdentity &printer, uint16_t vid, uint16_t pid) {
     tl_usb_device_info record{};
-    copyText(record.serial, printer.serial);
-    copyText(record.product, printer.product);
-    copyText(record.manufacturer, printer.manufacturer);
+    const PrinterIdentity texts = recorded(printer);
+    copyText(record.serial, texts.serial);
+    copyText(record.product, texts.product);
+    copyText(record.manufacturer, texts.manufacturer);
     record.pid = pid;
     record.vid = vid;
     return record;
@@ -41,6 +32,10 @@ void handOut(std::vector<tl_usb_device_info> records, tl_usb_device_info *&list,
     kept = std::move(records);
     list = kept.empty() ? nullptr : kept.data();
     count = static_cast<int32_t>(kept.size());
+}
+
+tl_usb_status statusOfNamed(size_t printers) {
+    return printers == 0 ? TL_USB_ERROR_NO_DEVICE : printers == 1 ? TL_USB_OK : TL_USB_ERROR_AMBIGUOUS;
 }
 
 } // namespace transport

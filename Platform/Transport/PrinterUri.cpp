@@ -1,92 +1,174 @@
 #include "Platform/Transport/PrinterUri.h"
 
-#include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 
 namespace transport {
 
 namespace {
 
+constexpr std::string_view scheme = "usb://";
+constexpr std::string_view serialItem = "?serial=";
+constexpr std::size_t longestText = 255; // bytes of a field of a device record, without its end
+
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+char lowerCase(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+bool staysInUri(char character) {
+    const char lower = lowerCase(character);
+    return isDigit(character) || (lower >= 'a' && lower <= 'z') ||
+           std::string_view("-._~!$&'()*+,;=:@/?").find(character) != std::string_view::npos;
+}
+
+std::string percentEncoded(std::string_view text) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string encoded;
+    for (const char character : text) {
+        if (staysInUri(character)) {
+            encoded += character;
+            continue;
+        }
+        const auto byte = static_cast<std::uint8_t>(character);
+        encoded += {'%', digits[byte >> 4], digits[byte & 15]};
+    }
+    return encoded;
+}
+
+// What is no escape stays.
 std::string percentDecoded(std::string_view text) {
     std::string decoded;
-    for (size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
         const char *const digits = text.data() + std::min(i + 1, text.size());
         const char *const end = text.data() + std::min(i + 3, text.size());
-        uint8_t byte = 0;
+        std::uint8_t byte = 0;
         if (text[i] == '%' && end - digits == 2 && std::from_chars(digits, end, byte, 16).ptr == end) {
-            decoded.push_back(static_cast<char>(byte));
+            decoded += static_cast<char>(byte);
             i += 2;
         } else {
-            decoded.push_back(text[i]);
+            decoded += text[i];
         }
     }
     return decoded;
 }
 
-// A product may hold a question mark that its URI does not escape, so the item is looked for from the end.
-std::string_view serialItem(std::string_view uri) {
-    const size_t item = std::max(uri.rfind("?serial=") + 1, uri.rfind("&serial=") + 1);
-    if (item == 0) {
-        return {};
-    }
-    const std::string_view value = uri.substr(item + std::string_view("serial=").size());
-    return value.substr(0, value.find('&'));
+std::string joined(std::string_view manufacturer, std::string_view product) {
+    return std::string(manufacturer).append("/").append(product);
 }
 
-// In lower case, each run of white space one space, none at the ends.
-std::string plainForm(std::string_view name) {
-    std::string plain;
-    bool pending = false;
-    for (const char character : name) {
-        if (character == ' ' || (character >= '\t' && character <= '\r')) {
-            pending = !plain.empty();
-            continue;
-        }
-        if (pending) {
-            plain.push_back(' ');
-            pending = false;
-        }
-        const bool upper = character >= 'A' && character <= 'Z';
-        plain.push_back(upper ? static_cast<char>(character - 'A' + 'a') : character);
+// The bytes of the character at the front, 0 when they are no UTF-8.
+std::size_t characterLength(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
+    const std::uint8_t first = byte(0);
+    if (first < 0x80) {
+        return 1;
     }
-    return plain;
+    const std::size_t length = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+    if (length == 0 || text.size() < length) {
+        return 0;
+    }
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80) {
+            return 0;
+        }
+    }
+    const bool overlong = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xF0 && byte(1) < 0x90);
+    const bool surrogate = first == 0xED && byte(1) >= 0xA0;
+    const bool beyond = first == 0xF4 && byte(1) >= 0x90;
+    return overlong || surrogate || beyond ? 0 : length;
 }
 
-std::string modelOf(const std::string &product, const std::string &manufacturer) {
-    std::string model = plainForm(product);
-    const std::string prefix = plainForm(manufacturer) + " ";
-    return model.starts_with(prefix) ? model.substr(prefix.size()) : model;
+std::string recordedText(std::string_view text) {
+    constexpr std::string_view replacement = "\uFFFD";
+    std::string shown;
+    while (!text.empty()) {
+        const std::size_t length = characterLength(text);
+        const std::string_view character = length > 0 ? text.substr(0, length) : replacement;
+        if (shown.size() + character.size() > longestText) {
+            break;
+        }
+        shown += character;
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return shown;
+}
+
+// As CUPS names a printer: "Zelkor" and "Zelkor L200" give "L200".
+std::string_view withoutManufacturer(std::string_view product, std::string_view manufacturer) {
+    const bool begins =
+        product.size() > manufacturer.size() &&
+        std::ranges::equal(manufacturer, product.substr(0, manufacturer.size()), {}, lowerCase, lowerCase);
+    if (manufacturer.empty() || !begins) {
+        return product;
+    }
+    const std::string_view rest = product.substr(manufacturer.size());
+    return rest.substr(std::min(rest.find_first_not_of(" \t"), rest.size()));
+}
+
+// "usb://a/b?serial=c&interface=1" and "usb://a/b?interface=1" without what CUPS adds for a printer with
+// several.
+std::string_view withoutInterface(std::string_view uri) {
+    const std::size_t end = uri.find_last_not_of("0123456789") + 1;
+    const std::string_view rest = uri.substr(0, end);
+    constexpr std::string_view item = "interface=";
+    const bool added = end < uri.size() && rest.ends_with(item) && rest.size() > item.size() &&
+                       (rest[end - item.size() - 1] == '?' || rest[end - item.size() - 1] == '&');
+    return added ? rest.substr(0, end - item.size() - 1) : uri;
+}
+
+bool isTextOf(std::string_view text, const PrinterIdentity &printer) {
+    for (const std::string_view product :
+         {std::string_view(printer.product), withoutManufacturer(printer.product, printer.manufacturer)}) {
+        const std::string name = joined(printer.manufacturer, product);
+        if (text == name + std::string(serialItem) + printer.serial ||
+            (printer.serial.empty() && text == name)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
 
-std::optional<PrinterUri> PrinterUri::parse(std::string_view uri) {
-    constexpr std::string_view scheme = "usb://";
+std::string printerUri(const PrinterIdentity &printer) {
+    return std::string(scheme) +
+           percentEncoded(joined(printer.manufacturer, printer.product).append(serialItem) + printer.serial);
+}
+
+std::optional<PrinterIdentity> parsePrinterUri(std::string_view uri) {
     if (!uri.starts_with(scheme)) {
         return std::nullopt;
     }
-    const std::string_view path = uri.substr(scheme.size(), uri.find('?') - scheme.size());
-    const size_t slash = path.find('/');
-    if (slash == std::string_view::npos) {
-        return PrinterUri{.manufacturer = percentDecoded(path), .serial = percentDecoded(serialItem(uri))};
-    }
-    return PrinterUri{.manufacturer = percentDecoded(path.substr(0, slash)),
-                      .product = percentDecoded(path.substr(slash + 1)),
-                      .serial = percentDecoded(serialItem(uri))};
+    const std::string_view text = uri.substr(scheme.size());
+    const std::size_t slash = std::min(text.find('/'), text.size());
+    const std::string_view rest = text.substr(std::min(slash + 1, text.size()));
+    const std::size_t item = rest.rfind(serialItem);
+    return PrinterIdentity{
+        percentDecoded(text.substr(0, slash)), percentDecoded(rest.substr(0, item)),
+        item == std::string_view::npos ? "" : percentDecoded(rest.substr(item + serialItem.size()))};
 }
 
-int PrinterUri::likeness(const PrinterIdentity &printer) const {
-    constexpr int sameSerial = 4, sameProduct = 2, sameManufacturer = 1;
-    const bool productFits =
-        !product.empty() &&
-        (modelOf(product, manufacturer) == modelOf(printer.product, printer.manufacturer) ||
-         plainForm(product) == modelOf(printer.product, manufacturer));
-    if (serial.empty() ? !productFits : serial != printer.serial) {
-        return 0;
+PrinterIdentity recorded(const PrinterIdentity &printer) {
+    return {recordedText(printer.manufacturer), recordedText(printer.product), recordedText(printer.serial)};
+}
+
+bool names(std::string_view uri, const PrinterIdentity &printer) {
+    if (!uri.starts_with(scheme)) {
+        return false;
     }
-    return (serial.empty() ? 0 : sameSerial) + (productFits ? sameProduct : 0) +
-           (plainForm(manufacturer) == plainForm(printer.manufacturer) ? sameManufacturer : 0);
+    const PrinterIdentity shown = recorded(printer);
+    for (const std::string_view spelling : {uri, withoutInterface(uri)}) {
+        const std::string text = percentDecoded(spelling.substr(scheme.size()));
+        if (isTextOf(text, printer) || isTextOf(text, shown)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace transport

@@ -1,9 +1,16 @@
-// Which printer a device URI names.
+// The device URI of a printer, both ways, and which printers a URI names.
+//
+//     printerUri({"Zelkor", "L200 Series", "SN0002"})   // "usb://Zelkor/L200%20Series?serial=SN0002"
+//
+// Texts are bytes, in UTF-8 unless a device says otherwise; nothing here fails on any. Thread-safe.
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace transport {
 
@@ -16,20 +23,31 @@ struct PrinterIdentity {
     bool operator==(const PrinterIdentity &) const = default;
 };
 
-/// usb://MANUFACTURER/PRODUCT?serial=SERIAL, percent-decoded. Other query items are ignored.
-struct PrinterUri {
-    std::string manufacturer{};
-    std::string product{};
-    std::string serial{}; // empty: the URI names none
+/// "usb://MANUFACTURER/PRODUCT?serial=SERIAL". Every byte but ASCII letters, digits and -._~!$&'()*+,;=:@/?
+/// is percent-encoded, so separators within a text stay as they are.
+std::string printerUri(const PrinterIdentity &printer);
 
-    /// None for a URI that is not of USB.
-    static std::optional<PrinterUri> parse(std::string_view uri);
+/// The inverse: of every URI that `printerUri` made, its result makes it again. Of several ways to part the
+/// text it takes the manufacturer up to the first "/", and the serial number from the last "?serial=". What
+/// another program's URI lacks is empty. None for a URI that is not of USB.
+std::optional<PrinterIdentity> parsePrinterUri(std::string_view uri);
 
-    /// How well the URI fits: 0 not at all, more is better. A serial number must be equal, so that a twin of
-    /// an unplugged printer is not taken for it; product, then manufacturer, tell printers of one serial
-    /// number apart. Without a serial number the product must fit. Two spellings of a name fit that differ in
-    /// the case of ASCII letters, in white space, or in a manufacturer put before the product.
-    int likeness(const PrinterIdentity &printer) const;
-};
+/// The printer as a device record tells it, and so everybody who lists: at most 255 bytes a text, cut between
+/// characters; what is no UTF-8 is shown as U+FFFD.
+PrinterIdentity recorded(const PrinterIdentity &printer);
+
+/// Whether the URI names the printer: all of its text, decoded, is the printer's, byte for byte. These are
+/// spellings of the same: without "?serial=" for a printer without a serial number; with the number of an
+/// interface behind it; the product without the manufacturer it begins with; and the printer as `recorded`.
+bool names(std::string_view uri, const PrinterIdentity &printer);
+
+/// Those that the URI names: none, one, or several that are called the same and cannot be told apart by it.
+/// `isNamed` tells it of one.
+template <class Printer, class IsNamed>
+std::vector<Printer> namedOf(const std::vector<Printer> &printers, IsNamed isNamed) {
+    std::vector<Printer> named;
+    std::ranges::copy_if(printers, std::back_inserter(named), isNamed);
+    return named;
+}
 
 } // namespace transport

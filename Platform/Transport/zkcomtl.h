@@ -15,7 +15,8 @@
  * Threads: every function may be called from any thread. A call blocks its thread until it is done, and may
  * wait for a call in progress on another thread. A handle belongs to no thread. Units: every time-out is in
  * milliseconds. Text: zero-terminated UTF-8. Texts given to a function are not kept. Errors: every function
- * returns TL_USB_OK or one of the other values of tl_usb_status. No function raises.
+ * returns TL_USB_OK or one of the other values of tl_usb_status. No function raises. Which printer: a URI
+ * names the attached printer whose manufacturer, product and serial number it tells, all three and exactly.
  */
 #ifndef ZKCOMTL_H
 #define ZKCOMTL_H
@@ -41,7 +42,8 @@ typedef enum tl_usb_status {
     TL_USB_ERROR_OVERFLOW = -7,  /* the printer sent a transfer longer than the read buffer */
     TL_USB_ERROR_NO_MEMORY = -8,
     TL_USB_ERROR_STALL = -9,     /* the printer refused the transfer; the next one may succeed */
-    TL_USB_ERROR_CANCELLED = -10 /* the handle was closed or retired, or the library ended, during the call */
+    TL_USB_ERROR_CANCELLED = -10, /* the handle was closed or retired, or the library ended, during the call */
+    TL_USB_ERROR_AMBIGUOUS = -12  /* several attached printers are called what the URI says */
 } tl_usb_status;
 
 /* One attached printer: 772 bytes without padding, host byte order, repeated back to back in a list. */

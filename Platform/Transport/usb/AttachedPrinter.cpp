@@ -109,24 +109,26 @@ std::optional<AttachedPrinter> printerAt(const Tree &tree, const std::string &na
     return printer;
 }
 
-int likeness(const PrinterUri &uri, const AttachedPrinter &printer) {
-    int best = uri.likeness(printer.identity);
-    if (printer.deviceId) {
-        PrinterIdentity id = *printer.deviceId;
-        if (id.serial.empty()) {
-            id.serial = printer.identity.serial;
-        }
-        best = std::max(best, uri.likeness(id));
-    }
-    return best;
-}
-
 } // namespace
 
 fs::path AttachedPrinter::node() const {
     std::array<char, 64> path;
     std::snprintf(path.data(), path.size(), "/dev/bus/usb/%03d/%03d", bus, address);
     return path.data();
+}
+
+bool AttachedPrinter::isNamed(std::string_view uri) const {
+    if (names(uri, identity)) {
+        return true;
+    }
+    if (!deviceId) {
+        return false;
+    }
+    const auto told = [](const std::string &text, const std::string &instead) {
+        return text.empty() ? instead : text;
+    };
+    return names(uri, {told(deviceId->manufacturer, identity.manufacturer),
+                       told(deviceId->product, identity.product), told(deviceId->serial, identity.serial)});
 }
 
 std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const fs::path &root) {
@@ -148,15 +150,9 @@ std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const 
     return printers;
 }
 
-std::optional<AttachedPrinter> attachedPrinter(const std::string &uri,
-                                               const std::vector<AttachedPrinter> &printers) {
-    const std::optional<PrinterUri> wanted = PrinterUri::parse(uri);
-    if (!wanted || printers.empty()) {
-        return std::nullopt;
-    }
-    const auto fit = [&](const AttachedPrinter &printer) { return likeness(*wanted, printer); };
-    const auto best = std::ranges::max_element(printers, {}, fit);
-    return fit(*best) > 0 ? std::optional(*best) : std::nullopt;
+std::vector<AttachedPrinter> attachedPrintersNamed(std::string_view uri,
+                                                   const std::vector<AttachedPrinter> &printers) {
+    return namedOf(printers, [&](const AttachedPrinter &printer) { return printer.isNamed(uri); });
 }
 
 } // namespace transport

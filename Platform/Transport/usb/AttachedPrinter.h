@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace transport {
@@ -28,6 +29,9 @@ struct AttachedPrinter {
     /// /dev/bus/usb/BBB/DDD.
     std::filesystem::path node() const;
 
+    /// Whether the URI names it: by its descriptors, or by its device ID, as CUPS does.
+    bool isNamed(std::string_view uri) const;
+
     bool isSamePlugging(const AttachedPrinter &other) const {
         return bus == other.bus && address == other.address && vid == other.vid && pid == other.pid &&
                identity == other.identity;
@@ -38,8 +42,8 @@ struct AttachedPrinter {
 std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid = std::nullopt,
                                               const std::filesystem::path &root = "/");
 
-/// The one the URI fits best; none when it fits none, or is no URI of USB.
-std::optional<AttachedPrinter>
-attachedPrinter(const std::string &uri, const std::vector<AttachedPrinter> &printers = attachedPrinters());
+/// Those that the URI names; see PrinterUri.h.
+std::vector<AttachedPrinter> attachedPrintersNamed(std::string_view uri,
+                                                   const std::vector<AttachedPrinter> &printers);
 
 } // namespace transport

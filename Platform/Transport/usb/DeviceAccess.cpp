@@ -59,9 +59,12 @@ Sight look(const fs::path &descriptors, const std::vector<fs::path> &nodes) {
     return Sight::notOpen;
 }
 
+// While a job runs, the kernel does not tell the device ID that the job's URI is made of: then the serial
+// number has to do.
 bool printsOn(const Search &search, const std::string &uri) {
-    const auto named = attachedPrinter(uri, attachedPrinters({}, search.root));
-    return named && named->isSamePlugging(search.printer);
+    const auto wanted = parsePrinterUri(uri);
+    return search.printer.isNamed(uri) || (wanted && !wanted->serial.empty() && !search.printer.deviceId &&
+                                           wanted->serial == search.printer.identity.serial);
 }
 
 std::optional<Holder> holder(const Search &search, pid_t pid) {

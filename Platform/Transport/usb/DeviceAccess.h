@@ -1,7 +1,7 @@
 // Why a printer cannot be opened: what stands between this user and one attached printer.
 //
-//     if (const auto printer = transport::attachedPrinter(uri)) {
-//         const transport::DeviceAccess access = transport::deviceAccess(*printer);
+//     for (const auto &printer : transport::attachedPrintersNamed(uri, transport::attachedPrinters())) {
+//         const transport::DeviceAccess access = transport::deviceAccess(printer);
 //         if (!access.mayOpen && !access.udevRule)
 //             ...                                  // install the udev rule
 //         for (const transport::Holder &holder : access.holders)

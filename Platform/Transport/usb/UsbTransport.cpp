@@ -1,5 +1,6 @@
 #include "Platform/Transport/usb/UsbTransport.h"
 
+#include "Platform/Transport/DeviceRecords.h"
 #include "Platform/Transport/usb/BulkTransfer.h"
 #include "Platform/Transport/usb/DeviceId.h"
 #include "Platform/Transport/usb/StatusText.h"
@@ -52,12 +53,13 @@ tl_usb_status UsbTransport::open(const std::string &uri, void *&handle) {
          })) {
         retire(left);
     }
-    const std::optional<AttachedPrinter> printer = attachedPrinter(uri, attached);
-    if (!printer) {
-        return TL_USB_ERROR_NO_DEVICE;
+    const std::vector<AttachedPrinter> named = attachedPrintersNamed(uri, attached);
+    if (named.size() != 1) {
+        return statusOfNamed(named.size());
     }
-    const std::shared_ptr<HeldPrinter> holding = held(*printer);
-    for (OpenHandle &earlier : takeIf([&](const AttachedPrinter &p) { return p.isSamePlugging(*printer); })) {
+    const AttachedPrinter &printer = named.front();
+    const std::shared_ptr<HeldPrinter> holding = held(printer);
+    for (OpenHandle &earlier : takeIf([&](const AttachedPrinter &p) { return p.isSamePlugging(printer); })) {
         earlier.stop.request_stop();
     }
     const tl_usb_status status = holding->transfer([](UsbDevice &) { return TL_USB_OK; });
@@ -123,15 +125,15 @@ tl_usb_status UsbTransport::status(const std::string &uri, milliseconds timeout,
     if (!call.allowed()) {
         return TL_USB_ERROR_CANCELLED;
     }
-    const std::optional<AttachedPrinter> printer = attachedPrinter(uri, bus_.printers());
-    if (!printer) {
-        return TL_USB_ERROR_NO_DEVICE;
+    const std::vector<AttachedPrinter> named = attachedPrintersNamed(uri, bus_.printers());
+    if (named.size() != 1) {
+        return statusOfNamed(named.size());
     }
     const Instant deadline = clock_.now() + timeout;
     const auto remaining = [&] {
         return std::max(std::chrono::ceil<milliseconds>(deadline - clock_.now()), milliseconds(1));
     };
-    return held(*printer)->request([&](UsbDevice &device) {
+    return held(named.front())->request([&](UsbDevice &device) {
         uint8_t bits = 0;
         const auto [status, length] = device.portStatus(bits, remaining());
         if (status != TL_USB_OK || length == 0) {

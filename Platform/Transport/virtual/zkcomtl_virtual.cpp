@@ -19,6 +19,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -26,7 +27,6 @@ namespace {
 
 using transport::PluggedPrinter;
 using transport::PrinterFolder;
-using transport::PrinterUri;
 using transport::VirtualPrinter;
 using transport::VirtualPrinterState;
 
@@ -80,17 +80,10 @@ int32_t locked(Function function) {
     }
 }
 
-std::optional<PluggedPrinter> printerNamed(const char *uri) {
-    const std::optional<PrinterUri> wanted = PrinterUri::parse(uri);
-    const std::vector<PluggedPrinter> printers = PrinterFolder::fromEnvironment().printers();
-    if (!wanted || printers.empty()) {
-        return std::nullopt;
-    }
-    const auto likeness = [&](const PluggedPrinter &printer) {
-        return wanted->likeness(printer.state.identity());
-    };
-    const auto best = std::ranges::max_element(printers, {}, likeness);
-    return likeness(*best) > 0 ? std::optional(*best) : std::nullopt;
+std::vector<PluggedPrinter> printersNamed(std::string_view uri) {
+    return transport::namedOf(
+        PrinterFolder::fromEnvironment().printers(),
+        [&](const PluggedPrinter &printer) { return transport::names(uri, printer.state.identity()); });
 }
 
 tl_usb_status read(VirtualPrinter &printer, uint8_t *buffer, size_t capacity, int32_t &length) {
@@ -132,11 +125,11 @@ int32_t tl_usb_get_printer_info(const char *uri, int32_t, int32_t, int32_t, int3
         return TL_USB_ERROR_INVALID;
     }
     return locked([&]() -> int32_t {
-        const std::optional<PluggedPrinter> plugged = printerNamed(uri);
-        if (!plugged) {
-            return TL_USB_ERROR_NO_DEVICE;
+        const std::vector<PluggedPrinter> named = printersNamed(uri);
+        if (named.size() != 1) {
+            return transport::statusOfNamed(named.size());
         }
-        const std::optional<std::string> status = statusReply(plugged->state);
+        const std::optional<std::string> status = statusReply(named.front().state);
         if (!status) {
             return TL_USB_ERROR_IO;
         }
@@ -158,16 +151,17 @@ int32_t tl_usb_get_device_handle(const char *uri, int32_t, void **handle) {
         return TL_USB_ERROR_INVALID;
     }
     return locked([&]() -> int32_t {
-        const std::optional<PluggedPrinter> plugged = printerNamed(uri);
-        if (!plugged) {
-            return TL_USB_ERROR_NO_DEVICE;
+        const std::vector<PluggedPrinter> named = printersNamed(uri);
+        if (named.size() != 1) {
+            return transport::statusOfNamed(named.size());
         }
-        VirtualPrinter printer(plugged->state, [file = plugged->file](int32_t threshold) {
+        const auto &[file, state] = named.front();
+        VirtualPrinter printer(state, [file = file](int32_t threshold) {
             return PrinterFolder::storeThreshold(file, threshold);
         });
         const tl_usb_status status = printer.open();
         if (status == TL_USB_OK) {
-            *handle = openPrinters().add(*plugged, std::move(printer));
+            *handle = openPrinters().add(named.front(), std::move(printer));
         }
         return status;
     });

@@ -1,5 +1,4 @@
 // Printer files and the folder they are plugged into.
-#include "Platform/Transport/PrinterUri.h"
 #include "Platform/Transport/virtual/PrinterFolder.h"
 #include "Platform/Transport/virtual/PrinterJson.h"
 #include "Tests/Platform/Transport/TemporaryFolder.h"
@@ -16,8 +15,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using transport::Fault;
 using transport::PrinterFolder;
-using transport::PrinterIdentity;
-using transport::PrinterUri;
 using transport::VirtualPrinterState;
 
 namespace {
@@ -124,48 +121,4 @@ TEST(PrinterFolder, StoringReplacesTheFileAndKeepsTheRest) {
     EXPECT_EQ(folder.get("b.json"), "{");
     EXPECT_FALSE(PrinterFolder::storeThreshold(folder.file("missing.json"), 5));
     EXPECT_FALSE(std::filesystem::exists(folder.file("missing.json")));
-}
-
-TEST(PrinterUri, PicksThePrinter) {
-    const PrinterIdentity printers[] = {
-        {"Zelkor", "Sample? Laser", "S N%1"},
-        {"Zelkor", "A/B", ""},
-        {"ZELKOR", "Zelkor  L200 series", "SN7"},
-        {"Zelkor", "L300", "SN7"},
-        {"Other", "L300", "SN8"},
-    };
-    constexpr int none = -1;
-    const struct {
-        const char *uri;
-        int printer;
-    } cases[] = {
-        {"usb://Zelkor/Sample%3F%20Laser?serial=S%20N%251", 0},
-        {"usb://Zelkor/Sample%3f%20Laser?interface=1&serial=S%20N%1&x=2", 0},
-        {"usb://Zelkor/Sample?%20Laser?serial=S%20N%251", 0},
-        {"usb://Zelkor/Other?serial=S%20N%251", 0},          // the serial number decides,
-        {"usb://Zelkor/Sample%3F%20Laser?serial=SN2", none}, // ... for and against
-        {"usb://Zelkor/Sample%3F%20Laser?serial=s%20n%251", none},
-        {"usb://Zelkor/Sample%3F%20Laser?serialise=SN2", 0},
-        {"usb://Zelkor/Sample%3F+Laser", none},
-        {"usb://Zelkor/A/B?serial=", 1},
-        {"usb://Zelkor/A%2fB", 1},
-        {"usb://Zelkor/L200%20Series?serial=SN7", 2},
-        {"usb://Zelkor%20Inc./%20l200%09SERIES%20?serial=SN7&interface=1", 2},
-        {"usb://Zelkor/Zelkor%20L200%20Series", 2},
-        {"usb://zelkor/zelkor%20l300?serial=SN7", 3}, // one serial number, another model
-        {"usb://Other/L300", 4},
-        {"usb://Zelkor", none},
-        {"usb://", none},
-        {"usb:///", none},
-        {"usb://Zelkor/%", none},
-    };
-    for (const auto &[uri, expected] : cases) {
-        const auto parsed = PrinterUri::parse(uri);
-        ASSERT_TRUE(parsed) << uri;
-        const auto likeness = [&](const PrinterIdentity &printer) { return parsed->likeness(printer); };
-        const auto best = std::ranges::max_element(printers, {}, likeness);
-        EXPECT_EQ(likeness(*best) > 0 ? best - printers : none, expected) << uri;
-    }
-    EXPECT_FALSE(PrinterUri::parse("ipp://host/Sample"));
-    EXPECT_FALSE(PrinterUri::parse(""));
 }

@@ -89,11 +89,18 @@ TEST(UsbDevices, ListsPrintersOfAVendor) {
     const auto all = attachedPrinters({}, root.path());
     EXPECT_THAT(all, SizeIs(3));
     // By the names of either kind; the device ID may know a serial number that the descriptors lack.
-    EXPECT_EQ(attachedPrinter("usb://Zelkor/ZK%20300?serial=X9", all)->address, 9);
-    EXPECT_EQ(attachedPrinter("usb://Zelkor/L300", all)->address, 9);
-    EXPECT_EQ(attachedPrinter("usb://Zelkor/L200%20Series?serial=SN1&interface=1", all)->address, 10);
-    EXPECT_FALSE(attachedPrinter("usb://Zelkor/L200%20Series?serial=SN2", all));
-    EXPECT_FALSE(attachedPrinter("ipp://Zelkor/L300", all));
+    const auto named = [&](const char *uri) {
+        std::vector<int> addresses;
+        for (const AttachedPrinter &printer : attachedPrintersNamed(uri, all)) {
+            addresses.push_back(printer.address);
+        }
+        return addresses;
+    };
+    EXPECT_THAT(named("usb://Zelkor/ZK%20300?serial=X9"), ElementsAre(9)) << "by its device ID";
+    EXPECT_THAT(named("usb:///L300"), ElementsAre(9)) << "by its descriptors";
+    EXPECT_THAT(named("usb://Zelkor/L300"), IsEmpty()) << "by some of both";
+    EXPECT_THAT(named("usb://Zelkor/L200%20Series?serial=SN1&interface=1"), ElementsAre(10));
+    EXPECT_THAT(named("usb://Zelkor/L200%20Series?serial=SN2"), IsEmpty());
 }
 
 TEST(UsbDevices, TellsWhatStandsBetween) {

@@ -1,0 +1,177 @@
+// Device URIs: both ways, and the printers that they name and do not name.
+#include "Platform/Transport/PrinterUri.h"
+
+#include "Platform/Transport/DeviceRecords.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace transport;
+
+namespace {
+
+/// Texts of bytes that separate, escape, continue characters or do nothing, and of whole words of URIs.
+class Texts {
+public:
+    std::string next() {
+        static const std::vector<std::string> words = {"a",           "B",
+                                                       "7",           "?",
+                                                       "/",           "#",
+                                                       "&",           "=",
+                                                       "%",           "%41",
+                                                       "%3F",         " ",
+                                                       "+",           "\xC3",
+                                                       "\xBC",        "\u00FC",
+                                                       "打",          "(",
+                                                       "\"",          "\x1F",
+                                                       "\xFF",        "\xF0\x9F\x96\xA8",
+                                                       "SN",          "usb://",
+                                                       "?serial=",    "?interface=1",
+                                                       "&interface=2"};
+        std::string text;
+        for (int count = below(6); count > 0; --count) {
+            text += words[static_cast<std::size_t>(below(static_cast<int>(words.size())))];
+        }
+        return below(20) == 0 ? text + std::string(static_cast<std::size_t>(250 + below(10)), 'x') + text
+                              : text;
+    }
+    PrinterIdentity identity() { return {next(), next(), next()}; }
+    int below(int end) { return std::uniform_int_distribution<>(0, end - 1)(engine_); }
+
+private:
+    std::mt19937 engine_{20261121};
+};
+
+/// By the book, without the code under test: everything that is no word of a query, in hexadecimal.
+std::string encodedByTheBook(const std::string &text) {
+    std::string encoded;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        char escape[4];
+        std::snprintf(escape, sizeof escape, "%%%02X", byte);
+        const bool stays =
+            byte < 0x80 && (std::isalnum(byte) || std::strchr("-._~!$&'()*+,;=:@/?", byte) != nullptr);
+        encoded += stays ? std::string(1, character) : escape;
+    }
+    return encoded;
+}
+
+std::string joined(const PrinterIdentity &printer) {
+    return printer.manufacturer + "/" + printer.product + "?serial=" + printer.serial;
+}
+
+template <std::size_t size>
+std::string field(const char (&text)[size]) {
+    return {text, strnlen(text, size)};
+}
+
+} // namespace
+
+TEST(PrinterUri, goesBothWaysForAnyBytes) {
+    Texts texts;
+    for (int round = 0; round < 20'000; ++round) {
+        const PrinterIdentity printer = texts.identity();
+        const std::string uri = printerUri(printer);
+        ASSERT_EQ(uri, "usb://" + encodedByTheBook(joined(printer)));
+        const auto parsed = parsePrinterUri(uri);
+        ASSERT_TRUE(parsed) << uri;
+        EXPECT_EQ(printerUri(*parsed), uri);
+        if (printer.manufacturer.find('/') == std::string::npos &&
+            printer.serial.find("?serial=") == std::string::npos) {
+            EXPECT_EQ(*parsed, printer) << uri;
+        }
+        EXPECT_TRUE(names(uri, printer)) << uri;
+        // What is listed for a printer, however long or wrong its texts, names that printer.
+        const tl_usb_device_info record = deviceRecord(printer, 1, 2);
+        const PrinterIdentity listed = {field(record.manufacturer), field(record.product),
+                                        field(record.serial)};
+        EXPECT_EQ(listed, recorded(listed));
+        EXPECT_TRUE(names(printerUri(listed), printer)) << printerUri(listed);
+    }
+}
+
+TEST(PrinterUri, namesOnePrinterOfMany) {
+    const std::vector<std::string> makers = {"Zelkor", "zelkor", "Other"},
+                                   products = {"L200 Series", "L200", "L300"},
+                                   serials = {"",       "SN000",   "SN0002",  "SN00021",
+                                              "sn0002", "XSN0002", "SN%30002"};
+    std::vector<PrinterIdentity> printers;
+    for (const std::string &maker : makers) {
+        for (const std::string &product : products) {
+            for (const std::string &serial : serials) {
+                printers.push_back({maker, product, serial});
+            }
+        }
+    }
+    for (const PrinterIdentity &printer : printers) {
+        const auto named = namedOf(
+            printers, [&](const PrinterIdentity &other) { return names(printerUri(printer), other); });
+        EXPECT_EQ(named, std::vector{printer}) << printerUri(printer);
+    }
+}
+
+TEST(PrinterUri, namesPrintersInTheSpellingsOfCups) {
+    const PrinterIdentity printers[] = {
+        {"Zelkor", "Sample? Laser", "S N%1"},        {"Zelkor", "A/B", ""},
+        {"Zelkor", "ZELKOR  L200 Series", "SN0002"}, {"Zelkor", "L200 Series", "SN00021"},
+        {"Zelkor", "Bürodrucker", "\xC3\xA4 1"},     {"", "L300", "x&y=z"},
+    };
+    constexpr int none = -1;
+    const struct {
+        const char *uri;
+        int printer;
+    } cases[] = {
+        {"usb://Zelkor/Sample%3F%20Laser?serial=S%20N%251", 0},
+        {"usb://Zelkor/Sample%3f Laser?serial=S%20N%1&interface=1", 0},
+        {"usb://Zelkor/Sample?%20Laser?serial=S%20N%251", 0},
+        {"usb://Zelkor/Sample%3F%20Laser?serial=S%20N%252", none},
+        {"usb://Zelkor/Sample%3F%20Laser?serial=s%20n%251", none},
+        {"usb://Zelkor/Sample%3F%20Laser", none},
+        {"usb://Zelkor/A/B?serial=", 1},
+        {"usb://Zelkor/A%2fB", 1},
+        {"usb://Zelkor/A%2FB?interface=12", 1},
+        {"usb://Zelkor/A%2FB?interface=", none},
+        {"usb://Zelkor/L200%20Series?serial=SN0002", 2},
+        {"usb://Zelkor/ZELKOR%20%20L200%20Series?serial=SN0002", 2},
+        {"usb://Zelkor/Zelkor%20L200%20Series?serial=SN0002", none},
+        {"usb://Other/L200%20Series?serial=SN0002", none},
+        {"usb://Zelkor/L300?serial=SN0002", none},
+        {"usb://Zelkor/L200%20Series?serial=SN00021", 3},
+        {"usb://Zelkor/L200%20Series?serial=SN000", none},
+        {"usb://Zelkor/L200%20Series?serial=SN000211", none},
+        {"usb://Zelkor/L200+Series?serial=SN00021", none},
+        {"usb://Zelkor/B%C3%BCrodrucker?serial=%C3%A4%201", 4},
+        {"usb://Zelkor/B\u00FCrodrucker?serial=\u00E4 1", 4},
+        {"usb:///L300?serial=x&y=z", 5},
+        {"usb:///L300?serial=x%26y%3Dz&interface=0", 5},
+        {"usb://Zelkor", none},
+        {"usb://", none},
+        {"usb:///", none},
+        {"ipp://Zelkor/A/B", none},
+        {"", none},
+    };
+    for (const auto &[uri, expected] : cases) {
+        for (int printer = 0; printer < 6; ++printer) {
+            EXPECT_EQ(names(uri, printers[printer]), printer == expected) << uri << " " << printer;
+        }
+    }
+    EXPECT_FALSE(parsePrinterUri("ipp://Zelkor/A/B"));
+}
+
+TEST(PrinterUri, isOfWholeCharactersWhereATextIsTooLong) {
+    const std::string umlauts = [] {
+        std::string text;
+        for (int i = 0; i < 200; ++i) {
+            text += "ä";
+        }
+        return text;
+    }();
+    EXPECT_EQ(recorded({"", umlauts, "a\xFFz"}), (PrinterIdentity{"", umlauts.substr(0, 254), "a\uFFFDz"}));
+    EXPECT_EQ(recorded({"\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80"}).manufacturer,
+              "\uFFFD\uFFFD\uFFFD");
+}
