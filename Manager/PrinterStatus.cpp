@@ -13,6 +13,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
 
 using Outcome = PrinterStatus::Outcome;
 
@@ -51,7 +54,30 @@ PrinterStatus judge(NSInteger value) {
     return {Outcome::notNormal, value, TL_USB_OK};
 }
 
+struct Complaints {
+    std::mutex lock;
+    StatusComplaintSink sink; // guarded by lock
+};
+
+Complaints &complaints() {
+    static auto &all = *new Complaints;
+    return all;
+}
+
+void complain(std::string_view line) {
+    const std::scoped_lock guard(complaints().lock);
+    if (complaints().sink)
+        complaints().sink(line);
+    else
+        std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
 } // namespace
+
+StatusComplaintSink setStatusComplaintSink(StatusComplaintSink sink) {
+    const std::scoped_lock guard(complaints().lock);
+    return std::exchange(complaints().sink, std::move(sink));
+}
 
 PrinterStatus readPrinterStatus(const Ref<NSString> &deviceUri) {
     const std::string uri = deviceUri ? deviceUri->utf8() : std::string();
@@ -62,7 +88,7 @@ PrinterStatus readPrinterStatus(const Ref<NSString> &deviceUri) {
     const HeapText theirs(text == ours.get() ? nullptr : text);
     NSLog("str:%s\n", text);
     if (status != TL_USB_OK) {
-        std::fprintf(stderr, "获取状态失败, %d\n", status);
+        complain("获取状态失败, " + std::to_string(status) + "\n");
         return {Outcome::noAnswer, 0, status};
     }
     return parsePrinterStatus(text ? NSString::stringWithUTF8String(text) : nullptr);
@@ -70,12 +96,12 @@ PrinterStatus readPrinterStatus(const Ref<NSString> &deviceUri) {
 
 PrinterStatus parsePrinterStatus(const Ref<NSString> &text) {
     if (!text || text->length() == 0) {
-        std::fputs("NSString 为空\n", stderr);
+        complain("NSString 为空\n");
         return {Outcome::unreadable};
     }
     const auto bytes = qn::dataValue(text);
     if (!bytes) {
-        std::fputs("NSString 转NSData失败\n", stderr);
+        complain("NSString 转NSData失败\n");
         return {Outcome::unreadable};
     }
     Ref<NSError> error;

@@ -4,6 +4,8 @@
 #include "Platform/Runtime/Ref.h"
 
 #include <cstdint>
+#include <functional>
+#include <string_view>
 
 class NSString;
 
@@ -22,6 +24,13 @@ struct PrinterStatus {
 
     bool isNormal() const { return outcome == Outcome::normal; }
 };
+
+/// Receives the line, with its end, that a failed reading has for standard error.
+using StatusComplaintSink = std::function<void(std::string_view line)>;
+
+/// Replaces where these lines go and returns what was there; an empty function stands for standard error. Any
+/// thread.
+StatusComplaintSink setStatusComplaintSink(StatusComplaintSink sink);
 
 /// Asks the printer of the device URI through the transport's printer-information call. Blocks the calling
 /// thread for up to 2 seconds. Any thread.

@@ -22,6 +22,11 @@ bool accepts(const NSData &header, std::uint16_t command) {
            bytes[4] == 0 && bytes[5] == 1;
 }
 
+std::size_t announcedLength(const NSData &header) {
+    const std::uint8_t *bytes = header.bytes();
+    return header.length() >= 8 ? static_cast<std::size_t>(bytes[6] << 8 | bytes[7]) : 0;
+}
+
 /// One exchange; `handle` gets what the printer replied. It owns what it uses: the reply of an exchange that
 /// runs beside this one on another thread may still be with it when this one is over.
 void exchange(ZKUSB &printer, std::uint16_t command, const Ref<NSString> &text,
@@ -39,7 +44,9 @@ TonerHintReading readingOf(const Ref<NSData> &header, const Ref<NSData> &data) {
     const std::int32_t threshold = text ? text->intValue() : 0;
     NSLog("dataString:%@", text);
     NSLog("dataInt:%d", threshold);
-    return {TonerHintReading::Outcome::threshold, threshold};
+    return {TonerHintReading::Outcome::threshold, threshold,
+            std::string(reinterpret_cast<const char *>(data->bytes()), data->length()),
+            announcedLength(*header)};
 }
 
 TonerHintWriting writingOf(const Ref<NSData> &header) {
@@ -63,16 +70,21 @@ void readTonerHint(const Ref<ZKUSB> &printer, const std::function<void(const Ton
              });
 }
 
-void writeTonerHint(const Ref<ZKUSB> &printer, std::int64_t popUpIndex,
-                    const std::function<void(TonerHintWriting)> &deliver) {
+void writeTonerThreshold(const Ref<ZKUSB> &printer, std::int64_t threshold,
+                         const std::function<void(TonerHintWriting)> &deliver) {
     if (!printer)
         return;
-    const auto text = u"OID_PLATFORM_CONSUMEABLE_HINT"_ns->stringByAppendingFormat(
-        "%@%ld", u"="_ns, thresholdForPopUpIndex(popUpIndex));
+    const auto text =
+        u"OID_PLATFORM_CONSUMEABLE_HINT"_ns->stringByAppendingFormat("%@%ld", u"="_ns, threshold);
     NSLog("pjl_tonerhint_set:%@", text);
     exchange(*printer, writeCommand, text, [deliver](const Ref<NSData> &header, const Ref<NSData> &data) {
         NSLog("set honer sendACLWithPJL header: %@", header);
         NSLog("set honer sendACLWithPJL data: %@", data);
         deliver(writingOf(header));
     });
+}
+
+void writeTonerHint(const Ref<ZKUSB> &printer, std::int64_t popUpIndex,
+                    const std::function<void(TonerHintWriting)> &deliver) {
+    writeTonerThreshold(printer, thresholdForPopUpIndex(popUpIndex), deliver);
 }

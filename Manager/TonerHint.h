@@ -7,8 +7,10 @@
 
 #include "Platform/Runtime/Ref.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <string>
 
 class ZKUSB;
 
@@ -21,9 +23,17 @@ struct TonerHintReading {
     };
 
     Outcome outcome = Outcome::nothing;
-    std::int32_t threshold = 0; ///< as the printer gave it: any number
+    std::int32_t threshold =
+        0; ///< the number that the printer's words begin with, whatever it is; 0 for none
 
-    friend bool operator==(const TonerHintReading &, const TonerHintReading &) = default;
+    // By which a doubter may judge the threshold:
+    std::string words{};       ///< the reply's data: foreign bytes
+    std::size_t announced = 0; ///< how many there should be, as the reply's header says
+
+    /// Whether they tell the same; how they were worded does not matter.
+    friend bool operator==(const TonerHintReading &a, const TonerHintReading &b) {
+        return a.outcome == b.outcome && a.threshold == b.threshold;
+    }
 };
 
 /// What a printer answered to a new threshold.
@@ -37,6 +47,10 @@ enum class TonerHintWriting {
 /// silently), once, or twice: a threshold whose data had the wrong length is followed by another outcome.
 void readTonerHint(const Ref<ZKUSB> &printer, const std::function<void(const TonerHintReading &)> &deliver);
 
-/// Sets the threshold of an item of the pop-up (see ConsumableReminder.h). `deliver` as above.
+/// Sets the threshold, 0 or 2 to 10. `deliver` as above.
+void writeTonerThreshold(const Ref<ZKUSB> &printer, std::int64_t threshold,
+                         const std::function<void(TonerHintWriting)> &deliver);
+
+/// The same for the threshold of an item of the pop-up (see ConsumableReminder.h).
 void writeTonerHint(const Ref<ZKUSB> &printer, std::int64_t popUpIndex,
                     const std::function<void(TonerHintWriting)> &deliver);

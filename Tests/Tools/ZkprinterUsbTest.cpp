@@ -66,7 +66,7 @@ TEST(ZkprinterUsb, saysWhatIsInTheWay) {
           R"("usbIdentifier":"5a4b:0002","node":")" + node + R"(","permissions":"0)",
           std::string(R"("mayOpen":true,)"), std::string(R"("holders":[],"state":)")})
         EXPECT_THAT(report, HasSubstr(part));
-    EXPECT_THAT(report, StartsWith("0 "));
+    EXPECT_THAT(report, StartsWith("8 "));
     EXPECT_THAT(report, testing::Not(HasSubstr("47110")));
 
     const std::string reminder = "reminder 'usb://Zelkor/L200%20Series?serial=XK00047110815'";

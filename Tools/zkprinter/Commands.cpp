@@ -5,10 +5,12 @@
 #include "Manager/TonerHint.h"
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/NSString.h"
 #include "Platform/Transport/zkcomtl.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Reason.h"
+#include "Tools/zkprinter/ReminderReply.h"
 #include "Tools/zkprinter/Terminal.h"
 
 #include <charconv>
@@ -24,6 +26,7 @@ void describe(Json &json, const Queue &queue) {
     queue.deviceUri ? json.field("deviceUri", *queue.deviceUri) : json.null("deviceUri");
 }
 
+/// What the printer says its reminder is, if that can be believed.
 std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
     using Outcome = TonerHintReading::Outcome;
     TonerHintReading last;
@@ -34,32 +37,35 @@ std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
         last = reading;
         transportStatus = printer->transportStatus();
     });
-    if (last.outcome == Outcome::threshold)
-        return last.threshold;
+    if (last.outcome == Outcome::threshold) {
+        if (const auto threshold = believableThreshold(last))
+            return *threshold;
+        throw Failure(ExitStatus::refused, "\"" + shown(queue) + "\" answered " + wordsOf(last) +
+                                               ", which is no reminder; switch it off and on and try again.");
+    }
     if (last.outcome == Outcome::rejected && transportStatus == TL_USB_OK)
         throw Failure(ExitStatus::refused,
                       "\"" + shown(queue) +
                           "\" refused to tell its reminder; check that its firmware is up to date "
                           "and try again.");
-    throw reasonOf(transportStatus, queue);
+    throw reasonOf(transportStatus, queue.name, accessTo(printer->URI()->utf8()));
 }
 
 void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t threshold) {
     auto last = TonerHintWriting::nothing;
     std::int32_t transportStatus = TL_USB_OK;
-    writeTonerHint(printer, popUpIndexForThreshold(static_cast<std::int32_t>(threshold)),
-                   [&](TonerHintWriting writing) {
-                       if (writing != TonerHintWriting::nothing)
-                           last = writing;
-                       transportStatus = printer->transportStatus();
-                   });
+    writeTonerThreshold(printer, threshold, [&](TonerHintWriting writing) {
+        if (writing != TonerHintWriting::nothing)
+            last = writing;
+        transportStatus = printer->transportStatus();
+    });
     if (last == TonerHintWriting::failure)
         throw Failure(
             ExitStatus::refused,
             "\"" + shown(queue) +
                 "\" refused the new reminder; check that its firmware is up to date and try again.");
     if (last == TonerHintWriting::nothing)
-        throw reasonOf(transportStatus, queue);
+        throw reasonOf(transportStatus, queue.name, accessTo(printer->URI()->utf8()));
 }
 
 std::string reminderText(std::int64_t threshold) {
@@ -107,8 +113,7 @@ ExitStatus listQueues(Format format) {
 
 ExitStatus showStatus(const std::string &name, Format format) {
     const Queue queue = usbQueueNamed(name);
-    attachedPrinterOf(queue);
-    const PrinterStatus status = statusOf(queue);
+    const PrinterStatus status = statusOf(attachedPrinterOf(queue), queue.name);
     if (format == Format::json)
         printJson([&](Json &json) {
             describe(json, queue);

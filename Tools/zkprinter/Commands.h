@@ -29,7 +29,7 @@ ExitStatus showReminder(const std::string &queue, Format format);
 ExitStatus setReminder(const std::string &queue, std::int64_t threshold, Format format);
 
 /// Writes all that tells why a printer cannot be reached, with serial numbers shortened, for the support.
-/// Succeeds whatever it finds.
+/// Written whatever it finds; the status is that of what keeps it from listing the queues.
 ExitStatus diagnose(Format format);
 
 /// "off" and "2" to "10" as a threshold; nothing for any other text.

@@ -82,7 +82,7 @@ public:
 } // namespace
 
 ExitStatus listDevices(Format format) {
-    const auto printers = attachedPrinters();
+    const auto printers = AttachedPrinters().all();
     if (format == Format::json) {
         printJson([&](Json &json) {
             json.array("devices", [&](Json &list) {
@@ -106,7 +106,9 @@ ExitStatus watchDevices(Format format) {
     const auto loop = NSRunLoop::mainRunLoop();
     const Interruption interruption(loop);
     const auto look = makeBlock<void(const Ref<NSTimer> &)>(
-        [watch = std::make_shared<Watch>(format)](const Ref<NSTimer> &) { watch->pass(attachedPrinters()); });
+        [watch = std::make_shared<Watch>(format)](const Ref<NSTimer> &) {
+            watch->pass(AttachedPrinters().all());
+        });
     qn::scheduledTimerWithTimeInterval(ZKManager::discoveryInterval, look, true)->fire();
     loop->run(NSDefaultRunLoopMode);
     return ExitStatus::success;

@@ -1,6 +1,4 @@
 // The report for the support.
-#include "Manager/RecordLookup.h"
-#include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSString.h"
@@ -11,6 +9,7 @@
 #include "Tools/zkprinter/Versions.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <grp.h>
 #include <pwd.h>
 #include <set>
@@ -55,35 +54,35 @@ FactValue shownUri(const Queue &queue) {
                                  : queue.deviceUri->substr(0, queue.deviceUri->find(':') + 1) + "…";
 }
 
-Facts factsOf(const Queue &queue) {
+Facts factsOf(const Queue &queue, const AttachedPrinters &printers) {
     Facts facts = {{"queue", queue.name},
                    {"supported", true},
                    {"usb", queue.printsOverUsb()},
                    {"deviceUri", shownUri(queue)}};
-    if (queue.printsOverUsb())
-        facts.push_back({"attached", recordForDeviceUri(NSString::stringWithUTF8String(*queue.deviceUri),
-                                                        ZKManager::shared()->printerList()) != nullptr});
+    if (!queue.printsOverUsb())
+        return facts;
+    const auto named = printers.named(*queue.deviceUri);
+    facts.push_back({"attached", !named.empty()});
+    if (named.size() > 1)
+        facts.push_back({"problem", std::string(ambiguous(queue.name).what())});
     return facts;
 }
 
 /// The queues, or what is in the way of finding them; `serials` gets those of their URIs.
-Section queues(SerialNumbers &serials) {
+Section queues(const QueueList &list, const AttachedPrinters &printers, SerialNumbers &serials) {
+    if (list.failure)
+        return {"queues", std::vector<Facts>{{{"problem", std::string(list.failure->what())}}}};
     std::vector<Facts> found;
-    try {
-        std::vector<std::string> allNames;
-        std::set<std::string> supported;
-        for (const Queue &queue : supportedQueues(&allNames)) {
-            if (const auto uri = transport::PrinterUri::parse(queue.deviceUri.value_or("")))
-                serials.add(uri->serial);
-            if (supported.insert(queue.name).second)
-                found.push_back(factsOf(queue));
-        }
-        for (const std::string &name : allNames)
-            if (!supported.contains(name))
-                found.push_back({{"queue", name}, {"supported", false}});
-    } catch (const Failure &failure) {
-        found.push_back({{"problem", std::string(failure.what())}});
+    std::set<std::string> supported;
+    for (const Queue &queue : list.supported) {
+        if (const auto named = transport::parsePrinterUri(queue.deviceUri.value_or("")))
+            serials.add(named->serial);
+        if (supported.insert(queue.name).second)
+            found.push_back(factsOf(queue, printers));
     }
+    for (const std::string &name : list.allNames)
+        if (!supported.contains(name))
+            found.push_back({{"queue", name}, {"supported", false}});
     return {"queues", found};
 }
 
@@ -115,9 +114,9 @@ Facts accessFacts(const std::optional<transport::DeviceAccess> &access) {
             {"holders", holders}};
 }
 
-Facts stateFacts(const Queue &printer) {
+Facts stateFacts(const Ref<ZKUSB> &printer) {
     try {
-        const PrinterStatus status = statusOf(printer);
+        const PrinterStatus status = statusOf(printer, printer->URI()->utf8());
         return {{"state", std::string(status.isNormal() ? "normal" : nameOf(ExitStatus::notNormal))},
                 {"printerStatus", status.value}};
     } catch (const Failure &failure) {
@@ -125,10 +124,10 @@ Facts stateFacts(const Queue &printer) {
     }
 }
 
-Facts factsOf(ZKUSB &printer) {
-    const std::string uri = printer.URI()->utf8();
-    Facts facts = {{"deviceUri", uri}, {"usbIdentifier", usbIdentifier(printer)}};
-    for (const Facts &more : {accessFacts(accessTo(uri)), stateFacts({uri, std::nullopt, uri})})
+Facts factsOf(const Ref<ZKUSB> &printer) {
+    const std::string uri = printer->URI()->utf8();
+    Facts facts = {{"deviceUri", uri}, {"usbIdentifier", usbIdentifier(*printer)}};
+    for (const Facts &more : {accessFacts(accessTo(uri)), stateFacts(printer)})
         facts.insert(facts.end(), more.begin(), more.end());
     return facts;
 }
@@ -138,16 +137,25 @@ Facts factsOf(ZKUSB &printer) {
 ExitStatus diagnose(Format format) {
     const KeptLog log;
     SerialNumbers serials;
-    std::vector<Facts> printers;
-    for (const auto &printer : attachedPrinters()) {
+    const AttachedPrinters printers;
+    std::vector<Facts> printerFacts;
+    for (const auto &printer : printers.all()) {
         if (const auto serial = printer->serialNumber())
             serials.add(serial->utf8());
-        printers.push_back(factsOf(*printer));
+        printerFacts.push_back(factsOf(printer));
     }
+    const QueueList list = readQueueList();
     const Section access = {"access", Facts{{"udevRule", pathOrNone(transport::installedUdevRule())}}};
-    const Section queueSection = queues(serials);
-    printReport(
-        {{"versions", versions()}, queueSection, {"printers", printers}, access, {"log", log.lines()}},
-        serials, format);
+    const Section queueSection = queues(list, printers, serials);
+    printReport({{"versions", versions(list.service)},
+                 queueSection,
+                 {"printers", printerFacts},
+                 access,
+                 {"log", log.lines()}},
+                serials, format);
+    if (list.failure) {
+        std::fprintf(stderr, "zkprinter: %s\n", list.failure->what());
+        return list.failure->status();
+    }
     return ExitStatus::success;
 }

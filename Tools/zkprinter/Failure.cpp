@@ -30,6 +30,12 @@ const char *nameOf(ExitStatus status) {
         return "unplugged";
     case ExitStatus::transferFailed:
         return "transfer-failed";
+    case ExitStatus::ambiguous:
+        return "ambiguous";
+    case ExitStatus::timedOut:
+        return "timed-out";
+    case ExitStatus::unwritable:
+        return "unwritable";
     }
     return "unknown";
 }

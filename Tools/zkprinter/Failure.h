@@ -20,6 +20,9 @@ enum class ExitStatus {
     busy = 11,              ///< a print job or another program holds the printer
     unplugged = 12,         ///< the printer was unplugged or switched off meanwhile
     transferFailed = 13,    ///< the transfer failed on the cable or in the printer
+    ambiguous = 14,         ///< two attached printers go by what was asked for
+    timedOut = 15,          ///< the command took longer than it may
+    unwritable = 16,        ///< standard output does not take what there is to say
 };
 
 /// The status as scripts see it in JSON, e.g. "not-attached".

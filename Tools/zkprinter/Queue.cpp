@@ -2,7 +2,6 @@
 
 #include "Manager/PrinterListCollector.h"
 #include "Manager/QueueMatching.h"
-#include "Manager/RecordLookup.h"
 #include "Manager/SupportedModels.h"
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
@@ -10,7 +9,6 @@
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSString.h"
-#include "Tools/zkprinter/Failure.h"
 #include "Tools/zkprinter/Reason.h"
 
 #include <algorithm>
@@ -28,14 +26,14 @@ Queue queueOf(const NSDictionary &entry) {
 }
 
 Queue supportedQueueNamed(const std::string &name) {
-    std::vector<std::string> allNames;
-    const auto queues = supportedQueues(&allNames);
-    const auto found =
-        std::find_if(queues.begin(), queues.end(), [&](const Queue &queue) { return queue.name == name; });
-    if (found != queues.end())
+    const QueueList list = readQueueList();
+    if (list.failure)
+        throw *list.failure;
+    if (const auto found = std::ranges::find(list.supported, name, &Queue::name);
+        found != list.supported.end())
         return *found;
     const std::string shown = escapedControlCharacters(name);
-    if (std::find(allNames.begin(), allNames.end(), name) != allNames.end())
+    if (std::ranges::find(list.allNames, name) != list.allNames.end())
         throw Failure(ExitStatus::noSuchQueue,
                       "The model of queue \"" + shown +
                           "\" is not supported; \"zkprinter list\" shows the queues that are.");
@@ -43,27 +41,39 @@ Queue supportedQueueNamed(const std::string &name) {
                   "There is no queue \"" + shown + "\"; \"zkprinter list\" shows the queues there are.");
 }
 
+std::optional<Failure> failureOf(const QueueMatching &matching) {
+    if (matching.outcome == QueueMatching::Outcome::noModels)
+        return Failure(ExitStatus::brokenInstallation,
+                       "The list of supported models is missing or damaged; install this program again.");
+    if (matching.outcome == QueueMatching::Outcome::noPrintService)
+        return Failure(ExitStatus::cupsUnreachable,
+                       "The print service CUPS does not answer at " +
+                           escapedControlCharacters(matching.server) +
+                           "; start it, for example with \"systemctl start cups\", and try again.");
+    return std::nullopt;
+}
+
 } // namespace
 
-std::vector<Queue> supportedQueues(std::vector<std::string> *allNames) {
-    const auto models = supportedModels();
-    if (!models)
-        throw Failure(ExitStatus::brokenInstallation,
-                      "The list of supported models is missing or damaged; install this program again.");
+QueueList readQueueList() {
+    QueueList list;
     const auto entries = NSMutableArray::array();
-    const QueueMatching outcome = matchQueues(models, entries, [&](const Ref<NSString> &name) {
-        if (allNames && name)
-            allNames->push_back(name->utf8());
+    const QueueMatching matching = matchQueues(supportedModels(), entries, [&](const Ref<NSString> &name) {
+        if (name)
+            list.allNames.push_back(name->utf8());
     });
-    if (!outcome.reachable)
-        throw Failure(ExitStatus::cupsUnreachable,
-                      "The print service CUPS does not answer at " +
-                          escapedControlCharacters(outcome.server) +
-                          "; start it, for example with \"systemctl start cups\", and try again.");
-    std::vector<Queue> queues;
     for (const id &entry : *entries)
-        queues.push_back(queueOf(*as<NSDictionary>(entry)));
-    return queues;
+        list.supported.push_back(queueOf(*as<NSDictionary>(entry)));
+    list.service = matching.service;
+    list.failure = failureOf(matching);
+    return list;
+}
+
+std::vector<Queue> supportedQueues() {
+    QueueList list = readQueueList();
+    if (list.failure)
+        throw *list.failure;
+    return std::move(list.supported);
 }
 
 Queue usbQueueNamed(const std::string &nameOrUri) {
@@ -78,35 +88,47 @@ Queue usbQueueNamed(const std::string &nameOrUri) {
     return queue;
 }
 
-std::vector<Ref<ZKUSB>> attachedPrinters() {
+AttachedPrinters::AttachedPrinters() : seen_(transport::attachedPrinters()) {
     const auto manager = ZKManager::shared();
-    manager->setCallback(printerListCollector(manager->printerList()));
+    const auto collect = printerListCollector(manager->printerList());
+    // The list leaves out some of the printers with one serial number.
+    manager->setCallback(makeBlock<void(const Ref<ZKUSB> &)>([&](const Ref<ZKUSB> &printer) {
+        all_.push_back(printer);
+        (*collect)(printer);
+    }));
     manager->discoverPrinter();
-    std::vector<Ref<ZKUSB>> printers;
-    for (const id &printer : manager->printerList()->allObjects())
-        printers.push_back(as<ZKUSB>(printer));
-    return printers;
+    manager->setCallback(nullptr);
+}
+
+std::vector<Ref<ZKUSB>> AttachedPrinters::named(const std::string &deviceUri) const {
+    return transport::namedOf(all_, [&](const Ref<ZKUSB> &printer) {
+        const transport::PrinterIdentity identity = printer->identity();
+        return transport::names(deviceUri, identity) ||
+               std::ranges::any_of(seen_, [&](const transport::AttachedPrinter &attached) {
+                   return transport::recorded(attached.identity) == identity && attached.isNamed(deviceUri);
+               });
+    });
 }
 
 Ref<ZKUSB> attachedPrinterOf(const Queue &queue) {
-    attachedPrinters();
-    const auto uri = NSString::stringWithUTF8String(*queue.deviceUri);
-    if (const auto printer = recordForDeviceUri(uri, ZKManager::shared()->printerList()))
-        return printer;
-    throw Failure(ExitStatus::notAttached,
-                  "The printer of \"" + escapedControlCharacters(queue.name) +
-                      "\" is not attached; check its power and its USB cable and try again.");
+    const auto printers = AttachedPrinters().named(*queue.deviceUri);
+    if (printers.empty())
+        throw Failure(ExitStatus::notAttached,
+                      "The printer of \"" + escapedControlCharacters(queue.name) +
+                          "\" is not attached; check its power and its USB cable and try again.");
+    if (printers.size() > 1)
+        throw ambiguous(queue.name);
+    return printers.front();
 }
 
-PrinterStatus statusOf(const Queue &queue) {
-    const PrinterStatus status = readPrinterStatus(NSString::stringWithUTF8String(*queue.deviceUri));
+PrinterStatus statusOf(const Ref<ZKUSB> &printer, const std::string &name) {
+    const PrinterStatus status = readPrinterStatus(printer->URI());
     if (status.outcome == PrinterStatus::Outcome::noAnswer)
-        throw reasonOf(status.transportStatus, queue);
+        throw reasonOf(status.transportStatus, name, accessTo(printer->URI()->utf8()));
     if (status.outcome == PrinterStatus::Outcome::unreadable)
-        throw Failure(ExitStatus::refused,
-                      "\"" + escapedControlCharacters(queue.name) +
-                          "\" answered with something that is no status; switch it off and on and "
-                          "try again.");
+        throw Failure(ExitStatus::refused, "\"" + escapedControlCharacters(name) +
+                                               "\" answered with something that is no status; switch it off "
+                                               "and on and try again.");
     return status;
 }
 

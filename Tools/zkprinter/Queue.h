@@ -3,6 +3,8 @@
 
 #include "Manager/PrinterStatus.h"
 #include "Platform/Runtime/Ref.h"
+#include "Platform/Transport/usb/AttachedPrinter.h"
+#include "Tools/zkprinter/Failure.h"
 
 #include <optional>
 #include <string>
@@ -19,23 +21,44 @@ struct Queue {
     bool printsOverUsb() const { return deviceUri && deviceUri->starts_with("usb://"); }
 };
 
-/// Every queue of a supported model; `allNames` gets the name of every queue, supported or not. Fails when
-/// CUPS does not answer.
-std::vector<Queue> supportedQueues(std::vector<std::string> *allNames = nullptr);
+/// What the print service has.
+struct QueueList {
+    std::vector<Queue> supported;      ///< queues of supported models
+    std::vector<std::string> allNames; ///< of every queue, supported or not
+    std::string service;               ///< what the print service calls itself; empty when it does not say
+    std::optional<Failure> failure;    ///< why the list cannot be had
+};
+
+QueueList readQueueList();
+
+/// The queues of supported models. Fails when they cannot be had.
+std::vector<Queue> supportedQueues();
 
 /// What the user means by a queue's name or a device URI. Fails when there is none, and when it does not
 /// print over USB.
 Queue usbQueueNamed(const std::string &nameOrUri);
 
-/// The attached printer of the queue. Fails when it is not attached.
+/// The printers attached when it was made, as one discovery pass finds them.
+class AttachedPrinters {
+public:
+    AttachedPrinters();
+
+    const std::vector<Ref<ZKUSB>> &all() const { return all_; }
+    /// Those that the device URI names, by their descriptors or by what the kernel knows of their device IDs:
+    /// what every command goes by.
+    std::vector<Ref<ZKUSB>> named(const std::string &deviceUri) const;
+
+private:
+    std::vector<Ref<ZKUSB>> all_;
+    std::vector<transport::AttachedPrinter> seen_; // by the kernel
+};
+
+/// The one attached printer of the queue. Fails when it is not attached, and when there are two.
 Ref<ZKUSB> attachedPrinterOf(const Queue &queue);
 
-/// The status that the printer of the queue answered. Fails when it could not be asked, or answered no
-/// status.
-PrinterStatus statusOf(const Queue &queue);
-
-/// The printers attached now, as one discovery pass collects them.
-std::vector<Ref<ZKUSB>> attachedPrinters();
+/// The status that the printer answered; `name` is what the user calls it. Fails when it could not be asked,
+/// or answered no status.
+PrinterStatus statusOf(const Ref<ZKUSB> &printer, const std::string &name);
 
 /// Vendor and product as four hexadecimal digits each, e.g. "5a4b:0001".
 std::string usbIdentifier(const ZKUSB &printer);

@@ -56,14 +56,21 @@ std::string busy(const std::string &printer, const std::optional<DeviceAccess> &
 } // namespace
 
 std::optional<DeviceAccess> accessTo(const std::string &deviceUri) {
-    const auto printer = transport::attachedPrinter(deviceUri);
-    return printer ? std::optional(deviceAccess(*printer)) : std::nullopt;
+    const auto printers = transport::attachedPrintersNamed(deviceUri, transport::attachedPrinters());
+    return printers.size() == 1 ? std::optional(deviceAccess(printers.front())) : std::nullopt;
+}
+
+Failure ambiguous(const std::string &name) {
+    return {ExitStatus::ambiguous, "Two printers that are attached are both called " + quoted(name) +
+                                       "; unplug the one that is not meant and try again."};
 }
 
 Failure reasonOf(std::int32_t transportStatus, const std::string &name,
                  const std::optional<DeviceAccess> &access) {
     const std::string printer = quoted(name);
     switch (transportStatus) {
+    case TL_USB_ERROR_AMBIGUOUS:
+        return ambiguous(name);
     case TL_USB_ERROR_ACCESS:
         return {ExitStatus::noPermission, noPermission(printer, access)};
     case TL_USB_ERROR_BUSY:
@@ -87,8 +94,4 @@ Failure reasonOf(std::int32_t transportStatus, const std::string &name,
                 "The transfer to " + printer + " failed (" + std::to_string(transportStatus) +
                     "); connect it with another USB cable, or without a hub, and try again."};
     }
-}
-
-Failure reasonOf(std::int32_t transportStatus, const Queue &queue) {
-    return reasonOf(transportStatus, queue.name, accessTo(*queue.deviceUri));
 }

@@ -1,7 +1,5 @@
 #include "Tools/zkprinter/Versions.h"
 
-#include "Manager/PrintService.h"
-
 #include <dlfcn.h>
 #include <filesystem>
 #include <glib.h>
@@ -39,10 +37,10 @@ FactValue distribution() {
 
 } // namespace
 
-Facts versions() {
+Facts versions(const std::string &printService) {
     return {{"zkprinter", std::string(ZK_VERSION)},
             {"transport", transportFile()},
-            {"printService", orUnknown(printServiceVersion())},
+            {"printService", orUnknown(printService)},
             {"kernel", kernel()},
             {"distribution", distribution()}};
 }

@@ -4,5 +4,6 @@
 #include "Tools/zkprinter/Report.h"
 
 /// The versions of the program, the print service, the kernel and the distribution, and the file of the
-/// transport that is really loaded. What cannot be found out is left unknown.
-Facts versions();
+/// transport that is really loaded. What cannot be found out is left unknown. `printService` is what that
+/// calls itself, empty when unknown.
+Facts versions(const std::string &printService);

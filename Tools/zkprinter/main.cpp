@@ -1,4 +1,5 @@
 // zkprinter: the printers and their low-toner reminder from the command line.
+#include "Manager/PrinterStatus.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/Unicode.h"
 #include "Tools/zkprinter/Commands.h"
@@ -20,7 +21,8 @@ const char *const exitStatuses = R"(Exit statuses:
   3  no such queue                     10  no permission to open the printer
   4  queue does not print over USB     11  printer held by a job or another program
   5  printer not attached              12  printer unplugged meanwhile
-  6  printer did not answer in time    13  transfer failed)";
+  6  printer did not answer in time    13  transfer failed
+                                       14  two printers go by what was asked for)";
 
 /// What the command line asked for.
 struct Request {
@@ -109,6 +111,8 @@ ExitStatus reportUsage(const CLI::ParseError &error, int argc, char **argv) {
 }
 
 void directLog(bool verbose) {
+    if (!verbose) // a failure has its sentence
+        setStatusComplaintSink([](std::string_view) {});
     openlog("zkprinter", LOG_PID, LOG_USER);
     NSLogSetSink([verbose](std::string_view line) {
         NSLogToSystemLogOnly(line);

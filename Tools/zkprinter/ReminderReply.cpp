@@ -1,0 +1,52 @@
+#include "Tools/zkprinter/ReminderReply.h"
+
+#include "Manager/ConsumableReminder.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/Unicode.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t mostShown = 60; // units of UTF-16
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n\v\f";
+    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
+/// Up to the first zero byte, as the answer is a text that one may end.
+std::string_view textOf(std::string_view words) {
+    return trimmed(words.substr(0, words.find('\0')));
+}
+
+} // namespace
+
+std::optional<std::int32_t> believableThreshold(const TonerHintReading &answer) {
+    std::string_view digits = textOf(answer.words);
+    if (digits.ends_with('%'))
+        digits = trimmed(digits.substr(0, digits.size() - 1));
+    unsigned value = 0;
+    const char *const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, value);
+    const bool whole = answer.words.size() == answer.announced && error == std::errc() && stop == end;
+    return whole && isReminderThreshold(value) ? std::optional(static_cast<std::int32_t>(value))
+                                               : std::nullopt;
+}
+
+std::string wordsOf(const TonerHintReading &answer) {
+    std::u16string units;
+    unicode::appendUTF16(units, textOf(answer.words)); // what is no UTF-8 becomes U+FFFD
+    const bool cut = units.size() > mostShown;
+    units.resize(std::min(units.size(), mostShown));
+    std::string text;
+    unicode::appendUTF8(text, units);
+    std::string shown = "\"" + escapedControlCharacters(text) + (cut ? "…" : "") + "\"";
+    if (answer.words.size() != answer.announced)
+        shown += " (" + std::to_string(answer.words.size()) + " of " + std::to_string(answer.announced) +
+                 " bytes)";
+    return shown;
+}
