@@ -1,12 +1,12 @@
 #include "Platform/Foundation/NSDate.h"
 
 #include "Platform/Dispatch/Clock.h"
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
 #include <chrono>
 #include <cmath>
-#include <functional>
 
 NS_IMPLEMENTATION(NSDate) {
     cls.instantiate([] { return date(); });
@@ -56,7 +56,7 @@ bool NSDate::isEqual(const id &other) const {
 }
 
 NSUInteger NSDate::hash() const {
-    return std::hash<double>()(seconds_);
+    return keyedHash(seconds_);
 }
 
 Ref<NSString> NSDate::description() const {

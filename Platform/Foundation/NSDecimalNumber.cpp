@@ -1,11 +1,11 @@
 #include "Platform/Foundation/NSDecimalNumber.h"
 
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSCharacterSet.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
 #include <cmath>
-#include <functional>
 
 NS_IMPLEMENTATION(NSDecimalNumber) {
     cls.instantiate([]() -> id { return notANumber(); });
@@ -41,11 +41,13 @@ bool NSDecimalNumber::isEqual(const id &other) const {
     return number && compare(number) == NSComparisonResult::OrderedSame;
 }
 
-// Values that another kind of number can have go by the double, like those numbers; the others by their text,
-// or all that lie between two doubles would have one hash.
+// Values that another kind of number can have go as those numbers do; the others by their text, or all that
+// lie between two doubles would have one hash.
 NSUInteger NSDecimalNumber::hash() const {
     const bool whole =
         value_.exponent >= 0 && value_ < NSDecimal::exactly(0x1p64) && value_ >= NSDecimal::exactly(-0x1p63);
-    const bool shared = value_.isNotANumber || whole || NSDecimal::exactly(doubleValue()) == value_;
-    return shared ? NSNumber::hash() : std::hash<std::string>()(value_.text());
+    if (whole)
+        return keyedHash(value_.unsignedLongLongValue());
+    const bool shared = value_.isNotANumber || NSDecimal::exactly(doubleValue()) == value_;
+    return shared ? NSNumber::hash() : keyedHash(value_.text());
 }

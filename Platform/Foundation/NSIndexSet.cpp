@@ -1,6 +1,7 @@
 #include "Platform/Foundation/NSIndexSet.h"
 
 #include "Platform/Foundation/CollectionArguments.h"
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
@@ -71,6 +72,7 @@ NSUInteger NSIndexSet::indexLessThanOrEqualToIndex(NSUInteger index) const {
 }
 
 void NSIndexSet::enumerateIndexesWithOptions(NSEnumerationOptions options, const Visitor &visitor) const {
+    collections::checkBlock("NSIndexSet enumerateIndexesWithOptions:usingBlock:", visitor);
     auto ranges = ranges_; // the visitor may change the set
     const bool backwards = options & NSEnumerationReverse;
     if (backwards)
@@ -82,10 +84,15 @@ void NSIndexSet::enumerateIndexesWithOptions(NSEnumerationOptions options, const
 }
 
 void NSIndexSet::enumerateRangesUsingBlock(const RangeVisitor &visitor) const {
+    collections::checkBlock("NSIndexSet enumerateRangesUsingBlock:", visitor);
     const auto ranges = ranges_;
     bool stop = false;
     for (auto i = ranges.begin(); !stop && i != ranges.end(); ++i)
         visitor(*i, stop);
+}
+
+NSUInteger NSIndexSet::hash() const {
+    return keyedHash(ranges_.data(), ranges_.size() * sizeof ranges_[0]);
 }
 
 Ref<NSString> NSIndexSet::description() const {

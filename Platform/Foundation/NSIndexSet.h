@@ -50,7 +50,7 @@ public:
 
     bool isEqualToIndexSet(const Ref<NSIndexSet> &other) const { return other && other->ranges_ == ranges_; }
     bool isEqual(const id &other) const override { return isEqualToIndexSet(as<NSIndexSet>(other)); }
-    NSUInteger hash() const override { return firstIndex() ^ lastIndex() << 1; }
+    NSUInteger hash() const override;
     /// `<NSIndexSet: 0x…>[number of indexes: 4 (in 2 ranges), indexes: (1-3 7)]`
     Ref<NSString> description() const override;
     id copy() const override { return self(); }

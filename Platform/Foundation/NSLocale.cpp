@@ -1,9 +1,9 @@
 #include "Platform/Foundation/NSLocale.h"
 
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
-#include <functional>
 #include <unicode/uloc.h>
 
 NS_IMPLEMENTATION(NSLocale) {}
@@ -19,7 +19,7 @@ bool NSLocale::isEqual(const id &other) const {
 }
 
 NSUInteger NSLocale::hash() const {
-    return std::hash<std::string>()(identifier_);
+    return keyedHash(identifier_);
 }
 
 Ref<NSString> NSLocale::description() const {

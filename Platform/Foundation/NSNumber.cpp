@@ -1,13 +1,13 @@
 #include "Platform/Foundation/NSNumber.h"
 
 #include "Platform/Foundation/DecimalText.h"
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 
 #include <cmath>
 #include <cstring>
-#include <functional>
 #include <limits>
 
 NS_IMPLEMENTATION(NSNumber) {}
@@ -123,7 +123,11 @@ bool NSNumber::equalsFloating(double value) const {
                         : value < twoTo63 && cut(value) == signed_;
 }
 
+// Equal numbers of all kinds have one hash: whole ones go by all their digits, since thousands of them share
+// their nearest double, and only the others by the double.
 NSUInteger NSNumber::hash() const {
-    const double value = doubleValue();
-    return std::isnan(value) ? 0 : std::hash<double>()(value);
+    if (!isFloating())
+        return keyedHash(unsigned_);
+    const bool whole = floating_ >= -twoTo63 && floating_ < twoTo64 && floating_ == std::trunc(floating_);
+    return whole ? keyedHash(cutUnsigned(floating_)) : keyedHash(floating_);
 }

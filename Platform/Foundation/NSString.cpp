@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NSString.h"
 
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSCharacterSet.h"
 #include "Platform/Foundation/NSData.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 
 NS_IMPLEMENTATION(NSString) {
     cls.method<&NSString::length>("length")
@@ -96,14 +96,14 @@ bool NSString::isEqual(const id &other) const {
 NSUInteger NSString::hash() const {
     NSUInteger hash = hash_.load(std::memory_order_relaxed);
     if (hash == 0) {
-        hash = std::hash<std::u16string>()(units_);
+        hash = keyedHash(units_);
         hash_.store(hash, std::memory_order_relaxed);
     }
     return hash;
 }
 
 NSUInteger NSMutableString::hash() const {
-    return std::hash<std::u16string>()(units_);
+    return keyedHash(units_);
 }
 
 Ref<NSString> NSString::description() const {

@@ -1,8 +1,8 @@
 #include "Platform/Foundation/NSTimeZone.h"
 
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Runtime/Class.h"
 
-#include <functional>
 #include <unicode/ucal.h>
 
 namespace {
@@ -37,5 +37,5 @@ bool NSTimeZone::isEqual(const id &other) const {
 }
 
 NSUInteger NSTimeZone::hash() const {
-    return std::hash<std::u16string>()(name_);
+    return keyedHash(name_);
 }

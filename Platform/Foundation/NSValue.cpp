@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NSValue.h"
 
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 #include "Platform/Runtime/NSException.h"
@@ -32,9 +33,7 @@ public:
         const auto value = as<EncodedBytes>(other);
         return value && value->type_ == type_ && value->bytes_ == bytes_;
     }
-    NSUInteger hash() const override {
-        return std::hash<std::string_view>()({reinterpret_cast<const char *>(bytes_.data()), bytes_.size()});
-    }
+    NSUInteger hash() const override { return keyedHash(bytes_.data(), bytes_.size()); }
 
 protected:
     std::string encodedType() const override { return type_; }

@@ -1,5 +1,7 @@
 #include "Platform/Foundation/ObjectTable.h"
 
+#include "Platform/Foundation/ContentsHash.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -12,6 +14,10 @@ NSUInteger spread(NSUInteger hash) {
 }
 
 } // namespace
+
+NSUInteger ObjectTable::hashOf(const id &key) const {
+    return byContents_ ? contentsHash(key) : key->hash();
+}
 
 NSUInteger ObjectTable::locate(NSUInteger hash, const id &key) const {
     const auto matches = [&](const Entry &entry) {
@@ -33,12 +39,12 @@ NSUInteger ObjectTable::locate(NSUInteger hash, const id &key) const {
 const id *ObjectTable::find(const id &key) const {
     if (!key || !live_)
         return nullptr;
-    const NSUInteger found = locate(key->hash(), key);
+    const NSUInteger found = locate(hashOf(key), key);
     return found == absent ? nullptr : &entries_[found].value;
 }
 
 bool ObjectTable::set(id key, id value) {
-    const NSUInteger hash = key->hash();
+    const NSUInteger hash = hashOf(key);
     if (const NSUInteger found = locate(hash, key); found != absent) {
         entries_[found].value.swap(value); // what was there goes when this call ends: its end may look here
         return false;
@@ -48,7 +54,7 @@ bool ObjectTable::set(id key, id value) {
 }
 
 bool ObjectTable::add(id key, id value) {
-    const NSUInteger hash = key->hash();
+    const NSUInteger hash = hashOf(key);
     if (locate(hash, key) != absent)
         return false;
     append(hash, std::move(key), std::move(value));
@@ -62,17 +68,27 @@ void ObjectTable::append(NSUInteger hash, id key, id value) {
         rebuild();
     } else if (!index_.empty()) {
         const NSUInteger mask = index_.size() - 1;
-        NSUInteger slot = spread(hash) & mask;
-        while (index_[slot])
-            slot = (slot + 1) & mask;
+        NSUInteger slot = spread(hash) & mask, alike = 0;
+        for (; index_[slot]; slot = (slot + 1) & mask)
+            alike += entries_[index_[slot] - 1].hash == hash;
         index_[slot] = static_cast<std::uint32_t>(entries_.size());
+        if (alike >= mostAlike && !byContents_)
+            goByContents();
     }
+}
+
+void ObjectTable::goByContents() {
+    byContents_ = true;
+    for (Entry &entry : entries_)
+        if (entry.key)
+            entry.hash = hashOf(entry.key);
+    rebuild();
 }
 
 bool ObjectTable::remove(const id &key) {
     if (!key || !live_)
         return false;
-    const NSUInteger found = locate(key->hash(), key);
+    const NSUInteger found = locate(hashOf(key), key);
     if (found == absent)
         return false;
     // The entry stays as a gap, so that the index holds; gaps go when they are the majority.

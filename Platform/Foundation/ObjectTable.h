@@ -1,5 +1,8 @@
-// The store behind ordinary dictionaries: a hash table of objects that keeps the order of insertion, so that
-// walks, descriptions and tests are the same on every run.
+// The store behind ordinary dictionaries and sets: a hash table of objects that keeps the order of insertion,
+// so that walks, descriptions and tests are the same on every run.
+//
+// Keys of one hash, which arrays of one length have, are compared one by one. A table that meets many of them
+// goes by what its keys contain instead, so that nobody makes it slow by the keys he sends.
 #pragma once
 
 #include "Platform/Runtime/NSObject.h"
@@ -19,7 +22,8 @@ public:
             : hash(itsHash), key(std::move(itsKey)), value(std::move(itsValue)) {}
     };
 
-    explicit ObjectTable(NSUInteger capacity = 0) { entries_.reserve(capacity); }
+    /// With room for `count` entries.
+    explicit ObjectTable(NSUInteger count = 0) { entries_.reserve(count); }
 
     NSUInteger count() const { return live_; }
     /// In the order of insertion; one without a key was removed. Valid until the table changes.
@@ -38,14 +42,18 @@ public:
     NSUInteger keys(NSUInteger &position, id *keys, NSUInteger count) const;
 
 private:
-    static constexpr NSUInteger smallest = 8; // up to here a walk beats an index
+    static constexpr NSUInteger smallest = 8;   // up to here a walk beats an index
+    static constexpr NSUInteger mostAlike = 16; // keys of one hash, before the table goes by contents
 
+    NSUInteger hashOf(const id &key) const;
     NSUInteger locate(NSUInteger hash, const id &key) const;
     void append(NSUInteger hash, id key, id value);
+    void goByContents();
     void rebuild();
 
     std::vector<Entry> entries_;
     std::vector<std::uint32_t> index_; // entry number + 1, 0 when free; empty while the table is small
     NSUInteger live_ = 0;
+    bool byContents_ = false; // the hashes are those of what the keys contain
     NSUInteger first_ = 0; // gaps only before it, so that taking entries from the front does not search them
 };
