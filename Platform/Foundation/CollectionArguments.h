@@ -18,6 +18,15 @@ void checkRange(const char *operation, NSRange range, NSUInteger count);
 void checkArgument(const char *operation, bool valid, const char *fault);
 /// NSInvalidArgumentException for none.
 void checkObject(const char *operation, const id &object);
+/// NSInvalidArgumentException for a block, a comparator or a function of none.
+void checkBlock(const char *operation, const auto &block) {
+    checkArgument(operation, static_cast<bool>(block), "block cannot be nil");
+}
+
+/// How many places a collection sets aside for a capacity, which is a hint: none for one that nobody means.
+constexpr NSUInteger reservedFor(NSUInteger capacity) {
+    return capacity <= 1 << 20 ? capacity : 0;
+}
 
 /// The elements as they are now: the list may be guarded, or the very collection that is being changed. None
 /// is empty.

@@ -8,8 +8,32 @@
 
 namespace {
 
+/// A walk by block, an index at a time.
+class Walk {
+public:
+    Walk(const NSArray &array, const NSArray::Visitor &visitor)
+        : array_(array), visitor_(visitor), changes_(array.mutations()) {
+        if (!changes_)
+            asItWas_ = array.allObjects();
+    }
+
+    NSUInteger count() const { return changes_ ? array_.count() : asItWas_.size(); }
+    void visit(NSUInteger index, bool &stop) const {
+        visitor_(changes_ ? array_.objectAtIndex(index) : asItWas_[index], index, stop);
+        if (!stop)
+            changes_.check();
+    }
+
+private:
+    const NSArray &array_;
+    const NSArray::Visitor &visitor_;
+    const NSMutationWatch changes_;
+    std::vector<id> asItWas_; // of an array that others may change at any time
+};
+
 /// A visitor that stops at the first element that passes and leaves its index in `found`.
 NSArray::Visitor firstPassing(const NSArray::Test &test, NSUInteger &found) {
+    collections::checkBlock("NSArray indexOfObjectPassingTest:", test);
     return [&](const id &object, NSUInteger index, bool &stop) {
         if (test(object, index, stop)) {
             found = index;
@@ -20,6 +44,7 @@ NSArray::Visitor firstPassing(const NSArray::Test &test, NSUInteger &found) {
 
 /// A visitor that collects the indexes of the elements that pass.
 NSArray::Visitor allPassing(const NSArray::Test &test, NSMutableIndexSet &found) {
+    collections::checkBlock("NSArray indexesOfObjectsPassingTest:", test);
     return [&](const id &object, NSUInteger index, bool &stop) {
         if (test(object, index, stop))
             found.addIndex(index);
@@ -29,15 +54,19 @@ NSArray::Visitor allPassing(const NSArray::Test &test, NSMutableIndexSet &found)
 } // namespace
 
 Ref<NSEnumerator> NSArray::objectEnumerator() const {
-    return make<NSEnumerator>([array = as<NSArray>(self()), index = NSUInteger{0}]() mutable -> id {
-        return index < array->count() ? array->objectAtIndex(index++) : nullptr;
-    });
+    return make<NSEnumerator>(
+        [array = as<NSArray>(self()), index = NSUInteger{0}]() mutable -> id {
+            return index < array->count() ? array->objectAtIndex(index++) : nullptr;
+        },
+        NSMutationWatch(mutations()));
 }
 
 Ref<NSEnumerator> NSArray::reverseObjectEnumerator() const {
-    return make<NSEnumerator>([array = as<NSArray>(self()), index = count()]() mutable -> id {
-        return index ? array->objectAtIndex(--index) : nullptr;
-    });
+    return make<NSEnumerator>(
+        [array = as<NSArray>(self()), index = count()]() mutable -> id {
+            return index ? array->objectAtIndex(--index) : nullptr;
+        },
+        NSMutationWatch(mutations()));
 }
 
 void NSArray::enumerateObjectsUsingBlock(const Visitor &visitor) const {
@@ -45,29 +74,24 @@ void NSArray::enumerateObjectsUsingBlock(const Visitor &visitor) const {
 }
 
 void NSArray::enumerateObjectsWithOptions(NSEnumerationOptions options, const Visitor &visitor) const {
+    collections::checkBlock("NSArray enumerateObjectsWithOptions:usingBlock:", visitor);
+    const Walk walk(*this, visitor);
+    const NSUInteger size = walk.count();
     bool stop = false;
-    const auto visit = [&](NSUInteger index) {
-        if (const id object = objectAtIndex(index)) // a guarded array may have shrunk meanwhile
-            visitor(object, index, stop);
-    };
-    if (options & NSEnumerationReverse)
-        for (NSUInteger i = count(); !stop && i-- > 0;)
-            visit(i);
-    else
-        for (NSUInteger i = 0; !stop && i < count(); ++i)
-            visit(i);
+    for (NSUInteger i = 0; !stop && i < size; ++i)
+        walk.visit(options & NSEnumerationReverse ? size - 1 - i : i, stop);
 }
 
 void NSArray::enumerateObjectsAtIndexes(const Ref<NSIndexSet> &indexes, NSEnumerationOptions options,
                                         const Visitor &visitor) const {
+    constexpr auto operation = "NSArray enumerateObjectsAtIndexes:options:usingBlock:";
+    collections::checkBlock(operation, visitor);
     if (!indexes || !indexes->count())
         return;
-    collections::checkIndex("NSArray enumerateObjectsAtIndexes:options:usingBlock:", indexes->lastIndex(),
-                            count());
-    indexes->enumerateIndexesWithOptions(options, [&](NSUInteger index, bool &stop) {
-        if (const id object = objectAtIndex(index)) // see above
-            visitor(object, index, stop);
-    });
+    const Walk walk(*this, visitor);
+    collections::checkIndex(operation, indexes->lastIndex(), walk.count());
+    indexes->enumerateIndexesWithOptions(options,
+                                         [&](NSUInteger index, bool &stop) { walk.visit(index, stop); });
 }
 
 NSUInteger NSArray::indexOfObjectPassingTest(const Test &test) const {

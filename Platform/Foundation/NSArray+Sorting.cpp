@@ -10,6 +10,7 @@ using namespace collections;
 namespace {
 
 NSComparator comparatorOf(NSSortFunction function, void *context) {
+    checkBlock("NSArray sortedArrayUsingFunction:context:", function);
     return [=](const id &first, const id &second) {
         const NSInteger order = function(first, second, context);
         return order < 0   ? NSComparisonResult::OrderedAscending
@@ -64,6 +65,7 @@ Ref<NSArray> NSArray::sortedArrayUsingComparator(const NSComparator &comparator)
 }
 
 Ref<NSArray> NSArray::sortedArrayWithOptions(NSSortOptions, const NSComparator &comparator) const {
+    checkBlock("NSArray sortedArrayWithOptions:usingComparator:", comparator);
     return arrayWithObjects(stableSorted(allObjects(), [&](const id &earlier, const id &later) {
         return comparator(earlier, later) == NSComparisonResult::OrderedDescending;
     }));
@@ -75,6 +77,7 @@ NSUInteger NSArray::indexOfObject(const id &object, NSRange sortedRange, NSBinar
     constexpr auto bothEnds = NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual;
     checkObject(operation, object);
     checkArgument(operation, (options & bothEnds) != bothEnds, "first and last equal exclude each other");
+    checkBlock(operation, comparator);
     checkRange(operation, sortedRange, count());
     const NSUInteger lower = partitionPoint(*this, sortedRange, [&](const id &element) {
         return comparator(element, object) == NSComparisonResult::OrderedAscending;

@@ -55,6 +55,10 @@ public:
 
     NSUInteger count() const override { return objects_.size(); }
     std::optional<std::span<const id>> elements() const override { return objects_; }
+    const NSMutationCount *mutations() const override {
+        static const NSMutationCount none;
+        return &none;
+    }
     id objectAtIndex(NSUInteger index) const override {
         checkIndex("NSArray objectAtIndex:", index, objects_.size());
         return objects_[index];
@@ -74,6 +78,7 @@ public:
     std::optional<std::span<const id>> elements() const override {
         return std::span(objects_).subspan(drained_);
     }
+    const NSMutationCount *mutations() const override { return &mutations_; }
     id objectAtIndex(NSUInteger index) const override {
         checkIndex("NSArray objectAtIndex:", index, count());
         return objects_[drained_ + index];
@@ -303,7 +308,7 @@ id NSArray::mutableCopy() const {
 
 Ref<NSMutableArray> NSMutableArray::arrayWithCapacity(NSUInteger capacity) {
     std::vector<id> objects;
-    objects.reserve(capacity);
+    objects.reserve(reservedFor(capacity));
     return make<PlainMutableArray>(std::move(objects));
 }
 

@@ -7,7 +7,8 @@
 // Threads: an ordinary immutable array may be read from any thread; a mutable one belongs to one thread at a
 // time. Indexes and ranges past the end raise NSRangeException, none as an element raises
 // NSInvalidArgumentException, unless a subclass says otherwise. None given as a list or an index set is
-// empty. An operation that raises has changed nothing; neither has a sort whose comparison raises.
+// empty; none as a block or a comparator raises NSInvalidArgumentException. An operation that raises has
+// changed nothing; neither has a sort whose comparison raises.
 #pragma once
 
 #include "Platform/Foundation/NSComparison.h"
@@ -52,6 +53,9 @@ public:
     /// The elements of an ordinary array where they lie, nothing for any other: for a walk that runs nobody
     /// else's code. Valid until the array changes.
     virtual std::optional<std::span<const id>> elements() const { return std::nullopt; }
+    /// Counts the changes of the array, so that a walk notices them; null when they go uncounted, and a walk
+    /// by block goes over the array as it was at the start.
+    virtual const NSMutationCount *mutations() const { return nullptr; }
     /// Every element, as it is now.
     virtual std::vector<id> allObjects() const { return getObjects({0, count()}); }
     virtual id objectAtIndexedSubscript(NSUInteger index) const { return objectAtIndex(index); }
@@ -74,7 +78,7 @@ public:
     virtual Ref<NSArray> subarrayWithRange(NSRange range) const;
     virtual Ref<NSString> componentsJoinedByString(const Ref<NSString> &separator) const;
 
-    // Walks: NSArray+Enumeration.cpp.
+    // Walks: NSArray+Enumeration.cpp. They notice changes, see NSFastEnumeration.h.
     /// The enumerator keeps the array.
     virtual Ref<NSEnumerator> objectEnumerator() const;
     virtual Ref<NSEnumerator> reverseObjectEnumerator() const;
@@ -140,6 +144,7 @@ class NSMutableArray : public NSArray {
     NS_CLASS(NSMutableArray, NSArray)
 public:
     static Ref<NSMutableArray> array() { return arrayWithCapacity(0); }
+    /// The capacity is a hint, whatever it is.
     static Ref<NSMutableArray> arrayWithCapacity(NSUInteger capacity);
     static Ref<NSMutableArray> arrayWithObjects(std::initializer_list<id> objects);
     static Ref<NSMutableArray> arrayWithObjects(std::vector<id> objects);

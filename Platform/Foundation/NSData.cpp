@@ -1,16 +1,35 @@
 #include "Platform/Foundation/NSData.h"
 
+#include "Platform/Foundation/CollectionArguments.h"
+#include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Runtime/Class.h"
 #include "Platform/Runtime/NSException.h"
 
 #include <fstream>
+#include <new>
 
 NS_IMPLEMENTATION(NSData) {
     cls.method<&NSData::length>("length");
 }
 
 NS_IMPLEMENTATION(NSMutableData) {}
+
+namespace {
+
+/// False, and nothing changes, when there is no memory for that many bytes.
+bool resize(std::vector<std::uint8_t> &bytes, NSUInteger length) {
+    constexpr NSUInteger absurd = NSUInteger{1} << 40;
+    try {
+        if (length < absurd)
+            bytes.resize(length);
+        return length < absurd;
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
+
+} // namespace
 
 Ref<NSData> NSData::dataWithBytes(const void *bytes, NSUInteger length) {
     const auto *first = static_cast<const std::uint8_t *>(bytes);
@@ -40,7 +59,7 @@ bool NSData::isEqual(const id &other) const {
 }
 
 NSUInteger NSData::hash() const {
-    return std::hash<std::string_view>()({reinterpret_cast<const char *>(bytes()), bytes_.size()});
+    return keyedHash(bytes(), bytes_.size());
 }
 
 Ref<NSString> NSData::description() const {
@@ -62,12 +81,20 @@ id NSData::mutableCopy() const {
 
 Ref<NSMutableData> NSMutableData::dataWithCapacity(NSUInteger capacity) {
     auto data = make<NSMutableData>();
-    data->bytes_.reserve(capacity);
+    data->bytes_.reserve(collections::reservedFor(capacity));
     return data;
 }
 
 Ref<NSMutableData> NSMutableData::dataWithLength(NSUInteger length) {
-    return make<NSMutableData>(std::vector<std::uint8_t>(length));
+    auto data = make<NSMutableData>();
+    data->setLength(length);
+    return data;
+}
+
+void NSMutableData::setLength(NSUInteger length) {
+    if (!resize(bytes_, length))
+        throw NSException(NSInvalidArgumentException,
+                          "-[NSMutableData setLength:]: no memory for " + std::to_string(length) + " bytes");
 }
 
 void NSMutableData::appendBytes(const void *bytes, NSUInteger length) {

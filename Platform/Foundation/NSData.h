@@ -46,8 +46,9 @@ class NSMutableData : public NSData {
 public:
     using NSData::NSData;
 
+    /// The capacity is a hint, whatever it is.
     static Ref<NSMutableData> dataWithCapacity(NSUInteger capacity);
-    /// Zero bytes.
+    /// Zero bytes. Raises as `setLength` does.
     static Ref<NSMutableData> dataWithLength(NSUInteger length);
 
     id copy() const override { return make<NSData>(bytes_); }
@@ -55,6 +56,7 @@ public:
     std::uint8_t *mutableBytes() { return bytes_.data(); }
     void appendBytes(const void *bytes, NSUInteger length);
     void appendData(const Ref<NSData> &data) { appendBytes(data->bytes(), data->length()); }
-    /// New bytes are zero.
-    void setLength(NSUInteger length) { bytes_.resize(length); }
+    /// New bytes are zero. Raises NSInvalidArgumentException for a length that there is no memory for, and
+    /// changes nothing.
+    void setLength(NSUInteger length);
 };

@@ -1,4 +1,5 @@
 // Walking dictionaries, testing their entries, and their keys in the order of their values.
+#include "Platform/Foundation/CollectionArguments.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSSet.h"
@@ -6,12 +7,15 @@
 #include "Platform/Runtime/Message.h"
 
 Ref<NSEnumerator> NSDictionary::objectEnumerator() const {
-    return make<NSEnumerator>([dictionary = as<NSDictionary>(self()), keys = keyEnumerator()]() -> id {
-        return dictionary->objectForKey(keys->nextObject());
-    });
+    return make<NSEnumerator>(
+        [dictionary = as<NSDictionary>(self()), keys = keyEnumerator()]() -> id {
+            return dictionary->objectForKey(keys->nextObject());
+        },
+        NSMutationWatch(mutations()));
 }
 
 void NSDictionary::enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const {
+    collections::checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
     const auto keys = keyEnumerator();
     bool stop = false;
     for (id key; !stop && (key = keys->nextObject());)
@@ -24,10 +28,16 @@ void NSDictionary::enumerateKeysAndObjectsWithOptions(NSEnumerationOptions optio
         enumerateKeysAndObjectsUsingBlock(visitor);
         return;
     }
+    collections::checkBlock("NSDictionary enumerateKeysAndObjectsWithOptions:usingBlock:", visitor);
+    const NSMutationWatch changes(mutations());
     const auto entries = allEntries();
     bool stop = false;
-    for (auto entry = entries.rbegin(); !stop && entry != entries.rend(); ++entry)
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
         visitor(entry->first, entry->second, stop);
+        if (stop)
+            return;
+        changes.check();
+    }
 }
 
 Ref<NSSet> NSDictionary::keysOfEntriesPassingTest(const Test &test) const {
@@ -35,6 +45,7 @@ Ref<NSSet> NSDictionary::keysOfEntriesPassingTest(const Test &test) const {
 }
 
 Ref<NSSet> NSDictionary::keysOfEntriesWithOptions(NSEnumerationOptions options, const Test &test) const {
+    collections::checkBlock("NSDictionary keysOfEntriesPassingTest:", test);
     const auto keys = NSMutableSet::set();
     enumerateKeysAndObjectsWithOptions(options, [&](const id &key, const id &value, bool &stop) {
         if (test(key, value, stop))
@@ -54,6 +65,7 @@ Ref<NSArray> NSDictionary::keysSortedByValueUsingComparator(const NSComparator &
 }
 
 Ref<NSArray> NSDictionary::keysSortedByValueWithOptions(NSSortOptions, const NSComparator &comparator) const {
+    collections::checkBlock("NSDictionary keysSortedByValueUsingComparator:", comparator);
     std::vector<id> keys;
     for (const auto &entry : stableSorted(allEntries(), [&](const auto &earlier, const auto &later) {
              return comparator(earlier.second, later.second) == NSComparisonResult::OrderedDescending;

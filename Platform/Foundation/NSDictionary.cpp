@@ -48,25 +48,30 @@ public:
 
     NSUInteger count() const override { return table_.count(); }
     const ObjectTable *table() const override { return &table_; }
+    const NSMutationCount *mutations() const override { return &mutations_; }
     id objectForKey(const id &key) const override {
         const id *value = table_.find(key);
         return value ? *value : nullptr;
     }
     Ref<NSEnumerator> keyEnumerator() const override {
-        return make<NSEnumerator>([keep = this->self(), this, position = NSUInteger{0}]() mutable -> id {
-            const ObjectTable::Entry *entry = table_.next(position);
-            return entry ? entry->key : nullptr;
-        });
+        return make<NSEnumerator>(
+            [keep = this->self(), this, position = NSUInteger{0}]() mutable -> id {
+                const ObjectTable::Entry *entry = table_.next(position);
+                return entry ? entry->key : nullptr;
+            },
+            NSMutationWatch(&mutations_));
     }
     void enumerateKeysAndObjectsUsingBlock(const NSDictionary::Visitor &visitor) const override {
-        NSFastEnumerationState state;
+        checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
+        const NSMutationWatch changes(&mutations_);
+        NSUInteger position = 0;
         bool stop = false;
-        for (state.watch(mutations_); !stop; state.check()) {
-            const ObjectTable::Entry *entry = table_.next(state.state);
-            if (!entry)
-                return;
+        while (const ObjectTable::Entry *entry = table_.next(position)) {
             const id key = entry->key, value = entry->value; // the visitor may change the table
             visitor(key, value, stop);
+            if (stop)
+                return;
+            changes.check();
         }
     }
 
@@ -249,7 +254,7 @@ id NSDictionary::mutableCopy() const {
 }
 
 Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithCapacity(NSUInteger capacity) {
-    return make<PlainMutableDictionary>(ObjectTable(capacity));
+    return make<PlainMutableDictionary>(ObjectTable(reservedFor(capacity)));
 }
 
 Ref<NSMutableDictionary> NSMutableDictionary::dictionaryWithTable(ObjectTable table) {

@@ -6,7 +6,8 @@
 //
 // Threads: an ordinary immutable dictionary may be read from any thread; a mutable one belongs to one thread
 // at a time. None as a key or value raises NSInvalidArgumentException; reading with a key of none gives none.
-// None given as a list or a dictionary is empty.
+// None given as a list or a dictionary is empty; none as a block or a comparator raises
+// NSInvalidArgumentException.
 #pragma once
 
 #include "Platform/Foundation/NSComparison.h"
@@ -42,12 +43,14 @@ public:
     // Primitives.
     virtual NSUInteger count() const = 0;
     virtual id objectForKey(const id &key) const = 0;
-    /// The enumerator keeps the dictionary, which must not change meanwhile.
+    /// The enumerator keeps the dictionary.
     virtual Ref<NSEnumerator> keyEnumerator() const = 0;
 
     /// The table behind an ordinary dictionary, null behind any other: for a walk that runs nobody else's
     /// code. Valid until the dictionary changes.
     virtual const ObjectTable *table() const { return nullptr; }
+    /// Counts the entries added and removed, so that a walk notices it; null when they go uncounted.
+    virtual const NSMutationCount *mutations() const { return nullptr; }
     /// Every entry, as it is now.
     std::vector<std::pair<id, id>> allEntries() const;
     virtual id objectForKeyedSubscript(const id &key) const { return objectForKey(key); }
@@ -63,7 +66,8 @@ public:
     /// `getObjects:andKeys:count:`: the first `count` entries, to either buffer that is not null.
     virtual void getObjects(id *objects, id *keys, NSUInteger count) const;
 
-    // Walks and order: NSDictionary+Enumeration.cpp. A walk may set the value of a key that is there.
+    // Walks and order: NSDictionary+Enumeration.cpp. A walk may set the value of a key that is there; other
+    // changes are noticed, see NSFastEnumeration.h.
     /// Walks the values, in the order of the keys.
     virtual Ref<NSEnumerator> objectEnumerator() const;
     virtual void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const;
@@ -111,6 +115,7 @@ class NSMutableDictionary : public NSDictionary {
     NS_CLASS(NSMutableDictionary, NSDictionary)
 public:
     static Ref<NSMutableDictionary> dictionary() { return dictionaryWithCapacity(0); }
+    /// The capacity is a hint, whatever it is.
     static Ref<NSMutableDictionary> dictionaryWithCapacity(NSUInteger capacity);
     static Ref<NSMutableDictionary> dictionaryWithTable(ObjectTable table);
     /// With `copyItems`, the values are copies of the others.

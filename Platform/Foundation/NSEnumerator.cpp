@@ -14,8 +14,10 @@ Ref<NSArray> NSEnumerator::allObjects() {
     return NSArray::arrayWithObjects(std::move(objects));
 }
 
-NSUInteger NSEnumerator::countByEnumeratingWithState(NSFastEnumerationState &, id *objects,
+NSUInteger NSEnumerator::countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
                                                      NSUInteger count) const {
+    state.mutations = changes_;
+    changes_.check();
     NSUInteger filled = 0;
     while (filled < count && (objects[filled] = next_()))
         ++filled;

@@ -11,10 +11,14 @@ class NSArray;
 class NSEnumerator : public NSObject {
     NS_CLASS(NSEnumerator, NSObject)
 public:
-    /// `next` gives one object a call, none at the end.
-    explicit NSEnumerator(std::function<id()> next) : next_(std::move(next)) {}
+    /// `next` gives one object a call, none at the end, and keeps what `changes` watches.
+    explicit NSEnumerator(std::function<id()> next, NSMutationWatch changes = NSMutationWatch())
+        : next_(std::move(next)), changes_(changes) {}
 
-    id nextObject() { return next_(); }
+    id nextObject() {
+        changes_.check();
+        return next_();
+    }
     /// The objects that are left.
     Ref<NSArray> allObjects();
     /// The next objects, at most `count`; gives how many, 0 at the end.
@@ -27,4 +31,5 @@ public:
 
 private:
     const std::function<id()> next_;
+    const NSMutationWatch changes_;
 };

@@ -3,8 +3,9 @@
 //     for (const id &key : settings->allKeys()) // a `Ref`, so that a temporary lives as long as the loop
 //         use(key);
 //
-// Collections notice when they are changed during a walk: the next step raises NSGenericException. Walking
-// none walks nothing.
+// Collections notice when they are changed during a walk, by an enumerator and by a block as well: the next
+// step raises NSGenericException, also the one behind the last element. A visit that stops the walk takes no
+// further step. Walking none walks nothing.
 #pragma once
 
 #include "Platform/Runtime/NSObject.h"
@@ -28,17 +29,40 @@ private:
     std::atomic<NSUInteger> value_{0};
 };
 
+/// Notices that a collection changes while it is walked. The collection must live as long.
+class NSMutationWatch {
+public:
+    /// Of null notices nothing.
+    explicit NSMutationWatch(const NSMutationCount *count = nullptr)
+        : count_(count), atStart_(count ? count->value() : 0) {}
+
+    explicit operator bool() const { return count_ != nullptr; }
+    /// Raises NSGenericException when the collection has changed since this was made.
+    void check() const {
+        if (count_ && count_->value() != atStart_)
+            raise();
+    }
+
+private:
+    [[noreturn]] static void raise();
+
+    const NSMutationCount *count_;
+    NSUInteger atStart_;
+};
+
 /// Where a walk stands; default-made before its first batch. The fields are the collection's own business.
 struct NSFastEnumerationState {
-    NSUInteger state = 0;                       ///< the next position
-    id extra;                                   ///< what the collection needs kept
-    const NSMutationCount *mutations = nullptr; ///< none when changes go unnoticed
-    NSUInteger mutationsAtStart = 0;
+    NSUInteger state = 0;      ///< the next position
+    id extra;                  ///< what the collection needs kept
+    NSMutationWatch mutations; ///< of null when changes go unnoticed
 
-    /// For collections, first thing in every batch: notes the count at the first, checks it at the others.
-    void watch(const NSMutationCount &count);
-    /// Raises NSGenericException when the collection has changed since the walk began.
-    void check() const;
+    /// For collections, first thing in every batch: begins to watch at the first, checks at the others.
+    void watch(const NSMutationCount &count) {
+        if (mutations)
+            mutations.check();
+        else
+            mutations = NSMutationWatch(&count);
+    }
 };
 
 /// What range-for walks with; keeps the collection.
@@ -50,7 +74,7 @@ public:
 
     /// Valid until the next step.
     const id &operator*() const {
-        state_.check();
+        state_.mutations.check();
         return batch_[next_];
     }
     NSFastIterator &operator++() {

@@ -40,10 +40,12 @@ public:
         return found ? *found : nullptr;
     }
     Ref<NSEnumerator> objectEnumerator() const override {
-        return make<NSEnumerator>([keep = this->self(), this, position = NSUInteger{0}]() mutable -> id {
-            const ObjectTable::Entry *entry = table_.next(position);
-            return entry ? entry->key : nullptr;
-        });
+        return make<NSEnumerator>(
+            [keep = this->self(), this, position = NSUInteger{0}]() mutable -> id {
+                const ObjectTable::Entry *entry = table_.next(position);
+                return entry ? entry->key : nullptr;
+            },
+            NSMutationWatch(&mutations_));
     }
     NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
                                            NSUInteger count) const override {
@@ -111,6 +113,7 @@ Ref<NSArray> NSSet::allObjects() const {
 }
 
 void NSSet::enumerateObjectsUsingBlock(const Visitor &visitor) const {
+    collections::checkBlock("NSSet enumerateObjectsUsingBlock:", visitor);
     bool stop = false;
     const auto objects = objectEnumerator();
     for (id object; !stop && (object = objects->nextObject());)
@@ -118,6 +121,7 @@ void NSSet::enumerateObjectsUsingBlock(const Visitor &visitor) const {
 }
 
 Ref<NSSet> NSSet::objectsPassingTest(const Test &test) const {
+    collections::checkBlock("NSSet objectsPassingTest:", test);
     ObjectTable passed;
     enumerateObjectsUsingBlock([&](const id &object, bool &stop) {
         if (test(object, stop))

@@ -5,7 +5,7 @@
 // order of insertion.
 //
 // Threads: an ordinary immutable set may be read from any thread; a mutable one belongs to one thread at a
-// time. None as an element raises NSInvalidArgumentException.
+// time. None as an element or a block raises NSInvalidArgumentException.
 #pragma once
 
 #include "Platform/Foundation/NSEnumerator.h"
@@ -34,7 +34,7 @@ public:
     virtual NSUInteger count() const = 0;
     /// The element that equals the object, or none.
     virtual id member(const id &object) const = 0;
-    /// The enumerator keeps the set, which must not change meanwhile.
+    /// The enumerator keeps the set, and notices changes as every walk does, see NSFastEnumeration.h.
     virtual Ref<NSEnumerator> objectEnumerator() const = 0;
 
     virtual bool containsObject(const id &object) const { return member(object) != nullptr; }

@@ -117,6 +117,22 @@ TEST_F(ZKSafeMutableArrayTest, derivedOperationsOfItsBaseClass) {
     EXPECT_TRUE(copy->isEqual(plain) && changing->isEqual(plain)) << "independent";
 }
 
+TEST_F(ZKSafeMutableArrayTest, walksByBlockGoOverWhatItHeldAtTheStart) {
+    for (const NSEnumerationOptions options : {NSEnumerationOptions{0}, NSEnumerationReverse}) {
+        fill(3);
+        int visits = 0;
+        list->enumerateObjectsWithOptions(options, [&](const id &object, NSUInteger, bool &) {
+            EXPECT_TRUE(object);
+            list->removeObjectAtIndex(0);
+            for (int i = 0; i < 2; ++i)
+                list->addObject(number(9));
+            ++visits;
+        });
+        EXPECT_EQ(visits, 3);
+        EXPECT_EQ(list->count(), 6u);
+    }
+}
+
 TEST(ZKSafeMutableArray, allShareOneQueueThatOutlivesThem) {
     EXPECT_EQ(&make<ZKSafeMutableArray>()->syncQueue(), &ZKSafeMutableArray::syncQueue());
     EXPECT_EQ(ZKSafeMutableArray::syncQueue().label(), "com.zelkor.safeArray");

@@ -1,12 +1,16 @@
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSIndexSet.h"
 #include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/NSThread.h"
 #include "Platform/Runtime/Class.h"
 #include "Tests/Platform/Foundation/Shorthand.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 
 using testing::ElementsAre;
@@ -153,6 +157,52 @@ TEST(Collections, raiseOnWhatTheyCannotHoldOrHaveNot) {
     EXPECT_EQ(dictionary->count(), 0u);
     EXPECT_EQ(array->indexOfObject(nullptr), NSNotFound);
     EXPECT_EQ(dictionary->objectForKey(nullptr), nullptr);
+}
+
+TEST(Collections, takeCapacitiesAsHints) {
+    for (const NSUInteger capacity : {NSUInteger{0}, NSUInteger{5}, NSUInteger{1} << 62, ~NSUInteger{0}}) {
+        const auto array = NSMutableArray::arrayWithCapacity(capacity);
+        const auto dictionary = NSMutableDictionary::dictionaryWithCapacity(capacity);
+        array->addObject(u"a"_ns);
+        dictionary->setObject(u"a"_ns, u"b"_ns);
+        EXPECT_EQ(array->count() + dictionary->count(), 2u);
+    }
+}
+
+TEST(Collections, raiseForBlocksOfNone) {
+    const auto full = NSMutableArray::arrayWithObjects({u"b"_ns, u"a"_ns});
+    const auto entries = NSMutableDictionary::dictionaryWithObjects(full, full);
+    const auto everything = NSIndexSet::indexSetWithIndexesInRange({0, 2});
+    for (const auto &array : {full, NSMutableArray::array()})
+        for (const auto &dictionary : {entries, NSMutableDictionary::dictionary()}) {
+            const auto set = NSMutableSet::setWithArray(array);
+            const std::function<void()> operations[] = {
+                [&] { array->enumerateObjectsUsingBlock(nullptr); },
+                [&] { array->enumerateObjectsWithOptions(NSEnumerationReverse, nullptr); },
+                [&] { array->enumerateObjectsAtIndexes(everything, 0, nullptr); },
+                [&] { array->indexOfObjectPassingTest(nullptr); },
+                [&] { array->indexesOfObjectsPassingTest(nullptr); },
+                [&] { array->indexOfObjectAtIndexes(everything, 0, nullptr); },
+                [&] { array->indexesOfObjectsAtIndexes(everything, 0, nullptr); },
+                [&] { array->sortUsingComparator(nullptr); },
+                [&] { array->sortUsingFunction(nullptr, nullptr); },
+                [&] { array->sortedArrayWithOptions(NSSortStable, nullptr); },
+                [&] {
+                    array->indexOfObject(u"a"_ns, {0, array->count()}, 0, nullptr);
+                },
+                [&] { dictionary->enumerateKeysAndObjectsUsingBlock(nullptr); },
+                [&] { dictionary->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, nullptr); },
+                [&] { dictionary->keysOfEntriesPassingTest(nullptr); },
+                [&] { dictionary->keysSortedByValueUsingComparator(nullptr); },
+                [&] { set->enumerateObjectsUsingBlock(nullptr); },
+                [&] { set->objectsPassingTest(nullptr); },
+                [&] { everything->enumerateIndexesUsingBlock(nullptr); },
+                [&] { everything->enumerateRangesUsingBlock(nullptr); },
+                [] { NSThreadDetachNewThread(nullptr); },
+            };
+            for (std::size_t i = 0; i < std::size(operations); ++i)
+                EXPECT_EQ(raised([&] { return operations[i](), 0; }), NSInvalidArgumentException) << i;
+        }
 }
 
 TEST(Collections, copiesAndEquality) {

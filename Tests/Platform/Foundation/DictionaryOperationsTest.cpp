@@ -90,24 +90,55 @@ TEST_F(DictionaryOperations, walksNoticeNewAndLostKeysButTakeNewValues) {
     for (const id &key : dictionary)
         dictionary->setObject(key, key);
     EXPECT_EQ(text(dictionary->objectForKey(u"two"_ns)), "two");
-    const auto walking = [&](auto change) {
-        return std::vector{raised([&] {
-                               for (const id &key : dictionary)
-                                   change(key);
-                           }),
-                           raised([&] {
-                               dictionary->enumerateKeysAndObjectsUsingBlock(
-                                   [&](const id &key, const id &, bool &) { change(key); });
-                           })};
+    const auto set = NSMutableSet::setWithArray(dictionary->allKeys());
+    const auto walking = [&](auto change, bool stops = false) {
+        const auto visit = [&](const id &key, const id &, bool &stop) {
+            change(key);
+            stop = stops;
+            return false;
+        };
+        const auto visitObject = [&](const id &object, bool &stop) { return visit(object, nullptr, stop); };
+        const auto walkingAll = [&](const auto &elements) {
+            for (const id &element : elements)
+                change(element);
+        };
+        const std::function<void()> stoppable[] = {
+            [&] { dictionary->enumerateKeysAndObjectsUsingBlock(visit); },
+            [&] { dictionary->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, visit); },
+            [&] { dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, visit); },
+            [&] { set->enumerateObjectsUsingBlock(visitObject); },
+            [&] { set->objectsPassingTest(visitObject); },
+        };
+        const std::function<void()> others[] = {
+            [&] { walkingAll(dictionary); }, [&] { walkingAll(dictionary->keyEnumerator()); },
+            [&] { walkingAll(dictionary->objectEnumerator()); }, [&] { walkingAll(set); },
+            [&] { walkingAll(set->objectEnumerator()); }};
+        std::set<std::string> outcomes;
+        for (const auto &walk : stoppable)
+            outcomes.insert(raised([&] { return walk(), 0; }));
+        for (const auto &walk : others)
+            if (!stops)
+                outcomes.insert(raised([&] { return walk(), 0; }));
+        return outcomes;
     };
-    const std::vector<std::string> both(2, NSGenericException);
-    EXPECT_EQ(walking([&](const id &key) { dictionary->removeObjectForKey(key); }), both);
-    EXPECT_EQ(walking([&](const id &key) { dictionary->setObject(key, number(dictionary->count())); }), both);
-    EXPECT_EQ(walking([&](const id &key) {
-                  dictionary->removeAllObjects();
-                  dictionary->setObject(key, key);
+    const std::set<std::string> noticed{NSGenericException}, nothing{""};
+    const auto grow = [&](const id &) {
+        dictionary->setObject(number(1), number(dictionary->count()));
+        set->addObject(number(set->count()));
+    };
+    EXPECT_EQ(walking(grow), noticed);
+    EXPECT_EQ(walking(grow, true), nothing);
+    EXPECT_EQ(walking([&](const id &) {
+                  dictionary->removeObjectForKey(dictionary->allKeys()->lastObject());
+                  set->removeObject(set->anyObject());
               }),
-              both);
+              noticed);
+    EXPECT_EQ(walking([&](const id &) {
+                  dictionary->removeAllObjects();
+                  set->removeAllObjects();
+                  grow(nullptr);
+              }),
+              noticed);
 }
 
 TEST(NSSet, followsAStandardSetThroughRandomChanges) {

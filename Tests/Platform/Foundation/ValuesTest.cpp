@@ -41,6 +41,12 @@ TEST(NSData, describesCutsAndReads) {
     EXPECT_EQ(NSData::dataWithContentsOfFile(ZK_RESOURCES "/no such file"), nullptr);
     EXPECT_EQ(NSData::dataWithContentsOfFile(ZK_RESOURCES), nullptr) << "a folder";
 
+    for (const NSUInteger length : {far, far / 2, far / 4})
+        for (const auto &made : {NSMutableData::dataWithCapacity(length), NSMutableData::dataWithLength(3)}) {
+            EXPECT_EQ(raised([&] { return made->setLength(length), 0; }), NSInvalidArgumentException);
+            EXPECT_EQ(raised([&] { NSMutableData::dataWithLength(length); }), NSInvalidArgumentException);
+            EXPECT_EQ(made->length() % 3, 0u) << "nothing was changed";
+        }
     const auto data = NSMutableData::dataWithCapacity(4);
     data->appendBytes("ab", 2);
     data->appendBytes(nullptr, 0);
