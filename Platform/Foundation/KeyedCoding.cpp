@@ -224,17 +224,17 @@ void encodeAttributedString(const id &object, Archiver &archiver) {
     archiver.encodeObject(attributed->string(), u"NSString"_ns);
     const auto &runs = attributed->runs();
     if (runs.size() == 1)
-        archiver.encodeObject(runs[0].attributes, u"NSAttributes"_ns);
+        archiver.encodeObject(runs.begin()->second, u"NSAttributes"_ns);
     if (runs.size() < 2)
         return;
     const auto info = NSMutableData::dataWithCapacity(2 * runs.size());
     const auto attributes = NSMutableArray::array();
     NSUInteger start = 0;
-    for (const auto &run : runs) {
-        appendNumber(*info, run.end - start);
+    for (const auto &[end, attributesOfRun] : runs) {
+        appendNumber(*info, end - start);
         appendNumber(*info, attributes->count());
-        attributes->addObject(run.attributes);
-        start = run.end;
+        attributes->addObject(attributesOfRun);
+        start = end;
     }
     archiver.encodeObject(attributes->copy(), u"NSAttributes"_ns);
     archiver.encodeObject(info->copy(), u"NSAttributeInfo"_ns);
@@ -248,16 +248,17 @@ id decodeAttributedString(Unarchiver &unarchiver) {
         return text ? NSAttributedString::attributedStringWithString(text, as<NSDictionary>(attributes))
                     : nullptr;
     const auto info = as<NSData>(unarchiver.decodeObjectForKey(u"NSAttributeInfo"_ns));
-    std::vector<NSAttributedString::Run> runs;
+    NSAttributedString::Runs runs;
     NSUInteger end = 0;
     for (auto rest = info ? info->span() : std::span<const std::uint8_t>(); !rest.empty();) {
         const auto length = takeNumber(rest), index = takeNumber(rest);
         if (!length || !index || *length == 0 || *length > text->length() - end || *index >= several->count())
             return nullptr;
         end += *length;
-        runs.push_back({end, as<NSDictionary>(several->objectAtIndex(*index))});
-        if (!runs.back().attributes)
+        const auto attributesOfRun = as<NSDictionary>(several->objectAtIndex(*index));
+        if (!attributesOfRun)
             return nullptr;
+        runs.emplace_hint(runs.end(), end, attributesOfRun);
     }
     return end == text->length() ? make<NSAttributedString>(as<NSString>(text->copy()), std::move(runs))
                                  : nullptr;

@@ -15,29 +15,28 @@ NS_IMPLEMENTATION(NSMutableAttributedString) {}
 
 namespace {
 
-using Run = NSAttributedString::Run;
+using Runs = NSAttributedString::Runs;
 
 void check(const char *operation, bool fits) {
     if (!fits)
         throw NSException(NSRangeException, std::string("-[") + operation + "]: out of bounds");
 }
 
-std::vector<Run> oneRun(NSUInteger length, const Ref<NSDictionary> &attributes) {
+Runs oneRun(NSUInteger length, const Ref<NSDictionary> &attributes) {
     if (length == 0)
         return {};
     return {{length, attributes ? as<NSDictionary>(attributes->copy()) : NSDictionary::dictionary()}};
 }
 
-std::vector<Run>::const_iterator runAt(const std::vector<Run> &runs, NSUInteger index) {
-    return std::upper_bound(runs.begin(), runs.end(), index,
-                            [](NSUInteger place, const Run &run) { return place < run.end; });
-}
-
-void append(std::vector<Run> &runs, NSUInteger end, const Ref<NSDictionary> &attributes) {
-    if (!runs.empty() && runs.back().attributes->isEqual(attributes))
-        runs.back().end = end;
-    else
-        runs.push_back({end, attributes});
+/// Goes on to `end` with the last run, when the attributes are those, or with a new one.
+void append(Runs &runs, NSUInteger end, const Ref<NSDictionary> &attributes) {
+    if (runs.empty() || !runs.rbegin()->second->isEqual(attributes)) {
+        runs.emplace_hint(runs.end(), end, attributes);
+        return;
+    }
+    auto last = runs.extract(std::prev(runs.end()));
+    last.key() = end;
+    runs.insert(runs.end(), std::move(last));
 }
 
 template <class Made>
@@ -67,11 +66,11 @@ NSUInteger NSAttributedString::length() const {
 
 Ref<NSDictionary> NSAttributedString::attributesAtIndex(NSUInteger index, NSRange *effectiveRange) const {
     check("NSAttributedString attributesAtIndex:effectiveRange:", index < length());
-    const auto run = runAt(runs_, index);
-    const NSUInteger start = run == runs_.begin() ? 0 : std::prev(run)->end;
+    const auto run = runs_.upper_bound(index);
+    const NSUInteger start = run == runs_.begin() ? 0 : std::prev(run)->first;
     if (effectiveRange)
-        *effectiveRange = {start, run->end - start};
-    return run->attributes;
+        *effectiveRange = {start, run->first - start};
+    return run->second;
 }
 
 id NSAttributedString::attribute(const Ref<NSString> &name, NSUInteger index, NSRange *effectiveRange) const {
@@ -80,13 +79,11 @@ id NSAttributedString::attribute(const Ref<NSString> &name, NSUInteger index, NS
 
 Ref<NSAttributedString> NSAttributedString::attributedSubstringFromRange(NSRange range) const {
     check("NSAttributedString attributedSubstringFromRange:", range.fits(length()));
-    std::vector<Run> runs;
-    for (auto run = runAt(runs_, range.location); run != runs_.end(); ++run) {
-        const NSUInteger end = std::min(run->end, range.end());
-        if (range.length)
-            append(runs, end - range.location, run->attributes);
-        if (end == range.end())
-            break;
+    Runs runs;
+    NSUInteger end = range.location;
+    for (auto run = runs_.upper_bound(end); end < range.end(); ++run) {
+        end = std::min(run->first, range.end());
+        runs.emplace_hint(runs.end(), end - range.location, run->second);
     }
     return make<NSAttributedString>(text_->substringWithRange(range), std::move(runs));
 }
@@ -96,11 +93,13 @@ bool NSAttributedString::isEqualToAttributedString(const Ref<NSAttributedString>
         return false;
     auto mine = runs_.cbegin(), theirs = other->runs_.cbegin();
     while (mine != runs_.end() && theirs != other->runs_.end()) {
-        if (!mine->attributes->isEqual(theirs->attributes))
+        if (!mine->second->isEqual(theirs->second))
             return false;
-        const NSUInteger end = std::min(mine->end, theirs->end);
-        mine += mine->end == end;
-        theirs += theirs->end == end;
+        const NSUInteger end = std::min(mine->first, theirs->first);
+        if (mine->first == end)
+            ++mine;
+        if (theirs->first == end)
+            ++theirs;
     }
     return true;
 }
@@ -116,36 +115,53 @@ NSUInteger NSAttributedString::hash() const {
 Ref<NSString> NSAttributedString::description() const {
     const auto made = NSMutableString::string();
     NSUInteger start = 0;
-    for (const Run &run : runs_) {
-        made->appendString(text_->substringWithRange({start, run.end - start}));
-        made->appendString(run.attributes->description());
-        start = run.end;
+    for (const auto &[end, attributes] : runs_) {
+        made->appendString(text_->substringWithRange({start, end - start}));
+        made->appendString(attributes->description());
+        start = end;
     }
     return as<NSString>(made->copy());
 }
 
 id NSAttributedString::mutableCopy() const {
-    return make<NSMutableAttributedString>(text_, runs_);
+    return make<NSMutableAttributedString>(string(), runs_);
 }
 
-/// Replaces the attributes of every run in the range, cut where the range begins and ends.
+NSMutableAttributedString::NSMutableAttributedString() : NSMutableAttributedString(NSString::string(), {}) {}
+
+NSMutableAttributedString::NSMutableAttributedString(const Ref<NSString> &text, Runs runs)
+    : NSAttributedString(as<NSString>(text->mutableCopy()), std::move(runs)) {}
+
+Ref<NSString> NSMutableAttributedString::string() const {
+    if (!asItIs_)
+        asItIs_ = as<NSString>(text_->copy());
+    return asItIs_;
+}
+
+/// Makes a run end at the index, without a change to what is seen.
+void NSMutableAttributedString::cutAt(NSUInteger index) {
+    const auto run = runs_.lower_bound(index);
+    if (index > 0 && run->first != index)
+        runs_.emplace_hint(run, index, run->second);
+}
+
+/// Replaces the attributes of every run in the range, cut where the range begins and ends; runs that have
+/// become alike are one again.
 template <class Change>
 void NSMutableAttributedString::change(const char *operation, NSRange range, const Change &change) {
     check(operation, range.fits(length()));
-    std::vector<Run> runs;
-    NSUInteger start = 0;
-    for (const Run &run : runs_) {
-        const NSUInteger from = std::clamp(range.location, start, run.end);
-        const NSUInteger to = std::clamp(range.end(), start, run.end);
-        if (from > start)
-            append(runs, from, run.attributes);
-        if (to > from)
-            append(runs, to, change(run.attributes));
-        if (run.end > to)
-            append(runs, run.end, run.attributes);
-        start = run.end;
+    if (range.length == 0)
+        return;
+    cutAt(range.location);
+    cutAt(range.end());
+    const auto behind = runs_.upper_bound(range.end());
+    for (auto run = runs_.upper_bound(range.location); run != behind; ++run)
+        run->second = change(run->second);
+    for (auto run = runs_.lower_bound(range.location); run != behind;) {
+        const auto former = run++;
+        if (run != runs_.end() && former->second->isEqual(run->second))
+            runs_.erase(former);
     }
-    runs_ = std::move(runs);
 }
 
 void NSMutableAttributedString::addAttribute(const Ref<NSString> &name, const id &value, NSRange range) {
@@ -174,8 +190,9 @@ void NSMutableAttributedString::appendAttributedString(const Ref<NSAttributedStr
     if (!other)
         return;
     const NSUInteger start = length();
-    const std::vector<Run> added = other->runs(); // a copy: the other may be this one
-    text_ = text_->stringByAppendingString(other->string());
-    for (const Run &run : added)
-        append(runs_, start + run.end, run.attributes);
+    const Runs added = other->runs_; // a copy: the other may be this one
+    as<NSMutableString>(text_)->appendString(other->text_);
+    asItIs_.reset();
+    for (const auto &[end, attributes] : added)
+        append(runs_, start + end, attributes);
 }

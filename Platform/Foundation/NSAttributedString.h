@@ -13,30 +13,27 @@
 #include "Platform/Foundation/NSRange.h"
 #include "Platform/Runtime/NSObject.h"
 
-#include <vector>
+#include <map>
 
 class NSDictionary;
 
 class NSAttributedString : public NSObject {
     NS_CLASS(NSAttributedString, NSObject)
 public:
-    /// Neighbouring characters with the same attributes.
-    struct Run {
-        NSUInteger end; ///< where the next run begins; the last one ends with the text
-        Ref<NSDictionary> attributes;
-    };
+    /// The attributes of neighbouring characters, by where these end and the next ones begin; the last ones
+    /// end with the text.
+    using Runs = std::map<NSUInteger, Ref<NSDictionary>>;
 
     NSAttributedString();
-    /// The runs, none of them empty, cover the text.
-    NSAttributedString(Ref<NSString> text, std::vector<Run> runs)
-        : text_(std::move(text)), runs_(std::move(runs)) {}
+    /// The text is immutable, and the runs cover it.
+    NSAttributedString(Ref<NSString> text, Runs runs) : text_(std::move(text)), runs_(std::move(runs)) {}
 
     static Ref<NSAttributedString> attributedStringWithString(const Ref<NSString> &text,
                                                               const Ref<NSDictionary> &attributes = nullptr);
 
-    Ref<NSString> string() const { return text_; }
+    virtual Ref<NSString> string() const { return text_; }
     NSUInteger length() const;
-    const std::vector<Run> &runs() const { return runs_; }
+    const Runs &runs() const { return runs_; }
     /// Never none. The effective range is one in which they hold, not always the longest one.
     Ref<NSDictionary> attributesAtIndex(NSUInteger index, NSRange *effectiveRange = nullptr) const;
     /// `attribute:atIndex:effectiveRange:`; none when the character lacks it.
@@ -53,28 +50,38 @@ public:
     id mutableCopy() const override;
 
 protected:
-    Ref<NSString> text_;    // immutable
-    std::vector<Run> runs_; // empty for the empty text
+    friend class NSMutableAttributedString;
+
+    Ref<NSString> text_; // of a mutable one a mutable text of its own
+    Runs runs_;          // empty for the empty text
 };
 
 class NSMutableAttributedString : public NSAttributedString {
     NS_CLASS(NSMutableAttributedString, NSAttributedString)
 public:
-    using NSAttributedString::NSAttributedString;
+    NSMutableAttributedString();
+    /// The runs cover the text, which is copied.
+    NSMutableAttributedString(const Ref<NSString> &text, Runs runs);
 
     static Ref<NSMutableAttributedString>
     attributedStringWithString(const Ref<NSString> &text, const Ref<NSDictionary> &attributes = nullptr);
+
+    /// The text as it is now. The first time after a change costs the length of the text.
+    Ref<NSString> string() const override;
 
     /// In the range: the attribute beside the others; in the place of the others; without it.
     void addAttribute(const Ref<NSString> &name, const id &value, NSRange range);
     void setAttributes(const Ref<NSDictionary> &attributes, NSRange range);
     void removeAttribute(const Ref<NSString> &name, NSRange range);
-    /// None adds nothing.
+    /// None adds nothing. Costs the length of what is added.
     void appendAttributedString(const Ref<NSAttributedString> &other);
 
-    id copy() const override { return make<NSAttributedString>(text_, runs_); }
+    id copy() const override { return make<NSAttributedString>(string(), runs_); }
 
 private:
+    void cutAt(NSUInteger index);
     template <class Change>
     void change(const char *operation, NSRange range, const Change &change);
+
+    mutable Ref<NSString> asItIs_; // an immutable copy of the text, once somebody has asked for it
 };

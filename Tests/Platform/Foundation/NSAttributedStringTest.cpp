@@ -46,32 +46,69 @@ TEST(NSAttributedString, keepsAttributesByRange) {
     EXPECT_EQ(raised([&] { return source->setAttributes(nullptr, {7, 0}), 0; }), NSRangeException);
 }
 
-TEST(NSAttributedString, isComparedByTextAndAttributes) {
-    // However the runs came about: against one attribute a character.
+TEST(NSAttributedString, followsOneAttributeACharacterThroughRandomChanges) {
     constexpr unsigned seed = 31;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
-    std::map<std::string, Ref<NSMutableAttributedString>> byAttributes;
-    std::size_t met = 0;
-    for (int round = 0; round < 500; ++round) {
-        std::string model = "...";
-        const auto made = NSMutableAttributedString::attributedStringWithString(u"abc"_ns);
-        for (std::size_t changes = random() % 4; changes > 0; --changes) {
-            const std::size_t from = random() % 4, length = random() % (4 - from);
+    using Model = std::vector<std::pair<char, char>>; // a character and its attribute, '.' for none
+    std::map<Model, Ref<NSMutableAttributedString>> met;
+    std::size_t again = 0;
+    for (int round = 0; round < 3000; ++round) {
+        const auto made = NSMutableAttributedString::attributedStringWithString(u"ab"_ns);
+        Model model = {{'a', '.'}, {'b', '.'}};
+        for (std::size_t changes = random() % 6; changes > 0; --changes) {
+            const std::size_t from = random() % (model.size() + 1),
+                              length = random() % (model.size() - from + 1);
             const char value = "12."[random() % 3];
-            model.replace(from, length, length, value);
-            if (value == '.')
-                made->setAttributes(nullptr, {from, length});
-            else
-                made->addAttribute(u"k"_ns, string({&value, 1}), {from, length});
+            const auto marked = NSDictionary::dictionaryWithEntries({{u"k"_ns, string({&value, 1})}});
+            const auto attributes = value == '.' ? nullptr : marked;
+            const auto operation = random() % 4;
+            if (operation == 0 && model.size() < 6) {
+                model.emplace_back('c', value);
+                made->appendAttributedString(
+                    NSMutableAttributedString::attributedStringWithString(u"c"_ns, attributes));
+                EXPECT_EQ(made->length(), model.size());
+            } else {
+                for (std::size_t i = from; i < from + length; ++i)
+                    model[i].second = value;
+                if (operation == 1 && value == '.')
+                    made->removeAttribute(u"k"_ns, {from, length});
+                else if (operation == 1)
+                    made->addAttribute(u"k"_ns, string({&value, 1}), {from, length});
+                else
+                    made->setAttributes(attributes, {from, length});
+            }
         }
-        for (const auto &[attributes, other] : byAttributes)
-            ASSERT_EQ(other->isEqual(made), attributes == model) << text(other) << text(made);
-        met += !byAttributes.emplace(model, made).second;
+        const std::size_t from = random() % (model.size() + 1), length = random() % (model.size() - from + 1);
+        const auto part = made->attributedSubstringFromRange({from, length});
+        for (std::size_t i = 0; i < length; ++i) {
+            EXPECT_EQ(part->string()->characterAtIndex(i), static_cast<unichar>(model[from + i].first));
+            const id value = part->attribute(u"k"_ns, i);
+            ASSERT_EQ(value ? text(value) : ".", std::string(1, model[from + i].second)) << text(made);
+        }
+        const auto [same, isNew] = met.emplace(model, made);
+        again += !isNew;
+        for (const auto &[others, other] : {*same, *met.begin()})
+            ASSERT_EQ(other->isEqual(made->copy()), others == model) << text(other) << text(made);
+        ASSERT_EQ(same->second->hash(), as<NSAttributedString>(made->copy())->hash());
     }
-    EXPECT_GT(met, 400u);
-    const auto one = NSAttributedString::attributedStringWithString(u"a"_ns);
-    EXPECT_EQ(one->hash(), as<NSAttributedString>(one->mutableCopy())->hash());
-    EXPECT_FALSE(one->isEqual(u"a"_ns));
-    EXPECT_FALSE(one->isEqual(NSAttributedString::attributedStringWithString(u"b"_ns)));
+    EXPECT_GT(again, 1000u);
+    EXPECT_FALSE(NSAttributedString::attributedStringWithString(u"a"_ns)->isEqual(u"a"_ns));
+}
+
+TEST(NSAttributedString, aChangeLooksAtItsOwnRangeOnly) {
+    static int comparisons;
+    class Value final : public NSObject {
+    public:
+        bool isEqual(const id &other) const override { return ++comparisons, NSObject::isEqual(other); }
+    };
+    const auto attributes = [] { return NSDictionary::dictionaryWithEntries({{u"k"_ns, make<Value>()}}); };
+    constexpr int count = 500;
+    const auto made = make<NSMutableAttributedString>();
+    comparisons = 0;
+    for (int i = 0; i < count; ++i)
+        made->appendAttributedString(NSAttributedString::attributedStringWithString(u"abc"_ns, attributes()));
+    for (NSUInteger i = 0; i < count; ++i)
+        made->setAttributes(attributes(), {3 * i + 1, 1});
+    EXPECT_LT(comparisons, 4 * count);
 }
