@@ -3,6 +3,7 @@
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 #include "Platform/Dispatch/MainQueue.h"
 #include "Platform/Foundation/NSString.h"
+#include "Platform/RunLoop/NSTimer.h"
 #include "Platform/Runtime/Message.h"
 
 NS_IMPLEMENTATION(QNTimer) {
@@ -33,7 +34,7 @@ QNTimer::~QNTimer() {
 
 void QNTimer::start(NSTimeInterval fireTime) {
     _source->setTimer(dispatch::Clock::current().now() + nanosecondsFromTimeInterval(fireTime),
-                      nanosecondsFromTimeInterval(_timeInterval));
+                      nanosecondsFromTimeInterval(effectiveTimerInterval(_timeInterval)));
     _source->setHandler([weak = Weak<NSObject>(self())] {
         if (const auto timer = as<QNTimer>(weak.lock()))
             timer->fire();

@@ -24,7 +24,8 @@ public:
     /// A running timer that first ticks after `interval` seconds. The selector's operation takes the timer.
     static Ref<QNTimer> timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
                                               bool repeats);
-    /// A running timer that first ticks `fireTime` seconds from now.
+    /// A running timer that first ticks `fireTime` seconds from now, at once when that is past, and then by
+    /// the effective interval (see NSTimer.h) of `interval`.
     static Ref<QNTimer> initWithFireTime(NSTimeInterval fireTime, NSTimeInterval interval, const id &target,
                                          SEL selector, bool repeats);
 

@@ -5,8 +5,6 @@
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Runtime/Message.h"
 
-#include <algorithm>
-
 using dispatch::Clock;
 using dispatch::Instant;
 
@@ -23,8 +21,12 @@ bool takesArgument(SEL selector) {
 }
 } // namespace
 
+NSTimeInterval effectiveTimerInterval(NSTimeInterval interval) {
+    return nanosecondsFromTimeInterval(interval).count() > 0 ? interval : 0.0001;
+}
+
 NSTimer::NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats)
-    : interval_(interval > 0 ? interval : 0.0001), repeats_(repeats), selector_(selector),
+    : interval_(effectiveTimerInterval(interval)), repeats_(repeats), selector_(selector),
       target_(std::move(target)), userInfo_(std::move(userInfo)),
       fireInstant_(Clock::current().now() + nanosecondsFromTimeInterval(interval_)) {}
 
@@ -71,7 +73,7 @@ void NSTimer::tick() {
     ticking_ = false;
     if (!valid_ || moved_)
         return;
-    const auto period = std::max(nanosecondsFromTimeInterval(interval_), std::chrono::nanoseconds(1));
+    const auto period = nanosecondsFromTimeInterval(interval_);
     const Instant now = Clock::current().now();
     fireInstant_ = now + (period - (now - due) % period);
 }

@@ -14,10 +14,14 @@
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Runtime/NSObject.h"
 
+/// The interval that counts, in seconds: 0.1 ms for one of less than a nanosecond, of zero, negative or not a
+/// number.
+NSTimeInterval effectiveTimerInterval(NSTimeInterval interval);
+
 class NSTimer : public NSObject {
     NS_CLASS(NSTimer, NSObject)
 public:
-    /// First fires one interval from now. An interval of 0 or less counts as 0.1 ms.
+    /// First fires one interval from now. The interval is the effective one of what is given.
     NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats);
 
     /// A timer that no run loop has yet. The selector's operation takes the timer ("tick:") or nothing

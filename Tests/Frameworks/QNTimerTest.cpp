@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <functional>
 #include <thread>
 
@@ -75,6 +76,23 @@ TEST_F(QNTimerTest, ticksOnTheMainQueueFromConstructionOn) {
     for (int i = 0; i < 10; ++i)
         advanceAndDrain(500ms);
     EXPECT_THAT(ticks, ElementsAre(6500, 8500, 10500));
+}
+
+TEST_F(QNTimerTest, goesOnRepeatingWhateverItsInterval) {
+    for (const double interval : {0.0, -1.0, -1e300, 1e-12, 0.99e-9, static_cast<double>(NAN)}) {
+        const auto timer = owner->timer = QNTimer::initWithFireTime(0.001, interval, owner, refresh, true);
+        ticks.clear();
+        advanceAndDrain(1ms);
+        EXPECT_EQ(ticks.size(), 1u);
+        for (int i = 0; i < 3; ++i) {
+            advanceAndDrain(99us);
+            EXPECT_EQ(ticks.size(), static_cast<std::size_t>(i + 1)) << interval;
+            advanceAndDrain(1us);
+            EXPECT_EQ(ticks.size(), static_cast<std::size_t>(i + 2)) << interval;
+        }
+        EXPECT_TRUE(timer->isValid());
+        EXPECT_TRUE(std::isnan(interval) || timer->timeInterval() == interval) << "as it was given";
+    }
 }
 
 TEST_F(QNTimerTest, withoutRepeatNeverReachesItsTarget) {

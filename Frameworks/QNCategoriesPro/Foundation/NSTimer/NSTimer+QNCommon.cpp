@@ -6,7 +6,7 @@ namespace {
 
 constexpr const char *execBlockName = "_qn_ExecBlock:";
 
-/// The timer class answers `_qn_ExecBlock:` from the first block timer on.
+/// Makes the timer class answer `_qn_ExecBlock:`.
 SEL execBlockSelector() {
     static const SEL selector = [] {
         runtime::addMethod<&qn::_qn_ExecBlock>(NSTimer::class_()->metaClass(), execBlockName);
@@ -14,6 +14,8 @@ SEL execBlockSelector() {
     }();
     return selector;
 }
+
+[[maybe_unused]] const SEL answeredFromTheStart = execBlockSelector();
 
 id copyOf(const Ref<qn::TimerBlock> &block) {
     return block ? block->copy() : nullptr;
