@@ -8,16 +8,40 @@
 // it raises reaches the caller with the lock given back. Each array has a lock of its own.
 //
 // Threads: any. The lock is not recursive, so a thread that comes back to the same array from inside an
-// operation waits for ever: from a block, a comparator, a test, a selector's operation, the `isEqual` or the
-// destruction of an element, or by giving the array to itself as an argument.
+// operation waits for ever: from a block, a comparator, a test, a selector's operation, the `isEqual`, the
+// `description` or the destruction of an element, or by giving the array to itself as an argument.
 //
-// * Enumerators are made under the lock but used without it: they are not safe against writers.
+// These take a second lock while they hold the array's own. Two threads that do so crosswise at the same
+// moment may wait for ever:
+//
+// | operation                                                              | second lock                   |
+// |------------------------------------------------------------------------|-------------------------------|
+// | `isEqual`, `isEqualToArray` with another guarded array                 | the other's                   |
+// | whatever takes a list of objects, when that is a guarded array:        | the list's, once; for the     |
+// | `addObjectsFromArray`, `setArray`, `removeObjectsInArray`,             | common object once an element |
+// | `replaceObjectsInRange`, `insertObjects`, `replaceObjectsAtIndexes`,   |                               |
+// | `arrayByAddingObjectsFromArray`, `firstObjectCommonWithArray`, and     |                               |
+// | `appendObjects`, `prependObjects`, `insertObjects` of the library      |                               |
+// | whatever compares elements or asks for their texts, when these are     | that of an element, and in it |
+// | guarded containers: looking for and removing equal objects, the two    | those of its own elements;    |
+// | rows above, `description`, `componentsJoinedByString`, and             | comparing with a guarded      |
+// | `jsonStringEncoded`, `jsonPrettyStringEncoded` of the library          | object its lock as well       |
+//
+// Making an array of another one, and comparing an ordinary array with a guarded one, take one lock at a
+// time.
+//
+// Of an array that holds itself, directly or in what it holds, everything waits for ever that asks for the
+// texts of elements under the lock: `description`, and with it logs and formats, `componentsJoinedByString`,
+// and the two JSON texts of the library. What reads a snapshot ends: NSJSONSerialization has no JSON for it,
+// models leave the inner one out, and keyed archives hold it once.
+//
+// * Enumerators are made under the lock but used without it: they are not safe against writers, and raise
+//   NSGenericException when they notice one.
 // * A walk with range-for takes the lock for each batch. A writer in between makes its next step raise
 //   NSGenericException, as with an ordinary array.
 // * Arrays that are given back are snapshots.
 // * Equality is asymmetric: a guarded array equals guarded arrays only, an ordinary one may equal it, too.
-//   It takes the receiver's lock, then the other's: two threads that compare two arrays in opposite order at
-//   the same moment may wait for ever.
+//   It takes the receiver's lock, then the other's.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
@@ -31,6 +55,7 @@ public:
         return initWithCapacity(capacity);
     }
     static Ref<QNThreadSafeArray> init();
+    /// The capacity is a hint, whatever it is.
     static Ref<QNThreadSafeArray> initWithCapacity(NSUInteger capacity);
     static Ref<QNThreadSafeArray> initWithArray(const Ref<NSArray> &array);
     static Ref<QNThreadSafeArray> initWithObjects(const id *objects, NSUInteger count);

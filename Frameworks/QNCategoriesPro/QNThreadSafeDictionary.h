@@ -2,8 +2,25 @@
 //
 // It promises what QNThreadSafeArray promises, in the same words: each operation holds the dictionary's own
 // lock, which is not recursive and is given back when the operation raises; walks lock for each batch of
-// keys; enumerators are not protected; what is given back is a snapshot; equality is asymmetric and takes the
-// receiver's lock first.
+// keys; enumerators are not protected; what is given back is a snapshot; equality is asymmetric.
+//
+// These take a second lock while they hold the dictionary's own. Two threads that do so crosswise at the same
+// moment may wait for ever:
+//
+// | operation                                                               | second lock                  |
+// |-------------------------------------------------------------------------|------------------------------|
+// | `isEqual`, `isEqualToDictionary` with another guarded dictionary        | the other's                  |
+// | `addEntriesFromDictionary`, `setDictionary` with a guarded dictionary;  | the argument's, once         |
+// | `objectsForKeys`, `removeObjectsForKeys`, and `entriesForKeys`,         |                              |
+// | `popEntriesForKeys` of the library with a guarded array                 |                              |
+// | whatever compares or copies keys, compares values or asks for their     | that of a key or a value, as |
+// | texts, when these are guarded containers: everything with a key,        | with the elements of a       |
+// | `allKeysForObject`, equality, `description`,                            | guarded array                |
+// | `descriptionInStringsFileFormat`, and the JSON texts of the library     |                              |
+//
+// Of a dictionary that holds itself, directly or in what it holds, `description`, and with it logs and
+// formats, `descriptionInStringsFileFormat`, and the JSON texts of the library wait for ever;
+// NSJSONSerialization has no JSON for it, models leave the inner one out, and keyed archives hold it once.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
@@ -18,6 +35,7 @@ public:
         return initWithCapacity(capacity);
     }
     static Ref<QNThreadSafeDictionary> init();
+    /// The capacity is a hint, whatever it is.
     static Ref<QNThreadSafeDictionary> initWithCapacity(NSUInteger capacity);
     static Ref<QNThreadSafeDictionary> initWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys);
     static Ref<QNThreadSafeDictionary> initWithObjects(const id *objects, const id *keys, NSUInteger count);

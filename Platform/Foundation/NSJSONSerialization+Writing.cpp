@@ -104,12 +104,10 @@ Reason eachEntry(const NSDictionary &dictionary, Visit visit) {
         return eachItem(
             table->entries(), [](const auto &entry) -> const id & { return entry.value; },
             [&](const auto &entry) { return entry.key ? visit(entry.key, entry.value) : nullptr; });
-    Reason reason = nullptr;
-    dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
-        reason = visit(key, value);
-        stop = reason;
-    });
-    return reason;
+    for (const auto &[key, value] : dictionary.allEntries()) // without the lock of a guarded one
+        if (Reason reason = visit(key, value))
+            return reason;
+    return nullptr;
 }
 
 /// Every element of the array, in the same way.

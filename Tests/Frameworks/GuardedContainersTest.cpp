@@ -3,10 +3,12 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableArray/NSMutableArray+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableDictionary/NSMutableDictionary+QNCommon.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
 #include "Frameworks/QNCategoriesPro/QNThreadSafeDictionary.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSIndexSet.h"
+#include "Platform/Foundation/NSKeyedArchiver.h"
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSSet.h"
 #include "Platform/Foundation/NSURL.h"
@@ -17,8 +19,12 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <fcntl.h>
 #include <map>
 #include <random>
+#include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -311,6 +317,77 @@ public:
     mutable int calls = 0;
 };
 
+/// Whether a thread that does nothing but this comes to its end. One that goes to sleep instead waits for
+/// what nobody else is about to do: for ever, unless the caller does.
+bool comesToItsEnd(const std::function<void()> &operation) {
+    struct Run {
+        std::atomic<pid_t> thread = 0;
+        std::atomic<bool> ended = false;
+    };
+    const auto run = std::make_shared<Run>();
+    std::thread([run, operation] {
+        run->thread = gettid();
+        operation();
+        run->ended = true;
+    }).detach();
+    while (run->thread == 0)
+        std::this_thread::yield();
+    const std::string path = "/proc/self/task/" + std::to_string(run->thread) + "/stat";
+    for (int asleep = 0; asleep < 10 && !run->ended;) { // a lock inside the C library may be waited for, too
+        char line[64] = "";
+        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (file >= 0) {
+            static_cast<void>(!read(file, line, sizeof line - 1));
+            close(file);
+        }
+        asleep = std::string_view(line).find(") S ") != std::string_view::npos ? asleep + 1 : 0;
+        std::this_thread::yield();
+    }
+    return run->ended;
+}
+
+template <class Guarded>
+bool isLocked(const Ref<Guarded> &container) {
+    return !comesToItsEnd([container] { container->count(); });
+}
+
+// Tell whoever made them when they are read.
+
+using Told = std::function<void()>;
+
+class TellingArray final : public QNThreadSafeArray {
+public:
+    explicit TellingArray(Told told) : told_(std::move(told)) {}
+    std::vector<id> allObjects() const override { return told_(), QNThreadSafeArray::allObjects(); }
+    bool containsObject(const id &object) const override {
+        return told_(), QNThreadSafeArray::containsObject(object);
+    }
+
+private:
+    const Told told_;
+};
+
+class TellingDictionary final : public QNThreadSafeDictionary {
+public:
+    explicit TellingDictionary(Told told) : told_(std::move(told)) {}
+    void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const override {
+        told_();
+        QNThreadSafeDictionary::enumerateKeysAndObjectsUsingBlock(visitor);
+    }
+
+private:
+    const Told told_;
+};
+
+class TellingElement final : public NSObject {
+public:
+    explicit TellingElement(Told told) : told_(std::move(told)) {}
+    bool isEqual(const id &) const override { return told_(), true; }
+
+private:
+    const Told told_;
+};
+
 } // namespace
 
 TEST(QNThreadSafeArray, doesWhatAnOrdinaryArrayDoes) {
@@ -494,4 +571,90 @@ TEST(GuardedContainers, loseNothingAmongManyThreads) {
     for (const auto &[number, times] : seen)
         ASSERT_EQ(times, 3) << number << " was lost or doubled";
     EXPECT_EQ(dictionary->count(), static_cast<NSUInteger>(workers * rounds / 2 + 26));
+}
+
+TEST(GuardedContainers, takeTheLocksTheySay) {
+    const auto array = QNThreadSafeArray::array();
+    const auto dictionary = QNThreadSafeDictionary::array();
+    int seen = 0;
+    const auto list = make<TellingArray>([&] { seen += isLocked(array) || isLocked(dictionary); });
+    const auto entries = make<TellingDictionary>([&] { seen += isLocked(dictionary); });
+    list->addObject(word(0));
+    const std::function<void()> twoLocks[] = {
+        [&] { array->addObjectsFromArray(list); },
+        [&] { array->setArray(list); },
+        [&] { array->removeObjectsInArray(list); },
+        [&] {
+            array->replaceObjectsInRange({0, 0}, list);
+        },
+        [&] { array->insertObjects(list, NSIndexSet::indexSetWithIndex(0)); },
+        [&] { array->replaceObjectsAtIndexes(NSIndexSet::indexSetWithIndex(0), list); },
+        [&] { array->arrayByAddingObjectsFromArray(list); },
+        [&] { array->firstObjectCommonWithArray(list); },
+        [&] { qn::appendObjects(array, list); },
+        [&] { qn::prependObjects(array, list); },
+        [&] { qn::insertObjects(array, list, 0); },
+        [&] { dictionary->addEntriesFromDictionary(entries); },
+        [&] { dictionary->setDictionary(entries); },
+        [&] { dictionary->objectsForKeys(list, list); },
+        [&] { dictionary->removeObjectsForKeys(list); },
+        [&] { qn::entriesForKeys(dictionary, list); },
+        [&] { qn::popEntriesForKeys(dictionary, list); },
+    };
+    for (std::size_t i = 0; i < std::size(twoLocks); ++i) {
+        seen = 0;
+        twoLocks[i]();
+        EXPECT_EQ(seen, 1) << "operation " << i;
+    }
+    seen = 0;
+    static_cast<void>(array->copy()->isEqual(list));
+    static_cast<void>(QNThreadSafeArray::initWithArray(list));
+    static_cast<void>(NSMutableDictionary::dictionaryWithDictionary(entries));
+    EXPECT_EQ(seen, 0);
+
+    const auto one = QNThreadSafeArray::array(), two = QNThreadSafeArray::array();
+    bool held = false;
+    const auto element = [&] { return make<TellingElement>([&] { held = isLocked(one) && isLocked(two); }); };
+    one->addObject(element());
+    two->addObject(element());
+    EXPECT_TRUE(one->isEqual(two) && held);
+}
+
+TEST(GuardedContainers, thatHoldThemselvesWaitOrEndAsTheySay) {
+    const auto newArray = [] {
+        const auto array = QNThreadSafeArray::array();
+        array->addObject(array);
+        return array;
+    };
+    const auto newDictionary = [] {
+        const auto dictionary = QNThreadSafeDictionary::array();
+        dictionary->setObject(dictionary, word(0));
+        return dictionary;
+    };
+    const auto array = newArray();
+    const auto dictionary = newDictionary();
+    for (const id &itself : {id(array), id(dictionary)}) {
+        EXPECT_TRUE(comesToItsEnd([=] {
+            EXPECT_EQ(NSJSONSerialization::dataWithJSONObject(itself, NSJSONWritingOptions::None, nullptr),
+                      nullptr);
+            EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(itself));
+            EXPECT_EQ(text(qn::modelToJSONString(itself)), itself == array ? "[]" : "{\"a\":null}");
+            EXPECT_TRUE(NSKeyedArchiver::archivedDataWithRootObject(itself));
+            EXPECT_TRUE(itself->copy()->isEqual(itself));
+        }));
+    }
+    array->removeAllObjects();
+    dictionary->removeAllObjects();
+    const std::function<void()> endless[] = {
+        [=] { static_cast<void>(newArray()->description()); },
+        [=] { NSString::stringWithFormat("%@", newArray()); },
+        [=] { static_cast<void>(newArray()->componentsJoinedByString(nullptr)); },
+        [=] { qn::jsonStringEncoded(newArray()); },
+        [=] { qn::jsonPrettyStringEncoded(newArray()); },
+        [=] { static_cast<void>(newDictionary()->description()); },
+        [=] { static_cast<void>(newDictionary()->descriptionInStringsFileFormat()); },
+        [=] { qn::jsonString(newDictionary()); },
+    };
+    for (std::size_t i = 0; i < std::size(endless); ++i) // each leaves a thread asleep
+        EXPECT_FALSE(comesToItsEnd(endless[i])) << i;
 }
