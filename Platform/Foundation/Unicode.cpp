@@ -1,6 +1,8 @@
 #include "Platform/Foundation/Unicode.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
 
 #include <unicode/utf16.h>
@@ -25,64 +27,85 @@ bool isASCII(std::string_view bytes) {
     return !(seen & highBits) && std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; });
 }
 
-/// Appends the ASCII characters that begin at index `i` and gives the index behind them.
-template <class From, class To>
-std::size_t appendASCII(From text, std::size_t i, To &out) {
-    const auto first = text.begin() + static_cast<std::ptrdiff_t>(i);
-    const auto last =
-        std::find_if(first, text.end(), [](auto unit) { return static_cast<unsigned>(unit) >= 0x80; });
-    const auto at = static_cast<std::ptrdiff_t>(out.size());
-    out.resize(out.size() + static_cast<std::size_t>(last - first));
-    std::transform(first, last, out.begin() + at,
-                   [](auto unit) { return static_cast<typename To::value_type>(unit); });
-    return static_cast<std::size_t>(last - text.begin());
+constexpr std::size_t atOnce = 8;
+using EightBytes = unsigned char __attribute__((vector_size(atOnce)));
+using EightUnits = std::uint16_t __attribute__((vector_size(2 * atOnce)));
+
+// Both copy ASCII characters, eight at a time, and give how many; up to seven may be left.
+std::size_t copyASCII(std::string_view bytes, char16_t *to) {
+    std::size_t i = 0;
+    for (EightBytes eight; bytes.size() - i >= atOnce; i += atOnce) {
+        std::memcpy(&eight, bytes.data() + i, sizeof eight);
+        if (std::bit_cast<std::uint64_t>(eight) & 0x8080808080808080u)
+            break;
+        const auto units = __builtin_convertvector(eight, EightUnits);
+        std::memcpy(to + i, &units, sizeof units);
+    }
+    return i;
 }
 
-void appendUnits(std::u16string &out, UChar32 character) {
-    if (character <= 0xFFFF) {
-        out.push_back(static_cast<char16_t>(character));
-    } else {
-        out.push_back(U16_LEAD(character));
-        out.push_back(U16_TRAIL(character));
+std::size_t copyASCII(std::u16string_view units, char *to) {
+    std::size_t i = 0;
+    for (EightUnits eight; units.size() - i >= atOnce; i += atOnce) {
+        std::memcpy(&eight, units.data() + i, sizeof eight);
+        const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(eight);
+        if ((halves[0] | halves[1]) & 0xFF80FF80FF80FF80u)
+            break;
+        const auto bytes = __builtin_convertvector(eight, EightBytes);
+        std::memcpy(to + i, &bytes, sizeof bytes);
     }
+    return i;
 }
 
 // Both converters report whether the text was valid throughout; an invalid piece is replaced.
 bool convert(std::string_view bytes, std::u16string &out) {
     bool valid = true;
     const char *text = bytes.data();
-    const std::size_t length = bytes.size();
-    out.reserve(out.size() + length);
-    for (std::size_t i = appendASCII(bytes, 0, out); i < length; i = appendASCII(bytes, i, out)) {
-        UChar32 character;
-        U8_NEXT(text, i, length, character);
-        valid = valid && character >= 0;
-        appendUnits(out, character >= 0 ? character : replacement);
+    const std::size_t length = bytes.size(), before = out.size();
+    out.resize(before + length); // no more units than bytes
+    char16_t *to = out.data() + before;
+    for (std::size_t i = 0; i < length;) {
+        const std::size_t copied = copyASCII(bytes.substr(i), to);
+        i += copied;
+        to += copied;
+        for (const std::size_t end = std::min(length, i + atOnce); i < end;) {
+            UChar32 character;
+            U8_NEXT(text, i, length, character);
+            valid = valid && character >= 0;
+            std::size_t count = 0;
+            U16_APPEND_UNSAFE(to, count, character >= 0 ? character : replacement);
+            to += count;
+        }
     }
+    out.resize(static_cast<std::size_t>(to - out.data()));
     return valid;
 }
 
 bool convert(std::u16string_view units, std::string &out) {
     bool valid = true;
-    const auto length = units.size();
-    out.reserve(out.size() + length);
-    for (std::size_t i = appendASCII(units, 0, out); i < length; i = appendASCII(units, i, out)) {
-        char bytes[U8_MAX_LENGTH];
-        std::size_t count = unicode::encodeCharacter(units, i, bytes);
-        if (count == 0) {
-            valid = false;
-            U8_APPEND_UNSAFE(bytes, count, replacement);
+    const std::size_t length = units.size(), before = out.size();
+    out.resize(before + 3 * length); // a pair takes four bytes
+    char *to = out.data() + before;
+    for (std::size_t i = 0; i < length;) {
+        const std::size_t copied = copyASCII(units.substr(i), to);
+        i += copied;
+        to += copied;
+        for (const std::size_t end = std::min(length, i + atOnce); i < end;) {
+            std::size_t count = unicode::encodeCharacter(units, i, to);
+            if (count == 0) {
+                valid = false;
+                U8_APPEND_UNSAFE(to, count, replacement);
+            }
+            to += count;
         }
-        out.append(bytes, count);
     }
+    out.resize(static_cast<std::size_t>(to - out.data()));
     return valid;
 }
 
 } // namespace
 
 std::optional<std::u16string> unicode::utf16FromUTF8(std::string_view bytes) {
-    if (isASCII(bytes))
-        return std::u16string(bytes.begin(), bytes.end());
     std::u16string units;
     return convert(bytes, units) ? std::optional(std::move(units)) : std::nullopt;
 }
