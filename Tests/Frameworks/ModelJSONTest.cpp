@@ -3,6 +3,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
 #include "Platform/Foundation/NSAttributedString.h"
 #include "Platform/Foundation/NSDate.h"
+#include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSSet.h"
@@ -87,6 +88,10 @@ TEST(ModelJSON, ofEveryKindOfObject) {
          R"(["x",["2014-01-20T13:24:48+0100",7]])"},
         {NSArray::arrayWithObjects({null, seven}), R"(["x",[null,7]])"}, // valid as it is
         {NSSet::setWithObjects({seven, data}), R"(["x",[7]])"},
+        {NSArray::arrayWithObjects(
+             {NSNumber::numberWithFloat(INFINITY), make<NSString>(u"a\xD800"),
+              NSDictionary::dictionaryWithEntries({{u"k"_ns, NSDecimalNumber::notANumber()}})}),
+         "[\"x\",[\"a\uFFFD\",{\"k\":null}]]"}, // one value does not cost the others
     };
     for (const auto &[object, expected] : table)
         EXPECT_EQ(json(object), expected);

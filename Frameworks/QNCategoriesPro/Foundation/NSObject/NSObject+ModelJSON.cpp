@@ -5,6 +5,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/WritableJSON.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
 #include "Platform/Foundation/NSAttributedString.h"
 #include "Platform/Foundation/NSData.h"
@@ -177,9 +178,14 @@ id qn::modelToJSONObject(const id &model) {
 }
 
 Ref<NSData> qn::modelToJSONData(const id &model) {
+    const auto written = [](const id &json) {
+        return NSJSONSerialization::dataWithJSONObject(json, NSJSONWritingOptions::None, nullptr);
+    };
     const id json = modelToJSONObject(model);
-    return json ? NSJSONSerialization::dataWithJSONObject(json, NSJSONWritingOptions::None, nullptr)
-                : nullptr;
+    if (!json)
+        return nullptr;
+    const auto data = written(json);
+    return data ? data : written(writableJSON(json));
 }
 
 Ref<NSString> qn::modelToJSONString(const id &model) {

@@ -37,7 +37,9 @@ namespace qn {
 
 /// An array or a dictionary; none for an object that makes neither.
 id modelToJSONObject(const id &model);
-/// Its text in UTF-8 by NSJSONSerialization, without options; none without it or when that refuses it.
+/// Its text in UTF-8 by NSJSONSerialization, without options; none without it, or when a hook made it
+/// something that JSON cannot be. What no JSON text can hold does not cost the rest: number objects that are
+/// not finite become null, and are left out of arrays; a surrogate that stands alone becomes U+FFFD.
 Ref<NSData> modelToJSONData(const id &model);
 Ref<NSString> modelToJSONString(const id &model);
 
