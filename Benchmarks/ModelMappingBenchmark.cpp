@@ -1,4 +1,6 @@
-// A thousand objects from JSON text and back, beside Qt's properties, plain structures and protobuf.
+// A thousand objects from JSON text and back, beside Qt's properties, protobuf, and plain structures by two
+// libraries.
+#include "Benchmarks/ModelMapping/DescribedPrinters.h"
 #include "Benchmarks/ModelMapping/Document.h"
 #include "Benchmarks/ModelMapping/MessagePrinters.h"
 #include "Benchmarks/ModelMapping/OurPrinters.h"
@@ -44,10 +46,12 @@ void objectsToText(benchmark::State &state) {
 BENCHMARK_TEMPLATE(textToObjects, OurPrinters);
 BENCHMARK_TEMPLATE(textToObjects, QtPrinters);
 BENCHMARK_TEMPLATE(textToObjects, StructPrinters);
+BENCHMARK_TEMPLATE(textToObjects, DescribedPrinters);
 BENCHMARK_TEMPLATE(textToObjects, MessagePrinters);
 BENCHMARK_TEMPLATE(objectsToText, OurPrinters);
 BENCHMARK_TEMPLATE(objectsToText, QtPrinters);
 BENCHMARK_TEMPLATE(objectsToText, StructPrinters);
+BENCHMARK_TEMPLATE(objectsToText, DescribedPrinters);
 BENCHMARK_TEMPLATE(objectsToText, MessagePrinters);
 
 } // namespace

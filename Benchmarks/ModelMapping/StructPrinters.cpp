@@ -5,21 +5,24 @@
 // The macro names types without the global namespace's mark, and defines functions that nothing declares.
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StructContact, identifier, name, mail, active)
 
-namespace {
-
-std::time_t dateOf(const std::string &text) {
-    std::tm parts{};
-    return strptime(text.c_str(), "%Y-%m-%dT%H:%M:%SZ", &parts) ? timegm(&parts) : 0;
+static void from_json(const nlohmann::json &json, StructDate &date) {
+    date = StructDate::read(json.get_ref<const std::string &>().c_str());
+}
+static void to_json(nlohmann::json &json, const StructDate &date) {
+    json = date.text();
 }
 
-std::string textOf(std::time_t date) {
+StructDate StructDate::read(const char *text) {
     std::tm parts{};
-    gmtime_r(&date, &parts);
+    return {strptime(text, "%Y-%m-%dT%H:%M:%SZ", &parts) ? timegm(&parts) : 0};
+}
+
+std::string StructDate::text() const {
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
     char text[32];
     return {text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts)};
 }
-
-} // namespace
 
 void from_json(const nlohmann::json &json, StructPrinter &printer) {
     json.at("enabled").get_to(printer.enabled);
@@ -40,7 +43,7 @@ void from_json(const nlohmann::json &json, StructPrinter &printer) {
     json.at("queue").get_to(printer.queue);
     json.at("comment").get_to(printer.comment);
     json.at("state").get_to(printer.state);
-    printer.installed = dateOf(json.at("installed").get_ref<const std::string &>());
+    json.at("installed").get_to(printer.installed);
     json.at("address").get_to(printer.address);
     json.at("contact").get_to(printer.contact);
     json.at("tags").get_to(printer.tags);
@@ -65,7 +68,7 @@ void to_json(nlohmann::json &json, const StructPrinter &printer) {
     json["queue"] = printer.queue;
     json["comment"] = printer.comment;
     json["state"] = printer.state;
-    json["installed"] = textOf(printer.installed);
+    json["installed"] = printer.installed;
     json["address"] = printer.address;
     json["contact"] = printer.contact;
     json["tags"] = printer.tags;

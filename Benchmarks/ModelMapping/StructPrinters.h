@@ -7,6 +7,13 @@
 #include <string>
 #include <vector>
 
+struct StructDate {
+    std::time_t seconds;
+
+    static StructDate read(const char *text);
+    std::string text() const;
+};
+
 struct StructContact {
     std::int32_t identifier;
     std::string name, mail;
@@ -26,7 +33,7 @@ struct StructPrinter {
     float density;
     double level;
     std::string name, model, location, queue, comment, state;
-    std::time_t installed;
+    StructDate installed;
     std::string address;
     StructContact contact;
     std::vector<std::string> tags;
