@@ -1,69 +1,58 @@
 // The program's JSON: one document on standard output, or one a line for a stream of events.
 #pragma once
 
+#include <cstdint>
 #include <functional>
-
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <string>
 #include <string_view>
 
 class Json {
 public:
-    using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-    explicit Json(Writer &writer) : writer_(writer) {}
-
-    Json &field(const char *key, std::string_view text) {
-        writer_.Key(key);
-        writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-        return *this;
-    }
+    Json &field(const char *key, std::string_view text) { return begin(key).element(text); }
     Json &field(const char *key, const std::string &text) { return field(key, std::string_view(text)); }
     Json &field(const char *key, const char *text) { return field(key, std::string_view(text)); }
-    Json &field(const char *key, bool flag) {
-        writer_.Key(key);
-        writer_.Bool(flag);
-        return *this;
-    }
-    Json &field(const char *key, std::int64_t number) {
-        writer_.Key(key);
-        writer_.Int64(number);
-        return *this;
-    }
-    Json &null(const char *key) {
-        writer_.Key(key);
-        writer_.Null();
-        return *this;
-    }
+    Json &field(const char *key, bool flag) { return begin(key).put(flag ? "true" : "false"); }
+    Json &field(const char *key, std::int64_t number) { return begin(key).put(std::to_string(number)); }
+    Json &null(const char *key) { return begin(key).put("null"); }
     /// An object under the key; `fill` writes its fields.
     Json &object(const char *key, const std::function<void(Json &)> &fill) {
-        writer_.Key(key);
-        return element(fill);
+        return begin(key).element(fill);
     }
     /// An array under the key; `fill` writes its elements.
     Json &array(const char *key, const std::function<void(Json &)> &fill) {
-        writer_.Key(key);
-        writer_.StartArray();
+        begin(key).put("[");
         fill(*this);
-        writer_.EndArray();
+        text_ += ']';
         return *this;
     }
     /// An object as an element of an array, or as the document.
     Json &element(const std::function<void(Json &)> &fill) {
-        writer_.StartObject();
+        put("{");
         fill(*this);
-        writer_.EndObject();
+        text_ += '}';
         return *this;
     }
-    Json &element(std::string_view text) {
-        writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+    Json &element(std::string_view text) { return put(quoted(text)); }
+
+    const std::string &text() const { return text_; }
+
+private:
+    static std::string quoted(std::string_view text);
+
+    Json &begin(const char *key) {
+        put(quoted(key));
+        text_ += ':';
+        return *this;
+    }
+    /// With a comma where something of the same object or array stands before it.
+    Json &put(std::string_view piece) {
+        if (!text_.empty() && std::string_view("{[:").find(text_.back()) == std::string_view::npos)
+            text_ += ',';
+        text_ += piece;
         return *this;
     }
 
-private:
-    Writer &writer_;
+    std::string text_;
 };
 
 /// Prints one JSON object on a line of its own; `fill` writes its fields.

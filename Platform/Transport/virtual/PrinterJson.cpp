@@ -1,23 +1,23 @@
 #include "Platform/Transport/virtual/PrinterJson.h"
 
-#include <algorithm>
+#include <boost/json/parse.hpp>
+#include <boost/json/stream_parser.hpp>
+#include <boost/json/value.hpp>
+
 #include <charconv>
-#include <rapidjson/document.h>
-#include <rapidjson/error/en.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 #include <stdexcept>
 
 namespace transport {
 
 namespace {
 
-using rapidjson::Document;
-using rapidjson::Value;
+namespace json = boost::json;
 
 constexpr size_t longestText = 65536;
 constexpr size_t longestIdentity = 255; // a device record holds it with a terminating zero
-constexpr int deepestNesting = 16;      // writing recurses
+constexpr size_t deepestNesting = 16;   // reading recurses
+
+constexpr std::string_view blanks = " \t\r\n";
 
 struct Malformed : std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -27,74 +27,50 @@ struct Malformed : std::runtime_error {
     throw Malformed(key + " must be " + expected + ".");
 }
 
-bool nestsDeeperThan(int levels, const Value &value) {
-    const auto inner = [levels](const Value &child) { return nestsDeeperThan(levels - 1, child); };
-    if (value.IsArray()) {
-        return levels == 0 || std::any_of(value.Begin(), value.End(), inner);
-    }
-    return value.IsObject() &&
-           (levels == 0 || std::any_of(value.MemberBegin(), value.MemberEnd(),
-                                       [&inner](const auto &member) { return inner(member.value); }));
-}
-
-// The parser lets an escaped half of a surrogate pair through, which could not be written back.
-bool isUnicode(const Document &document) {
-    using rapidjson::CrtAllocator, rapidjson::StringBuffer, rapidjson::UTF8;
-    StringBuffer discarded;
-    rapidjson::Writer<StringBuffer, UTF8<>, UTF8<>, CrtAllocator, rapidjson::kWriteValidateEncodingFlag>
-        writer(discarded);
-    return document.Accept(writer);
-}
-
-Document parsed(std::string_view text) {
+json::object parsed(std::string_view text) {
     if (text.size() > longestText) {
         throw Malformed("The text is longer than 65536 bytes.");
     }
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
-                               rapidjson::kParseFullPrecisionFlag;
-    Document document;
-    document.Parse<flags>(text.data(), text.size());
-    if (document.HasParseError()) {
-        throw Malformed("Not JSON at byte " + std::to_string(document.GetErrorOffset()) + ": " +
-                        rapidjson::GetParseError_En(document.GetParseError()));
+    json::stream_parser parser({}, {.max_depth = deepestNesting});
+    json::error_code error;
+    const size_t used = parser.write_some(text.data(), text.size(), error);
+    if (!error && used == text.size()) {
+        parser.finish(error);
     }
-    if (!document.IsObject()) {
-        throw Malformed("The text must be a JSON object.");
-    }
-    if (nestsDeeperThan(deepestNesting, document)) {
+    if (error == json::error::too_deep) {
         throw Malformed("The text nests deeper than 16 levels.");
     }
-    if (!isUnicode(document)) {
-        throw Malformed("A text holds half of a surrogate pair.");
+    if (error || used < text.size()) {
+        throw Malformed("Not JSON at byte " + std::to_string(used) + ": " +
+                        (error ? error : make_error_code(json::error::extra_data)).message() + ".");
     }
-    return document;
+    json::value value = parser.release();
+    if (!value.is_object()) {
+        throw Malformed("The text must be a JSON object.");
+    }
+    return std::move(value.get_object());
 }
 
-const Value *find(const Document &document, const char *key) {
-    const auto member = document.FindMember(key);
-    return member == document.MemberEnd() ? nullptr : &member->value;
-}
-
-const Value &need(const Document &document, const char *key) {
-    const Value *const value = find(document, key);
+const json::value &need(const json::object &document, const char *key) {
+    const json::value *const value = document.if_contains(key);
     if (value == nullptr) {
         throw Malformed(std::string(key) + " is missing.");
     }
     return *value;
 }
 
-std::string textOf(const Value &value, const char *key) {
-    if (!value.IsString()) {
+std::string textOf(const json::value &value, const char *key) {
+    if (!value.is_string()) {
         fail(key, "a text");
     }
-    std::string text(value.GetString(), value.GetStringLength());
+    std::string text(value.get_string());
     if (text.find('\0') != std::string::npos) {
         fail(key, "a text without a zero byte");
     }
     return text;
 }
 
-std::string identity(const Document &document, const char *key) {
+std::string identity(const json::object &document, const char *key) {
     std::string text = textOf(need(document, key), key);
     if (text.size() > longestIdentity) {
         fail(key, "at most 255 bytes long");
@@ -102,7 +78,7 @@ std::string identity(const Document &document, const char *key) {
     return text;
 }
 
-std::string name(const Document &document, const char *key) {
+std::string name(const json::object &document, const char *key) {
     std::string text = identity(document, key);
     if (text.empty()) {
         fail(key, "a text that is not empty");
@@ -121,39 +97,40 @@ std::optional<uint16_t> hexadecimal(std::string_view text) {
 }
 
 // 23115 or "0x5A4B".
-uint16_t identifier(const Document &document, const char *key) {
-    const Value &value = need(document, key);
-    if (value.IsUint() && value.GetUint() <= 0xFFFF) {
-        return static_cast<uint16_t>(value.GetUint());
+uint16_t identifier(const json::object &document, const char *key) {
+    const json::value &value = need(document, key);
+    if (const int64_t *const number = value.if_int64(); number && *number >= 0 && *number <= 0xFFFF) {
+        return static_cast<uint16_t>(*number);
     }
-    const std::optional<uint16_t> number = value.IsString() ? hexadecimal(textOf(value, key)) : std::nullopt;
+    const std::optional<uint16_t> number = value.is_string() ? hexadecimal(textOf(value, key)) : std::nullopt;
     if (!number) {
         fail(key, "a number from 0 to 65535 or a text like \"0x5A4B\"");
     }
     return *number;
 }
 
-int32_t integer(const Document &document, const char *key, int32_t absent) {
-    const Value *const value = find(document, key);
+int32_t integer(const json::object &document, const char *key, int32_t absent) {
+    const json::value *const value = document.if_contains(key);
     if (value == nullptr) {
         return absent;
     }
-    if (!value->IsInt()) {
+    const int64_t *const number = value->if_int64();
+    if (number == nullptr || !std::in_range<int32_t>(*number)) {
         fail(key, "an integer of 32 bits");
     }
-    return value->GetInt();
+    return static_cast<int32_t>(*number);
 }
 
-std::set<Fault> faults(const Document &document) {
+std::set<Fault> faults(const json::object &document) {
     std::set<Fault> found;
-    const Value *const list = find(document, "faults");
+    const json::value *const list = document.if_contains("faults");
     if (list == nullptr) {
         return found;
     }
-    if (!list->IsArray()) {
+    if (!list->is_array()) {
         fail("faults", "an array of texts");
     }
-    for (const Value &item : list->GetArray()) {
+    for (const json::value &item : list->get_array()) {
         const std::string text = textOf(item, "each of faults");
         const std::optional<Fault> fault = faultNamed(text);
         if (!fault) {
@@ -164,7 +141,7 @@ std::set<Fault> faults(const Document &document) {
     return found;
 }
 
-VirtualPrinterState stateOf(const Document &document) {
+VirtualPrinterState stateOf(const json::object &document) {
     VirtualPrinterState state;
     state.manufacturer = name(document, "manufacturer");
     state.product = name(document, "product");
@@ -173,11 +150,46 @@ VirtualPrinterState stateOf(const Document &document) {
     state.pid = identifier(document, "pid");
     state.printerStatus = integer(document, "printer_status", state.printerStatus);
     state.threshold = integer(document, "threshold", state.threshold);
-    if (const Value *const text = find(document, "status_text")) {
+    if (const json::value *const text = document.if_contains("status_text")) {
         state.statusText = textOf(*text, "status_text");
     }
     state.faults = faults(document);
     return state;
+}
+
+/// The value of a member of the outermost object, whose text has been read, where it stands; empty without
+/// it. Of several members of that name it is the last, as it is when the text is read.
+std::string_view placeOfMember(std::string_view text, std::string_view name) {
+    std::string_view found, last; // the last string: a key, when a colon follows
+    int depth = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const size_t start = i;
+        switch (text[i]) {
+        case '"':
+            while (text[++i] != '"') {
+                i += text[i] == '\\';
+            }
+            last = text.substr(start, i + 1 - start);
+            break;
+        case '{':
+        case '[':
+            ++depth;
+            break;
+        case '}':
+        case ']':
+            --depth;
+            break;
+        case ':':
+            if (depth == 1 && json::parse(json::string_view(last.data(), last.size())).as_string() == name) {
+                const size_t begin = text.find_first_not_of(blanks, i + 1);
+                found = text.substr(begin, text.find_first_of(" \t\r\n,}", begin) - begin);
+            }
+            break;
+        default:
+            break;
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -197,16 +209,15 @@ std::optional<std::string> jsonWithThreshold(std::string_view text, int32_t thre
     if (!printerFromJson(text)) {
         return std::nullopt;
     }
-    Document document = parsed(text);
-    if (const auto member = document.FindMember("threshold"); member != document.MemberEnd()) {
-        member->value.SetInt(threshold);
-    } else {
-        document.AddMember("threshold", threshold, document.GetAllocator());
+    const std::string number = std::to_string(threshold);
+    std::string changed(text);
+    if (const auto old = placeOfMember(text, "threshold"); !old.empty()) {
+        changed.replace(static_cast<size_t>(old.data() - text.data()), old.size(), number);
+    } else { // no printer is an empty object
+        const size_t end = changed.find_last_not_of(blanks, changed.rfind('}') - 1) + 1;
+        changed.insert(end, ", \"threshold\": " + number);
     }
-    rapidjson::StringBuffer buffer;
-    rapidjson::PrettyWriter writer(buffer);
-    document.Accept(writer);
-    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    return changed;
 }
 
 } // namespace transport

@@ -14,8 +14,8 @@ namespace transport {
 /// safe.
 std::optional<VirtualPrinterState> printerFromJson(std::string_view text, std::string *reason = nullptr);
 
-/// The same object with another threshold; other keys, known or not, keep their values and their order.
-/// None for a text that is no printer.
+/// The same text with another threshold, which is added at the end when there was none; all else stays as it
+/// stands. None for a text that is no printer.
 std::optional<std::string> jsonWithThreshold(std::string_view text, int32_t threshold);
 
 } // namespace transport
