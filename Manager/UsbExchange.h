@@ -41,4 +41,5 @@ private:
     void *handle_ = nullptr;
     std::array<std::uint8_t, 4096> buffer_;
     std::int32_t length_ = 0; // bytes in the buffer, 0 to its size
+    int completions_ = 0;     // calls of the completion, also those that nobody held it for
 };

@@ -1,7 +1,8 @@
 // The record of one printer that the USB transport can see, and the one operation that talks to it.
 //
 // Threads: a record is filled by the thread that makes it, before anybody else sees it. After that it may be
-// read from any thread. Exchanges block their thread, for as long as the drain, the write and two reads take.
+// read from any thread. Exchanges block their thread, for as long as the drain, the write and the reads take:
+// whatever the printer sends, the transport ends the drain after 5 seconds and the reads after two time-outs.
 // Two exchanges on one record at a time do no harm, but the completion of the later one then serves both.
 #pragma once
 
@@ -63,7 +64,8 @@ public:
     /// | header shorter than 8 bytes, or zero at offset 4 or 6  | (header, none)                     |
     /// | data of the announced length                           | (header, data)                     |
     /// | data of another length                                 | (header, data); the data then      |
-    /// |                                                        | counts as a transfer of its own    |
+    /// |                                                        | counts as a transfer of its own,   |
+    /// |                                                        | but a second call ends the exchange|
     /// | a transfer that begins 00 xx or xx AC                  | nothing: the exchange just ends    |
     /// | any other transfer in place of a header                | nothing: it is skipped             |
     void sendACLWithPJL(const Ref<NSData> &request, std::int32_t timeout,

@@ -77,6 +77,8 @@ Exchange predictExchange(const ScriptedTransport &script, const Bytes &request, 
                 seen.log.push_back("len:" + std::to_string(announced) + ",size:" + std::to_string(length));
                 return seen;
             }
+            if (seen.completions.size() == 2)
+                return seen;
         }
         if (buffer[0] == 0x00 || buffer[1] == 0xAC)
             return seen;
