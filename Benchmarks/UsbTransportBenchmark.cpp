@@ -1,6 +1,7 @@
 // The USB transport without a bus: listing twenty devices of a made-up sysfs, and one exchange with a printer
 // that answers at once, so that what is measured is ours alone.
-#include "Platform/Transport/usb/UsbTransport.h"
+#include "Platform/Transport/Transport.h"
+#include "Platform/Transport/usb/UsbPrinters.h"
 
 #include <algorithm>
 #include <array>
@@ -72,11 +73,13 @@ public:
         std::fill_n(buffer.begin(), 8, uint8_t{0});
         return {TL_USB_OK, 8};
     }
-    Transferred portStatus(uint8_t &bits, milliseconds) override {
+    Transferred portStatus(uint8_t &bits, milliseconds, const std::stop_token &) override {
         bits = 0x18;
         return {TL_USB_OK, 1};
     }
-    Transferred deviceId(std::span<uint8_t>, milliseconds) override { return {TL_USB_OK, 0}; }
+    Transferred deviceId(std::span<uint8_t>, milliseconds, const std::stop_token &) override {
+        return {TL_USB_OK, 0};
+    }
 };
 
 class InstantBus final : public UsbBus {
@@ -85,6 +88,7 @@ public:
         return {
             {.identity = {"Zelkor", "L200 Series", "SN1"}, .vid = 0x5A4B, .pid = 2, .bus = 1, .address = 1}};
     }
+    bool isAttached(const AttachedPrinter &) override { return true; }
     tl_usb_status open(const AttachedPrinter &, std::unique_ptr<UsbDevice> &device) override {
         device = std::make_unique<InstantDevice>();
         return TL_USB_OK;
@@ -94,7 +98,8 @@ public:
 /// What one question to a printer takes: open, write, read the header, read the data.
 void usbExchange(benchmark::State &state) {
     InstantBus bus;
-    UsbTransport transport(bus, dispatch::SystemClock::shared());
+    UsbPrinters printers(bus, dispatch::SystemClock::shared());
+    Transport transport(printers, dispatch::SystemClock::shared());
     const std::string uri = "usb://Zelkor/L200%20Series?serial=SN1";
     const std::array<uint8_t, 46> request{};
     std::array<uint8_t, 4096> reply;

@@ -21,6 +21,7 @@ const DeviceAccess heldByJobAmongOthers = {
         {.pid = 2, .process = "ipp-usb", .kind = Holder::Kind::ippUsb},
         {.pid = 3, .process = "usb", .kind = Holder::Kind::cupsBackend},
     }};
+const DeviceAccess printedOnBySomebody = {.printNodes = {"/dev/usb/lp1"}, .kernelDriver = "usblp"};
 const DeviceAccess withRule = {.udevRule = "/usr/lib/udev/rules.d/70-zkutility.rules"};
 
 } // namespace
@@ -43,11 +44,14 @@ TEST(Reason, namesTheThingToDo) {
         {TL_USB_ERROR_BUSY, heldBy("usb", Kind::cupsBackend), ExitStatus::busy, "A print job holds"},
         {TL_USB_ERROR_BUSY, heldByJobAmongOthers, ExitStatus::busy, "A print job holds"},
         {TL_USB_ERROR_BUSY, heldBy("ipp-usb", Kind::ippUsb), ExitStatus::busy, "systemctl stop ipp-usb"},
+        {TL_USB_ERROR_BUSY, heldBy("ipp-usb", Kind::ippUsb), ExitStatus::busy, "systemctl start ipp-usb"},
+        {TL_USB_ERROR_BUSY, printedOnBySomebody, ExitStatus::busy, "through /dev/usb/lp1; wait"},
         {TL_USB_ERROR_BUSY, heldBy("a\x1B[m", Kind::other), ExitStatus::busy, R"("a\u001B[m" (process 42))"},
         {TL_USB_ERROR_NO_DEVICE, {}, ExitStatus::unplugged, "check its power"},
         {TL_USB_ERROR_INVALID, {}, ExitStatus::unplugged, "check its power"},
         {TL_USB_ERROR_STALL, {}, ExitStatus::transferFailed, "refused the transfer"},
         {TL_USB_ERROR_OVERFLOW, {}, ExitStatus::transferFailed, "more than it should"},
+        {TL_USB_ERROR_ENDLESS, {}, ExitStatus::transferFailed, "does not stop sending"},
         {TL_USB_ERROR_IO, {}, ExitStatus::transferFailed, "(-6); connect it with another USB cable"},
         {-4711, {}, ExitStatus::transferFailed, "(-4711)"},
     };

@@ -34,7 +34,9 @@ std::string heldBy(const Holder &holder, const std::string &printer) {
         return "A print job holds " + printer + "; wait until it has finished and try again.";
     case Holder::Kind::ippUsb:
         return "The daemon ipp-usb holds " + printer +
-               "; stop it, for example with \"systemctl stop ipp-usb\", and try again.";
+               "; stop it, for example with \"systemctl stop ipp-usb\", try again, and start it afterwards "
+               "with "
+               "\"systemctl start ipp-usb\".";
     case Holder::Kind::other:
         break;
     }
@@ -50,6 +52,9 @@ auto suspicion(const Holder &holder) {
 std::string busy(const std::string &printer, const std::optional<DeviceAccess> &access) {
     if (access && !access->holders.empty())
         return heldBy(*std::ranges::min_element(access->holders, {}, suspicion), printer);
+    if (access && access->kernelDriver == "usblp" && !access->printNodes.empty())
+        return "A program of another user prints on " + printer + " through " +
+               access->printNodes.front().string() + "; wait until it has finished and try again.";
     return "A print job or another program holds " + printer + "; wait until it has finished and try again.";
 }
 
@@ -86,6 +91,9 @@ Failure reasonOf(std::int32_t transportStatus, const std::string &name,
     case TL_USB_ERROR_STALL:
         return {ExitStatus::transferFailed,
                 printer + " refused the transfer; switch it off and on and try again."};
+    case TL_USB_ERROR_ENDLESS:
+        return {ExitStatus::transferFailed,
+                printer + " does not stop sending; switch it off and on and try again."};
     case TL_USB_ERROR_OVERFLOW:
         return {ExitStatus::transferFailed,
                 printer + " sent more than it should; switch it off and on and try again."};

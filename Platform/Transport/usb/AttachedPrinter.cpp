@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <string_view>
+#include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
 
@@ -19,16 +20,25 @@ namespace {
 
 constexpr std::string_view printerClass = "07";
 
+fs::path treeAt(const fs::path &root) {
+    return root / "sys/bus/usb/devices";
+}
+
+std::vector<std::string> namesIn(const fs::path &folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        names.push_back(entry->path().filename());
+    }
+    return names;
+}
+
 // The folder of links to all devices and interfaces. Its files are read by short relative paths and without
 // streams, as there are hundreds a look.
 class Tree {
 public:
-    explicit Tree(const fs::path &path) : folder_(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {
-        std::error_code error;
-        for (fs::directory_iterator entry(path, error), end; !error && entry != end; entry.increment(error)) {
-            names_.push_back(entry->path().filename());
-        }
-    }
+    explicit Tree(const fs::path &root)
+        : folder_(::open(treeAt(root).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
     ~Tree() {
         if (folder_ >= 0) {
             ::close(folder_);
@@ -37,7 +47,11 @@ public:
     Tree(const Tree &) = delete;
     Tree &operator=(const Tree &) = delete;
 
-    const std::vector<std::string> &names() const { return names_; }
+    /// The number of the entry's folder; 0 when there is none.
+    uint64_t folderNumber(const std::string &entry) const {
+        struct stat status {};
+        return ::fstatat(folder_, entry.c_str(), &status, 0) == 0 ? uint64_t{status.st_ino} : 0;
+    }
 
     /// Without white space at its ends; none when it cannot be read.
     std::optional<std::string> attribute(const std::string &entry, const char *name) const {
@@ -73,7 +87,6 @@ private:
     static constexpr std::string_view blanks = " \t\r\n";
 
     int folder_;
-    std::vector<std::string> names_;
 };
 
 // An entry is a device, "1-2.3", or one of its interfaces, "1-2.3:1.0".
@@ -81,35 +94,55 @@ bool isInterfaceOf(std::string_view device, std::string_view entry) {
     return entry.size() > device.size() && entry[device.size()] == ':' && entry.starts_with(device);
 }
 
-std::optional<AttachedPrinter> printerAt(const Tree &tree, const std::string &name, uint16_t vid) {
-    AttachedPrinter printer{.vid = vid};
-    for (const std::string &entry : tree.names()) {
-        if (isInterfaceOf(name, entry) && tree.attribute(entry, "bInterfaceClass") == printerClass) {
-            printer.interfaces.push_back(entry);
-        }
-    }
-    if (printer.interfaces.empty()) {
-        return std::nullopt;
-    }
+// Without its interfaces.
+std::optional<AttachedPrinter> deviceAt(const Tree &tree, const std::string &name, uint16_t vid) {
     const auto pid = tree.number<uint16_t>(name, "idProduct", 16);
     const auto bus = tree.number<int>(name, "busnum", 10);
     const auto address = tree.number<int>(name, "devnum", 10);
     if (!pid || !bus || !address) {
         return std::nullopt;
     }
-    printer.pid = *pid;
-    printer.bus = *bus;
-    printer.address = *address;
-    printer.identity = {tree.text(name, "manufacturer"), tree.text(name, "product"),
-                        tree.text(name, "serial")};
-    std::ranges::sort(printer.interfaces);
-    if (const auto id = tree.attribute(printer.interfaces.front(), "ieee1284_id")) {
-        printer.deviceId = identityOf(parseDeviceId(*id));
+    return AttachedPrinter{
+        .identity = {tree.text(name, "manufacturer"), tree.text(name, "product"), tree.text(name, "serial")},
+        .vid = vid,
+        .pid = *pid,
+        .bus = *bus,
+        .address = *address,
+        .folder = tree.folderNumber(name),
+        .name = name};
+}
+
+std::optional<AttachedPrinter> printerAt(const Tree &tree, const std::vector<std::string> &names,
+                                         const std::string &name, uint16_t vid) {
+    std::vector<std::string> interfaces;
+    for (const std::string &entry : names) {
+        if (isInterfaceOf(name, entry) && tree.attribute(entry, "bInterfaceClass") == printerClass) {
+            interfaces.push_back(entry);
+        }
+    }
+    auto printer = interfaces.empty() ? std::nullopt : deviceAt(tree, name, vid);
+    if (printer) {
+        std::ranges::sort(interfaces);
+        if (const auto id = tree.attribute(interfaces.front(), "ieee1284_id")) {
+            printer->deviceId = identityOf(parseDeviceId(*id));
+        }
+        printer->interfaces = std::move(interfaces);
     }
     return printer;
 }
 
 } // namespace
+
+ListedPrinter AttachedPrinter::listed() const {
+    std::string plugging;
+    for (const uint64_t number : {uint64_t(bus), uint64_t(address), folder, uint64_t{vid}, uint64_t{pid}}) {
+        plugging += std::to_string(number) + ' ';
+    }
+    for (const std::string *const text : {&identity.manufacturer, &identity.product, &identity.serial}) {
+        plugging += *text + '\n'; // of which sysfs has one at the end only
+    }
+    return {.identity = identity, .deviceId = deviceId, .vid = vid, .pid = pid, .plugging = plugging};
+}
 
 fs::path AttachedPrinter::node() const {
     std::array<char, 64> path;
@@ -117,24 +150,11 @@ fs::path AttachedPrinter::node() const {
     return path.data();
 }
 
-bool AttachedPrinter::isNamed(std::string_view uri) const {
-    if (names(uri, identity)) {
-        return true;
-    }
-    if (!deviceId) {
-        return false;
-    }
-    const auto told = [](const std::string &text, const std::string &instead) {
-        return text.empty() ? instead : text;
-    };
-    return names(uri, {told(deviceId->manufacturer, identity.manufacturer),
-                       told(deviceId->product, identity.product), told(deviceId->serial, identity.serial)});
-}
-
 std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const fs::path &root) {
-    const Tree tree(root / "sys/bus/usb/devices");
+    const Tree tree(root);
+    const std::vector<std::string> names = namesIn(treeAt(root));
     std::vector<AttachedPrinter> printers;
-    for (const std::string &name : tree.names()) {
+    for (const std::string &name : names) {
         if (name.find(':') != std::string::npos) {
             continue;
         }
@@ -142,7 +162,7 @@ std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const 
         if (!vendor || (vid && *vid != *vendor)) {
             continue;
         }
-        if (auto printer = printerAt(tree, name, *vendor)) {
+        if (auto printer = printerAt(tree, names, name, *vendor)) {
             printers.push_back(std::move(*printer));
         }
     }
@@ -150,9 +170,26 @@ std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const 
     return printers;
 }
 
+bool isStillAttached(const AttachedPrinter &printer, const fs::path &root) {
+    const Tree tree(root);
+    const auto vendor = tree.number<uint16_t>(printer.name, "idVendor", 16);
+    const auto device = vendor ? deviceAt(tree, printer.name, *vendor) : std::nullopt;
+    return device && device->isSamePlugging(printer);
+}
+
 std::vector<AttachedPrinter> attachedPrintersNamed(std::string_view uri,
                                                    const std::vector<AttachedPrinter> &printers) {
     return namedOf(printers, [&](const AttachedPrinter &printer) { return printer.isNamed(uri); });
+}
+
+std::vector<fs::path> printNodes(const AttachedPrinter &printer, const fs::path &root) {
+    std::vector<fs::path> nodes;
+    for (const std::string &interface : printer.interfaces) {
+        for (const std::string &name : namesIn(treeAt(root) / interface / "usbmisc")) {
+            nodes.push_back(fs::path("/dev/usb") / name);
+        }
+    }
+    return nodes;
 }
 
 } // namespace transport

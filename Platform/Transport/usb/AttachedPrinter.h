@@ -4,7 +4,7 @@
 // a look every other second. Nothing is cached. Thread-safe.
 #pragma once
 
-#include "Platform/Transport/PrinterUri.h"
+#include "Platform/Transport/ListedPrinter.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -22,28 +22,38 @@ struct AttachedPrinter {
         deviceId{}; // by its IEEE 1284 device ID, where the kernel read that already
     uint16_t vid = 0;
     uint16_t pid = 0;
-    int bus = 0;     // with the address: this plugging-in of this device, as no two at a time share it
-    int address = 0; // changes each time the device is plugged in
+    int bus = 0;         // with the address: this device, as no two at a time share them
+    int address = 0;     // changes most times that the device is plugged in
+    uint64_t folder = 0; // the number of its folder in sysfs: changes each time it is plugged in
+    std::string name{};  // of that folder, e.g. "1-2"
     std::vector<std::string> interfaces{}; // of the printer class, by their names in sysfs, e.g. "1-2:1.0"
 
     /// /dev/bus/usb/BBB/DDD.
     std::filesystem::path node() const;
 
     /// Whether the URI names it: by its descriptors, or by its device ID, as CUPS does.
-    bool isNamed(std::string_view uri) const;
+    bool isNamed(std::string_view uri) const { return listed().isNamed(uri); }
 
     bool isSamePlugging(const AttachedPrinter &other) const {
-        return bus == other.bus && address == other.address && vid == other.vid && pid == other.pid &&
-               identity == other.identity;
+        return bus == other.bus && address == other.address && folder == other.folder && vid == other.vid &&
+               pid == other.pid && identity == other.identity;
     }
+    ListedPrinter listed() const;
 };
 
 /// The attached printers, by bus and address; those of one vendor, or all. `root` stands in for "/".
 std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid = std::nullopt,
                                               const std::filesystem::path &root = "/");
 
+/// Whether that plugging-in lasts; reads no more than the folder of the printer.
+bool isStillAttached(const AttachedPrinter &printer, const std::filesystem::path &root = "/");
+
 /// Those that the URI names; see PrinterUri.h.
 std::vector<AttachedPrinter> attachedPrintersNamed(std::string_view uri,
                                                    const std::vector<AttachedPrinter> &printers);
+
+/// The device files, such as /dev/usb/lp0, that the kernel's printer driver offers of it at the moment.
+std::vector<std::filesystem::path> printNodes(const AttachedPrinter &printer,
+                                              const std::filesystem::path &root = "/");
 
 } // namespace transport

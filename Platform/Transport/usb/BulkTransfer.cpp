@@ -43,15 +43,19 @@ bool dropsRest(UsbDevice &device, std::span<uint8_t> scratch, Instant deadline, 
 } // namespace
 
 tl_usb_status writeAll(UsbDevice &device, std::span<const uint8_t> bytes, milliseconds timeout,
-                       const std::stop_token &stop) {
+                       const std::stop_token &stop, Clock &clock) {
+    const Instant deadline = clock.now() + timeout;
     while (!bytes.empty()) {
-        const auto [status, count] = device.send(bytes.first(std::min(bytes.size(), chunkSize)),
-                                                 std::max(timeout, milliseconds(1)), stop);
+        const auto [status, count] =
+            device.send(bytes.first(std::min(bytes.size(), chunkSize)), remaining(clock, deadline), stop);
         const bool progress = count > 0 && (status == TL_USB_OK || status == TL_USB_ERROR_TIMEOUT);
         if (!progress) {
             return status == TL_USB_OK ? TL_USB_ERROR_IO : status;
         }
         bytes = bytes.subspan(count);
+        if (!bytes.empty() && clock.now() >= deadline) {
+            return TL_USB_ERROR_TIMEOUT;
+        }
     }
     return TL_USB_OK;
 }

@@ -12,9 +12,9 @@
 
 namespace transport {
 
-/// Writes all bytes or fails. The time-out starts anew whenever the printer took some.
+/// Writes all bytes within the time-out, or fails.
 tl_usb_status writeAll(UsbDevice &device, std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
-                       const std::stop_token &stop);
+                       const std::stop_token &stop, dispatch::Clock &clock);
 
 /// Reads one transfer; `count` is 0 on failure. Waits through empty packets, at a leisurely pace, as some
 /// printers answer every request for data with one. A transfer longer than the buffer fills it and gives

@@ -85,34 +85,31 @@ std::optional<Holder> holder(const Search &search, pid_t pid) {
     return found.seen || likely ? std::optional(found) : std::nullopt;
 }
 
-std::vector<Holder> holders(const Search &search) {
-    std::vector<Holder> found;
+// All but this one.
+std::vector<pid_t> processes(const fs::path &root) {
+    std::vector<pid_t> found;
     std::error_code error;
-    fs::directory_iterator entry(search.root / "proc", error);
+    fs::directory_iterator entry(root / "proc", error);
     for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
         const std::string name = entry->path().filename();
         pid_t pid = 0;
         const auto [stop, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
-        if (failure != std::errc() || stop != name.data() + name.size() || pid == ::getpid()) {
-            continue;
+        if (failure == std::errc() && stop == name.data() + name.size() && pid != ::getpid()) {
+            found.push_back(pid);
         }
+    }
+    std::ranges::sort(found);
+    return found;
+}
+
+std::vector<Holder> holders(const Search &search) {
+    std::vector<Holder> found;
+    for (const pid_t pid : processes(search.root)) {
         if (auto process = holder(search, pid)) {
             found.push_back(std::move(*process));
         }
     }
-    std::ranges::sort(found, {}, &Holder::pid);
     return found;
-}
-
-// The device files that the kernel's printer driver offers.
-std::vector<fs::path> printNodes(const fs::path &interface) {
-    std::vector<fs::path> nodes;
-    std::error_code error;
-    fs::directory_iterator entry(interface / "usbmisc", error);
-    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
-        nodes.push_back("/dev/usb" / entry->path().filename());
-    }
-    return nodes;
 }
 
 } // namespace
@@ -128,19 +125,26 @@ std::optional<fs::path> installedUdevRule(const fs::path &root) {
     return std::nullopt;
 }
 
+bool isOpenSomewhere(const std::vector<fs::path> &nodes, const fs::path &root) {
+    return std::ranges::any_of(processes(root), [&](pid_t pid) {
+        return look(root / "proc" / std::to_string(pid) / "fd", nodes) == Sight::open;
+    });
+}
+
 DeviceAccess deviceAccess(const AttachedPrinter &printer, const fs::path &root) {
     const fs::path node = root / printer.node().relative_path();
     DeviceAccess access{.node = printer.node(),
                         .nodeExists = ::access(node.c_str(), F_OK) == 0,
                         .mayOpen = ::access(node.c_str(), R_OK | W_OK) == 0,
+                        .printNodes = printNodes(printer, root),
                         .udevRule = installedUdevRule(root)};
-    Search search{.printer = printer, .nodes = {printer.node()}, .root = root};
+    Search search{.printer = printer, .nodes = access.printNodes, .root = root};
+    search.nodes.push_back(printer.node());
     for (const std::string &name : printer.interfaces) {
         const fs::path interface = root / "sys/bus/usb/devices" / name;
         std::error_code none;
         const std::string driver = fs::read_symlink(interface / "driver", none).filename();
         access.kernelDriver = access.kernelDriver.empty() ? driver : access.kernelDriver;
-        std::ranges::copy(printNodes(interface), std::back_inserter(search.nodes));
     }
     search.claimedByProgram = access.kernelDriver == "usbfs";
     access.holders = holders(search);

@@ -45,6 +45,7 @@ struct DeviceAccess {
     std::filesystem::path node{}; // /dev/bus/usb/BBB/DDD
     bool nodeExists = false;      // false: unplugged meanwhile, or no /dev in this container
     bool mayOpen = false;         // whether this process may read and write the node
+    std::vector<std::filesystem::path> printNodes{}; // of the kernel's printer driver: /dev/usb/lp0
     std::optional<std::filesystem::path> udevRule{}; // as installedUdevRule gives it
     std::string kernelDriver{};    // bound to the printer interface: "usblp", "usbfs" (a program) or empty
     std::vector<Holder> holders{}; // by process id; this process is not among them
@@ -52,6 +53,10 @@ struct DeviceAccess {
 
 /// The installed 70-zkutility.rules; the first of its folders. `root` stands in for "/".
 std::optional<std::filesystem::path> installedUdevRule(const std::filesystem::path &root = "/");
+
+/// Whether any process that this user may look into, but this one, has one of the files open.
+bool isOpenSomewhere(const std::vector<std::filesystem::path> &nodes,
+                     const std::filesystem::path &root = "/");
 
 /// `root` as above.
 DeviceAccess deviceAccess(const AttachedPrinter &printer, const std::filesystem::path &root = "/");

@@ -1,26 +1,82 @@
 #include "Platform/Transport/usb/HeldPrinter.h"
 
+#include "Platform/Transport/usb/BulkTransfer.h"
+#include "Platform/Transport/usb/DeviceId.h"
+#include "Platform/Transport/usb/StatusText.h"
+
 #include <algorithm>
+#include <array>
+#include <system_error>
 #include <utility>
 
 namespace transport {
 
 using dispatch::Instant;
+using std::chrono::milliseconds;
 
-HeldPrinter::HeldPrinter(AttachedPrinter printer, UsbBus &bus, dispatch::Clock &clock)
-    : printer_(std::move(printer)), bus_(bus), clock_(clock) {}
+HeldPrinter::HeldPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::Clock &clock)
+    : printer_(printer), listed_(printer.listed()), bus_(bus), clock_(clock) {}
 
-tl_usb_status HeldPrinter::transfer(const Work &work) {
+HeldPrinter::~HeldPrinter() {
+    giveBack();
+    if (watcher_.joinable()) {
+        watcher_.join();
+    }
+}
+
+tl_usb_status HeldPrinter::open(const std::stop_token &stop) {
+    // The device may have been open from before, and its printer gone.
+    return transfer(
+        stop, [&](UsbDevice &) { return bus_.isAttached(printer_) ? TL_USB_OK : TL_USB_ERROR_NO_DEVICE; });
+}
+
+tl_usb_status HeldPrinter::write(std::span<const uint8_t> bytes, milliseconds timeout,
+                                 const std::stop_token &stop) {
+    return transfer(stop, [&](UsbDevice &device) { return writeAll(device, bytes, timeout, stop, clock_); });
+}
+
+tl_usb_status HeldPrinter::read(std::span<uint8_t> buffer, size_t &count, milliseconds timeout,
+                                const std::stop_token &stop) {
+    count = 0;
+    return transfer(
+        stop, [&](UsbDevice &device) { return readTransfer(device, buffer, count, timeout, stop, clock_); });
+}
+
+tl_usb_status HeldPrinter::status(std::string &text, milliseconds timeout, const std::stop_token &stop) {
+    const Instant deadline = clock_.now() + timeout;
+    const auto remaining = [&] {
+        return std::max(std::chrono::ceil<milliseconds>(deadline - clock_.now()), milliseconds(1));
+    };
+    return use(false, stop, [&](UsbDevice &device) {
+        uint8_t bits = 0;
+        const auto [status, length] = device.portStatus(bits, remaining(), stop);
+        if (status != TL_USB_OK || length == 0) {
+            return status == TL_USB_OK ? TL_USB_ERROR_IO : status;
+        }
+        std::array<uint8_t, 4096> reply;
+        // An extra: the status stands without it.
+        const Transferred id = device.deviceId(reply, remaining(), stop);
+        text = statusText(bits, parseDeviceId(deviceIdText({reply.data(), id.count})));
+        return TL_USB_OK;
+    });
+}
+
+void HeldPrinter::giveBack() {
+    Lock lock(mutex_);
+    keep_ = false;
+    if (state_ == State::open && users_ == 0) {
+        closeDevice(lock);
+    }
+    changed_.wait(lock, [this] { return state_ != State::closing; });
+}
+
+tl_usb_status HeldPrinter::transfer(const std::stop_token &stop, const Work &work) {
     const std::lock_guard lock(transfer_);
-    return use(work, true);
+    return use(true, stop, work);
 }
 
-tl_usb_status HeldPrinter::request(const Work &work) {
-    return use(work, false);
-}
-
-tl_usb_status HeldPrinter::use(const Work &work, bool keep) {
-    if (const tl_usb_status status = begin(keep); status != TL_USB_OK) {
+tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Work &work) {
+    if (const tl_usb_status status = begin(keep, stop); status != TL_USB_OK) {
         return status;
     }
     tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
@@ -33,50 +89,92 @@ tl_usb_status HeldPrinter::use(const Work &work, bool keep) {
     return status;
 }
 
-tl_usb_status HeldPrinter::begin(bool keep) {
-    const std::lock_guard lock(mutex_);
-    if (!device_) {
+tl_usb_status HeldPrinter::begin(bool keep, const std::stop_token &stop) {
+    Lock lock(mutex_);
+    changed_.wait(lock, [this] { return state_ == State::closed || state_ == State::open; });
+    if (stop.stop_requested()) {
+        return TL_USB_ERROR_CANCELLED;
+    }
+    if (state_ == State::closed) {
         keep_ = false;
-        // An address is given out again; what is there now must be the printer that was there.
-        const std::vector<AttachedPrinter> printers = bus_.printers();
-        if (std::ranges::none_of(printers, [this](const auto &p) { return p.isSamePlugging(printer_); })) {
-            return TL_USB_ERROR_NO_DEVICE;
-        }
-        if (const tl_usb_status status = bus_.open(printer_, device_); status != TL_USB_OK) {
+        if (const tl_usb_status status = openDevice(lock); status != TL_USB_OK) {
             return status;
         }
     }
-    keep_ = keep_ || keep;
     ++users_;
+    keep_ = keep_ || (keep && !stop.stop_requested()); // who stopped it has given the printer back by now
     return TL_USB_OK;
 }
 
 void HeldPrinter::end(tl_usb_status status) {
-    const std::lock_guard lock(mutex_);
+    Lock lock(mutex_);
     lastUse_ = clock_.now();
     keep_ = keep_ && status != TL_USB_ERROR_NO_DEVICE;
-    if (--users_ == 0 && !keep_) {
-        device_.reset();
+    const bool last = --users_ == 0;
+    if (last && !(keep_ && watch())) {
+        closeDevice(lock);
     }
 }
 
-void HeldPrinter::giveBack() {
-    const std::lock_guard lock(mutex_);
-    keep_ = false;
-    if (users_ == 0) {
-        device_.reset();
+tl_usb_status HeldPrinter::openDevice(Lock &lock) {
+    become(State::opening);
+    lock.unlock();
+    std::unique_ptr<UsbDevice> device;
+    tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
+    try {
+        status = bus_.open(printer_, device);
+    } catch (
+        const std::bad_alloc &) { // all that it throws; those who wait for the opening must hear of its end
     }
+    lock.lock();
+    device_ = std::move(device);
+    become(status == TL_USB_OK ? State::open : State::closed);
+    return status;
 }
 
-std::optional<Instant> HeldPrinter::giveBackIfIdle(Instant now) {
-    const std::lock_guard lock(mutex_);
-    if (users_ == 0 && now >= lastUse_ + idleTime) {
-        device_.reset();
+void HeldPrinter::closeDevice(Lock &lock) {
+    become(State::closing);
+    std::unique_ptr<UsbDevice> device = std::move(device_);
+    lock.unlock();
+    device.reset();
+    lock.lock();
+    become(State::closed);
+}
+
+void HeldPrinter::become(State state) {
+    state_ = state;
+    changed_.notify_all();
+}
+
+// With mutex_ held. False when there is no thread to be had.
+bool HeldPrinter::watch() {
+    if (watching_) {
+        return true;
     }
-    if (!device_) {
-        return std::nullopt;
+    if (watcher_.joinable()) {
+        watcher_.join(); // it has let go of the mutex for the last time
     }
-    return users_ == 0 ? lastUse_ + idleTime : now + idleTime;
+    try {
+        watcher_ = std::thread([this] { runWatch(); });
+    } catch (const std::system_error &) {
+        return false;
+    }
+    watching_ = true;
+    return true;
+}
+
+void HeldPrinter::runWatch() {
+    Lock lock(mutex_);
+    while (state_ == State::open) {
+        const Instant now = clock_.now();
+        const Instant due = (users_ == 0 ? lastUse_ : now) + idleTime;
+        if (now >= due) {
+            closeDevice(lock);
+        } else {
+            clock_.waitUntil(lock, changed_, due);
+        }
+    }
+    watching_ = false;
 }
 
 } // namespace transport

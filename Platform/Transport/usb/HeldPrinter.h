@@ -1,66 +1,82 @@
-// One plugged-in printer while handles to it exist: opens the device when it is used, and gives it back when
-// it rests.
-//
-//     HeldPrinter held(printer, bus, clock);
-//     held.transfer([&](UsbDevice &device) { return writeAll(device, bytes, timeout, stop); });
-//     held.giveBackIfIdle(clock.now());    // now and then
+// One plugged-in printer on a USB bus: opens the device when it is used, and gives it back when it rests. A
+// caller may leave a handle open for good: the printer is given back shortly after the last transfer, and
+// opened again for the next.
 //
 // | device is | on                                     | device is                                        |
 // |-----------|----------------------------------------|--------------------------------------------------|
-// | closed    | transfer, request                      | open; a failure leaves it closed                 |
-// | open      | end of a request that opened it        | closed                                           |
-// |           | end of a transfer                      | open, until it has been idle for `idleTime`      |
+// | closed    | open, write, read, status              | open; a failure leaves it closed                 |
+// | open      | end of a status call that opened it    | closed                                           |
+// |           | end of any other                       | open, until it has been idle for `idleTime`      |
 // |           | giveBack, a printer found unplugged    | closed, once nobody uses it any more             |
 //
-// Thread-safe. Transfers run one after another; requests run beside them. There is one device file at most.
+// Thread-safe. Transfers run one after another; status calls run beside them. There is one device file at
+// most. A small thread of its own looks after an open device.
 #pragma once
 
 #include "Platform/Dispatch/Clock.h"
+#include "Platform/Transport/Printer.h"
 #include "Platform/Transport/usb/UsbDevice.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
+#include <stop_token>
+#include <thread>
 
 namespace transport {
 
-class HeldPrinter {
+class HeldPrinter final : public Printer {
 public:
-    using Work = std::function<tl_usb_status(UsbDevice &)>;
-
     /// Less than the second that CUPS and the kernel driver are to wait at most.
     static constexpr std::chrono::milliseconds idleTime{800};
 
     /// Bus and clock outlive it.
-    HeldPrinter(AttachedPrinter printer, UsbBus &bus, dispatch::Clock &clock);
+    HeldPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::Clock &clock);
+    ~HeldPrinter() override;
 
-    const AttachedPrinter &printer() const { return printer_; }
-
-    /// What `work` gives, or why the device could not be opened.
-    tl_usb_status transfer(const Work &work);
-    tl_usb_status request(const Work &work);
-
-    void giveBack();
-    /// When to look again; none when the device is closed.
-    std::optional<dispatch::Instant> giveBackIfIdle(dispatch::Instant now);
+    const ListedPrinter &listed() const override { return listed_; }
+    tl_usb_status open(const std::stop_token &stop) override;
+    tl_usb_status write(std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
+                        const std::stop_token &stop) override;
+    tl_usb_status read(std::span<uint8_t> buffer, size_t &count, std::chrono::milliseconds timeout,
+                       const std::stop_token &stop) override;
+    tl_usb_status status(std::string &text, std::chrono::milliseconds timeout,
+                         const std::stop_token &stop) override;
+    void giveBack() override;
 
 private:
-    tl_usb_status use(const Work &work, bool keep);
-    tl_usb_status begin(bool keep);
+    using Work = std::function<tl_usb_status(UsbDevice &)>;
+    using Lock = std::unique_lock<std::mutex>; // of mutex_
+    enum class State { closed, opening, open, closing };
+
+    tl_usb_status transfer(const std::stop_token &stop, const Work &work);
+    /// `keep`: the device stays open until it has been idle.
+    tl_usb_status use(bool keep, const std::stop_token &stop, const Work &work);
+    tl_usb_status begin(bool keep, const std::stop_token &stop);
     void end(tl_usb_status status);
+    tl_usb_status openDevice(Lock &lock);
+    void closeDevice(Lock &lock);
+    void become(State state);
+    bool watch();
+    void runWatch();
 
     const AttachedPrinter printer_;
+    const ListedPrinter listed_;
     UsbBus &bus_;
     dispatch::Clock &clock_;
 
     std::mutex transfer_; // held during transfers, taken before mutex_
-    std::mutex mutex_;
+    std::mutex mutex_;    // never held while the device is opened, used or closed; guards what follows
+    State state_ = State::closed;
+    std::condition_variable changed_; // state_
     std::unique_ptr<UsbDevice> device_;
     int users_ = 0;
     bool keep_ = false; // the open device when the last user is done
     dispatch::Instant lastUse_;
+    bool watching_ = false;
+    std::thread watcher_;
 };
 
 } // namespace transport

@@ -1,6 +1,8 @@
 #include "Platform/Transport/usb/LibusbBus.h"
 
 #include "Platform/Transport/usb/AlternateSetting.h"
+#include "Platform/Transport/usb/LibusbSettings.h"
+#include "Platform/Transport/usb/PrintNodeHold.h"
 
 #include <algorithm>
 #include <atomic>
@@ -72,38 +74,6 @@ tl_usb_status statusOf(libusb_transfer_status status) {
     }
 }
 
-AlternateSetting settingOf(const libusb_interface_descriptor &descriptor) {
-    AlternateSetting setting{.interface = descriptor.bInterfaceNumber,
-                             .number = descriptor.bAlternateSetting,
-                             .interfaceClass = descriptor.bInterfaceClass,
-                             .subclass = descriptor.bInterfaceSubClass,
-                             .protocol = descriptor.bInterfaceProtocol};
-    for (const auto &endpoint : std::span(descriptor.endpoint, descriptor.bNumEndpoints)) {
-        const auto packetSize = static_cast<uint16_t>(endpoint.wMaxPacketSize & 0x07FF);
-        if ((endpoint.bmAttributes & 0x03) != LIBUSB_TRANSFER_TYPE_BULK || packetSize == 0) {
-            continue;
-        }
-        if ((endpoint.bEndpointAddress & LIBUSB_ENDPOINT_IN) == 0) {
-            setting.bulkOut = setting.bulkOut == 0 ? endpoint.bEndpointAddress : setting.bulkOut;
-        } else if (setting.bulkIn == 0) {
-            setting.bulkIn = endpoint.bEndpointAddress;
-            setting.packetSize = packetSize;
-        }
-    }
-    return setting;
-}
-
-std::vector<AlternateSetting> settingsOf(const libusb_config_descriptor &configuration) {
-    std::vector<AlternateSetting> settings;
-    for (const auto &interface : std::span(configuration.interface, configuration.bNumInterfaces)) {
-        for (const auto &alternate :
-             std::span(interface.altsetting, static_cast<size_t>(std::max(interface.num_altsetting, 0)))) {
-            settings.push_back(settingOf(alternate));
-        }
-    }
-    return settings;
-}
-
 void LIBUSB_CALL markDone(libusb_transfer *transfer) {
     std::atomic_ref(*static_cast<int *>(transfer->user_data)).store(1, std::memory_order_release);
 }
@@ -125,21 +95,24 @@ public:
         return bulk(setting_.bulkIn, buffer, timeout, stop);
     }
 
-    Transferred portStatus(uint8_t &bits, milliseconds timeout) override {
+    Transferred portStatus(uint8_t &bits, milliseconds timeout, const std::stop_token &stop) override {
         constexpr uint8_t getPortStatus = 1;
-        return request(getPortStatus, setting_.interface, {&bits, 1}, timeout);
+        return request(getPortStatus, setting_.interface, {&bits, 1}, timeout, stop);
     }
-    Transferred deviceId(std::span<uint8_t> buffer, milliseconds timeout) override {
+    Transferred deviceId(std::span<uint8_t> buffer, milliseconds timeout,
+                         const std::stop_token &stop) override {
         constexpr uint8_t getDeviceId = 0;
         const auto index = static_cast<uint16_t>(setting_.interface << 8 | setting_.number);
-        return request(getDeviceId, index, buffer, timeout);
+        return request(getDeviceId, index, buffer, timeout, stop);
     }
 
 private:
     Transferred bulk(uint8_t endpoint, std::span<uint8_t> bytes, milliseconds timeout,
                      const std::stop_token &stop);
+    Transferred request(uint8_t code, uint16_t index, std::span<uint8_t> buffer, milliseconds timeout,
+                        const std::stop_token &stop);
+    Transferred carriedOut(libusb_transfer &transfer, int &done, const std::stop_token &stop);
     void awaitEnd(libusb_transfer &transfer, int &done, const std::stop_token &stop);
-    Transferred request(uint8_t code, uint16_t index, std::span<uint8_t> buffer, milliseconds timeout);
 
     const Context context_; // closed after the handle
     const Owned<libusb_device_handle> handle_;
@@ -156,18 +129,44 @@ Transferred LibusbDevice::bulk(uint8_t endpoint, std::span<uint8_t> bytes, milli
     libusb_fill_bulk_transfer(transfer.get(), handle_.get(), endpoint, bytes.data(),
                               static_cast<int>(bytes.size()), markDone, &done,
                               static_cast<unsigned>(timeout.count()));
+    const Transferred result = carriedOut(*transfer, done, stop);
+    if (result.status == TL_USB_ERROR_STALL) {
+        libusb_clear_halt(handle_.get(), endpoint);
+    }
+    return result;
+}
+
+Transferred LibusbDevice::request(uint8_t code, uint16_t index, std::span<uint8_t> buffer,
+                                  milliseconds timeout, const std::stop_token &stop) {
+    constexpr uint8_t fromInterface = static_cast<uint8_t>(LIBUSB_ENDPOINT_IN) |
+                                      static_cast<uint8_t>(LIBUSB_REQUEST_TYPE_CLASS) |
+                                      static_cast<uint8_t>(LIBUSB_RECIPIENT_INTERFACE);
+    std::vector<uint8_t> bytes(LIBUSB_CONTROL_SETUP_SIZE + buffer.size());
+    const Owned<libusb_transfer> transfer(libusb_alloc_transfer(0));
+    if (!transfer) {
+        return {.status = TL_USB_ERROR_NO_MEMORY};
+    }
+    libusb_fill_control_setup(bytes.data(), fromInterface, code, 0, index,
+                              static_cast<uint16_t>(buffer.size()));
+    int done = 0;
+    libusb_fill_control_transfer(transfer.get(), handle_.get(), bytes.data(), markDone, &done,
+                                 static_cast<unsigned>(timeout.count()));
+    const Transferred result = carriedOut(*transfer, done, stop);
+    const size_t count = std::min(result.count, buffer.size());
+    std::copy_n(bytes.begin() + LIBUSB_CONTROL_SETUP_SIZE, count, buffer.begin());
+    return {.status = result.status, .count = count};
+}
+
+Transferred LibusbDevice::carriedOut(libusb_transfer &transfer, int &done, const std::stop_token &stop) {
     if (stop.stop_requested()) {
         return {.status = TL_USB_ERROR_CANCELLED};
     }
-    if (const int error = libusb_submit_transfer(transfer.get()); error != LIBUSB_SUCCESS) {
+    if (const int error = libusb_submit_transfer(&transfer); error != LIBUSB_SUCCESS) {
         return {.status = statusOf(error)};
     }
-    awaitEnd(*transfer, done, stop);
-    if (transfer->status == LIBUSB_TRANSFER_STALL) {
-        libusb_clear_halt(handle_.get(), endpoint);
-    }
-    return {.status = statusOf(transfer->status),
-            .count = static_cast<size_t>(std::max(transfer->actual_length, 0))};
+    awaitEnd(transfer, done, stop);
+    return {.status = statusOf(transfer.status),
+            .count = static_cast<size_t>(std::max(transfer.actual_length, 0))};
 }
 
 void LibusbDevice::awaitEnd(libusb_transfer &transfer, int &done, const std::stop_token &stop) {
@@ -178,20 +177,6 @@ void LibusbDevice::awaitEnd(libusb_transfer &transfer, int &done, const std::sto
             libusb_cancel_transfer(&transfer); // its end still has to be waited for
         }
     }
-}
-
-Transferred LibusbDevice::request(uint8_t code, uint16_t index, std::span<uint8_t> buffer,
-                                  milliseconds timeout) {
-    constexpr uint8_t fromInterface = static_cast<uint8_t>(LIBUSB_ENDPOINT_IN) |
-                                      static_cast<uint8_t>(LIBUSB_REQUEST_TYPE_CLASS) |
-                                      static_cast<uint8_t>(LIBUSB_RECIPIENT_INTERFACE);
-    const int result =
-        libusb_control_transfer(handle_.get(), fromInterface, code, 0, index, buffer.data(),
-                                static_cast<uint16_t>(buffer.size()), static_cast<unsigned>(timeout.count()));
-    if (result < 0) {
-        return {.status = statusOf(result)};
-    }
-    return {.status = TL_USB_OK, .count = static_cast<size_t>(result)};
 }
 
 Owned<libusb_device> deviceAt(libusb_context *context, int bus, int address) {
@@ -231,6 +216,10 @@ std::vector<AttachedPrinter> LibusbBus::printers() {
     return attachedPrinters();
 }
 
+bool LibusbBus::isAttached(const AttachedPrinter &printer) {
+    return isStillAttached(printer);
+}
+
 tl_usb_status LibusbBus::open(const AttachedPrinter &printer, std::unique_ptr<UsbDevice> &device) {
     Context shared;
     if (const tl_usb_status status = context(shared); status != TL_USB_OK) {
@@ -257,6 +246,13 @@ tl_usb_status LibusbBus::open(const AttachedPrinter &printer, std::unique_ptr<Us
         return statusOf(error);
     }
     Owned<libusb_device_handle> handle(opened);
+    if (!isAttached(printer)) {
+        return TL_USB_ERROR_NO_DEVICE; // its address has been given to another
+    }
+    const PrintNodeHold nodes(printer);
+    if (nodes.isUsed()) {
+        return TL_USB_ERROR_BUSY;
+    }
     const bool onlySetting =
         std::ranges::count(settings, setting->interface, &AlternateSetting::interface) == 1;
     if (const int error = claim(handle.get(), *setting, onlySetting); error != LIBUSB_SUCCESS) {

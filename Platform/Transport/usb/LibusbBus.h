@@ -1,4 +1,4 @@
-// The USB bus of this machine, over libusb. No other file knows libusb.
+// The USB bus of this machine, over libusb. No other file knows libusb, but for LibusbSettings.
 //
 // A libusb context, with the thread and the files that belong to it, exists only while a device is open.
 // Thread-safe.
@@ -17,8 +17,7 @@ namespace transport {
 class LibusbBus final : public UsbBus {
 public:
     std::vector<AttachedPrinter> printers() override;
-
-    /// Takes the interface from a kernel driver, but from no other program.
+    bool isAttached(const AttachedPrinter &printer) override;
     tl_usb_status open(const AttachedPrinter &printer, std::unique_ptr<UsbDevice> &device) override;
 
 private:

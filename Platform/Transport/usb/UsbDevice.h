@@ -24,7 +24,7 @@ struct Transferred {
 /// kernel and closes the file.
 ///
 /// Threads: a send or receive may run beside requests, not beside another send or receive. Time-outs are
-/// above 0.
+/// above 0. A stop ends each of them with TL_USB_ERROR_CANCELLED.
 class UsbDevice {
 public:
     UsbDevice() = default;
@@ -35,8 +35,7 @@ public:
     /// The most bytes a packet from the printer has.
     virtual size_t packetSize() const = 0;
 
-    /// One bulk transfer. A stop ends it with TL_USB_ERROR_CANCELLED. After a stall the endpoint is clear
-    /// again.
+    /// One bulk transfer. After a stall the endpoint is clear again.
     virtual Transferred send(std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
                              const std::stop_token &stop) = 0;
     /// The size of `buffer` is a multiple of the packet size. Ends with the first packet that is not full.
@@ -44,8 +43,10 @@ public:
                                 const std::stop_token &stop) = 0;
 
     /// The requests of the printer class: one byte of status bits; the device ID with its length field.
-    virtual Transferred portStatus(uint8_t &bits, std::chrono::milliseconds timeout) = 0;
-    virtual Transferred deviceId(std::span<uint8_t> buffer, std::chrono::milliseconds timeout) = 0;
+    virtual Transferred portStatus(uint8_t &bits, std::chrono::milliseconds timeout,
+                                   const std::stop_token &stop) = 0;
+    virtual Transferred deviceId(std::span<uint8_t> buffer, std::chrono::milliseconds timeout,
+                                 const std::stop_token &stop) = 0;
 };
 
 class UsbBus {
@@ -56,6 +57,11 @@ public:
     virtual ~UsbBus() = default;
 
     virtual std::vector<AttachedPrinter> printers() = 0;
+    /// Whether that plugging-in lasts; takes less time than looking for all.
+    virtual bool isAttached(const AttachedPrinter &printer) = 0;
+    /// Takes the interface from the kernel's driver, but from no program. TL_USB_ERROR_NO_DEVICE when that
+    /// plugging-in is over, also when its address is another's now. Blocks as long as the kernel does, which
+    /// is seconds at most. Throws nothing but std::bad_alloc.
     virtual tl_usb_status open(const AttachedPrinter &printer, std::unique_ptr<UsbDevice> &device) = 0;
 };
 

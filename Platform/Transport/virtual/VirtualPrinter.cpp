@@ -11,6 +11,7 @@ constexpr uint16_t readThresholdCommand = 0xFF21;
 constexpr uint16_t writeThresholdCommand = 0xFF20;
 constexpr std::string_view readThresholdText = "<!--#ssi IDr OID_PLATFORM_CONSUMEABLE_HINT -->";
 constexpr std::string_view writeThresholdText = "OID_PLATFORM_CONSUMEABLE_HINT=";
+constexpr std::string_view statusText = "@PJL USTATUS DEVICE\r\nCODE=10001\r\nONLINE=TRUE\r\n\f";
 constexpr uint16_t done = 1;
 constexpr uint16_t refused = 2;
 constexpr size_t mostQueuedTransfers = 64;
@@ -77,18 +78,25 @@ tl_usb_status VirtualPrinter::read(std::vector<uint8_t> &transfer) {
     if (unplugged_) {
         return TL_USB_ERROR_NO_DEVICE;
     }
+    if (output_.empty() && state_.has(Fault::EndlessText)) {
+        queueText(statusText);
+    }
     if (output_.empty()) {
         return TL_USB_ERROR_TIMEOUT;
     }
-    transfer = std::move(output_.front().bytes);
-    unplugged_ = output_.front().unplugs;
+    Transfer next = std::move(output_.front());
     output_.pop_front();
+    transfer = next.bytes;
+    unplugged_ = next.unplugs;
+    if (state_.has(Fault::EndlessReplies)) {
+        queue(std::move(next));
+    }
     return TL_USB_OK;
 }
 
 void VirtualPrinter::answer(const AclFrame &request) {
     if (state_.has(Fault::JunkFirst)) {
-        queueText("@PJL USTATUS DEVICE\r\nCODE=10001\r\nONLINE=TRUE\r\n\f");
+        queueText(statusText);
         queueText("@PJL INFO STATUS\r\nDISPLAY=\"READY\"\r\n\f");
     }
     if (request.command == readThresholdCommand && request.data == readThresholdText) {

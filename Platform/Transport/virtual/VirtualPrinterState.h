@@ -25,6 +25,8 @@ enum class Fault {
     WrongEcho,         // a reply echoes another command
     StatusNotOne,      // the status field of a good reply is 2
     EmptyData,         // a reply announces its data and sends an empty transfer
+    EndlessText,       // when nothing else waits, a PJL status text does
+    EndlessReplies,    // every transfer that is read waits anew behind the others
     UnplugAfterOpen,   // the printer is gone once opened,
     UnplugAfterWrite,  // ... once it was written to,
     UnplugAfterHeader, // ... once a reply header was read; each open brings it back
@@ -47,6 +49,8 @@ inline constexpr auto faultNames = std::to_array<std::pair<std::string_view, Fau
     {"wrong_echo", Fault::WrongEcho},
     {"status_not_one", Fault::StatusNotOne},
     {"empty_data", Fault::EmptyData},
+    {"endless_text", Fault::EndlessText},
+    {"endless_replies", Fault::EndlessReplies},
     {"unplug_after_open", Fault::UnplugAfterOpen},
     {"unplug_after_write", Fault::UnplugAfterWrite},
     {"unplug_after_header", Fault::UnplugAfterHeader},

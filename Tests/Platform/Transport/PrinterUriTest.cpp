@@ -1,7 +1,7 @@
 // Device URIs: both ways, and the printers that they name and do not name.
 #include "Platform/Transport/PrinterUri.h"
 
-#include "Platform/Transport/DeviceRecords.h"
+#include "Platform/Transport/ListedPrinter.h"
 
 #include <cctype>
 #include <cstdio>
@@ -87,7 +87,8 @@ TEST(PrinterUri, goesBothWaysForAnyBytes) {
         }
         EXPECT_TRUE(names(uri, printer)) << uri;
         // What is listed for a printer, however long or wrong its texts, names that printer.
-        const tl_usb_device_info record = deviceRecord(printer, 1, 2);
+        const tl_usb_device_info record =
+            transport::ListedPrinter{.identity = printer, .vid = 1, .pid = 2}.record();
         const PrinterIdentity listed = {field(record.manufacturer), field(record.product),
                                         field(record.serial)};
         EXPECT_EQ(listed, recorded(listed));

@@ -113,7 +113,8 @@ TEST_P(Transport, ShowsEveryFaultOfAnExchange) {
          "-1"},
         {{}, "open 0 drain -5 write 0 read <00ACFF2100010001> <33> -5 close 0"},
     };
-    std::set<Fault> shownFaults = {StatusFails, StatusEmpty, StatusNotJson, StatusNotObject}; // see elsewhere
+    std::set<Fault> shownFaults = {EndlessText, EndlessReplies, StatusFails, // see elsewhere
+                                   StatusEmpty, StatusNotJson,  StatusNotObject};
     for (const auto &[faults, story] : cases) {
         ports->plug(sampleLaser(faults));
         std::string expected = story;
@@ -124,6 +125,50 @@ TEST_P(Transport, ShowsEveryFaultOfAnExchange) {
         shownFaults.insert(faults.begin(), faults.end());
     }
     EXPECT_EQ(shownFaults.size(), transport::faultNames.size()) << "a fault without a case";
+}
+
+TEST_P(Transport, DoesNotReadForEver) {
+    using enum Fault;
+    const struct {
+        std::set<Fault> faults;
+        int32_t drained, answered; // how the reads end
+    } cases[] = {{{EndlessText}, TL_USB_ERROR_ENDLESS, TL_USB_ERROR_ENDLESS},
+                 {{EndlessText, Silent}, TL_USB_ERROR_ENDLESS, TL_USB_ERROR_ENDLESS},
+                 {{EndlessReplies}, TL_USB_ERROR_TIMEOUT, TL_USB_ERROR_ENDLESS},
+                 {{EndlessReplies, WrongLength, JunkFirst}, TL_USB_ERROR_TIMEOUT, TL_USB_ERROR_ENDLESS},
+                 {{EndlessReplies, StaleOutput}, TL_USB_ERROR_ENDLESS, TL_USB_ERROR_ENDLESS}};
+    for (const auto &[faults, drained, answered] : cases) {
+        ports->plug(sampleLaser(faults));
+        void *const handle = openPrinter();
+        Bytes transfer;
+        const auto lastStatus = [&] {
+            int reads = 0;
+            int32_t status = TL_USB_OK;
+            while ((status = receive(handle, transfer, silence_ms)) == TL_USB_OK) {
+                ++reads;
+            }
+            EXPECT_LE(reads, 1000);
+            return status;
+        };
+        EXPECT_EQ(lastStatus(), drained);
+        EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
+        EXPECT_EQ(receive(handle, transfer), TL_USB_OK) << "the write gave leave to read again";
+        EXPECT_EQ(lastStatus(), answered);
+        EXPECT_EQ(receive(handle, transfer), TL_USB_ERROR_ENDLESS);
+    }
+}
+
+TEST_P(Transport, FindsAPrinterByTheRecordItListed) {
+    // What a record cannot hold is cut, between two characters.
+    std::string serial(254, 's');
+    serial += "\u00fc and more";
+    ports->plug(sampleLaser({}, ports->isBus() ? serial : serial.substr(0, 254)));
+    tl_usb_device_info *list = nullptr;
+    int32_t count = 0;
+    ASSERT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, &list, &count), TL_USB_OK);
+    ASSERT_EQ(count, 1);
+    EXPECT_EQ(list->serial, std::string(254, 's'));
+    EXPECT_EQ(send(openPrinter(list->serial), envelopes::readThreshold), TL_USB_OK);
 }
 
 TEST_P(Transport, ToldOfAnUnpluggedPrinterOnce) {

@@ -3,12 +3,21 @@
 #include "Tests/Platform/Transport/UsbPorts.h"
 
 #include <chrono>
+#include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <random>
+#include <spawn.h>
+#include <sys/ioctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 using transport::Fault;
 
@@ -72,6 +81,83 @@ Bytes readOnce() {
     EXPECT_EQ(receive(handle, data), TL_USB_OK);
     return data;
 }
+
+/// The node of the kernel's printer driver: a terminal, as that can be kept for one program, too.
+class PrintNode {
+public:
+    explicit PrintNode(UsbAddress printer)
+        : interface_(UsbTestbed::shared().root() /
+                     usbInterfaceFolder(printer, usbPrinterInterface).substr(1)),
+          link_(UsbTestbed::shared().root() / "dev/usb/lp0"), terminal_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+        char name[64] = {};
+        EXPECT_EQ(::grantpt(terminal_) + ::unlockpt(terminal_) + ::ptsname_r(terminal_, name, sizeof name),
+                  0);
+        program_ = static_cast<int>(::syscall(SYS_openat, AT_FDCWD, name, O_RDWR | O_NOCTTY));
+        EXPECT_GE(program_, 0);
+        std::filesystem::create_directories(interface_ / "usbmisc/lp0");
+        std::filesystem::create_directories(link_.parent_path());
+        std::filesystem::create_symlink(name, link_);
+    }
+    ~PrintNode() {
+        std::filesystem::remove_all(interface_ / "usbmisc");
+        std::filesystem::remove(link_);
+        ::close(program_);
+        ::close(terminal_);
+    }
+    PrintNode(const PrintNode &) = delete;
+    PrintNode &operator=(const PrintNode &) = delete;
+
+    /// Whether a program prints through it.
+    void setUsed(bool used) const {
+        // Past the emulation, which is about to answer every ioctl itself.
+        EXPECT_EQ(::syscall(SYS_ioctl, program_, used ? TIOCEXCL : TIOCNXCL), 0);
+    }
+
+private:
+    const std::filesystem::path interface_, link_;
+    const int terminal_;
+    int program_ = -1;
+};
+
+/// While it lives, this thread may not open what is kept for one program: root may.
+class WithoutPrivilege {
+public:
+    WithoutPrivilege() { set(false); }
+    ~WithoutPrivilege() { set(true); }
+    WithoutPrivilege(const WithoutPrivilege &) = delete;
+    WithoutPrivilege &operator=(const WithoutPrivilege &) = delete;
+
+private:
+    static void set(bool allowed) {
+        __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
+        __user_cap_data_struct data[2] = {};
+        EXPECT_EQ(::syscall(SYS_capget, &header, data), 0);
+        constexpr uint32_t privilege = uint32_t{1} << CAP_SYS_ADMIN;
+        data[0].effective = allowed ? data[0].permitted : data[0].effective & ~privilege;
+        EXPECT_EQ(::syscall(SYS_capset, &header, data), 0);
+    }
+};
+
+/// A program that is in the middle of a call when it is told to end.
+class CallingProgram {
+public:
+    explicit CallingProgram(const char *call) {
+        const std::string uri = uriOf("SN0001");
+        const char *const arguments[] = {CALLING_PROGRAM, uri.c_str(), call, nullptr};
+        EXPECT_EQ(
+            ::posix_spawn(&pid_, arguments[0], nullptr, nullptr, const_cast<char **>(arguments), environ), 0);
+    }
+    /// The status it ends with.
+    int end() const {
+        int status = 0;
+        EXPECT_EQ(::kill(pid_, SIGTERM), 0);
+        EXPECT_EQ(::waitpid(pid_, &status, 0), pid_);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+private:
+    pid_t pid_ = 0;
+};
 
 class TransportUsb : public testing::Test {
 protected:
@@ -164,6 +250,67 @@ TEST_F(TransportUsb, endsAReadWhenItsPrinterOrItsHandleGoes) {
     }
 }
 
+TEST_F(TransportUsb, boundsAWholeWrite) {
+    void *const handle = openPrinter();
+    printer().holdRequests(true);
+    EXPECT_EQ(tl_usb_data_transfer_by_handle(handle, envelopes::readThreshold.data(), 105, silence_ms,
+                                             nullptr, nullptr, 0),
+              TL_USB_ERROR_TIMEOUT);
+    printer().holdRequests(false);
+    EXPECT_EQ(readOnce(), Bytes{'3'});
+}
+
+TEST_F(TransportUsb, tearsNoJobInTwo) {
+    const PrintNode node(printer().address());
+    const WithoutPrivilege user;
+    node.setUsed(true);
+    openPrinter("SN0001", TL_USB_ERROR_BUSY);
+    EXPECT_EQ(statusCall(), "-4 untouched");
+    EXPECT_TRUE(printer().hasKernelDriver());
+    node.setUsed(false);
+    EXPECT_EQ(readOnce(), Bytes{'3'});
+    node.setUsed(true);
+    EXPECT_EQ(readOnce(), Bytes{'3'}) << "the node is the job's only while the driver is there";
+}
+
+TEST_F(TransportUsb, givesThePrinterBackWhenItsProgramEndsInACall) {
+    for (const char *const call : {"read", "write", "status"}) {
+        printer().holdAnswers(true);
+        printer().holdRequests(std::string(call) != "read");
+        const CallingProgram program(call);
+        awaitThat([this] { return printer().pending() > 0; });
+        EXPECT_TRUE(printer().isClaimed());
+        EXPECT_EQ(program.end(), 128 + SIGTERM) << call;
+        awaitRest();
+        EXPECT_TRUE(printer().hasKernelDriver()) << call;
+    }
+}
+
+// A device may tell anything of itself.
+TEST_F(TransportUsb, survivesAnyDescriptors) {
+    constexpr unsigned seed = 15;
+    std::mt19937 random(seed);
+    const transport::VirtualPrinterState state = sampleLaser({}, "SN0002");
+    int opened = 0, refused = 0;
+    for (int round = 0; round < rounds / 100; ++round) {
+        Bytes descriptors = usbDescriptors(state);
+        for (size_t edits = 1 + random() % 3; edits > 0; --edits) {
+            descriptors[18 + random() % (descriptors.size() - 18)] = static_cast<uint8_t>(random());
+        }
+        descriptors.resize(random() % 4 == 0 ? 18 + random() % (descriptors.size() - 17)
+                                             : descriptors.size());
+        const auto device = UsbTestbed::shared().plug(state, descriptors);
+        void *handle = nullptr;
+        const int32_t status = tl_usb_get_device_handle(uriOf("SN0002").c_str(), 2, &handle);
+        EXPECT_EQ(status == TL_USB_OK, handle != nullptr) << "seed " << seed << ", round " << round;
+        ++(handle != nullptr ? opened : refused);
+        tl_usb_close_device_handle(handle);
+        UsbTestbed::shared().unplug(device);
+    }
+    EXPECT_GT(opened, 0);
+    EXPECT_GT(refused, 0);
+}
+
 // As the manager does it: the handle of an exchange that went well is never closed.
 TEST_F(TransportUsb, usesNoMoreAfterManyExchanges) {
     expectNoGrowth(rounds, [] { EXPECT_EQ(readOnce(), Bytes{'3'}); });
@@ -173,8 +320,10 @@ TEST_F(TransportUsb, usesNoMoreAfterManyPluggings) {
     expectNoGrowth(rounds / 10, [this] {
         EXPECT_EQ(countPrinters(), 1);
         EXPECT_EQ(readOnce(), Bytes{'3'});
+        const EmulatedUsbPrinter &gone = printer();
         ports.unplug("SN0001");
         EXPECT_EQ(countPrinters(), 0);
+        awaitThat([&] { return gone.opens() == 0; });
         ports.plug(sampleLaser());
     });
 }

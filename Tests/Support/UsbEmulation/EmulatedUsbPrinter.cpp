@@ -49,7 +49,18 @@ void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
 
 void EmulatedUsbPrinter::holdAnswers(bool held) {
     const std::scoped_lock guard(mutex_);
-    held_ = held;
+    answersHeld_ = held;
+    serveReads();
+}
+
+void EmulatedUsbPrinter::holdRequests(bool held) {
+    const std::scoped_lock guard(mutex_);
+    requestsHeld_ = held;
+    while (!requestsHeld_ && !requests_.empty()) {
+        Urb urb = std::move(requests_.front());
+        requests_.pop_front();
+        take(std::move(urb));
+    }
     serveReads();
 }
 
@@ -63,7 +74,8 @@ void EmulatedUsbPrinter::unplug() {
     const std::scoped_lock guard(mutex_);
     unplugged_ = true;
     node_.unlink();
-    finishReads(-ESHUTDOWN);
+    finishAll(reads_, -ESHUTDOWN);
+    finishAll(requests_, -ESHUTDOWN);
     showReady();
 }
 
@@ -89,7 +101,7 @@ size_t EmulatedUsbPrinter::opens() const {
 
 size_t EmulatedUsbPrinter::pending() const {
     const std::scoped_lock guard(mutex_);
-    return reads_.size();
+    return reads_.size() + requests_.size();
 }
 
 void EmulatedUsbPrinter::connect(const Client *client) {
@@ -108,6 +120,7 @@ void EmulatedUsbPrinter::vanish(const Client *client) {
         claimer_ = nullptr;
     }
     std::erase_if(reads_, isTheirs);
+    std::erase_if(requests_, isTheirs);
     std::erase_if(finished_, isTheirs);
     showReady();
 }
@@ -199,20 +212,27 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::submit(const Client *client, UMoc
     const auto length = static_cast<size_t>(urb.buffer_length);
     Urb submitted{client, Data(umockdev_ioctl_data_ref(block)),
                   length > 0 ? resolve(block, offsetof(usbdevfs_urb, buffer), length) : Data()};
-    if (urb.type == USBDEVFS_URB_TYPE_CONTROL) {
-        control(std::move(submitted));
-        return {};
-    }
-    if (claimer_ != client || (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut)) {
+    const bool isControl = urb.type == USBDEVFS_URB_TYPE_CONTROL;
+    if (!isControl && (claimer_ != client || (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut))) {
         return {.error = ENOENT}; // the kernel is more lenient, but says so in its log
     }
-    if (urb.endpoint == usbBulkIn) {
+    if (!isControl && urb.endpoint == usbBulkIn) {
         reads_.push_back(std::move(submitted));
+    } else if (requestsHeld_) {
+        requests_.push_back(std::move(submitted));
     } else {
-        write(std::move(submitted));
+        take(std::move(submitted));
     }
     serveReads();
     return {};
+}
+
+void EmulatedUsbPrinter::take(Urb urb) {
+    if (as<usbdevfs_urb>(urb.block.get()).type == USBDEVFS_URB_TYPE_CONTROL) {
+        control(std::move(urb));
+    } else {
+        write(std::move(urb));
+    }
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::reap(const Client *client, UMockdevIoctlData *pointer) {
@@ -227,15 +247,18 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::reap(const Client *client, UMockd
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::discard(const Client *client, unsigned long address) {
-    const auto found = std::ranges::find_if(
-        reads_, [&](const Urb &urb) { return urb.client == client && urb.block->client_addr == address; });
-    if (found == reads_.end()) {
-        return {.error = EINVAL};
+    for (std::deque<Urb> *const pending : {&reads_, &requests_}) {
+        const auto found = std::ranges::find_if(*pending, [&](const Urb &urb) {
+            return urb.client == client && urb.block->client_addr == address;
+        });
+        if (found != pending->end()) {
+            Urb urb = std::move(*found);
+            pending->erase(found);
+            finish(std::move(urb), -ENOENT);
+            return {};
+        }
     }
-    Urb urb = std::move(*found);
-    reads_.erase(found);
-    finish(std::move(urb), -ENOENT);
-    return {};
+    return {.error = EINVAL};
 }
 
 void EmulatedUsbPrinter::control(Urb urb) {
@@ -287,9 +310,9 @@ void EmulatedUsbPrinter::write(Urb urb) {
 
 void EmulatedUsbPrinter::serveReads() {
     if (stalled_.contains(usbBulkIn)) {
-        return finishReads(-EPIPE);
+        return finishAll(reads_, -EPIPE);
     }
-    while (!reads_.empty() && !held_) {
+    while (!reads_.empty() && !answersHeld_) {
         Bytes transfer;
         const tl_usb_status status = printer_.read(transfer);
         if (status == TL_USB_ERROR_TIMEOUT) {
@@ -319,8 +342,8 @@ void EmulatedUsbPrinter::finish(Urb urb, int status, const Bytes &sent) {
     showReady();
 }
 
-void EmulatedUsbPrinter::finishReads(int status) {
-    for (Urb &urb : std::exchange(reads_, {})) {
+void EmulatedUsbPrinter::finishAll(std::deque<Urb> &urbs, int status) {
+    for (Urb &urb : std::exchange(urbs, {})) {
         finish(std::move(urb), status);
     }
 }

@@ -1,8 +1,8 @@
 // A printer on an emulated USB bus: answers the calls of usbfs as the kernel would and hands the bulk data to
 // a virtual printer. Plugged in by UsbTestbed.
 //
-// Transfers are carried out when they are submitted; only a read that finds nothing stays pending. Opening
-// the device opens the virtual printer. Its faults show as:
+// Transfers are carried out when they are submitted; a read that finds nothing stays pending, and what a test
+// holds. Opening the device opens the virtual printer. Its faults show as:
 //
 // | fault         | on the wire                                                          |
 // |---------------|----------------------------------------------------------------------|
@@ -41,6 +41,8 @@ public:
 
     /// While held, the printer has an answer but does not send it.
     void holdAnswers(bool held);
+    /// While held, the printer takes neither data nor requests.
+    void holdRequests(bool held);
     /// Transfers of the endpoint end with a stall until its halt is cleared.
     void stall(std::uint8_t endpoint);
     /// The printer is pulled out: what is pending ends, everything else fails.
@@ -50,7 +52,7 @@ public:
     bool isClaimed() const;
     bool hasKernelDriver() const;
     size_t opens() const;   ///< open files of the node
-    size_t pending() const; ///< reads that wait for an answer
+    size_t pending() const; ///< transfers that wait for the printer
 
     // What UsbTestbed passes on.
     using Client = UMockdevIoctlClient;
@@ -82,13 +84,14 @@ private:
     Answer reap(const Client *client, UMockdevIoctlData *pointer);
     Answer discard(const Client *client, unsigned long address);
     Answer bindDriver(const usbdevfs_ioctl &call);
+    void take(Urb urb);
     void control(Urb urb);
     Bytes classReply(std::uint8_t request, std::uint16_t index) const;
     void write(Urb urb);
     void serveReads();
     int onWire(tl_usb_status status);
     void finish(Urb urb, int status, const Bytes &sent = {});
-    void finishReads(int status);
+    void finishAll(std::deque<Urb> &urbs, int status);
     void showReady();
 
     const UsbAddress address_;
@@ -99,9 +102,11 @@ private:
     const Client *claimer_ = nullptr; // of the printer interface, the only one that is ever claimed
     bool kernelDriver_ = true;        // bound to the printer interface
     bool isFresh_ = true;             // nobody has opened it since it was plugged in
-    bool held_ = false;
+    bool answersHeld_ = false;
+    bool requestsHeld_ = false;
     bool unplugged_ = false;
     std::set<std::uint8_t> stalled_;
     std::deque<Urb> reads_;    // pending
+    std::deque<Urb> requests_; // pending: data to the printer, and control transfers
     std::deque<Urb> finished_; // to be reaped
 };

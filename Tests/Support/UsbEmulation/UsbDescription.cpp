@@ -18,7 +18,45 @@ using Bytes = std::vector<std::uint8_t>;
     return text.data();
 }
 
-Bytes descriptors(const transport::VirtualPrinterState &printer) {
+std::string hex(const Bytes &bytes) {
+    std::string digits;
+    for (const std::uint8_t byte : bytes) {
+        digits += format("%02X", byte);
+    }
+    return digits;
+}
+
+/// One file of a folder, ended by a line end as the kernel does.
+std::string attribute(const char *name, const std::string &value) {
+    return std::string("A: ") + name + "=" + value + "\\n\n";
+}
+
+std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterState &printer,
+                         const Bytes &descriptors) {
+    std::string record = "P: " + usbFolder(address).substr(4) + "\nE: DEVNAME=" + usbNodePath(address) +
+                         "\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\n" +
+                         format("E: BUSNUM=%03d\nE: DEVNUM=%03d\n", address.bus, address.device);
+    record +=
+        attribute("busnum", format("%d", address.bus)) + attribute("devnum", format("%d", address.device));
+    record += attribute("speed", "480") + attribute("bConfigurationValue", "1");
+    record += attribute("idVendor", format("%04x", printer.vid)) +
+              attribute("idProduct", format("%04x", printer.pid));
+    record += attribute("manufacturer", printer.manufacturer) + attribute("product", printer.product);
+    if (!printer.serial.empty()) {
+        record += attribute("serial", printer.serial);
+    }
+    return record + "H: descriptors=" + hex(descriptors) + "\n\n";
+}
+
+std::string interfaceRecord(UsbAddress address, unsigned interface) {
+    return "P: " + usbInterfaceFolder(address, interface).substr(4) +
+           "\nE: DEVTYPE=usb_interface\nE: SUBSYSTEM=usb\n" +
+           attribute("bInterfaceClass", interface == usbPrinterInterface ? "07" : "ff") + "\n";
+}
+
+} // namespace
+
+std::vector<std::uint8_t> usbDescriptors(const transport::VirtualPrinterState &printer) {
     const auto low = [](unsigned value) { return static_cast<std::uint8_t>(value); };
     const auto high = [](unsigned value) { return static_cast<std::uint8_t>(value >> 8); };
     const auto text = [](const std::string &string, std::uint8_t index) -> std::uint8_t {
@@ -36,43 +74,6 @@ Bytes descriptors(const transport::VirtualPrinterState &printer) {
     // clang-format on
 }
 
-std::string hex(const Bytes &bytes) {
-    std::string digits;
-    for (const std::uint8_t byte : bytes) {
-        digits += format("%02X", byte);
-    }
-    return digits;
-}
-
-/// One file of a folder, ended by a line end as the kernel does.
-std::string attribute(const char *name, const std::string &value) {
-    return std::string("A: ") + name + "=" + value + "\\n\n";
-}
-
-std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterState &printer) {
-    std::string record = "P: " + usbFolder(address).substr(4) + "\nE: DEVNAME=" + usbNodePath(address) +
-                         "\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\n" +
-                         format("E: BUSNUM=%03d\nE: DEVNUM=%03d\n", address.bus, address.device);
-    record +=
-        attribute("busnum", format("%d", address.bus)) + attribute("devnum", format("%d", address.device));
-    record += attribute("speed", "480") + attribute("bConfigurationValue", "1");
-    record += attribute("idVendor", format("%04x", printer.vid)) +
-              attribute("idProduct", format("%04x", printer.pid));
-    record += attribute("manufacturer", printer.manufacturer) + attribute("product", printer.product);
-    if (!printer.serial.empty()) {
-        record += attribute("serial", printer.serial);
-    }
-    return record + "H: descriptors=" + hex(descriptors(printer)) + "\n\n";
-}
-
-std::string interfaceRecord(UsbAddress address, unsigned interface) {
-    return "P: " + usbInterfaceFolder(address, interface).substr(4) +
-           "\nE: DEVTYPE=usb_interface\nE: SUBSYSTEM=usb\n" +
-           attribute("bInterfaceClass", interface == usbPrinterInterface ? "07" : "ff") + "\n";
-}
-
-} // namespace
-
 std::string usbNodePath(UsbAddress address) {
     return format("/dev/bus/usb/%03d/%03d", address.bus, address.device);
 }
@@ -85,7 +86,8 @@ std::string usbInterfaceFolder(UsbAddress address, unsigned interface) {
     return usbFolder(address) + format("/%d-%d:1.%u", address.bus, address.device, interface);
 }
 
-std::string usbRecord(UsbAddress address, const transport::VirtualPrinterState &printer) {
-    return deviceRecord(address, printer) + interfaceRecord(address, 0) +
+std::string usbRecord(UsbAddress address, const transport::VirtualPrinterState &printer,
+                      const std::vector<std::uint8_t> &descriptors) {
+    return deviceRecord(address, printer, descriptors) + interfaceRecord(address, 0) +
            interfaceRecord(address, usbPrinterInterface);
 }

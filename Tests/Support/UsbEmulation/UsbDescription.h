@@ -9,6 +9,7 @@
 #include <compare>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 struct UsbAddress {
     int bus = 0;
@@ -26,5 +27,8 @@ std::string usbNodePath(UsbAddress address);
 /// The folder of the device, and of an interface of it, under /sys.
 std::string usbFolder(UsbAddress address);
 std::string usbInterfaceFolder(UsbAddress address, unsigned interface);
-/// All of them in the language of umockdev.
-std::string usbRecord(UsbAddress address, const transport::VirtualPrinterState &printer);
+/// Those of the device, its configuration, the interfaces and their endpoints, one behind another.
+std::vector<std::uint8_t> usbDescriptors(const transport::VirtualPrinterState &printer);
+/// All that /sys tells, in the language of umockdev.
+std::string usbRecord(UsbAddress address, const transport::VirtualPrinterState &printer,
+                      const std::vector<std::uint8_t> &descriptors);

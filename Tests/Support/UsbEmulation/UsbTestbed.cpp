@@ -55,6 +55,11 @@ UsbTestbed::UsbTestbed() : testbed_(umockdev_testbed_new()) {
 }
 
 std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state) {
+    return plug(state, usbDescriptors(state));
+}
+
+std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state,
+                                                     const std::vector<std::uint8_t> &descriptors) {
     forgetUnplugged();
     if (++last_.device > mostDevicesOfBus) {
         last_ = {last_.bus + 1, 1};
@@ -73,7 +78,7 @@ std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPri
     check(error);
     std::filesystem::permissions(root_ / ("ioctl" + node), std::filesystem::perms::all);
     // Announces the device, so it comes last.
-    umockdev_testbed_add_from_string(testbed_.get(), usbRecord(last_, state).c_str(), &error);
+    umockdev_testbed_add_from_string(testbed_.get(), usbRecord(last_, state, descriptors).c_str(), &error);
     check(error);
     return plugged_.back().printer;
 }

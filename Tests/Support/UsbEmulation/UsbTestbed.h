@@ -27,8 +27,14 @@ public:
     UsbTestbed &operator=(const UsbTestbed &) = delete;
 
     std::shared_ptr<EmulatedUsbPrinter> plug(const transport::VirtualPrinterState &state);
+    /// One that tells other descriptors of itself than a printer of that state would.
+    std::shared_ptr<EmulatedUsbPrinter> plug(const transport::VirtualPrinterState &state,
+                                             const std::vector<std::uint8_t> &descriptors);
     /// Nobody may be about to open the printer; who has it open may keep it so.
     void unplug(const std::shared_ptr<EmulatedUsbPrinter> &printer);
+
+    /// The folder that stands for "/".
+    const std::filesystem::path &root() const { return root_; }
 
 private:
     struct Unreference {

@@ -1,17 +1,21 @@
 // Handles, transfers and the giving back of printers, on a bus and by a clock of the test's own.
-#include "Platform/Transport/usb/UsbTransport.h"
 #include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Transport/Transport.h"
 #include "Platform/Transport/usb/AlternateSetting.h"
 #include "Platform/Transport/usb/BulkTransfer.h"
+#include "Platform/Transport/usb/HeldPrinter.h"
 #include "Platform/Transport/usb/StatusText.h"
+#include "Platform/Transport/usb/UsbPrinters.h"
 
 #include <algorithm>
 #include <atomic>
 #include <deque>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <numeric>
+#include <random>
 #include <string>
 #include <thread>
 
@@ -29,18 +33,22 @@ constexpr const char *otherUri = "usb://Zelkor/L200?serial=SN2";
 struct Packets {
     tl_usb_status status = TL_USB_OK;
     size_t count = 0;
+    milliseconds after{0}; // what the printer takes; more than the time-out: nothing comes of it
 };
 
 // What the printer does, shared by all devices opened for it.
 struct Wire {
     std::mutex mutex;
-    std::deque<Packets> answers; // then nothing but time-outs
-    std::deque<Packets> accepts; // then everything
+    std::deque<Packets> answers;                    // then nothing but time-outs
+    std::deque<Packets> accepts;                    // then everything
+    std::function<Packets()> chatter{}, appetite{}; // in place of the above
     std::vector<size_t> chunks;
     Bytes written;
     int receives = 0;
     std::atomic<int> open = 0, opened = 0;
-    std::atomic<bool> waits = false; // for a stop instead of a time-out
+    std::atomic<bool> waits = false;       // for a stop instead of a time-out
+    std::atomic<bool> statusWaits = false; // with the others
+    std::atomic<int> waiting = 0;          // calls that do
 };
 
 class FakeDevice final : public UsbDevice {
@@ -53,14 +61,24 @@ public:
 
     size_t packetSize() const override { return 64; }
 
-    Transferred send(std::span<const uint8_t> bytes, milliseconds, const std::stop_token &) override {
+    Transferred send(std::span<const uint8_t> bytes, milliseconds timeout,
+                     const std::stop_token &stop) override {
+        if (isStopped(stop)) {
+            return {TL_USB_ERROR_CANCELLED, 0};
+        }
         const std::lock_guard lock(wire_.mutex);
         Packets accepted{.count = bytes.size()};
-        if (!wire_.accepts.empty()) {
+        if (wire_.appetite) {
+            accepted = wire_.appetite();
+            accepted.count = std::min(accepted.count, bytes.size());
+        } else if (!wire_.accepts.empty()) {
             accepted = wire_.accepts.front();
             wire_.accepts.pop_front();
         }
         wire_.chunks.push_back(bytes.size());
+        if (!passes(accepted, timeout)) {
+            return {TL_USB_ERROR_TIMEOUT, 0};
+        }
         wire_.written.insert(wire_.written.end(), bytes.begin(),
                              bytes.begin() + static_cast<std::ptrdiff_t>(accepted.count));
         return {accepted.status, accepted.count};
@@ -69,19 +87,22 @@ public:
     Transferred receive(std::span<uint8_t> buffer, milliseconds timeout,
                         const std::stop_token &stop) override {
         EXPECT_EQ(buffer.size() % packetSize(), 0u);
-        while (wire_.waits) {
-            if (stop.stop_requested()) {
-                return {TL_USB_ERROR_CANCELLED, 0};
-            }
-            std::this_thread::yield();
+        if (isStopped(stop)) {
+            return {TL_USB_ERROR_CANCELLED, 0};
         }
         const std::lock_guard lock(wire_.mutex);
         ++wire_.receives;
+        if (wire_.chatter) {
+            wire_.answers.assign(1, wire_.chatter());
+        }
         if (wire_.answers.empty()) {
             clock_.advance(timeout);
             return {TL_USB_ERROR_TIMEOUT, 0};
         }
         Packets &answer = wire_.answers.front();
+        if (!passes(answer, timeout)) {
+            return {TL_USB_ERROR_TIMEOUT, 0};
+        }
         const size_t count = std::min(answer.count, buffer.size());
         const bool done = count < buffer.size(); // else the transfer goes on, or an empty packet ends it
         std::iota(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count), uint8_t{1});
@@ -93,13 +114,34 @@ public:
         return {status, count};
     }
 
-    Transferred portStatus(uint8_t &bits, milliseconds) override {
+    Transferred portStatus(uint8_t &bits, milliseconds, const std::stop_token &stop) override {
+        if (wire_.statusWaits && isStopped(stop)) {
+            return {TL_USB_ERROR_CANCELLED, 0};
+        }
         bits = 0x18;
         return {TL_USB_OK, 1};
     }
-    Transferred deviceId(std::span<uint8_t>, milliseconds) override { return {TL_USB_OK, 0}; }
+    Transferred deviceId(std::span<uint8_t>, milliseconds, const std::stop_token &) override {
+        return {TL_USB_OK, 0};
+    }
 
 private:
+    bool isStopped(const std::stop_token &stop) {
+        wire_.waiting += wire_.waits ? 1 : 0;
+        while (wire_.waits) {
+            if (stop.stop_requested()) {
+                --wire_.waiting;
+                return true;
+            }
+            std::this_thread::yield();
+        }
+        return false;
+    }
+    bool passes(const Packets &packets, milliseconds timeout) {
+        clock_.advance(std::min(packets.after, timeout));
+        return packets.after <= timeout;
+    }
+
     Wire &wire_;
     dispatch::ManualClock &clock_;
 };
@@ -112,15 +154,32 @@ class FakeBus final : public UsbBus {
 public:
     explicit FakeBus(dispatch::ManualClock &clock) : clock_(clock) {}
 
-    std::vector<AttachedPrinter> printers() override { return plugged; }
+    std::vector<AttachedPrinter> printers() override {
+        ++looks;
+        return plugged;
+    }
+    bool isAttached(const AttachedPrinter &printer) override {
+        return std::ranges::any_of(plugged, [&](const auto &p) { return p.isSamePlugging(printer); });
+    }
     tl_usb_status open(const AttachedPrinter &printer, std::unique_ptr<UsbDevice> &device) override {
         Wire &wire = printer.identity.serial == "SN1" ? first : second;
+        if (&wire == &first && slowOpening) {
+            openingSlowly = true;
+            while (slowOpening) {
+                std::this_thread::yield();
+            }
+        }
+        if (!isAttached(printer)) {
+            return TL_USB_ERROR_NO_DEVICE;
+        }
         EXPECT_EQ(wire.open, 0) << "two device files of one printer";
         device = std::make_unique<FakeDevice>(wire, clock_);
         return TL_USB_OK;
     }
 
     Wire first, second;
+    std::atomic<int> looks = 0;
+    std::atomic<bool> slowOpening = false, openingSlowly = false;                    // of the first
     std::vector<AttachedPrinter> plugged = {attached("SN1", 5), attached("SN2", 6)}; // in one thread's hands
 
 private:
@@ -149,7 +208,8 @@ protected:
 
     dispatch::ManualClock clock;
     FakeBus bus{clock};
-    UsbTransport usb{bus, clock};
+    UsbPrinters printers{bus, clock};
+    Transport usb{printers, clock};
     Bytes buffer;
     size_t count = 0;
 };
@@ -169,6 +229,79 @@ TEST_F(UsbTransportTest, WritesWholeOrFails) {
     }
     bus.first.accepts = {{.count = 0}};
     EXPECT_EQ(usb.transfer(handle, request, {}, count, 10ms), TL_USB_ERROR_IO) << "no progress, no end";
+
+    bus.first.appetite = [] { return Packets{.count = 1, .after = 9s}; };
+    const dispatch::Instant start = clock.now();
+    EXPECT_EQ(usb.transfer(handle, request, {}, count, 10s), TL_USB_ERROR_TIMEOUT);
+    EXPECT_EQ(clock.now() - start, 10s) << "for the whole write";
+}
+
+// The steps of an exchange, with printers that send what and when they like, for ever.
+TEST_F(UsbTransportTest, EndsEveryExchange) {
+    constexpr unsigned seed = 480;
+    std::mt19937 random(seed);
+    const auto pick = [&](auto... choices) { return std::vector{choices...}[random() % sizeof...(choices)]; };
+    int endless = 0, silent = 0, overlong = 0;
+    for (int round = 0; round < 300; ++round) {
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(round));
+        const milliseconds timeout = pick(1000ms, 3000ms, 10'000ms);
+        const milliseconds slowest = pick(1ms, 50ms, 99ms, 1000ms, 9000ms, 12'000ms);
+        const auto shortest = pick(size_t{1}, size_t{8}, size_t{64}, size_t{4096}, size_t{9000});
+        const auto talk = [&] {
+            return Packets{.count = shortest + random() % 64,
+                           .after = 1ms + milliseconds(random()) % slowest};
+        };
+        bus.first.chatter = {};
+        bus.first.answers.clear();
+        void *const handle = opened();
+        bus.first.chatter = talk;
+        bus.first.appetite = talk;
+        dispatch::Instant start = clock.now();
+        int reads = 0;
+        const auto readToTheEnd = [&](milliseconds limit) {
+            tl_usb_status status = TL_USB_OK;
+            for (reads = 0; status == TL_USB_OK; ++reads) {
+                status = read(handle, 4096, limit);
+            }
+            endless += status == TL_USB_ERROR_ENDLESS;
+            silent += status == TL_USB_ERROR_TIMEOUT;
+            overlong += status == TL_USB_ERROR_OVERFLOW;
+            if (status == TL_USB_ERROR_ENDLESS) {
+                EXPECT_EQ(read(handle, 4096, limit), TL_USB_ERROR_ENDLESS) << "and stays so";
+            }
+            EXPECT_LE(reads, 1001);
+        };
+        readToTheEnd(100ms);
+        EXPECT_LE(clock.now() - start, 5000ms);
+        start = clock.now();
+        const tl_usb_status written = usb.transfer(handle, Bytes(200, 1), {}, count, timeout);
+        EXPECT_TRUE(written == TL_USB_OK || written == TL_USB_ERROR_TIMEOUT) << written;
+        EXPECT_LE(clock.now() - start, timeout);
+        start = clock.now();
+        readToTheEnd(timeout);
+        EXPECT_LE(clock.now() - start, 2 * timeout);
+    }
+    for (const int reached : {endless, silent, overlong}) {
+        EXPECT_GT(reached, 20);
+    }
+}
+
+TEST_F(UsbTransportTest, LetsAReaderTakeItsTimeWithAPrinterThatPauses) {
+    void *const handle = opened();
+    for (int i = 0; i < 3000; ++i) {
+        bus.first.answers = {{.count = 8}};
+        ASSERT_EQ(read(handle), TL_USB_OK) << i;
+        ASSERT_EQ(read(handle), TL_USB_ERROR_TIMEOUT) << i;
+    }
+    EXPECT_EQ(read(handle, 64, 60s), TL_USB_ERROR_TIMEOUT) << "a silent printer is no endless one";
+    bus.first.chatter = [] { return Packets{.count = 8}; };
+    for (int run = 0; run < 3; ++run) {
+        for (int i = 0; i < 1000; ++i) {
+            ASSERT_EQ(read(handle), TL_USB_OK) << i;
+        }
+        EXPECT_EQ(read(handle), TL_USB_ERROR_ENDLESS);
+        EXPECT_EQ(usb.transfer(handle, Bytes(3, 1), {}, count, 10ms), TL_USB_OK) << "and all begins anew";
+    }
 }
 
 TEST_F(UsbTransportTest, ReadsOneTransfer) {
@@ -230,7 +363,6 @@ TEST_F(UsbTransportTest, GivesBackAfterUseAndTakesAgain) {
         awaitGivenBack(bus.first);
     }
     EXPECT_EQ(bus.first.opened, 3);
-    EXPECT_EQ(usb.retireIdle(clock.now()), std::nullopt);
 
     usb.close(opened());
     EXPECT_EQ(bus.first.open, 0) << "closing does not wait for idleness";
@@ -239,57 +371,111 @@ TEST_F(UsbTransportTest, GivesBackAfterUseAndTakesAgain) {
     EXPECT_EQ(bus.first.open, 0) << "nor does a status call";
 }
 
+TEST_F(UsbTransportTest, LooksAtTheBusOncePerSelection) {
+    const auto select = [&] {
+        std::string text;
+        EXPECT_EQ(usb.status(uri, 2s, text), TL_USB_OK);
+        bus.first.answers = {{.count = 1}};
+        EXPECT_EQ(read(opened()), TL_USB_OK);
+    };
+    select();
+    EXPECT_EQ(bus.looks, 1);
+    clock.advance(UsbPrinters::recent);
+    select();
+    EXPECT_EQ(bus.looks, 2);
+    awaitGivenBack(bus.first);
+    bus.plugged = {attached("SN2", 6), attached("SN1", 9)};
+    select();
+    EXPECT_EQ(bus.looks, 3) << "what had been seen was true no more";
+    bus.plugged = {attached("SN2", 6), attached("SN1", 10)};
+    opened();
+    EXPECT_EQ(bus.looks, 4) << "nor of what was open";
+}
+
 TEST_F(UsbTransportTest, FreesWhatAnUnpluggedPrinterLeft) {
     void *const idle = opened();
     bus.plugged = {attached("SN2", 6)};
-    opened(otherUri);
-    EXPECT_EQ(bus.first.open, 0) << "noticed by the next opening";
+    EXPECT_EQ(usb.list(0).size(), 1u);
+    EXPECT_EQ(bus.first.open, 0) << "noticed by the next look";
     bus.plugged = {attached("SN1", 7), attached("SN2", 6)};
     EXPECT_EQ(read(idle), TL_USB_ERROR_INVALID);
 
-    void *const replugged = opened();
-    awaitGivenBack(bus.first);
-    bus.plugged = {attached("SN1", 8), attached("SN9", 7)}; // its address has another printer now
-    EXPECT_EQ(read(replugged), TL_USB_ERROR_NO_DEVICE);
-    EXPECT_EQ(bus.first.open, 0);
+    AttachedPrinter anew = attached("SN1", 7); // at its old address
+    anew.folder = 1;
+    for (const AttachedPrinter &other : {anew, attached("SN9", 7)}) {
+        bus.plugged = {attached("SN1", 7)};
+        usb.list(0);
+        void *const replugged = opened();
+        awaitGivenBack(bus.first);
+        bus.plugged = {other};
+        EXPECT_EQ(read(replugged), TL_USB_ERROR_NO_DEVICE);
+        EXPECT_EQ(bus.first.open, 0);
+    }
 }
 
-TEST_F(UsbTransportTest, CancelsACallInProgress) {
-    const auto reads = [this](void *handle) {
-        return std::thread([this, handle] {
-            Bytes own(64);
-            size_t length = 1;
-            EXPECT_EQ(usb.transfer(handle, Bytes(3, 1), own, length, 10s), TL_USB_ERROR_CANCELLED);
-            EXPECT_EQ(length, 0u);
-        });
-    };
-    const auto awaitWrites = [this](size_t writes) {
-        for (size_t written = 0; written < writes; std::this_thread::yield()) {
-            const std::lock_guard lock(bus.first.mutex);
-            written = bus.first.chunks.size();
-        }
-    };
-    bus.first.waits = true;
-    void *handle = opened();
-    std::thread closed = reads(handle);
-    awaitWrites(1);
+TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
+    void *const other = opened(otherUri);
+    bus.slowOpening = true;
+    std::thread opening([&] { opened(); });
+    while (!bus.openingSlowly) {
+        std::this_thread::yield();
+    }
+    awaitGivenBack(bus.second);
+    EXPECT_EQ(read(other), TL_USB_ERROR_TIMEOUT);
+    EXPECT_EQ(usb.list(0).size(), 2u);
+    EXPECT_EQ(usb.close(other), TL_USB_OK);
+    EXPECT_EQ(bus.second.open, 0);
+    void *const again = opened(otherUri);
+    std::thread ending([&] { usb.shutDown(); });
+    while (bus.second.open != 0) {
+        std::this_thread::yield();
+    }
+    bus.slowOpening = false;
+    opening.join();
+    ending.join();
+    EXPECT_EQ(bus.first.open, 0);
+    EXPECT_EQ(usb.close(again), TL_USB_ERROR_INVALID);
+}
+
+TEST_F(UsbTransportTest, CancelsCallsInProgress) {
+    Bytes own(64);
+    size_t length = 0;
     std::string text;
-    EXPECT_EQ(usb.status(uri, 10ms, text), TL_USB_OK) << "does not wait for the transfer";
-    EXPECT_EQ(usb.close(handle), TL_USB_OK);
-    closed.join();
-    EXPECT_EQ(bus.first.open, 0);
-
-    std::thread retired = reads(opened());
-    awaitWrites(2);
-    handle = opened();
-    retired.join();
-
-    std::thread ended = reads(handle);
-    awaitWrites(3);
-    usb.shutDown();
-    ended.join();
-    EXPECT_EQ(bus.first.open, 0);
-    EXPECT_EQ(usb.open(uri, handle), TL_USB_ERROR_CANCELLED);
+    void *handle = nullptr, *later = nullptr;
+    const std::function<tl_usb_status(Transport &)> calls[] = {
+        [&](Transport &transport) { return transport.transfer(handle, {}, own, length, 10s); },
+        [&](Transport &transport) { return transport.transfer(handle, own, {}, length, 10s); },
+        [&](Transport &transport) { return transport.status(uri, 10s, text); },
+    };
+    const auto cancelled = [&](const auto &call, Transport &transport, const std::function<void()> &how) {
+        bus.first.waits = true;
+        std::thread caller([&] { EXPECT_EQ(call(transport), TL_USB_ERROR_CANCELLED); });
+        while (bus.first.waiting == 0) {
+            std::this_thread::yield();
+        }
+        how();
+        caller.join();
+        bus.first.waits = false;
+    };
+    for (const auto &call : {calls[0], calls[1]}) {
+        handle = opened();
+        cancelled(call, usb, [&] {
+            EXPECT_EQ(usb.status(uri, 10ms, text), TL_USB_OK) << "does not wait for the transfer";
+            EXPECT_EQ(usb.close(handle), TL_USB_OK);
+        });
+        EXPECT_EQ(bus.first.open, 0);
+        handle = opened();
+        cancelled(call, usb, [&] { later = opened(); });
+        EXPECT_EQ(usb.close(later), TL_USB_OK);
+    }
+    bus.first.statusWaits = true;
+    for (const auto &call : calls) {
+        Transport ending(printers, clock);
+        EXPECT_EQ(ending.open(uri, handle), TL_USB_OK);
+        cancelled(call, ending, [&] { ending.shutDown(); });
+        EXPECT_EQ(bus.first.open, 0);
+        EXPECT_EQ(ending.open(uri, handle), TL_USB_ERROR_CANCELLED);
+    }
 }
 
 TEST(StatusText, IsNormalOnlyWhenAllIsWell) {

@@ -1,0 +1,76 @@
+// The handles of the C interface over the printers of a library. See zkcomtl.h for what each operation
+// promises.
+//
+// Thread-safe. Printers do not wait for each other.
+#pragma once
+
+#include "Platform/Dispatch/Clock.h"
+#include "Platform/Transport/Printer.h"
+#include "Platform/Transport/ReadRun.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <span>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace transport {
+
+class Transport {
+public:
+    /// Printers and clock outlive it.
+    Transport(Printers &printers, dispatch::Clock &clock);
+    Transport(const Transport &) = delete;
+    Transport &operator=(const Transport &) = delete;
+    ~Transport() { shutDown(); }
+
+    std::vector<tl_usb_device_info> list(int32_t vid);
+    tl_usb_status status(const std::string &uri, std::chrono::milliseconds timeout, std::string &text);
+    tl_usb_status open(const std::string &uri, void *&handle);
+    /// Ends a call in progress on the handle with TL_USB_ERROR_CANCELLED.
+    tl_usb_status close(void *handle);
+    /// Writes, then reads, each unless its span is empty. `count` is 0 on failure.
+    tl_usb_status transfer(void *handle, std::span<const uint8_t> bytes, std::span<uint8_t> buffer,
+                           size_t &count, std::chrono::milliseconds timeout);
+
+    /// Cancels what runs, waits for it and gives every printer back. Later calls are cancelled at once.
+    void shutDown();
+
+private:
+    struct Handle {
+        std::shared_ptr<Printer> printer{};
+        std::stop_source stop{};
+        std::mutex turn{}; // held during a transfer
+        ReadRun reads{};   // guarded by turn
+    };
+    using Handles = std::vector<std::shared_ptr<Handle>>;
+    class Call;
+
+    std::vector<std::shared_ptr<Printer>> attached();
+    tl_usb_status withPrinter(const std::string &uri,
+                              const std::function<tl_usb_status(const std::shared_ptr<Printer> &)> &use);
+    tl_usb_status open(const std::shared_ptr<Printer> &printer, void *&handle);
+    tl_usb_status read(Handle &handle, std::span<uint8_t> buffer, size_t &count,
+                       std::chrono::milliseconds timeout);
+    Handles takeIf(const std::function<bool(const ListedPrinter &)> &matches);
+    static void stop(const Handles &handles);
+    static void retire(const Handles &handles);
+
+    Printers &printers_;
+    dispatch::Clock &clock_;
+    std::stop_source end_; // stops the calls that have no handle
+
+    std::mutex mutex_; // never held while a printer is used; guards what follows
+    std::map<void *, std::shared_ptr<Handle>> handles_;
+    uintptr_t nextHandle_ = 1; // a number never given out twice: any value may come back from a caller
+    int calls_ = 0;
+    std::condition_variable lastCallEnded_;
+};
+
+} // namespace transport

@@ -1,0 +1,45 @@
+#include "Platform/Transport/usb/UsbPrinters.h"
+
+#include "Platform/Transport/usb/HeldPrinter.h"
+
+#include <utility>
+
+namespace transport {
+
+std::vector<std::shared_ptr<Printer>> UsbPrinters::attached() {
+    const dispatch::Instant end = clock_.now() + recent;
+    const std::vector<AttachedPrinter> attached = bus_.printers();
+    std::vector<std::shared_ptr<Printer>> printers,
+        former; // whose ends are not waited for with the lock held
+    const std::lock_guard lock(mutex_);
+    for (const AttachedPrinter &printer : attached) {
+        printers.push_back(printerFor(printer));
+    }
+    latestEnd_ = end;
+    former = std::exchange(latest_, printers);
+    std::erase_if(known_, [](const auto &printer) { return printer.expired(); });
+    return printers;
+}
+
+std::vector<std::shared_ptr<Printer>> UsbPrinters::recentlyAttached() {
+    {
+        const std::lock_guard lock(mutex_);
+        if (clock_.now() < latestEnd_) {
+            return latest_;
+        }
+    }
+    return attached();
+}
+
+std::shared_ptr<Printer> UsbPrinters::printerFor(const AttachedPrinter &attached) {
+    auto made = std::make_shared<HeldPrinter>(attached, bus_, clock_);
+    for (const auto &weak : known_) {
+        if (auto known = weak.lock(); known && known->listed().plugging == made->listed().plugging) {
+            return known;
+        }
+    }
+    known_.push_back(made);
+    return made;
+}
+
+} // namespace transport
