@@ -9,6 +9,7 @@
 #include <string>
 
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::StartsWith;
 
 namespace {
@@ -22,12 +23,17 @@ transport::VirtualPrinterState l200(const char *serial) {
             .threshold = 3};
 }
 
-/// The exit status and what the program printed.
-std::string zkprinter(const std::string &arguments) {
+/// The program's output.
+FILE *start(const std::string &arguments) {
     const std::string command = "ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" USB_TRANSPORT
                                 " LD_PRELOAD=" PRELOAD " " ZKPRINTER " " +
                                 arguments + " 2>&1";
-    FILE *const output = ::popen(command.c_str(), "r");
+    return ::popen(command.c_str(), "r");
+}
+
+/// The exit status and what the program printed.
+std::string zkprinter(const std::string &arguments) {
+    FILE *const output = start(arguments);
     std::string text;
     for (int byte; output && (byte = std::fgetc(output)) != EOF;)
         text += static_cast<char>(byte);
@@ -81,4 +87,24 @@ TEST(ZkprinterUsb, saysWhatIsInTheWay) {
     }
     ports.unplug(printer);
     EXPECT_THAT(zkprinter(reminder), StartsWith("5 "));
+}
+
+TEST(ZkprinterUsb, watchMissesNoReplugAndEndsWithItsReader) {
+    auto &ports = UsbTestbed::shared();
+    FILE *const output = start("devices --watch");
+    ASSERT_NE(output, nullptr);
+    const auto line = [&] {
+        char text[256] = {};
+        return std::string(std::fgets(text, sizeof text, output) ? text : "nothing");
+    };
+    auto printer = ports.plug(l200("SN0002"));
+    EXPECT_THAT(line(), MatchesRegex("attached +usb://Zelkor/L200%20Series.serial=SN0002\n"));
+    for (int replug = 0; replug < 5; ++replug) {
+        ports.unplug(printer); // and in again before anybody can look
+        printer = ports.plug(l200("SN0002"));
+        EXPECT_THAT(line(), StartsWith("detached "));
+        EXPECT_THAT(line(), StartsWith("attached "));
+    }
+    EXPECT_EQ(::pclose(output), 0);
+    ports.unplug(printer);
 }

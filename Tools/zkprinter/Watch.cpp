@@ -1,0 +1,130 @@
+// The command that tells which printers come and go.
+#include "Manager/ZKUSB.h"
+#include "Platform/Foundation/NSString.h"
+#include "Platform/Transport/usb/AttachedPrinter.h"
+#include "Platform/Transport/usb/DeviceEvents.h"
+#include "Tools/zkprinter/Commands.h"
+#include "Tools/zkprinter/Devices.h"
+#include "Tools/zkprinter/Queue.h"
+#include "Tools/zkprinter/Terminal.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <poll.h>
+#include <string>
+#include <sys/signalfd.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr int interval_ms = 2000; // between looks where no event tells of a change
+
+/// A plugging-in of a printer. Nothing but the URI tells it from others where sysfs does not show the
+/// printer, as it does not show a virtual one.
+struct Seen {
+    Ref<ZKUSB> printer{};
+    std::string uri{};
+    std::string plugging{};
+    int bus = 0;
+    int address = 0;
+
+    bool operator==(const Seen &other) const { return uri == other.uri && plugging == other.plugging; }
+};
+
+std::vector<Seen> lookAround() {
+    std::vector<transport::AttachedPrinter> devices = transport::attachedPrinters();
+    std::vector<Seen> all;
+    for (const auto &printer : AttachedPrinters().all()) {
+        Seen seen{.printer = printer, .uri = printer->URI()->utf8()};
+        const auto device = std::ranges::find(devices, printer->identity(), [](const auto &candidate) {
+            return transport::recorded(candidate.identity);
+        });
+        if (device != devices.end()) {
+            seen.plugging = device->listed().plugging;
+            seen.bus = device->bus;
+            seen.address = device->address;
+            devices.erase(device); // another of the same name is another device
+        }
+        all.push_back(std::move(seen));
+    }
+    return all;
+}
+
+/// Says which printers came and went between looks.
+class Watch {
+public:
+    explicit Watch(Format format) : format_(format) {}
+
+    void look() {
+        std::vector<Seen> now = lookAround();
+        const auto isRemoved = [&](const Seen &seen) { return std::ranges::count(removed_, seen) > 0; };
+        std::erase_if(removed_, [&](const Seen &seen) { return std::ranges::count(now, seen) == 0; });
+        std::erase_if(now, isRemoved);
+        for (const Seen &seen : known_)
+            if (std::ranges::count(now, seen) == 0)
+                report("detached", seen);
+        for (const Seen &seen : now)
+            if (std::ranges::count(known_, seen) == 0)
+                report("attached", seen);
+        known_ = std::move(now);
+    }
+
+    /// The kernel says so: sysfs may still show the device for a moment, or another in its place already.
+    void remove(int bus, int address) {
+        std::erase_if(known_, [&](const Seen &seen) {
+            const bool gone = seen.bus == bus && seen.address == address && !seen.plugging.empty();
+            if (gone) {
+                report("detached", seen);
+                removed_.push_back(seen);
+            }
+            return gone;
+        });
+    }
+
+private:
+    void report(const char *event, const Seen &seen) {
+        if (format_ == Format::json)
+            printJson([&](Json &json) {
+                json.field("event", event).object("device", [&](Json &device) {
+                    describe(device, *seen.printer);
+                });
+            });
+        else
+            printTable({{event, seen.uri}});
+        std::fflush(stdout);
+    }
+
+    const Format format_;
+    std::vector<Seen> known_;
+    std::vector<Seen> removed_; // that sysfs still shows
+};
+
+/// A file that can be read from once the user interrupts the program.
+int interruption() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    return signalfd(-1, &signals, SFD_CLOEXEC);
+}
+
+} // namespace
+
+ExitStatus watchDevices(Format format) {
+    transport::DeviceEvents events; // from before the first look, so that nothing happens in between
+    pollfd files[] = {{STDOUT_FILENO, 0, 0}, {interruption(), POLLIN, 0}, {events.descriptor(), POLLIN, 0}};
+    auto &[output, end, changes] = files;
+    Watch watch(format);
+    // Nothing is to be told to a reader who has gone.
+    while (output.revents == 0 && end.revents == 0) {
+        for (const transport::DeviceEvent &event : events.take())
+            if (event.removed)
+                watch.remove(event.bus, event.address);
+        watch.look();
+        poll(files, std::size(files), interval_ms);
+    }
+    return ExitStatus::success;
+}
