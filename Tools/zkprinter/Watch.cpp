@@ -36,7 +36,8 @@ struct Seen {
 std::vector<Seen> lookAround() {
     std::vector<transport::AttachedPrinter> devices = transport::attachedPrinters();
     std::vector<Seen> all;
-    for (const auto &printer : AttachedPrinters().all()) {
+    const AttachedPrinters attached;
+    for (const auto &printer : attached.all()) {
         Seen seen{.printer = printer, .uri = printer->URI()->utf8()};
         const auto device = std::ranges::find(devices, printer->identity(), [](const auto &candidate) {
             return transport::recorded(candidate.identity);

@@ -317,7 +317,7 @@ TEST_F(TransportUsb, usesNoMoreAfterManyExchanges) {
 }
 
 TEST_F(TransportUsb, usesNoMoreAfterManyPluggings) {
-    expectNoGrowth(rounds / 10, [this] {
+    expectNoGrowth(rounds / 20, [this] {
         EXPECT_EQ(countPrinters(), 1);
         EXPECT_EQ(readOnce(), Bytes{'3'});
         const EmulatedUsbPrinter &gone = printer();

@@ -1,0 +1,78 @@
+// What libusb makes of a device's descriptors, which contradict themselves: counts may come without their
+// arrays.
+#include "Platform/Transport/usb/LibusbSettings.h"
+#include "Tests/Fuzz/FuzzTarget.h"
+
+#include <algorithm>
+#include <deque>
+#include <libusb-1.0/libusb.h>
+#include <vector>
+
+namespace {
+
+class Configuration {
+public:
+    explicit Configuration(FuzzBytes bytes) : bytes_(bytes) {
+        descriptor_.bNumInterfaces = bytes_.byte();
+        descriptor_.interface =
+            arrayOf(interfaces_, descriptor_.bNumInterfaces, [this](libusb_interface &interface) {
+                interface.num_altsetting = static_cast<int8_t>(bytes_.byte());
+                interface.altsetting =
+                    arrayOf(settings_, interface.num_altsetting,
+                            [this](libusb_interface_descriptor &setting) { fill(setting); });
+            });
+    }
+
+    const libusb_config_descriptor &descriptor() const { return descriptor_; }
+
+private:
+    /// Null, or of that many items, as libusb has it.
+    template <class Item, class Fill>
+    const Item *arrayOf(std::deque<std::vector<Item>> &arrays, int count, Fill fill) {
+        if (bytes_.below(4) == 0 || bytes_.empty()) {
+            return nullptr;
+        }
+        std::vector<Item> &items = arrays.emplace_back(static_cast<size_t>(std::max(count, 0)));
+        for (Item &item : items) {
+            fill(item);
+        }
+        return items.data();
+    }
+    void fill(libusb_interface_descriptor &setting) {
+        setting.bInterfaceNumber = bytes_.byte();
+        setting.bAlternateSetting = bytes_.byte();
+        setting.bInterfaceClass = bytes_.byte();
+        setting.bInterfaceSubClass = bytes_.byte();
+        setting.bInterfaceProtocol = bytes_.byte();
+        setting.bNumEndpoints = bytes_.byte();
+        setting.endpoint =
+            arrayOf(endpoints_, setting.bNumEndpoints, [this](libusb_endpoint_descriptor &endpoint) {
+                endpoint.bEndpointAddress = bytes_.byte();
+                endpoint.bmAttributes = bytes_.byte();
+                endpoint.wMaxPacketSize = static_cast<uint16_t>(bytes_.byte() * 256);
+                endpoint.wMaxPacketSize = static_cast<uint16_t>(endpoint.wMaxPacketSize + bytes_.byte());
+            });
+    }
+
+    FuzzBytes bytes_;
+    std::deque<std::vector<libusb_interface>> interfaces_;
+    std::deque<std::vector<libusb_interface_descriptor>> settings_;
+    std::deque<std::vector<libusb_endpoint_descriptor>> endpoints_;
+    libusb_config_descriptor descriptor_{};
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    const Configuration configuration(FuzzBytes(data, size));
+    const auto settings = transport::settingsOf(configuration.descriptor());
+    for (const transport::AlternateSetting &setting : settings) {
+        alwaysHolds((setting.bulkIn == 0) == (setting.packetSize == 0) && setting.packetSize < 2048);
+    }
+    if (const auto chosen = transport::printerSetting(settings)) {
+        alwaysHolds(std::ranges::find(settings, *chosen) != settings.end());
+        alwaysHolds(chosen->interfaceClass == 7 && chosen->bulkIn >= 0x80 && chosen->bulkOut != 0 &&
+                    chosen->bulkOut < 0x80);
+    }
+    return 0;
+}

@@ -1,0 +1,27 @@
+// The reply to GET_DEVICE_ID, and the status text that is made of it.
+#include "Platform/Transport/usb/DeviceId.h"
+#include "Platform/Transport/usb/StatusText.h"
+#include "Tests/Fuzz/FuzzTarget.h"
+
+#include <rapidjson/document.h>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    const std::string_view text = transport::deviceIdText({data, size});
+    alwaysHolds(text.size() <= size);
+    const transport::DeviceId id = transport::parseDeviceId(text);
+    std::size_t total = 0;
+    for (const auto &[key, value] : id) {
+        alwaysHolds(!key.empty());
+        total += key.size() + value.size();
+    }
+    alwaysHolds(total <= text.size());
+    const auto &[manufacturer, product, serial] = transport::identityOf(id);
+    alwaysHolds(manufacturer.size() + product.size() + serial.size() <= total);
+
+    const std::string status = transport::statusText(size > 0 ? data[0] : uint8_t{0}, id);
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseValidateEncodingFlag>(status.data(), status.size());
+    alwaysHolds(document.IsObject() && document["printer_status"].IsInt() &&
+                document["device_id"].IsObject() && document["device_id"].MemberCount() == id.size());
+    return 0;
+}
