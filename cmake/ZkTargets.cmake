@@ -20,6 +20,11 @@ if(ZK_SANITIZE)
     target_link_options(zk_options INTERFACE -fsanitize=${ZK_SANITIZE})
 endif()
 
+if(ZK_FUZZ)
+    # The project is held to the warnings of another compiler than the one that has libFuzzer.
+    target_compile_options(zk_options INTERFACE -Wno-error)
+endif()
+
 # zk_library(NAME SOURCES a.cpp … HEADERS a.h … USES other …): a static library.
 # Its headers are also compiled alone by the target all_verify_interface_header_sets.
 function(zk_library name)
