@@ -1,7 +1,7 @@
 // The consumable-reminder threshold: the toner level, in percent, at which a printer warns that toner is low.
 // 0 means that the reminder is off; otherwise it is 2 to 10.
 //
-// Threads: both queries block their thread for one exchange, which may take the drain and two time-outs of
+// Threads: both queries block their thread for one exchange, which may take the drain and three time-outs of
 // ten seconds, so call them off the main thread. `deliver` is called on that thread before the query returns.
 #pragma once
 
