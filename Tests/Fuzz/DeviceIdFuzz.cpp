@@ -3,7 +3,7 @@
 #include "Platform/Transport/usb/StatusText.h"
 #include "Tests/Fuzz/FuzzTarget.h"
 
-#include <rapidjson/document.h>
+#include <boost/json/parse.hpp>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const std::string_view text = transport::deviceIdText({data, size});
@@ -19,9 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     alwaysHolds(manufacturer.size() + product.size() + serial.size() <= total);
 
     const std::string status = transport::statusText(size > 0 ? data[0] : uint8_t{0}, id);
-    rapidjson::Document document;
-    document.Parse<rapidjson::kParseValidateEncodingFlag>(status.data(), status.size());
-    alwaysHolds(document.IsObject() && document["printer_status"].IsInt() &&
-                document["device_id"].IsObject() && document["device_id"].MemberCount() == id.size());
+    const boost::json::object fields = boost::json::parse(status).as_object();
+    alwaysHolds(fields.at("printer_status").is_int64() &&
+                fields.at("device_id").as_object().size() <= id.size());
     return 0;
 }
