@@ -178,8 +178,7 @@ bool write(const objc_method &setter, NSObject *object, SEL selector, const id &
 }
 
 /// A method that takes `arguments` besides the receiver and the selector.
-Method methodNamed(const NSObject &object, const std::string &name, unsigned arguments) {
-    const Class cls = object.isa(); // first, since a class brings its selectors along
+Method methodNamed(Class cls, const std::string &name, unsigned arguments) {
     const SEL selector = runtime::findSelector(name);
     const Method method = selector ? cls->findMethod(selector) : nullptr;
     const bool fits = method && method_getNumberOfArguments(method) == arguments + 2 &&
@@ -200,12 +199,19 @@ std::string runtime::setterName(std::string_view property) {
     return "set" + capitalized(property) + ":";
 }
 
+Method runtime::keyValueReader(Class cls, const std::string &key) {
+    const std::string capital = capitalized(key);
+    for (const std::string &name : {"get" + capital, key, "is" + capital, "_" + key})
+        if (const Method getter = methodNamed(cls, name, 0))
+            return getter;
+    return nullptr;
+}
+
 id NSObject::valueForKey(const Ref<NSString> &forKey) const {
     auto *object = const_cast<NSObject *>(this);
     const std::string key = forKey ? forKey->utf8() : "", capital = capitalized(key);
-    for (const std::string &name : {"get" + capital, key, "is" + capital, "_" + key})
-        if (const Method getter = methodNamed(*this, name, 0))
-            return read(*getter, object, getter->name);
+    if (const Method getter = runtime::keyValueReader(isa(), key))
+        return read(*getter, object, getter->name);
     if (const Ivar ivar = ivarOf(*this, key, capital))
         return read(ivar->load, object, nullptr);
     raise(NSUnknownKeyException, *this, "valueForKey:", forKey, "there is no value for the key");
@@ -214,8 +220,9 @@ id NSObject::valueForKey(const Ref<NSString> &forKey) const {
 void NSObject::setValue(const id &value, const Ref<NSString> &forKey) {
     const std::string key = forKey ? forKey->utf8() : "", capital = capitalized(key);
     bool fits = false;
-    if (Method setter = methodNamed(*this, "set" + capital + ":", 1);
-        setter || (setter = methodNamed(*this, "_set" + capital + ":", 1)))
+    const Class cls = isa();
+    if (Method setter = methodNamed(cls, "set" + capital + ":", 1);
+        setter || (setter = methodNamed(cls, "_set" + capital + ":", 1)))
         fits = write(*setter, this, setter->name, value);
     else if (const Ivar ivar = ivarOf(*this, key, capital))
         fits = write(ivar->store, this, nullptr, value);

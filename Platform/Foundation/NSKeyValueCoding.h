@@ -23,6 +23,15 @@
 #pragma once
 
 #include "Platform/Foundation/NSString.h"
+#include "Platform/Runtime/Method.h"
+
+namespace runtime {
+
+/// The method that NSObject's `valueForKey` calls for the key; null when it reads an instance variable or
+/// finds nothing.
+Method keyValueReader(Class cls, const std::string &key);
+
+} // namespace runtime
 
 /// Reads along keys with dots between them, e.g. "author.name"; none as soon as a value is none.
 id valueForKeyPath(const id &object, const Ref<NSString> &keyPath);

@@ -67,7 +67,9 @@ struct objc_class final : NSObject {
     /// Whether this class or a superclass conforms to the protocol.
     bool conformsToProtocol(std::string_view name) const;
 
-    Instantiate instantiate; ///< set once, while the class is declared
+    // Set once, while the class is declared.
+    Instantiate instantiate;
+    bool overridesValueForKey = false; ///< in C++, itself; not told of its superclasses
 
 private:
     struct MethodTable;
@@ -112,6 +114,9 @@ template <class T>
 class ClassBuilder {
 public:
     explicit ClassBuilder(Class cls) : cls_(cls) {
+        cls_->overridesValueForKey = !requires {
+            requires std::same_as<decltype(&T::valueForKey), decltype(&NSObject::valueForKey)>;
+        };
         if constexpr (std::is_default_constructible_v<T> && !std::is_abstract_v<T>)
             cls_->instantiate = [] { return make<T>(); };
     }

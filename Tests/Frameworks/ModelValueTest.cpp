@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 #include <random>
 
 namespace {
@@ -46,6 +47,39 @@ public:
 };
 NS_IMPLEMENTATION(Spanned) {
     cls.property<&Spanned::span>("span").property<&Spanned::small>("small");
+}
+
+/// Leads to two others.
+class Fork : public Node {
+    NS_CLASS(Fork, Node)
+public:
+    id other;
+    std::int32_t number = 0;
+};
+NS_IMPLEMENTATION(Fork) {
+    cls.property<&Fork::other>("other").property<&Fork::number>("number");
+}
+
+/// Answers to keys by itself.
+class Masked : public Node {
+    NS_CLASS(Masked, Node)
+public:
+    Ref<NSString> name;
+    id valueForKey(const Ref<NSString> &) const override { return u"mask"_ns; }
+};
+NS_IMPLEMENTATION(Masked) {
+    cls.property<&Masked::name>("name");
+}
+
+/// Key-value coding prefers another method to the getter.
+class Veiled : public Node {
+    NS_CLASS(Veiled, Node)
+public:
+    Ref<NSString> name;
+    Ref<NSString> veil() const { return u"veil"_ns; }
+};
+NS_IMPLEMENTATION(Veiled) {
+    cls.property<&Veiled::name>("name").method<&Veiled::veil>("getName");
 }
 
 /// Keeps what it is given, as it is.
@@ -115,6 +149,132 @@ TEST(ModelEquality, isOfTheSameClassAndValues) {
     EXPECT_FALSE(qn::modelIsEqual(bare, make<NSObject>()));
     EXPECT_TRUE(qn::modelIsEqual(u"a"_ns, u"a"_ns) && qn::modelHash(u"a"_ns) == u"a"_ns->hash());
     EXPECT_EQ(qn::modelHash(nullptr), 0u);
+}
+
+TEST(ModelEquality, readsAsKeyValueCodingDoes) {
+    const auto equalWithOtherNames = []<class T>(const Ref<T> &one, const Ref<T> &other) {
+        one->name = u"a"_ns;
+        other->name = u"b"_ns;
+        return qn::modelIsEqual(one, other);
+    };
+    EXPECT_TRUE(equalWithOtherNames(make<Masked>(), make<Masked>()));
+    EXPECT_TRUE(equalWithOtherNames(make<Veiled>(), make<Veiled>()));
+    const auto one = make<Everything>(), other = make<Everything>();
+    one->real = other->real = NAN;
+    EXPECT_TRUE(qn::modelIsEqual(one, other));
+}
+
+namespace {
+
+/// Random graphs of forks; a fork leads to earlier ones only, unless there may be cycles.
+class Forks {
+public:
+    Forks(std::mt19937 &random, bool cyclic) {
+        const std::size_t count = 1 + random() % 12;
+        while (forks_.size() < count)
+            forks_.push_back(make<Fork>());
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto pick = [&, bound = cyclic ? count : i]() -> std::size_t {
+                return random() % 4 && bound ? random() % bound : count;
+            };
+            links_.push_back({pick(), pick()});
+            forks_[i]->number = static_cast<std::int32_t>(random() % 2);
+        }
+        link();
+    }
+    /// The same graph of other objects.
+    Forks(const Forks &forks) : links_(forks.links_) {
+        for (const auto &fork : forks.forks_) {
+            forks_.push_back(make<Fork>());
+            forks_.back()->number = fork->number;
+        }
+        link();
+    }
+    ~Forks() {
+        for (const auto &fork : forks_)
+            fork->next = fork->other = nullptr;
+    }
+
+    const std::vector<Ref<Fork>> &all() const { return forks_; }
+
+    /// Of graphs without cycles: by fork a number, the same for the same contents, and what its hash has to
+    /// be.
+    std::vector<std::pair<std::size_t, NSUInteger>> contents() const {
+        std::map<std::tuple<std::int32_t, std::size_t, std::size_t>, std::size_t> numbers;
+        std::vector<std::pair<std::size_t, NSUInteger>> found;
+        for (std::size_t i = 0; i < forks_.size(); ++i) {
+            const auto at = [&](std::size_t link) {
+                return link < forks_.size() ? found[link] : std::pair<std::size_t, NSUInteger>(SIZE_MAX, 0);
+            };
+            const auto [next, other] = links_[i];
+            const auto number = forks_[i]->number;
+            const auto known = numbers.emplace(std::tuple(number, at(next).first, at(other).first), i);
+            found.push_back({known.first->second,
+                             at(next).second ^ at(other).second ^ NSNumber::numberWithInt(number)->hash()});
+        }
+        return found;
+    }
+
+private:
+    void link() {
+        const auto at = [&](std::size_t link) { return link < forks_.size() ? forks_[link] : nullptr; };
+        for (std::size_t i = 0; i < forks_.size(); ++i) {
+            forks_[i]->next = at(links_[i].first);
+            forks_[i]->other = at(links_[i].second);
+        }
+    }
+
+    std::vector<Ref<Fork>> forks_;
+    std::vector<std::pair<std::size_t, std::size_t>> links_; // by number; that behind the last is none
+};
+
+} // namespace
+
+TEST(ModelEquality, ofRandomGraphs) {
+    std::mt19937 random(43);
+    int equal = 0;
+    for (int round = 0; round < 400; ++round) {
+        const Forks forks(random, false);
+        const auto contents = forks.contents();
+        for (std::size_t i = 0; i < contents.size(); ++i) {
+            ASSERT_EQ(qn::modelHash(forks.all()[i]), contents[i].second);
+            for (std::size_t j = 0; j < contents.size(); ++j) {
+                const bool same = contents[i].first == contents[j].first;
+                ASSERT_EQ(qn::modelIsEqual(forks.all()[i], forks.all()[j]), same) << round;
+                equal += same && i != j;
+            }
+        }
+    }
+    EXPECT_GT(equal, 300);
+    for (int round = 0; round < 400; ++round) {
+        const Forks forks(random, true), copies(forks);
+        for (std::size_t i = 0; i < forks.all().size(); ++i) {
+            ASSERT_TRUE(qn::modelIsEqual(forks.all()[i], copies.all()[i])) << round;
+            const auto before = qn::modelHash(forks.all()[i]);
+            const auto around = make<Fork>(); // a walk that comes from elsewhere finds the same hash
+            around->next = forks.all()[random() % forks.all().size()];
+            around->other = forks.all()[i];
+            ASSERT_EQ(qn::modelHash(around),
+                      qn::modelHash(around->next) ^ before ^ NSNumber::numberWithInt(0)->hash());
+        }
+    }
+}
+
+TEST(ModelEquality, visitsEachModelOnce) {
+    const auto tower = [](const id &end) {
+        Ref<Fork> top;
+        for (int i = 0; i < 300; ++i) {
+            const auto fork = make<Fork>();
+            fork->next = fork->other =
+                top ? id(top) : end; // a way more for each level: 2 to the power of 300
+            top = fork;
+        }
+        return top;
+    };
+    const auto one = tower(u"end"_ns), same = tower(u"end"_ns), other = tower(u"END"_ns);
+    EXPECT_EQ(qn::modelHash(one), qn::modelHash(same));
+    EXPECT_TRUE(qn::modelIsEqual(one, same));
+    EXPECT_FALSE(qn::modelIsEqual(one, other));
 }
 
 TEST(ModelEquality, ofModelsThatLeadBackToThemselves) {

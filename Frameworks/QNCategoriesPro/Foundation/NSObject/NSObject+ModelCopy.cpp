@@ -1,4 +1,5 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
 #include "Platform/Foundation/NSNull.h"
@@ -11,31 +12,9 @@ void copyAs(const _QNModelPropertyMeta &meta, NSObject &from, NSObject &to) {
 }
 
 void copyProperty(const _QNModelPropertyMeta &meta, NSObject &from, NSObject &to) {
+    if (meta._isCNumber)
+        return qn::withNumberType(meta._type, [&]<class T>() { copyAs<T>(meta, from, to); });
     switch (meta.valueType()) {
-    case QNEncodingTypeBool:
-        return copyAs<bool>(meta, from, to);
-    case QNEncodingTypeInt8:
-        return copyAs<std::int8_t>(meta, from, to);
-    case QNEncodingTypeUInt8:
-        return copyAs<std::uint8_t>(meta, from, to);
-    case QNEncodingTypeInt16:
-        return copyAs<std::int16_t>(meta, from, to);
-    case QNEncodingTypeUInt16:
-        return copyAs<std::uint16_t>(meta, from, to);
-    case QNEncodingTypeInt32:
-        return copyAs<std::int32_t>(meta, from, to);
-    case QNEncodingTypeUInt32:
-        return copyAs<std::uint32_t>(meta, from, to);
-    case QNEncodingTypeInt64:
-        return copyAs<std::int64_t>(meta, from, to);
-    case QNEncodingTypeUInt64:
-        return copyAs<std::uint64_t>(meta, from, to);
-    case QNEncodingTypeFloat:
-        return copyAs<float>(meta, from, to);
-    case QNEncodingTypeDouble:
-        return copyAs<double>(meta, from, to);
-    case QNEncodingTypeLongDouble:
-        return copyAs<long double>(meta, from, to);
     case QNEncodingTypeObject:
     case QNEncodingTypeBlock:
         return copyAs<id>(meta, from, to);

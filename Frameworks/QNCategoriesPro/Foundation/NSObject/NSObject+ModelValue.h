@@ -39,12 +39,13 @@ void modelEncodeWithCoder(const id &model, const Ref<NSCoder> &coder);
 /// the coder has none that fits.
 id modelInitWithCoder(const id &model, const Ref<NSCoder> &coder);
 
-/// Of all values; the address without values. A model within itself, and what lies more than 512 levels deep,
-/// counts for nothing.
+/// Of all values; the address without values. Models that lead back to one another add nothing to each
+/// other's hash, nor does what lies more than 512 levels deep. Each model within is visited once, however
+/// many ways lead to it.
 NSUInteger modelHash(const id &model);
 /// Whether both are of exactly the same class, say that they have the same `hash`, and have equal values. So
-/// a class that has no hash of its own has no equal objects. Models more than 512 levels deep are not equal;
-/// a comparison within the same comparison adds nothing to it.
+/// a class that has no hash of its own has no equal objects. Models more than 512 levels deep are not equal
+/// unless they are the same; a comparison within the same comparison adds nothing to it.
 bool modelIsEqual(const id &model, const id &other);
 
 } // namespace qn

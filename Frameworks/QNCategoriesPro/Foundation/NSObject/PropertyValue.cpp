@@ -37,5 +37,11 @@ Ref<NSNumber> qn::finiteNumberOfProperty(NSObject &model, const _QNModelProperty
 }
 
 id qn::valueOfProperty(const NSObject &model, const _QNModelPropertyMeta &meta) {
+    auto &read = const_cast<NSObject &>(model); // key-value coding takes getters for const, too
+    if (meta._isReadByGetter && meta._isCNumber)
+        return numberOfProperty(read, meta);
+    if (meta._isReadByGetter &&
+        (meta.valueType() == QNEncodingTypeObject || meta.valueType() == QNEncodingTypeBlock))
+        return meta.get<id>(read);
     return model.valueForKey(NSString::stringWithUTF8String(sel_getName(meta._getter)));
 }

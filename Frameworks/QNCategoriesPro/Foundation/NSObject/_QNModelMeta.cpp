@@ -23,6 +23,11 @@ Cache &cache() {
     return theCache;
 }
 
+bool mayHoldModels(const _QNModelPropertyMeta &property) {
+    return property.valueType() == QNEncodingTypeObject &&
+           (property._nsType == qn::FoundationKind::None || property._nsType >= qn::FoundationKind::Array);
+}
+
 /// The names that the hook lists; none without the hook or names.
 Ref<NSSet> names(Class cls, SEL hook) {
     const auto list = as<NSArray>(qn::hooks::ask(cls, hook));
@@ -121,6 +126,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
     meta->_keyPathPropertyMetas = mapper.keyPathMetas();
     meta->_multiKeysPropertyMetas = mapper.multiKeysMetas();
     meta->findHooks();
+    meta->findComparedProperties();
     meta->_isPlain = meta->isPlain();
     return meta;
 }
@@ -140,6 +146,16 @@ void _QNModelMeta::findHooks() {
     _hasCustomTransformToDictionary = has(runtime::selectorOf<qn::hooks::modelCustomTransformToDictionary>());
     _hasCustomClassFromDictionary =
         cls->respondsToSelector(runtime::selectorOf<qn::hooks::modelCustomClassForDictionary>());
+}
+
+void _QNModelMeta::findComparedProperties() {
+    if (!_allPropertyMetas)
+        return;
+    for (const id &each : *_allPropertyMetas)
+        if (const auto *property = peek<_QNModelPropertyMeta>(each); property->_isKVCCompatible) {
+            _comparedPropertyMetas.push_back(property);
+            _leadsToModels |= mayHoldModels(*property);
+        }
 }
 
 bool _QNModelMeta::isPlain() const {

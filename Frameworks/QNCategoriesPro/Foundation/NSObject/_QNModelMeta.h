@@ -43,6 +43,10 @@ public:
     bool _hasCustomTransformToDictionary = false;
     bool _hasCustomClassFromDictionary = false;
 
+    /// Those of them that key-value coding reads: they make hash and equality.
+    std::vector<const _QNModelPropertyMeta *> _comparedPropertyMetas;
+    /// Whether a value of those may be, or hold, a model.
+    bool _leadsToModels = false;
     /// The keys of the mapper that are texts.
     qn::ModelKeyIndex _keys{nullptr};
     /// Whether filling an instance runs no code of the class's own, neither hooks nor accessors, and takes
@@ -51,6 +55,7 @@ public:
 
 private:
     void findHooks();
+    void findComparedProperties();
     bool isPlain() const;
 
     std::uint64_t _namesKnown = 0; // to the registry of classes, if a name met was of none; otherwise 0

@@ -1,6 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelPropertyMeta.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
+#include "Platform/Foundation/NSKeyValueCoding.h"
 #include "Platform/Foundation/NSObjCRuntime.h"
 
 #include <algorithm>
@@ -46,6 +47,10 @@ Method setterOfType(Class cls, SEL selector, QNEncodingType type) {
                       method_copyReturnType(method) == "v" &&
                       isOfType(method_copyArgumentType(method, 2), type);
     return fits ? method : nullptr;
+}
+
+bool overridesValueForKey(Class cls) {
+    return cls && (cls->overridesValueForKey || overridesValueForKey(cls->superclass()));
 }
 
 bool namesClass(const QNClassPropertyInfo &property) {
@@ -105,4 +110,6 @@ void _QNModelPropertyMeta::findAccessors(Class cls) {
     _getter = _getterMethod ? _getterMethod->name : nullptr;
     _setter = _setterMethod ? _setterMethod->name : nullptr;
     _isKVCCompatible = _getter && _setter && std::ranges::count(keyValueCodedTypes, valueType()) > 0;
+    _isReadByGetter = _getter && !overridesValueForKey(cls) &&
+                      runtime::keyValueReader(cls, sel_getName(_getter)) == _getterMethod;
 }

@@ -46,6 +46,7 @@ public:
     SEL _getter = nullptr;
     SEL _setter = nullptr;
     bool _isKVCCompatible = false;
+    bool _isReadByGetter = false;                    ///< when key-value coding reads the name of the getter
     bool _isStructAvailableForKeyedArchiver = false; ///< one of the platform's geometric structures
     bool _hasCustomClassFromDictionary = false;
     bool _namesUnknownClass = false; ///< and no other stands for it; it may be made later
