@@ -1,10 +1,12 @@
 // Models written as JSON and text.
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWriter.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelDescription.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
 #include "Platform/Foundation/NSAttributedString.h"
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSDecimalNumber.h"
 #include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/NSJSONSerialization.h"
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSSet.h"
 #include "Platform/Foundation/NSURL.h"
@@ -15,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 namespace {
 
@@ -55,6 +58,23 @@ public:
 NS_IMPLEMENTATION(Hooked) {
     cls.property<&Hooked::word>("word").method<&Hooked::write>("modelCustomTransformToDictionary:");
 }
+
+/// An array of one object that counts how often it is read.
+class CountingArray : public NSArray {
+    NS_CLASS(CountingArray, NSArray)
+public:
+    explicit CountingArray(id element) : element_(std::move(element)) {}
+    NSUInteger count() const override { return 1; }
+    id objectAtIndex(NSUInteger) const override {
+        ++reads;
+        return element_;
+    }
+    static inline NSUInteger reads = 0;
+
+private:
+    const id element_;
+};
+NS_IMPLEMENTATION(CountingArray) {}
 
 /// The JSON of an object, by way of an array around it so that it may be anything.
 std::string json(const id &object) {
@@ -141,6 +161,172 @@ TEST(ModelJSON, hooksChangeOrRefuse) {
     const id both = NSDictionary::dictionaryWithEntries({{u"k"_ns, model}});
     EXPECT_EQ(text(qn::modelToJSONString(both)), R"({"k":null})");
     EXPECT_EQ(text(qn::modelToJSONString(NSArray::arrayWithObjects({model}))), "[]");
+}
+
+namespace {
+
+/// Objects of every kind within each other, now and then within themselves.
+class RandomObjects {
+public:
+    explicit RandomObjects(std::mt19937 &random) : random_(random) {}
+    ~RandomObjects() {
+        for (const auto &node : nodes_)
+            node->next = nullptr;
+    }
+
+    id object(int depth) {
+        switch (random_() % (depth > 4 ? 12 : 22)) {
+        case 0:
+            return u"a\"/\\\u001f b"_ns;
+        case 1:
+            return NSNumber::numberWithDouble(static_cast<double>(random_()) / 1024);
+        case 2:
+            return NSNumber::numberWithBool(random_() % 2);
+        case 3:
+            return NSNumber::numberWithUnsignedLongLong(UINT64_MAX - random_());
+        case 4:
+            return NSNull::null();
+        case 5:
+            return NSDate::dateWithTimeIntervalSince1970(static_cast<double>(random_()));
+        case 6:
+            return NSURL::URLWithString(u"a:b/c"_ns);
+        case 7:
+            return NSData::data();
+        case 8:
+            return NSAttributedString::attributedStringWithString(u"ä€😀"_ns);
+        case 9:
+            return random_() % 20 ? nullptr : NSNumber::numberWithDouble(NAN);
+        case 10:
+            return random_() % 20 ? make<NSMutableString>(u"longer than eight") : make<NSString>(u"\xD800");
+        case 11:
+            return nodes_.empty() ? nullptr : id(nodes_[random_() % nodes_.size()]);
+        case 12:
+        case 13:
+            return NSArray::arrayWithObjects(some(depth));
+        case 14:
+            return NSSet::setWithArray(NSArray::arrayWithObjects(some(depth)));
+        case 15:
+        case 16:
+            return dictionary(depth);
+        case 17:
+            return filled(make<Paths>(), depth);
+        case 18:
+            return filled(make<Hooked>(), depth);
+        case 19:
+            return make<Keyless>();
+        case 20:
+            return node<Everything>(depth);
+        default:
+            return node<Node>(depth);
+        }
+    }
+
+private:
+    std::vector<id> some(int depth) {
+        std::vector<id> objects;
+        for (auto count = random_() % 4; count > 0; --count)
+            if (const id each = object(depth + 1))
+                objects.push_back(each);
+        return objects;
+    }
+
+    id dictionary(int depth) {
+        const auto result = NSMutableDictionary::dictionary();
+        for (const id &each : some(depth))
+            result->setObject(each, random_() % 9
+                                        ? id(NSString::stringWithFormat("%u", unsigned(random_() % 5)))
+                                        : id(NSNumber::numberWithInt(2)));
+        return result;
+    }
+
+    Ref<Paths> filled(const Ref<Paths> &paths, int depth) {
+        paths->whole = object(depth + 1);
+        paths->b = random_() % 2 ? u"b"_ns : nullptr;
+        paths->c = random_() % 2 ? u"c"_ns : nullptr;
+        return paths;
+    }
+    Ref<Hooked> filled(const Ref<Hooked> &hooked, int) {
+        hooked->word = random_() % 2 ? u"w"_ns : nullptr;
+        return hooked;
+    }
+
+    template <class T>
+    Ref<T> node(int depth) {
+        const auto made = make<T>();
+        if constexpr (std::is_same_v<T, Everything>) {
+            made->fill();
+            made->real = random_() % 2 ? NAN : 1.1f;
+            made->wide = random_() % 2 ? 1e400L : 0.1L;
+        }
+        nodes_.push_back(made);
+        made->next = object(depth + 1);
+        return made;
+    }
+
+    std::mt19937 &random_;
+    std::vector<Ref<Node>> nodes_;
+};
+
+std::string shown(const Ref<NSData> &json) {
+    return json ? std::string(reinterpret_cast<const char *>(json->bytes()), json->length()) : "none";
+}
+
+std::string byTheLongWay(const id &object) {
+    const id json = qn::modelToJSONObject(object);
+    return json ? shown(NSJSONSerialization::dataWithJSONObject(json, NSJSONWritingOptions::None, nullptr))
+                : "none";
+}
+
+/// "none" as well where it gives up.
+std::string straight(const id &object) {
+    const auto json = qn::writeModel(object);
+    return json ? shown(*json) : "none";
+}
+
+} // namespace
+
+TEST(ModelWriter, givesWhatTheLongWayGives) {
+    std::mt19937 random(45);
+    int texts = 0, refusals = 0;
+    for (int round = 0; round < 20000; ++round) {
+        RandomObjects objects(random);
+        const id object = objects.object(0);
+        const auto written = qn::writeModel(object);
+        ASSERT_EQ(written ? shown(*written) : "none", byTheLongWay(object)) << round;
+        texts += written && *written;
+        refusals += !written;
+    }
+    EXPECT_TRUE(texts > 5000 && refusals > 50) << texts << " " << refusals;
+}
+
+TEST(ModelWriter, nestsAsDeepAsTheLongWay) {
+    for (const int levels : {300, 511, 512, 513, 600})
+        for (const id &bottom : {id(u"text"_ns), id(NSData::data()), id(make<Node>())}) {
+            id array = bottom, mixed = bottom;
+            for (int level = 0; level < levels; ++level) {
+                array = NSArray::arrayWithObjects({array});
+                const auto node = make<Node>();
+                node->next = mixed;
+                mixed = level % 2 ? id(NSDictionary::dictionaryWithEntries({{u"k"_ns, node}})) : node;
+            }
+            for (const id &object : {array, mixed}) {
+                const auto written = qn::writeModel(object);
+                EXPECT_TRUE(written || levels > 500) << levels;
+                EXPECT_TRUE(!written || shown(*written) == byTheLongWay(object)) << levels;
+            }
+        }
+}
+
+TEST(ModelWriter, looksAtEachCollectionTwiceAtMost) {
+    constexpr NSUInteger levels = 400;
+    for (const auto write : {&straight, &byTheLongWay}) {
+        id tower = NSData::data();
+        for (NSUInteger level = 0; level < levels; ++level)
+            tower = make<CountingArray>(tower);
+        CountingArray::reads = 0;
+        EXPECT_EQ(write(tower), std::string(levels, '[') + std::string(levels, ']'));
+        EXPECT_LE(CountingArray::reads, 4 * levels);
+    }
 }
 
 TEST(ModelJSON, nestingHasAnEnd) {

@@ -42,6 +42,18 @@ NS_IMPLEMENTATION(AskedSpot) {
     cls.method<&AskedSpot::filled>("modelCustomTransformFromDictionary:");
 }
 
+/// Leads to a class that runs code of its own.
+class AskingSpot : public Spot {
+    NS_CLASS(AskingSpot, Spot)
+public:
+    Ref<NSSet> askingSpots;
+    Ref<NSDictionary> askedSpots;
+};
+NS_IMPLEMENTATION(AskingSpot) {
+    cls.property<&AskingSpot::askingSpots, AskingSpot>("askingSpots");
+    cls.property<&AskingSpot::askedSpots, AskedSpot>("askedSpots");
+}
+
 class DoublingSpot : public Spot {
     NS_CLASS(DoublingSpot, Spot)
 public:
@@ -96,8 +108,6 @@ public:
     Ref<NSSet> set, spotSet;
     Ref<NSMutableSet> mutableSet;
     Ref<Spot> spot, copiedSpot, twin, filledSpot = make<Spot>();
-    Ref<AskedSpot> askedSpot;
-    Ref<NSArray> askedSpots;
     id any, otherTwin;
     Class cls = Spot::class_();
     SEL selector = sel_registerName("initial");
@@ -135,9 +145,7 @@ NS_IMPLEMENTATION(Everything) {
     cls.property<&Everything::function>("function").property<&Everything::size>("size");
     cls.property<&Everything::word>("word").property<&Everything::list>("list");
     cls.property<&Everything::copiedSpot>("copiedSpot", "C").property<&Everything::filledSpot>("filledSpot");
-    cls.property<&Everything::askedSpot>("askedSpot").property<&Everything::twin>("twin");
-    cls.property<&Everything::askedSpots>("askedSpots", "", {"AskedSpot"});
-    cls.property<&Everything::otherTwin>("otherTwin");
+    cls.property<&Everything::twin>("twin").property<&Everything::otherTwin>("otherTwin");
     cls.classMethod<&Everything::mapper>("modelCustomPropertyMapper");
 }
 
@@ -390,53 +398,53 @@ TEST(ModelReader, givesWhatTheLongWayGives) {
         ASSERT_EQ(shownModel(qn::modelWithJSON(cls, bytes(text))), expected) << text;
         if (const auto models = qn::readModelArray(cls, bytes("[" + text + "," + text + "]"))) {
             ++straight;
-            ASSERT_EQ(shownModel(models->firstObject()) + shownModel(models->lastObject()),
+            ASSERT_EQ(shownModel((*models)->firstObject()) + shownModel((*models)->lastObject()),
                       expected + expected)
                 << text;
         }
     }
-    EXPECT_GT(straight, 500); // read without the dictionaries in between
+    EXPECT_GT(straight, 1500); // read without the dictionaries in between
 }
 
 TEST(ModelReader, leavesOtherElementsOut) {
-    const auto models = qn::readModelArray(Spot::class_(), bytes(R"([1,{"x":1},[{"x":2}],"x",{"x":3}])"));
+    const auto models = *qn::readModelArray(Spot::class_(), bytes(R"([1,{"x":1},[{"x":2}],"x",{"x":3}])"));
     EXPECT_TRUE(models->isKindOfClass(NSMutableArray::class_()));
     EXPECT_EQ(shown(models), "~[Spot1,Spot3]");
-    EXPECT_EQ(qn::readModelArray(Spot::class_(), bytes(R"({"x":1})")), nullptr);
-    EXPECT_EQ(qn::readModelArray(Spot::class_(), nullptr), nullptr);
+    EXPECT_EQ(qn::readModelArray(Spot::class_(), bytes(R"({"x":1})")), Ref<NSArray>());
+    EXPECT_EQ(qn::readModelArray(Spot::class_(), nullptr), std::nullopt);
 }
 
-TEST(ModelReader, givesUpWhereItCouldTell) {
-    for (const char *straight : {R"({"spot":{"x":1}})", R"({"spots":[{"x":1},null,5,[{"x":2}]]})",
-                                 R"({"spot":[1],"any":{"k":1,"k":2},"y":1,"y":2,"copiedSpot":null})"})
-        EXPECT_NE(qn::readModel(Everything::class_(), bytes(straight)), nullptr) << straight;
+TEST(ModelReader, decidesByTheClass) {
     const struct {
         Class cls;
         std::string text;
+        bool isStraight;
     } cases[] = {
-        {AskedSpot::class_(), R"({"x":1})"},
-        {DoublingSpot::class_(), R"({"x":1})"},
-        {Spot::class_(), R"({"x":1,"x":"x"})"},
-        {Spot::class_(), "{\"\xff\":1}"},
-        {Spot::class_(), R"([{"x":1}])"},
-        {Spot::class_(), R"({"x":1} x)"},
-        {Everything::class_(), R"({"i":1,"string":"\ud800"})"},
-        {Everything::class_(), R"({"string":)" + std::string(512, '[') + std::string(512, ']') + "}"},
-        {Everything::class_(), R"({"copiedSpot":{"x":1}})"},
-        {Everything::class_(), R"({"k":{"x":1}})"},
-        {Everything::class_(), R"({"k":[{"x":1}]})"},
-        {Everything::class_(), R"({"spots":{"x":1}})"},
-        {Everything::class_(), R"({"spotsByName":{"a":{"x":1}}})"},
-        {Everything::class_(), R"({"filledSpot":{"x":1}})"},
-        {Everything::class_(), R"({"askedSpot":{"x":1}})"},
-        {Everything::class_(), R"({"askedSpots":[{"x":1}]})"},
-        {NSString::class_(), R"({"x":1})"},
-        {nullptr, R"({"x":1})"},
+        {Everything::class_(), R"({"spot":{"x":1}})", true},
+        {Everything::class_(), R"({"spots":[{"x":1},null,5,[{"x":2}]]})", true},
+        {Everything::class_(), R"({"spot":[1],"any":{"k":1,"k":2},"y":1,"y":2,"copiedSpot":null})", true},
+        {Everything::class_(), R"({"copiedSpot":{"x":1}})", true},
+        {Everything::class_(), R"({"k":{"x":1}})", true},
+        {Everything::class_(), R"({"k":[{"x":1}]})", true},
+        {Everything::class_(), R"({"spots":{"x":1}})", true},
+        {Everything::class_(), R"({"spotsByName":{"a":{"x":1}},"spotSet":[{"x":1}]})", true},
+        {Everything::class_(), R"({"filledSpot":{"x":1}})", true},
+        {Everything::class_(), R"({"i":1,"string":"\ud800"})", true},
+        {Everything::class_(), R"({"string":)" + std::string(512, '[') + std::string(512, ']') + "}", true},
+        {Spot::class_(), "{\"\xff\":1}", true},
+        {Spot::class_(), R"([{"x":1}])", true},
+        {Spot::class_(), R"({"x":1} x)", true},
+        {Spot::class_(), R"({"x":1,"x":"x"})", false},
+        {AskedSpot::class_(), R"({"x":1})", false},
+        {AskingSpot::class_(), R"({"x":1})", false},
+        {DoublingSpot::class_(), R"({"x":1})", false},
+        {NSString::class_(), R"({"x":1})", false},
+        {nullptr, R"({"x":1})", false},
     };
-    for (const auto &[cls, text] : cases) {
-        EXPECT_EQ(qn::readModel(cls, bytes(text)), nullptr) << text;
+    for (const auto &[cls, text, isStraight] : cases) {
+        EXPECT_EQ(qn::readModel(cls, bytes(text)).has_value(), isStraight) << text;
         EXPECT_EQ(shownModel(qn::modelWithJSON(cls, bytes(text))), shownModel(byTheLongWay(cls, text)))
             << text;
     }
-    EXPECT_EQ(shownModel(qn::modelWithJSON(DoublingSpot::class_(), bytes(cases[1].text))), "DoublingSpot2");
+    EXPECT_EQ(shownModel(qn::modelWithJSON(DoublingSpot::class_(), bytes(R"({"x":1})"))), "DoublingSpot2");
 }

@@ -19,6 +19,6 @@ Ref<NSArray> qn::modelArrayWithClass(Class cls, const Ref<NSArray> &array) {
 Ref<NSArray> qn::modelArrayWithClass(Class cls, const id &json) {
     const auto data = jsonData(json);
     if (auto models = readModelArray(cls, data))
-        return models;
+        return *models;
     return modelArrayWithClass(cls, collectionFromJSON<NSArray>(data ? data : json));
 }

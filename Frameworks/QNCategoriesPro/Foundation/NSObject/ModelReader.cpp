@@ -4,6 +4,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Platform/Foundation/JSONBuilder.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -20,17 +21,23 @@ bool isArray(const PropertyMeta &property) {
            property._nsType == qn::FoundationKind::MutableArray;
 }
 
-bool mayHoldModels(const PropertyMeta &property) {
-    return property._genericCls || isOfModelClass(property);
-}
-
 /// The record of the class when it is plain.
 Ref<_QNModelMeta> plainMeta(Class cls) {
     auto meta = _QNModelMeta::metaWithClass(cls);
     return meta && meta->_isPlain ? meta : nullptr;
 }
 
-/// Is told what the text holds. Models and arrays of models are frames here; all other values, whole
+/// Whether filling a model of the class, and whatever it may hold, runs no code of those classes.
+bool isQuiet(Class cls, std::vector<Class> &met) {
+    if (std::ranges::count(met, cls) > 0)
+        return true;
+    met.push_back(cls);
+    const auto meta = _QNModelMeta::metaWithClass(cls);
+    return !meta->_runsOwnCode &&
+           std::ranges::all_of(meta->_modelClasses, [&](Class each) { return isQuiet(each, met); });
+}
+
+/// Is told what the text holds. Plain models and arrays of them are frames here; all other values, whole
 /// containers among them, are left to the builder.
 class ModelReader final : public JSONHandler {
 public:
@@ -39,6 +46,7 @@ public:
 
     id model() { return std::move(model_); }
     std::vector<id> elements() { return std::move(elements_); }
+    bool gaveUp() const { return gaveUp_; }
     const char *refusal() const override { return builder_.refusal(); }
 
     bool Null() override { return leaf(leaves().null()); }
@@ -57,14 +65,8 @@ public:
         if (frames_.empty())
             return !anArray_ && openModel(rootMeta_);
         const Frame &frame = frames_.back();
-        if (!frame.model)
-            return openModel(frame.meta);
-        if (!frame.mayGetModels())
-            return leaveToBuilder(&JSONBuilder::StartObject);
-        const PropertyMeta &property = *frame.slot->head;
-        const bool isNew = !property._next && !property._genericCls &&
-                           !(property._type & QNEncodingTypePropertyCopy) && !property.get<id>(*frame.model);
-        return isNew && openModel(plainMeta(property._cls));
+        const auto meta = frame.model ? metaOfNewModel(frame) : frame.meta;
+        return (meta && openModel(meta)) || leaveToBuilder(&JSONBuilder::StartObject);
     }
 
     bool StartArray() override {
@@ -72,15 +74,11 @@ public:
             return leaveToBuilder(&JSONBuilder::StartArray);
         if (frames_.empty())
             return anArray_ && openArray(rootMeta_);
-        const Frame &frame = frames_.back();
-        if (!frame.mayGetModels())
-            return leaveToBuilder(&JSONBuilder::StartArray);
-        const PropertyMeta &property = *frame.slot->head;
-        if (property._next)
-            return false;
-        if (!property._genericCls) // of a model, which no array becomes
-            return leaveToBuilder(&JSONBuilder::StartArray);
-        return isArray(property) && openArray(plainMeta(property._genericCls));
+        const PropertyMeta *property = frames_.back().onlyProperty();
+        const auto meta = property && property->_genericCls && isArray(*property)
+                              ? plainMeta(property->_genericCls)
+                              : nullptr;
+        return meta ? openArray(meta) : leaveToBuilder(&JSONBuilder::StartArray);
     }
 
     bool EndObject(std::size_t count) override {
@@ -118,14 +116,20 @@ private:
         std::size_t firstSeen, firstElement;
         const qn::ModelKeyIndex::Slot *slot = nullptr; // of the key whose value comes next
 
-        bool mayGetModels() const {
-            if (model && slot)
-                for (const PropertyMeta *each = slot->head; each; each = each->_next.get())
-                    if (mayHoldModels(*each))
-                        return true;
-            return false;
+        /// The property that the next value goes to, when it is one.
+        const PropertyMeta *onlyProperty() const {
+            return model && slot && !slot->head->_next ? slot->head : nullptr;
         }
     };
+
+    /// Of the model that a dictionary becomes, when one is made for it: none exists yet, and none is copied.
+    static Ref<_QNModelMeta> metaOfNewModel(const Frame &frame) {
+        const PropertyMeta *property = frame.onlyProperty();
+        return property && isOfModelClass(*property) && !(property->_type & QNEncodingTypePropertyCopy) &&
+                       !property->get<id>(*frame.model)
+                   ? plainMeta(property->_cls)
+                   : nullptr;
+    }
 
     /// What a key reaches in the models of a class.
     struct Target {
@@ -145,7 +149,8 @@ private:
         if (!recent.meta)
             return false;
         frame.slot = recent.meta == frame.meta ? recent.slot : targetOf(key, frame.meta).slot;
-        return !frame.slot || isFirst(frame);
+        gaveUp_ = frame.slot && !isFirst(frame);
+        return !gaveUp_;
     }
 
     bool isFirst(const Frame &frame) {
@@ -153,10 +158,10 @@ private:
     }
 
     bool openModel(const Ref<_QNModelMeta> &meta) {
-        id model = meta ? class_createInstance(meta->_classInfo->cls()) : nullptr;
+        id model = class_createInstance(meta->_classInfo->cls());
         return model && open(meta, std::move(model));
     }
-    bool openArray(const Ref<_QNModelMeta> &meta) { return meta && open(meta, nullptr); }
+    bool openArray(const Ref<_QNModelMeta> &meta) { return open(meta, nullptr); }
 
     bool open(Ref<_QNModelMeta> meta, id model) {
         const std::size_t keys = model ? meta->_keys.size() : 0;
@@ -201,28 +206,31 @@ private:
     std::vector<char> seen_;   // by number, 1 for a key that was there: a frame's, from its first on
     std::vector<id> elements_; // a frame's elements, from its first on
     id model_;
+    bool gaveUp_ = false;
 };
 
 /// Runs `finish` on what has been read.
-template <class Finish>
-auto read(Class cls, const Ref<NSData> &json, bool anArray, const Finish &finish)
-    -> decltype(finish(std::declval<ModelReader &>())) {
+template <class Result, class Finish>
+std::optional<Result> read(Class cls, const Ref<NSData> &json, bool anArray, const Finish &finish) {
     auto meta = json && !qn::ModelNesting::isUnderWay() ? plainMeta(cls) : nullptr;
-    if (!meta)
-        return nullptr;
+    std::vector<Class> met;
+    if (!meta || !isQuiet(cls, met))
+        return std::nullopt;
     ModelReader reader(std::move(meta), anArray);
     const std::string_view text(reinterpret_cast<const char *>(json->bytes()), json->length());
-    return readJSON(text, reader) ? nullptr : finish(reader);
+    if (!readJSON(text, reader))
+        return finish(reader);
+    return reader.gaveUp() ? std::nullopt : std::optional<Result>(nullptr);
 }
 
 } // namespace
 
-id qn::readModel(Class cls, const Ref<NSData> &json) {
-    return read(cls, json, false, [](ModelReader &reader) { return reader.model(); });
+std::optional<id> qn::readModel(Class cls, const Ref<NSData> &json) {
+    return read<id>(cls, json, false, [](ModelReader &reader) { return reader.model(); });
 }
 
-Ref<NSArray> qn::readModelArray(Class cls, const Ref<NSData> &json) {
-    return read(cls, json, true, [](ModelReader &reader) -> Ref<NSArray> {
+std::optional<Ref<NSArray>> qn::readModelArray(Class cls, const Ref<NSData> &json) {
+    return read<Ref<NSArray>>(cls, json, true, [](ModelReader &reader) {
         return NSMutableArray::arrayWithObjects(reader.elements());
     });
 }

@@ -20,8 +20,8 @@ id qn::modelWithDictionary(Class cls, const id &dictionary) {
 
 id qn::modelWithJSON(Class cls, const id &json) {
     const auto data = jsonData(json);
-    if (id model = readModel(cls, data))
-        return model;
+    if (auto model = readModel(cls, data))
+        return *model;
     return modelWithDictionary(cls, _dictionaryWithJSON(data ? data : json));
 }
 

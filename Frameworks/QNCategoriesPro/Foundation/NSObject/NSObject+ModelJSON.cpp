@@ -2,11 +2,14 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelISOFormatter.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWriter.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWriting.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/OutermostWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/WritableJSON.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
+#include "Platform/Foundation/JSONValidity.h"
 #include "Platform/Foundation/NSAttributedString.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSDate.h"
@@ -17,15 +20,11 @@
 #include "Platform/Foundation/NSURL.h"
 #include "Platform/Runtime/Message.h"
 
-namespace {
+#include <unordered_set>
 
-using Visit = qn::ModelVisit<struct ToJSON>;
-
-enum class Kind { Plain, Dictionary, Set, Array, URL, AttributedString, Date, Data, Model };
-
-/// Ordinary objects are told by their very class, others by their ancestors.
-Kind kindOf(const NSObject &object) {
-    static const std::pair<Class, Kind> kinds[] = {{NSString::class_(), Kind::Plain},
+qn::WrittenKind qn::writtenKindOf(const NSObject &object) {
+    using Kind = WrittenKind;
+    static const std::pair<Class, Kind> kinds[] = {{NSString::class_(), Kind::Text},
                                                    {NSNumber::class_(), Kind::Plain},
                                                    {NSDate::class_(), Kind::Date},
                                                    {NSURL::class_(), Kind::URL},
@@ -45,16 +44,39 @@ Kind kindOf(const NSObject &object) {
     return Kind::Model;
 }
 
-bool isNull(const id &object) {
+bool qn::isNull(const id &object) {
     return !object || peek<NSNull>(object);
 }
 
+namespace {
+
+/// What the walk under way on the thread knows of collections within others.
+class KnownCollections {
+public:
+    static inline thread_local KnownCollections *underWay = nullptr;
+
+    /// Whether the collection is valid JSON as it is. Each is looked at twice at most, however deep it lies.
+    bool isValid(const id &collection) {
+        if (notValid_.contains(collection))
+            return false;
+        JSONValidity validity;
+        const json::Reason reason = validity.whyInvalid(collection);
+        const auto &around = validity.invalidContainers();
+        if (reason && reason != json::tooDeep)
+            notValid_.insert(around.begin(), around.end());
+        return !reason;
+    }
+
+private:
+    std::unordered_set<id> notValid_;
+};
+
 id dictionaryToJSON(const id &object) {
-    if (!Visit::admits(*object))
+    if (!qn::ModelWriting::admits(*object))
         return nullptr;
-    if (NSJSONSerialization::isValidJSONObject(object))
+    if (KnownCollections::underWay->isValid(object))
         return object;
-    const Visit visit(*object);
+    const qn::ModelWriting visit(*object);
     const auto &dictionary = static_cast<const NSDictionary &>(*object);
     const auto result = NSMutableDictionary::dictionaryWithCapacity(dictionary.count());
     qn::walkEntries(dictionary, [&](const id &key, const id &value) {
@@ -67,14 +89,14 @@ id dictionaryToJSON(const id &object) {
 
 /// An array, or what is in a set.
 id arrayToJSON(const id &array, const NSObject &visited) {
-    if (!Visit::admits(visited))
+    if (!qn::ModelWriting::admits(visited))
         return nullptr;
-    if (NSJSONSerialization::isValidJSONObject(array))
+    if (KnownCollections::underWay->isValid(array))
         return array;
-    const Visit visit(visited);
+    const qn::ModelWriting visit(visited);
     std::vector<id> result;
     qn::walkElements(static_cast<const NSArray &>(*array), [&](const id &element) {
-        if (id written = ModelToJSONObjectRecursive(element); !isNull(written))
+        if (id written = ModelToJSONObjectRecursive(element); !qn::isNull(written))
             result.push_back(std::move(written));
     });
     return NSMutableArray::arrayWithObjects(std::move(result));
@@ -86,7 +108,7 @@ id propertyToJSON(NSObject &model, const _QNModelPropertyMeta &meta) {
     switch (meta.valueType()) {
     case QNEncodingTypeObject: {
         id written = ModelToJSONObjectRecursive(meta.get<id>(model));
-        return meta._nsType == qn::FoundationKind::None && isNull(written) ? nullptr : written;
+        return meta._nsType == qn::FoundationKind::None && qn::isNull(written) ? nullptr : written;
     }
     case QNEncodingTypeClass:
         return NSStringFromClass(meta.get<Class>(model));
@@ -123,9 +145,9 @@ void storeAtPath(ObjectTable &result, const NSArray &path, const id &value) {
 
 id modelToJSON(const id &model) {
     const auto meta = _QNModelMeta::metaWithClass(model->isa());
-    if (meta->_keyMappedCount == 0 || !Visit::admits(*model))
+    if (meta->_keyMappedCount == 0 || !qn::ModelWriting::admits(*model))
         return nullptr;
-    const Visit visit(*model);
+    const qn::ModelWriting visit(*model);
     const auto mapper = meta->_mapper ? meta->_mapper : NSDictionary::dictionary();
     ObjectTable table(mapper->count());
     qn::walkEntries(*mapper, [&](const id &, const id &head) {
@@ -149,24 +171,26 @@ id modelToJSON(const id &model) {
 id ModelToJSONObjectRecursive(const id &object) {
     if (!object)
         return nullptr;
-    switch (kindOf(*object)) {
-    case Kind::Plain:
+    const qn::OutermostWalk<KnownCollections> known;
+    switch (qn::writtenKindOf(*object)) {
+    case qn::WrittenKind::Text:
+    case qn::WrittenKind::Plain:
         return object;
-    case Kind::Dictionary:
+    case qn::WrittenKind::Dictionary:
         return dictionaryToJSON(object);
-    case Kind::Set:
+    case qn::WrittenKind::Set:
         return arrayToJSON(static_cast<const NSSet &>(*object).allObjects(), *object);
-    case Kind::Array:
+    case qn::WrittenKind::Array:
         return arrayToJSON(object, *object);
-    case Kind::URL:
+    case qn::WrittenKind::URL:
         return static_cast<const NSURL &>(*object).absoluteString();
-    case Kind::AttributedString:
+    case qn::WrittenKind::AttributedString:
         return static_cast<const NSAttributedString &>(*object).string();
-    case Kind::Date:
+    case qn::WrittenKind::Date:
         return qn::modelISOFormatter().stringFromDate(as<NSDate>(object));
-    case Kind::Data:
+    case qn::WrittenKind::Data:
         return nullptr;
-    case Kind::Model:
+    case qn::WrittenKind::Model:
         break;
     }
     return modelToJSON(object);
@@ -178,6 +202,8 @@ id qn::modelToJSONObject(const id &model) {
 }
 
 Ref<NSData> qn::modelToJSONData(const id &model) {
+    if (const auto straight = writeModel(model))
+        return *straight;
     const auto written = [](const id &json) {
         return NSJSONSerialization::dataWithJSONObject(json, NSJSONWritingOptions::None, nullptr);
     };

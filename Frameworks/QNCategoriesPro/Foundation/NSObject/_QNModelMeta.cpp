@@ -3,10 +3,12 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelMapper.h"
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
+#include "Platform/Foundation/JSONWriter.h"
 #include "Platform/Foundation/NSObjCRuntime.h"
 #include "Platform/Foundation/NSSet.h"
 
 #include <algorithm>
+#include <atomic>
 #include <unordered_map>
 
 NS_IMPLEMENTATION(_QNModelMeta) {}
@@ -16,6 +18,7 @@ namespace {
 struct Cache {
     dispatch::Semaphore lock{1};
     std::unordered_map<Class, Ref<_QNModelMeta>> metas;
+    std::atomic<std::uint64_t> stores = 0;
 };
 
 Cache &cache() {
@@ -26,6 +29,19 @@ Cache &cache() {
 bool mayHoldModels(const _QNModelPropertyMeta &property) {
     return property.valueType() == QNEncodingTypeObject &&
            (property._nsType == qn::FoundationKind::None || property._nsType >= qn::FoundationKind::Array);
+}
+
+/// A record as the thread found it in the cache, which takes the lock; good while nothing has been stored
+/// there since.
+struct Recent {
+    Class cls = nullptr;
+    Ref<_QNModelMeta> meta;
+    std::uint64_t stores = 0;
+};
+
+Recent &recentOf(Class cls) {
+    static thread_local Recent recent[16];
+    return recent[reinterpret_cast<std::uintptr_t>(cls) / alignof(objc_class) % std::size(recent)];
 }
 
 /// The names that the hook lists; none without the hook or names.
@@ -89,16 +105,23 @@ private:
 Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
     if (!cls)
         return nullptr;
+    const std::uint64_t stores = cache().stores; // before the look into the cache
+    Recent &recent = recentOf(cls);
+    if (recent.cls == cls && recent.stores == stores && !recent.meta->isStale())
+        return recent.meta;
     {
         const SemaphoreLock guard(cache().lock);
         const auto found = cache().metas.find(cls);
-        if (found != cache().metas.end() && !found->second->isStale())
+        if (found != cache().metas.end() && !found->second->isStale()) {
+            recent = {cls, found->second, stores};
             return found->second;
+        }
     }
     auto meta = initWithClass(cls);
     auto kept = meta; // what it replaces goes outside the lock
     const SemaphoreLock guard(cache().lock);
     cache().metas[cls].swap(kept);
+    ++cache().stores;
     return meta;
 }
 
@@ -127,7 +150,11 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
     meta->_multiKeysPropertyMetas = mapper.multiKeysMetas();
     meta->findHooks();
     meta->findComparedProperties();
-    meta->_isPlain = meta->isPlain();
+    meta->findWrittenKeys();
+    meta->_runsOwnCode = meta->runsOwnCode();
+    meta->_isPlain = !meta->_runsOwnCode && meta->_keyMappedCount > 0 &&
+                     meta->_keyPathPropertyMetas->count() == 0 && meta->_multiKeysPropertyMetas->count() == 0;
+    meta->findModelClasses();
     return meta;
 }
 
@@ -158,14 +185,36 @@ void _QNModelMeta::findComparedProperties() {
         }
 }
 
-bool _QNModelMeta::isPlain() const {
-    if (_keyMappedCount == 0 || _hasCustomWillTransformFromDictionary || _hasCustomTransformFromDictionary ||
-        _hasCustomClassFromDictionary || _keyPathPropertyMetas->count() > 0 ||
-        _multiKeysPropertyMetas->count() > 0)
-        return false;
-    return std::ranges::all_of(_allPropertyMetas->allObjects(), [](const id &meta) {
-        return peek<_QNModelPropertyMeta>(meta)->hasSynthesizedAccessors();
-    });
+void _QNModelMeta::findWrittenKeys() {
+    _isWrittenPlainly = !_hasCustomTransformToDictionary && _keyPathPropertyMetas->count() == 0 &&
+                        _multiKeysPropertyMetas->count() == 0;
+    if (!_mapper || !_isWrittenPlainly)
+        return;
+    for (const auto &[key, head] : _mapper->allEntries()) {
+        JSONWriter writer(NSJSONWritingOptions::None);
+        _isWrittenPlainly &= !writer.string(*peek<NSString>(key)); // else the whole text would be refused
+        writer.put(":");
+        const auto text = writer.take();
+        _writtenKeys.emplace_back(std::string(text.begin(), text.end()), peek<_QNModelPropertyMeta>(head));
+    }
+}
+
+bool _QNModelMeta::runsOwnCode() const {
+    return _hasCustomWillTransformFromDictionary || _hasCustomTransformFromDictionary ||
+           _hasCustomClassFromDictionary ||
+           (_allPropertyMetas && !std::ranges::all_of(_allPropertyMetas->allObjects(), [](const id &meta) {
+                return peek<_QNModelPropertyMeta>(meta)->hasSynthesizedAccessors();
+            }));
+}
+
+void _QNModelMeta::findModelClasses() {
+    if (!_allPropertyMetas)
+        return;
+    for (const id &each : *_allPropertyMetas)
+        if (const auto *property = peek<_QNModelPropertyMeta>(each); mayHoldModels(*property))
+            for (const Class cls : {property->_genericCls, property->_cls})
+                if (cls && qn::foundationKindOf(cls) == qn::FoundationKind::None)
+                    _modelClasses.push_back(cls);
 }
 
 const _QNModelPropertyMeta *_QNModelMeta::headForKey(const id &key) const {

@@ -49,14 +49,25 @@ public:
     bool _leadsToModels = false;
     /// The keys of the mapper that are texts.
     qn::ModelKeyIndex _keys{nullptr};
-    /// Whether filling an instance runs no code of the class's own, neither hooks nor accessors, and takes
-    /// one key a property: then nobody can tell in which order, or whether twice.
+    /// Whether filling an instance runs code of the class's own, hooks or accessors.
+    bool _runsOwnCode = false;
+    /// Whether it runs none, and takes one key a property: then nobody can tell in which order, or whether
+    /// twice.
     bool _isPlain = false;
+    /// The classes of models that filling an instance may make.
+    std::vector<Class> _modelClasses;
+
+    /// Whether an instance is written as it is read: one key a property, and no hook that changes the whole.
+    bool _isWrittenPlainly = false;
+    /// Then the text of each key, in quotes and with the colon, and the property that is written there.
+    std::vector<std::pair<std::string, const _QNModelPropertyMeta *>> _writtenKeys;
 
 private:
     void findHooks();
     void findComparedProperties();
-    bool isPlain() const;
+    void findWrittenKeys();
+    bool runsOwnCode() const;
+    void findModelClasses();
 
     std::uint64_t _namesKnown = 0; // to the registry of classes, if a name met was of none; otherwise 0
 };

@@ -1,0 +1,39 @@
+// The text that a writer of JSON makes: memory that grows, and whose end is written to directly.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+class JSONOutput {
+public:
+    /// Room for `count` more bytes; `wrote` says how far it was used.
+    char *room(std::size_t count) {
+        if (bytes_.size() - used_ < count)
+            bytes_.resize(std::max(2 * bytes_.size(), used_ + count));
+        return reinterpret_cast<char *>(bytes_.data()) + used_;
+    }
+    void wrote(const char *end) {
+        used_ = static_cast<std::size_t>(end - reinterpret_cast<char *>(bytes_.data()));
+    }
+
+    void put(char byte) {
+        *room(1) = byte;
+        ++used_;
+    }
+    void put(std::string_view text) { wrote(std::copy(text.begin(), text.end(), room(text.size()))); }
+    std::size_t size() const { return used_; }
+    /// Forgets what was put since there were so many.
+    void cutTo(std::size_t size) { used_ = size; }
+    void fill(std::size_t count, char byte) { wrote(std::fill_n(room(count), count, byte)); }
+
+    std::vector<std::uint8_t> take() {
+        bytes_.resize(used_);
+        return std::move(bytes_);
+    }
+
+private:
+    std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(256);
+    std::size_t used_ = 0;
+};
