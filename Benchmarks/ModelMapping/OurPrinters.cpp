@@ -2,6 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/NSURL.h"
@@ -15,6 +16,10 @@ public:
     std::int32_t identifier = 0;
     Ref<NSString> name, mail;
     bool active = false;
+
+    id copy() const override { return qn::modelCopy(self()); }
+    NSUInteger hash() const override { return qn::modelHash(self()); }
+    bool isEqual(const id &other) const override { return qn::modelIsEqual(self(), other); }
 };
 NS_IMPLEMENTATION(ContactModel) {
     cls.property<&ContactModel::identifier>("identifier")
@@ -42,6 +47,10 @@ public:
     Ref<NSURL> address;
     Ref<ContactModel> contact;
     Ref<NSArray> tags;
+
+    id copy() const override { return qn::modelCopy(self()); }
+    NSUInteger hash() const override { return qn::modelHash(self()); }
+    bool isEqual(const id &other) const override { return qn::modelIsEqual(self(), other); }
 };
 NS_IMPLEMENTATION(PrinterModel) {
     cls.property<&PrinterModel::enabled>("enabled")
