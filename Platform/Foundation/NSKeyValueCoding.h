@@ -19,6 +19,8 @@
 // Raised are NSUnknownKeyException when an object has nothing of that name, and NSInvalidArgumentException
 // when none or an object of a kind that does not fit is written to something that is no object.
 //
+// Names are looked up among those that classes have; keys from outside leave nothing behind.
+//
 // Threads: as the accessors that are called.
 #pragma once
 

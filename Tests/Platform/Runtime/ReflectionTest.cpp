@@ -378,6 +378,8 @@ TEST(KeyValueCoding, refusesWhatDoesNotFit) {
     };
     for (const auto &[reason, expected] : table)
         EXPECT_THAT(reason, HasSubstr(expected));
+    EXPECT_FALSE(runtime::findSelector("getPages") || runtime::findSelector("isPages"))
+        << "names are not kept";
 }
 
 TEST(Value, bytesWithTheirType) {

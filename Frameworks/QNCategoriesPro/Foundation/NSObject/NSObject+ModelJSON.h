@@ -20,6 +20,8 @@
 // out; a class and a selector are written by name. In the end `modelCustomTransformToDictionary:` may change
 // the dictionary, or refuse the object.
 //
+// Data and text are written straight from the models, in the same words; see ModelWriter.h.
+//
 // An object within itself has no JSON, nor has what lies more than 512 levels deep. One that is found on many
 // ways is written as many times.
 //
