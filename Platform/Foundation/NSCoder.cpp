@@ -16,6 +16,11 @@ NS_IMPLEMENTATION(NSCoder) {
 
 namespace {
 
+[[gnu::init_priority(101)]] const runtime::Agreement agreements[] = {
+    runtime::Agreement(coding::encodeWithCoder),
+    runtime::Agreement(coding::initWithCoder),
+};
+
 [[noreturn]] void raiseMissing(const NSCoder &coder, const char *operation) {
     throw NSException(NSInvalidArgumentException,
                       "-[" + coder.isa()->name() + " " + operation + "]: not an operation of this coder");

@@ -2,7 +2,8 @@
 // registers with the runtime; it writes its state in one and takes it back in the other:
 //
 //     NS_IMPLEMENTATION(Book) {
-//         cls.method<&Book::encodeWithCoder>("encodeWithCoder:").method<&Book::initWithCoder>("initWithCoder:");
+//         cls.implement<coding::encodeWithCoder, &Book::encodeWithCoder>()
+//             .implement<coding::initWithCoder, &Book::initWithCoder>();
 //     }
 //     void Book::encodeWithCoder(const Ref<NSCoder> &coder) { coder->encodeObject(title, u"title"_ns); }
 //     id Book::initWithCoder(const Ref<NSCoder> &coder) {
@@ -17,6 +18,7 @@
 #pragma once
 
 #include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Operation.h"
 
 class NSData;
 class NSError;
@@ -65,3 +67,11 @@ private:
     /// Zero when there is none.
     Ref<NSNumber> decodeNumber(const Ref<NSString> &key);
 };
+
+/// The two operations by which an object takes part.
+namespace coding {
+
+inline constexpr runtime::InstanceOperation<void(Ref<NSCoder>)> encodeWithCoder{"encodeWithCoder:"};
+inline constexpr runtime::InstanceOperation<id(Ref<NSCoder>)> initWithCoder{"initWithCoder:"};
+
+} // namespace coding

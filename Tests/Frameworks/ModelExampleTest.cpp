@@ -64,8 +64,8 @@ NS_IMPLEMENTATION(Device) {
         .property<&Device::password>("password", "C,N")
         .implement<qn::hooks::modelPropertyBlacklist, &Device::blacklist>()
         .implement<qn::hooks::modelCustomClassForDictionary, &Device::classFor>()
-        .method<&Device::encodeWithCoder>("encodeWithCoder:")
-        .method<&Device::initWithCoder>("initWithCoder:");
+        .implement<coding::encodeWithCoder, &Device::encodeWithCoder>()
+        .implement<coding::initWithCoder, &Device::initWithCoder>();
 }
 
 class Printer : public Device {
