@@ -28,7 +28,7 @@ void discover(benchmark::State &state) {
 }
 
 void discoveryWithoutLog(benchmark::State &state) {
-    NSLogSetSink([](std::string_view) {});
+    NSLogSetSink([](NSLogLevel, std::string_view) {});
     discover(state);
 }
 BENCHMARK(discoveryWithoutLog)->Unit(benchmark::kMicrosecond);

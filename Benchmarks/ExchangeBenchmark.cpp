@@ -36,7 +36,7 @@ double allocationsOf(Function function) {
 }
 
 void exchange(benchmark::State &state) {
-    NSLogSetSink([](std::string_view) {});
+    NSLogSetSink([](NSLogLevel, std::string_view) {});
     const auto envelope = request();
     const auto device = printer();
     std::size_t answers = 0;

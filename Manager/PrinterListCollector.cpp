@@ -8,14 +8,14 @@
 void collectPrinter(const Ref<ZKUSB> &printer, const Ref<ZKSafeMutableArray> &list) {
     if (!printer)
         return;
-    NSLog("serialNumber:%@", printer->serialNumber());
-    NSLog("printer:%@", printer->printerType());
-    NSLog("ip:%@", printer->ip());
-    NSLog("------   -------");
+    NSLogDebug("serialNumber:%@", printer->serialNumber());
+    NSLogDebug("printer:%@", printer->printerType());
+    NSLogDebug("ip:%@", printer->ip());
+    NSLogDebug("------   -------");
     NSUInteger index = 0;
     for (; index < list->count(); ++index) {
         const auto earlier = as<ZKUSB>(list->objectAtIndex(index));
-        NSLog("------  %@ -------", earlier);
+        NSLogDebug("------  %@ -------", earlier);
         if (earlier && earlier->serialNumber() &&
             earlier->serialNumber()->isEqualToString(printer->serialNumber()))
             break;

@@ -20,10 +20,18 @@ Log &theLog() {
     return log;
 }
 
-void toSystemLogAndTerminal(std::string_view line) {
-    NSLogToSystemLogOnly(line);
-    if (isatty(STDERR_FILENO))
-        std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+void toSystemLog(int priority, std::string_view line) {
+    syslog(LOG_USER | priority, "%.*s", static_cast<int>(line.size()), line.data());
+}
+
+void toStandardError(std::string_view line) {
+    std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+}
+
+void toSystemLogAndTerminal(NSLogLevel level, std::string_view line) {
+    NSLogToSystemLogOnly(level, line);
+    if (level == NSLogLevel::info && isatty(STDERR_FILENO))
+        toStandardError(line);
 }
 
 void appendEscaped(std::string &out, unsigned code) {
@@ -82,8 +90,14 @@ NSLogSink NSLogSetSink(NSLogSink sink) {
     return std::exchange(theLog().sink, std::move(sink));
 }
 
-void NSLogToSystemLogOnly(std::string_view line) {
-    syslog(LOG_USER | LOG_INFO, "%.*s", static_cast<int>(line.size()), line.data());
+void NSLogToSystemLogOnly(NSLogLevel level, std::string_view line) {
+    if (level == NSLogLevel::info) // a journal keeps what it is given, of whatever level
+        toSystemLog(LOG_INFO, line);
+}
+
+void NSLogVerbosely(NSLogLevel level, std::string_view line) {
+    toSystemLog(level == NSLogLevel::info ? LOG_INFO : LOG_DEBUG, line);
+    toStandardError(line);
 }
 
 std::string escapedControlCharacters(std::string_view utf8) {
@@ -92,7 +106,7 @@ std::string escapedControlCharacters(std::string_view utf8) {
     return out;
 }
 
-void NSLogArguments(std::string_view format, std::span<const FormatArgument> arguments) {
+void NSLogArguments(NSLogLevel level, std::string_view format, std::span<const FormatArgument> arguments) {
     // Kept a thread, so that an entry allocates nothing once the buffers have grown. An object's description
     // may itself log, which must not disturb the entry being made: its buffers are taken while in use.
     thread_local std::string spareEntry, spareLine;
@@ -106,7 +120,7 @@ void NSLogArguments(std::string_view format, std::span<const FormatArgument> arg
     escapeInto(line, std::string_view(entry).substr(0, end == std::string::npos ? 0 : end + 1));
     {
         const std::scoped_lock guard(theLog().lock);
-        theLog().sink ? theLog().sink(line) : toSystemLogAndTerminal(line);
+        theLog().sink ? theLog().sink(level, line) : toSystemLogAndTerminal(level, line);
     }
     spareEntry = std::move(entry);
     spareLine = std::move(line);

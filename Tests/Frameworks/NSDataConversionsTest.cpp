@@ -150,7 +150,8 @@ TEST(Crc32, isZlibs) {
 
 TEST(JsonValueDecoded, givesCollectionsOrALineInTheLog) {
     std::vector<std::string> lines;
-    const NSLogSink before = NSLogSetSink([&](std::string_view line) { lines.emplace_back(line); });
+    const NSLogSink before =
+        NSLogSetSink([&](NSLogLevel, std::string_view line) { lines.emplace_back(line); });
     EXPECT_EQ(text(qn::jsonValueDecoded(u"[1, \"ü\"]"_ns)), text(qn::jsonValueDecoded(bytes("[1,\"ü\"]"))));
     EXPECT_NE(qn::jsonValueDecoded(u"{}"_ns), nullptr);
     EXPECT_EQ(qn::jsonValueDecoded(Ref<NSString>()), nullptr);

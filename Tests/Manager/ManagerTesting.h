@@ -64,7 +64,7 @@ inline constexpr const char *sampleUri = "usb://Zelkor/Sample%20Laser%20Series?s
 class LogLines {
 public:
     LogLines()
-        : previous_(NSLogSetSink([this](std::string_view line) {
+        : previous_(NSLogSetSink([this](NSLogLevel, std::string_view line) {
               const std::scoped_lock guard(mutex_);
               lines_.emplace_back(line);
           })) {}

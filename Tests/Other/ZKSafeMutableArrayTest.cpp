@@ -91,7 +91,7 @@ TEST_F(ZKSafeMutableArrayTest, everyWriteAndWhatItIgnores) {
 
 TEST_F(ZKSafeMutableArrayTest, refusesAndLogsInsertionPastTheEnd) {
     std::vector<std::string> lines;
-    NSLogSink previous = NSLogSetSink([&](std::string_view line) { lines.emplace_back(line); });
+    NSLogSink previous = NSLogSetSink([&](NSLogLevel, std::string_view line) { lines.emplace_back(line); });
     fill(2);
     list->insertObject(number(7), 2);
     list->insertObject(number(8), 4);

@@ -23,12 +23,12 @@ constexpr std::size_t logLimit = 100; // lines
 class KeptLog {
 public:
     KeptLog() : next_(NSLogSetSink({})) {
-        NSLogSetSink([this](std::string_view line) {
+        NSLogSetSink([this](NSLogLevel level, std::string_view line) {
             lines_.emplace_back(line);
             if (lines_.size() > logLimit)
                 lines_.erase(lines_.begin());
             if (next_)
-                next_(line);
+                next_(level, line);
         });
     }
     KeptLog(const KeptLog &) = delete;

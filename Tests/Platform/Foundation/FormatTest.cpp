@@ -147,7 +147,8 @@ namespace {
 
 class LogTest : public testing::Test {
 protected:
-    LogTest() : previous_(NSLogSetSink([this](std::string_view line) { lines.emplace_back(line); })) {}
+    LogTest()
+        : previous_(NSLogSetSink([this](NSLogLevel, std::string_view line) { lines.emplace_back(line); })) {}
     ~LogTest() override { NSLogSetSink(std::move(previous_)); }
 
     std::vector<std::string> lines;
@@ -188,7 +189,7 @@ TEST_F(LogTest, writesOneEscapedLineAnEntry) {
 
 TEST_F(LogTest, replacingTheSinkReturnsTheFormerOne) {
     std::vector<std::string> other;
-    NSLogSink former = NSLogSetSink([&](std::string_view line) { other.emplace_back(line); });
+    NSLogSink former = NSLogSetSink([&](NSLogLevel, std::string_view line) { other.emplace_back(line); });
     NSLog("to the other");
     EXPECT_TRUE(NSLogSetSink(std::move(former)));
     NSLog("back");
