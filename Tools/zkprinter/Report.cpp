@@ -13,6 +13,11 @@ struct Choice : Functions... {
 template <class... Functions>
 Choice(Functions...) -> Choice<Functions...>;
 
+/// What may leave this computer.
+std::string presentable(const SerialNumbers &serials, const std::string &text) {
+    return withoutAddresses(serials.hide(text));
+}
+
 class ReportText {
 public:
     explicit ReportText(const SerialNumbers &serials) : serials_(serials) {}
@@ -33,7 +38,9 @@ public:
     }
 
 private:
-    std::string shown(const std::string &text) const { return escapedControlCharacters(serials_.hide(text)); }
+    std::string shown(const std::string &text) const {
+        return escapedControlCharacters(presentable(serials_, text));
+    }
 
     std::string shown(const Lines &lines) const {
         std::string text;
@@ -81,7 +88,7 @@ private:
     void write(const char *name, const Lines &lines) {
         json_.array(name, [&](Json &list) {
             for (const std::string &line : lines)
-                list.element(serials_.hide(line));
+                list.element(presentable(serials_, line));
         });
     }
 
@@ -91,7 +98,7 @@ private:
             std::visit(Choice{[&](std::monostate) { json_.null(key); },
                               [&](bool flag) { json_.field(key, flag); },
                               [&](std::int64_t number) { json_.field(key, number); },
-                              [&](const std::string &text) { json_.field(key, serials_.hide(text)); },
+                              [&](const std::string &text) { json_.field(key, presentable(serials_, text)); },
                               [&](const Lines &lines) { write(key, lines); }},
                        value);
         }

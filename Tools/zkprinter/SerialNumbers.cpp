@@ -1,71 +1,196 @@
 #include "Tools/zkprinter/SerialNumbers.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Unicode.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <optional>
 
 namespace {
 
-constexpr std::size_t shortest = 8; // of which some characters may be shown
+constexpr std::size_t shortest = 8;        // of which some characters may be shown
+constexpr std::size_t longestWord = 24;    // for a serial number, with what stands between its letters
+constexpr std::size_t shortestAddress = 5; // digits
+constexpr std::string_view blanks = " \t\r\n";
 
-/// Where a serial number stands, known or not: what comes before it, and what ends it.
-constexpr struct Place {
-    std::string_view before, ends;
-} places[] = {{"serial=", "&#\" \t\r\n"}, // in a device URI
-              {"\"SN\":\"", "\""},        // in the device ID that a status tells
-              {"\"SERN\":\"", "\""},
-              {"\"SERIALNUMBER\":\"", "\""}};
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+char lowerCase(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
 
 bool isPlain(char character) {
-    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
-           (character >= 'a' && character <= 'z');
+    const char lower = lowerCase(character);
+    return isDigit(character) || (lower >= 'a' && lower <= 'z');
 }
 
 bool isWordCharacter(char character) {
     return isPlain(character) || static_cast<unsigned char>(character) >= 0x80;
 }
 
+std::optional<unsigned> hexadecimal(std::string_view digits) {
+    unsigned value = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+    return error == std::errc() && end == digits.data() + digits.size() ? std::optional(value) : std::nullopt;
+}
+
+/// What an escape at the front of a text stands for, and how long it is.
+struct Escape {
+    std::string meaning;
+    std::size_t length;
+};
+
+std::optional<Escape> unicodeEscape(std::string_view text) {
+    std::u16string units;
+    while (text.size() >= 6 && text.starts_with("\\u") && units.size() < 2) {
+        const auto unit = hexadecimal(text.substr(2, 4));
+        if (!unit)
+            break;
+        units += static_cast<char16_t>(*unit);
+        text.remove_prefix(6);
+        if ((*unit & 0xFC00) != 0xD800)
+            break; // no half of a pair
+    }
+    Escape escape{{}, units.size() * 6};
+    unicode::appendUTF8(escape.meaning, units);
+    return units.empty() ? std::nullopt : std::optional(escape);
+}
+
+/// Percent-encoding, and what JSON and the log escape.
+std::optional<Escape> escapeAt(std::string_view text) {
+    if (text.size() >= 3 && text[0] == '%')
+        if (const auto byte = hexadecimal(text.substr(1, 2)))
+            return Escape{{static_cast<char>(*byte)}, 3};
+    if (text.size() < 2 || text[0] != '\\')
+        return std::nullopt;
+    if (text[1] == 'u')
+        return unicodeEscape(text);
+    constexpr std::string_view letters = "bfnrt", meanings = "\b\f\n\r\t";
+    const std::size_t letter = letters.find(text[1]);
+    const bool itself = text[1] == '"' || text[1] == '\\' || text[1] == '/';
+    if (letter == std::string_view::npos && !itself)
+        return std::nullopt;
+    return Escape{{itself ? text[1] : meanings[letter]}, 2};
+}
+
+/// A text without escapes and without capitals, that knows where its bytes come from.
+class Folded {
+public:
+    explicit Folded(std::string_view original) : original_(original), text_(original) {
+        for (std::size_t at = 0; at <= original.size(); ++at)
+            from_.push_back(at);
+        do // an escape may be in capitals, and may stand for one
+            std::ranges::transform(text_, text_.begin(), lowerCase);
+        while (unescape());
+    }
+
+    const std::string &text() const { return text_; }
+    /// The bytes of the original that became the byte at `at`; npos stands for its end.
+    std::size_t origin(std::size_t at) const { return from_[std::min(at, text_.size())]; }
+    std::string_view originOf(std::size_t at) const {
+        return original_.substr(origin(at), origin(at + 1) - origin(at));
+    }
+
+private:
+    /// Replaces one layer of escapes; false when there is none.
+    bool unescape() {
+        std::string text;
+        std::vector<std::size_t> from;
+        for (std::size_t at = 0; at < text_.size();) {
+            const auto escape = escapeAt(std::string_view(text_).substr(at));
+            const std::string meaning = escape ? escape->meaning : std::string(1, text_[at]);
+            text += meaning;
+            from.insert(from.end(), meaning.size(), from_[at]);
+            at += escape ? escape->length : 1;
+        }
+        from.push_back(from_.back());
+        const bool changed = text.size() != text_.size();
+        text_ = std::move(text);
+        from_ = std::move(from);
+        return changed;
+    }
+
+    std::string_view original_;
+    std::string text_;
+    std::vector<std::size_t> from_; // the offset in the original of each byte and of the end
+};
+
+/// The bytes of the original from `begin` to `end` are to be shown otherwise.
+struct Cover {
+    std::size_t begin, end;
+    std::string shown;
+};
+
 bool isWord(std::string_view text, std::size_t at, std::size_t length) {
     return (at == 0 || !isWordCharacter(text[at - 1])) &&
            (at + length == text.size() || !isWordCharacter(text[at + length]));
 }
 
-std::size_t lengthUntil(std::string_view ends, std::string_view text) {
-    std::size_t length = 0;
-    while (length < text.size() && ends.find(text[length]) == std::string_view::npos)
-        length += text[length] == '\\' ? 2U : 1U; // what is escaped ends nothing
-    return std::min(length, text.size());
-}
-
-/// A known number may hold what ends an unknown one.
-std::size_t lengthOfFirst(const std::vector<std::string> &longestFirst, std::string_view text) {
-    const auto found =
-        std::ranges::find_if(longestFirst, [&](const auto &known) { return text.starts_with(known); });
-    return found == longestFirst.end() ? 0 : found->size();
-}
-
-void hideAt(const Place &place, std::string &text, const std::vector<std::string> &known) {
-    for (std::size_t at = 0; (at = text.find(place.before, at)) != std::string::npos;) {
-        at += place.before.size();
-        const std::string_view rest = std::string_view(text).substr(at);
-        const std::size_t length = std::max(lengthUntil(place.ends, rest), lengthOfFirst(known, rest));
-        const std::string shown = SerialNumbers::shortened(rest.substr(0, length));
-        text.replace(at, length, shown);
-        at += shown.size();
-    }
-}
-
-void hideOne(std::string &text, const std::string &serial) {
-    const std::string shown = SerialNumbers::shortened(serial);
-    for (std::size_t at = 0; (at = text.find(serial, at)) != std::string::npos;) {
-        if (serial.size() < shortest && !isWord(text, at, serial.size())) {
-            ++at;
-            continue;
+/// Whether the text, in small letters, ends with a word for a serial number.
+bool endsWithWordForSerial(std::string_view text) {
+    std::string letters;
+    std::vector<bool> begins; // whether a word begins with the letter
+    for (std::size_t at = text.size() - std::min(text.size(), longestWord); at < text.size(); ++at) {
+        if (std::string_view("{};,&?\n").find(text[at]) != std::string_view::npos) {
+            letters.clear(); // what is before has a value of its own
+            begins.clear();
+        } else if (isPlain(text[at])) {
+            letters += text[at];
+            begins.push_back(at == 0 || !isWordCharacter(text[at - 1]));
         }
-        text.replace(at, serial.size(), shown);
-        at += shown.size();
+    }
+    for (const std::string_view part : {"serial", "serien"})
+        if (letters.find(part) != std::string::npos)
+            return true;
+    for (const std::string_view word : {"sn", "sern", "ser"})
+        for (const std::string_view more : {"", "r", "o", "no", "nr", "um", "num", "umber", "number"}) {
+            const std::string whole = std::string(word).append(more);
+            if (whole != "ser" && letters.ends_with(whole) && begins[letters.size() - whole.size()])
+                return true;
+        }
+    return false;
+}
+
+/// The end of the value that begins at `at`, behind the separator `separator`.
+std::size_t endOfValue(const Folded &folded, std::size_t &at, char separator) {
+    const std::string &text = folded.text();
+    at = std::min(text.find_first_not_of(" \t", at), text.size());
+    const auto isQuote = [&](std::size_t place) { return text[place] == '"' || text[place] == '\''; };
+    if (at < text.size() && isQuote(at)) {
+        const std::string_view quote = folded.originOf(at++); // escaped or not: it ends as it begins
+        std::size_t end = at;
+        while (end < text.size() && !(isQuote(end) && folded.originOf(end) == quote))
+            ++end;
+        return end;
+    }
+    const std::string_view ends = separator == '='   ? "&#\" \t\r\n"
+                                  : separator == '>' ? "<\n"
+                                                     : "\",;}] \t\r\n";
+    std::size_t end = at;
+    while (end < text.size() &&
+           !(ends.find(text[end]) != std::string_view::npos && folded.originOf(end).size() == 1))
+        ++end; // what is escaped ends nothing
+    return end;
+}
+
+void coverNamed(const Folded &folded, std::string_view original, std::vector<Cover> &covers) {
+    const std::string &text = folded.text();
+    for (std::size_t separator = 0;
+         (separator = text.find_first_of(":=>", separator)) != std::string::npos;) {
+        const std::string_view before = std::string_view(text).substr(0, separator);
+        const char kind = text[separator++];
+        const std::size_t word = before.find_last_not_of(" \t\"'=") + 1;
+        if (!endsWithWordForSerial(before.substr(0, word)))
+            continue;
+        std::size_t at = separator;
+        const std::size_t end = endOfValue(folded, at, kind);
+        const std::size_t first = folded.origin(at), last = folded.origin(end);
+        if (first < last)
+            covers.push_back({first, last, SerialNumbers::shortened(original.substr(first, last - first))});
     }
 }
 
@@ -80,18 +205,48 @@ std::string SerialNumbers::shortened(std::string_view serial) {
 }
 
 void SerialNumbers::add(const std::string &serial) {
-    const auto inURIs = qn::URLEncode(NSString::stringWithUTF8String(serial));
-    for (const std::string &form :
-         {serial, escapedControlCharacters(serial), inURIs ? inURIs->utf8() : std::string()})
-        if (!form.empty() && std::ranges::find(known_, form) == known_.end())
-            known_.push_back(form);
-    std::ranges::stable_sort(known_, std::ranges::greater(), &std::string::size);
+    const std::string folded = Folded(serial).text();
+    if (folded.empty() || std::ranges::find(known_, serial, &Known::serial) != known_.end())
+        return;
+    known_.push_back({serial, folded});
+    std::ranges::stable_sort(known_, std::ranges::greater(),
+                             [](const Known &known) { return known.folded.size(); });
 }
 
-std::string SerialNumbers::hide(std::string text) const {
-    for (const Place &place : places)
-        hideAt(place, text, known_);
-    for (const std::string &serial : known_)
-        hideOne(text, serial);
-    return text;
+std::string SerialNumbers::hide(std::string_view text) const {
+    const Folded folded(text);
+    std::vector<Cover> covers;
+    for (const auto &[serial, form] : known_)
+        for (std::size_t at = 0; (at = folded.text().find(form, at)) != std::string::npos;) {
+            const bool counts = form.size() >= shortest || isWord(folded.text(), at, form.size());
+            if (counts)
+                covers.push_back({folded.origin(at), folded.origin(at + form.size()), shortened(serial)});
+            at += counts ? form.size() : 1;
+        }
+    coverNamed(folded, text, covers);
+    // The longest of those that begin at one place; what overlaps it is hidden with it.
+    std::ranges::stable_sort(covers, [](const Cover &a, const Cover &b) {
+        return a.begin != b.begin ? a.begin < b.begin : a.end > b.end;
+    });
+    std::string shown;
+    std::size_t done = 0;
+    for (const Cover &cover : covers) {
+        if (cover.begin >= done)
+            shown.append(text, done, cover.begin - done).append(cover.shown);
+        done = std::max(done, cover.end);
+    }
+    return shown.append(text, done);
+}
+
+std::string withoutAddresses(std::string_view text) {
+    std::string shown;
+    while (!text.empty()) {
+        const std::size_t digits =
+            text.starts_with("0x")
+                ? std::min(text.find_first_not_of("0123456789abcdefABCDEF", 2), text.size()) - 2
+                : 0;
+        shown += digits >= shortestAddress ? "0x…" : text.substr(0, 1);
+        text.remove_prefix(digits >= shortestAddress ? digits + 2 : 1);
+    }
+    return shown;
 }

@@ -11,12 +11,20 @@ public:
     /// ASCII letters and digits, as "…".
     static std::string shortened(std::string_view serial);
 
-    /// Remembers a serial number to hide wherever it occurs; short ones as whole words only.
+    /// Remembers a serial number to hide wherever it occurs, in capitals or not, percent-encoded or escaped
+    /// as in JSON; short ones as whole words only.
     void add(const std::string &serial);
 
-    /// The text with every remembered number, and that of every device URI and device ID, shortened.
-    std::string hide(std::string text) const;
+    /// The text with every remembered number shortened, and whatever stands behind a word for a serial number
+    /// ("sn", "S/N", "Serial No.", "serialNumber", "SERN"), in a URI, a device ID, JSON or plain text.
+    std::string hide(std::string_view text) const;
 
 private:
-    std::vector<std::string> known_; // the longest first, so that none is hidden in part
+    struct Known {
+        std::string serial, folded;
+    };
+    std::vector<Known> known_; // the longest first, so that none is hidden in part
 };
+
+/// The text without addresses in memory: "<ZKUSB: 0x…>".
+std::string withoutAddresses(std::string_view text);
