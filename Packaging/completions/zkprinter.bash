@@ -1,13 +1,15 @@
 # Completion of zkprinter for bash: commands, options, queues and thresholds.
 
 _zkprinter() {
-    local current=${COMP_WORDS[COMP_CWORD]} words=() word
+    local current=${COMP_WORDS[COMP_CWORD]} words=() word previous=
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        [[ $word == -* ]] || words+=("$word")
+        [[ $word == -* || $previous == --timeout ]] || words+=("$word")
+        previous=$word
     done
+    [[ $previous != --timeout ]] || return
     COMPREPLY=()
     if [[ $current == -* ]]; then
-        local options="--json --verbose --help"
+        local options="--json --verbose --timeout --help"
         case ${words[0]-} in
         "") options+=" --version" ;;
         devices) options+=" --watch" ;;

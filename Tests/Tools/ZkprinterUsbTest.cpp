@@ -3,10 +3,14 @@
 #include "Tests/Platform/Transport/UsbPorts.h"
 #include "Tests/Support/PrivateCups.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 
 using testing::HasSubstr;
 using testing::MatchesRegex;
@@ -14,7 +18,7 @@ using testing::StartsWith;
 
 namespace {
 
-transport::VirtualPrinterState l200(const char *serial) {
+transport::VirtualPrinterState l200(const std::string &serial) {
     return {.manufacturer = "Zelkor",
             .product = "L200 Series",
             .serial = serial,
@@ -23,12 +27,16 @@ transport::VirtualPrinterState l200(const char *serial) {
             .threshold = 3};
 }
 
+/// What a shell makes the program of.
+std::string commandOf(const std::string &arguments) {
+    return "ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" USB_TRANSPORT " LD_PRELOAD=" PRELOAD
+           " exec " ZKPRINTER " " +
+           arguments + " 2>&1";
+}
+
 /// The program's output.
 FILE *start(const std::string &arguments) {
-    const std::string command = "ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" USB_TRANSPORT
-                                " LD_PRELOAD=" PRELOAD " " ZKPRINTER " " +
-                                arguments + " 2>&1";
-    return ::popen(command.c_str(), "r");
+    return ::popen(commandOf(arguments).c_str(), "r");
 }
 
 /// The exit status and what the program printed.
@@ -58,6 +66,26 @@ TEST(ZkprinterUsb, readsWritesAndReadsBackThroughAQueue) {
     EXPECT_EQ(zkprinter("reminder Zelkor_L200"),
               "0 The low-toner reminder of \"Zelkor_L200\" is set to 5 %.\n");
     EXPECT_TRUE(ports.printer("SN0002").hasKernelDriver());
+}
+
+TEST(ZkprinterUsb, tellsPrintersApartByAllOfTheirNames) {
+    auto &ports = UsbTestbed::shared();
+    const std::string uri = "usb://Zelkor/L200%20Series?serial=", longest(255, 'S');
+    const auto longSerial = ports.plug(l200(longest + "more than a device record has room for"));
+    EXPECT_THAT(zkprinter("devices"), HasSubstr(uri + longest + "\n"));
+    for (const std::string &serial : {longest, longSerial->state().serial})
+        EXPECT_THAT(zkprinter("reminder '" + uri + serial + "'"), StartsWith("0 "));
+    EXPECT_THAT(zkprinter("reminder '" + uri + longest + "m' 5"), StartsWith("5 "));
+    EXPECT_THAT(zkprinter("reminder '" + uri + std::string(254, 'S') + "' 5"), StartsWith("5 "));
+
+    const auto twin = ports.plug(l200("SN0002")), otherTwin = ports.plug(l200("SN0002"));
+    for (const char *const command : {"status", "reminder"})
+        EXPECT_THAT(zkprinter(command + (" '" + uri) + "SN0002'"), StartsWith("14 "));
+    ports.unplug(otherTwin);
+    EXPECT_THAT(zkprinter("reminder '" + uri + "SN0002' 5"), StartsWith("0 "));
+    EXPECT_EQ(longSerial->state().threshold, 3);
+    ports.unplug(twin);
+    ports.unplug(longSerial);
 }
 
 TEST(ZkprinterUsb, saysWhatIsInTheWay) {
@@ -106,5 +134,30 @@ TEST(ZkprinterUsb, watchMissesNoReplugAndEndsWithItsReader) {
         EXPECT_THAT(line(), StartsWith("attached "));
     }
     EXPECT_EQ(::pclose(output), 0);
+    ports.unplug(printer);
+}
+
+TEST(ZkprinterUsb, givesThePrinterBackWhenItIsEnded) {
+    auto &ports = UsbTestbed::shared();
+    const auto printer = ports.plug(l200("SN0002"));
+    printer->holdAnswers(true);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        const std::string command = commandOf("reminder 'usb://Zelkor/L200%20Series?serial=SN0002' 5");
+        const pid_t process = ::fork();
+        if (process == 0) {
+            ::execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+            ::_exit(127);
+        }
+        while (printer->pending() == 0) // it waits for the answer, which would take ten seconds
+            std::this_thread::yield();
+        EXPECT_FALSE(printer->hasKernelDriver());
+        ::kill(process, signal);
+        int status = 0;
+        EXPECT_EQ(::waitpid(process, &status, 0), process);
+        EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 128 + signal);
+        while (printer->opens() > 0) // seen a moment later
+            std::this_thread::yield();
+        EXPECT_TRUE(printer->hasKernelDriver());
+    }
     ports.unplug(printer);
 }

@@ -8,6 +8,7 @@
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Transport/zkcomtl.h"
 #include "Tools/zkprinter/Json.h"
+#include "Tools/zkprinter/Patience.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Reason.h"
 #include "Tools/zkprinter/ReminderReply.h"
@@ -31,6 +32,7 @@ std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
     using Outcome = TonerHintReading::Outcome;
     TonerHintReading last;
     std::int32_t transportStatus = TL_USB_OK; // that the last reading came with
+    const Waiting waiting("\"" + shown(queue) + "\"");
     readTonerHint(printer, [&](const TonerHintReading &reading) {
         if (reading.outcome == Outcome::nothing && last.outcome != Outcome::nothing)
             return; // what comes after an answer may be missing
@@ -54,6 +56,7 @@ std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
 void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t threshold) {
     auto last = TonerHintWriting::nothing;
     std::int32_t transportStatus = TL_USB_OK;
+    const Waiting waiting("\"" + shown(queue) + "\"");
     writeTonerThreshold(printer, threshold, [&](TonerHintWriting writing) {
         if (writing != TonerHintWriting::nothing)
             last = writing;

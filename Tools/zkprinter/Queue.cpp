@@ -9,6 +9,7 @@
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSString.h"
+#include "Tools/zkprinter/Patience.h"
 #include "Tools/zkprinter/Reason.h"
 
 #include <algorithm>
@@ -57,6 +58,7 @@ std::optional<Failure> failureOf(const QueueMatching &matching) {
 
 QueueList readQueueList() {
     QueueList list;
+    const Waiting waiting("the print service CUPS");
     const auto entries = NSMutableArray::array();
     const QueueMatching matching = matchQueues(supportedModels(), entries, [&](const Ref<NSString> &name) {
         if (name)
@@ -122,7 +124,10 @@ Ref<ZKUSB> attachedPrinterOf(const Queue &queue) {
 }
 
 PrinterStatus statusOf(const Ref<ZKUSB> &printer, const std::string &name) {
-    const PrinterStatus status = readPrinterStatus(printer->URI());
+    const PrinterStatus status = [&] {
+        const Waiting waiting("\"" + escapedControlCharacters(name) + "\"");
+        return readPrinterStatus(printer->URI());
+    }();
     if (status.outcome == PrinterStatus::Outcome::noAnswer)
         throw reasonOf(status.transportStatus, name, accessTo(printer->URI()->utf8()));
     if (status.outcome == PrinterStatus::Outcome::unreadable)

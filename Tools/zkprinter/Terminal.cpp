@@ -2,23 +2,50 @@
 
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/Unicode.h"
+#include "Tools/zkprinter/Output.h"
 
 #include <algorithm>
+#include <atomic>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <cwchar>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
 
+bool isSet(const char *variable) {
+    const char *const value = std::getenv(variable);
+    return value && *value;
+}
+
+bool understandsEscapes(int descriptor) {
+    return isatty(descriptor) && isSet("TERM") && std::string_view(std::getenv("TERM")) != "dumb";
+}
+
 bool wantsColour() {
-    static const bool wanted = [] {
-        const char *terminal = std::getenv("TERM");
-        return isatty(STDOUT_FILENO) && !std::getenv("NO_COLOR") && terminal &&
-               std::string_view(terminal) != "dumb";
-    }();
+    static const bool wanted = understandsEscapes(STDOUT_FILENO) && !isSet("NO_COLOR");
     return wanted;
+}
+
+/// At the beginning of the line, with nothing behind it.
+constexpr std::string_view freshLine = "\r\x1B[K";
+
+std::atomic<bool> passing = false;
+
+void toTerminal(std::string_view text) {
+    [[maybe_unused]] const ssize_t count = write(STDERR_FILENO, text.data(), text.size()); // it may be gone
+}
+
+std::string cutTo(std::size_t columns, std::string text) {
+    if (displayWidth(text) <= columns)
+        return text;
+    while (!text.empty() && displayWidth(text) + 1 > columns) {
+        while (text.size() > 1 && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
+            text.pop_back();
+        text.pop_back();
+    }
+    return text + "…";
 }
 
 const char *codeOf(Style style) {
@@ -50,10 +77,6 @@ public:
 private:
     locale_t locale_, previous_;
 };
-
-void writeOut(std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
-}
 
 } // namespace
 
@@ -95,10 +118,25 @@ void printTable(const std::vector<std::vector<std::string>> &rows) {
             if (column + 1 < cells[row].size())
                 line.append(widths[column] - displayWidth(cells[row][column]) + 2, ' ');
         }
-        writeOut(styled(line, row == 0 ? Style::heading : Style::plain) + "\n");
+        printLine(styled(line, row == 0 ? Style::heading : Style::plain));
     }
 }
 
 void printLine(std::string_view line) {
-    writeOut(std::string(line) + "\n");
+    print(std::string(line) + "\n");
+}
+
+void showPassing(const std::string &line) {
+    static const bool possible = understandsEscapes(STDERR_FILENO);
+    if (!possible || line.empty())
+        return erasePassing();
+    winsize size{};
+    const bool known = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
+    passing = true;
+    toTerminal(std::string(freshLine) + cutTo(known ? size.ws_col - 1U : 79U, line));
+}
+
+void erasePassing() {
+    if (passing.exchange(false))
+        toTerminal(freshLine);
 }

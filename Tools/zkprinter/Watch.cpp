@@ -5,15 +5,13 @@
 #include "Platform/Transport/usb/DeviceEvents.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Devices.h"
+#include "Tools/zkprinter/Output.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Terminal.h"
 
 #include <algorithm>
-#include <csignal>
-#include <cstdio>
 #include <poll.h>
 #include <string>
-#include <sys/signalfd.h>
 #include <unistd.h>
 #include <vector>
 
@@ -94,7 +92,7 @@ private:
             });
         else
             printTable({{event, seen.uri}});
-        std::fflush(stdout);
+        deliver();
     }
 
     const Format format_;
@@ -102,25 +100,15 @@ private:
     std::vector<Seen> removed_; // that sysfs still shows
 };
 
-/// A file that can be read from once the user interrupts the program.
-int interruption() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    return signalfd(-1, &signals, SFD_CLOEXEC);
-}
-
 } // namespace
 
 ExitStatus watchDevices(Format format) {
     transport::DeviceEvents events; // from before the first look, so that nothing happens in between
-    pollfd files[] = {{STDOUT_FILENO, 0, 0}, {interruption(), POLLIN, 0}, {events.descriptor(), POLLIN, 0}};
-    auto &[output, end, changes] = files;
+    pollfd files[] = {{STDOUT_FILENO, 0, 0}, {events.descriptor(), POLLIN, 0}};
+    auto &[output, changes] = files;
     Watch watch(format);
     // Nothing is to be told to a reader who has gone.
-    while (output.revents == 0 && end.revents == 0) {
+    while (output.revents == 0) {
         for (const transport::DeviceEvent &event : events.take())
             if (event.removed)
                 watch.remove(event.bus, event.address);

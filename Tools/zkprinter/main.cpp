@@ -1,14 +1,24 @@
 // zkprinter: the printers and their low-toner reminder from the command line.
 #include "Manager/PrinterStatus.h"
+#include "Platform/Dispatch/EndingSignals.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/Unicode.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Json.h"
+#include "Tools/zkprinter/Output.h"
+#include "Tools/zkprinter/Patience.h"
+#include "Tools/zkprinter/Terminal.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <functional>
+#include <optional>
+#include <sstream>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -22,13 +32,19 @@ const char *const exitStatuses = R"(Exit statuses:
   4  queue does not print over USB     11  printer held by a job or another program
   5  printer not attached              12  printer unplugged meanwhile
   6  printer did not answer in time    13  transfer failed
-                                       14  two printers go by what was asked for)";
+                                       14  two printers go by what was asked for
+128+n  ended by signal n                15  command took too long
+                                       16  result cannot be written)";
+
+constexpr double longestTimeout = 86400; // seconds
 
 /// What the command line asked for.
 struct Request {
     bool json = false;
     bool verbose = false;
     bool watch = false;
+    double timeout = 90; // seconds
+    bool timeoutGiven = false;
     std::string queue;
     std::string threshold;
     std::function<ExitStatus(Format)> command;
@@ -48,6 +64,18 @@ ExitStatus runReminder(const Request &request, Format format) {
 void addCommands(CLI::App &app, Request &request) {
     app.add_flag("--json", request.json, "Print JSON on standard output and nothing else");
     app.add_flag("-v,--verbose", request.verbose, "Print diagnostics on standard error");
+    app.add_option("--timeout", request.timeout,
+                   "Longest time that the command may take, in seconds (90; devices --watch: any)")
+        ->type_name("SECONDS")
+        ->check([](const std::string &text) {
+            double seconds = 0;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+            const bool fits = error == std::errc() && end == text.data() + text.size() && seconds > 0 &&
+                              seconds <= longestTimeout;
+            return fits ? std::string()
+                        : "give a number of seconds above 0, up to 86400, not \"" + text + "\"";
+        })
+        ->each([&](const std::string &) { request.timeoutGiven = true; });
     app.set_version_flag("--version", std::string("zkprinter ") + ZK_VERSION);
     app.require_subcommand(0, 1); // a missing one is noticed in run, after words that are none
     app.fallthrough();
@@ -79,6 +107,12 @@ void addCommands(CLI::App &app, Request &request) {
         ->callback([&] { request.command = diagnose; });
 }
 
+std::string shownSeconds(double seconds) {
+    std::ostringstream text;
+    text << seconds << (seconds == 1 ? " second" : " seconds");
+    return text.str();
+}
+
 /// What the user typed need not be UTF-8, but a sentence that repeats it is.
 std::string repaired(const std::string &bytes) {
     std::u16string units;
@@ -88,72 +122,117 @@ std::string repaired(const std::string &bytes) {
     return text;
 }
 
-ExitStatus report(ExitStatus status, const std::string &message, bool json) {
-    const std::string sentence = repaired(message);
+/// A failure has one sentence, and no other line of its own.
+ExitStatus report(const Failure &failure, bool json) {
+    const std::string sentence = repaired(failure.what());
     if (json)
         printJson([&](Json &document) {
             document.object("error", [&](Json &error) {
-                error.field("code", static_cast<std::int64_t>(status))
-                    .field("name", nameOf(status))
+                error.field("code", static_cast<std::int64_t>(failure.status()))
+                    .field("name", nameOf(failure.status()))
                     .field("message", sentence);
             });
         });
     std::fprintf(stderr, "zkprinter: %s\n", sentence.c_str());
-    return status;
+    try {
+        deliver();
+    } catch (const Failure &) { // the first failure is the one to tell
+    }
+    return failure.status();
 }
 
 /// Wrong usage has a sentence too: CLI11's, with where to look.
-ExitStatus reportUsage(const CLI::ParseError &error, int argc, char **argv) {
-    const bool json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
-    return report(ExitStatus::usage,
-                  escapedControlCharacters(error.what()) + "; \"zkprinter --help\" shows what can be asked.",
-                  json);
+Failure usage(const CLI::ParseError &error) {
+    return {ExitStatus::usage,
+            escapedControlCharacters(error.what()) + "; \"zkprinter --help\" shows what can be asked."};
+}
+
+/// What the command line asks for in words of CLI11: help or the version.
+void printAnswer(const CLI::App &app, const CLI::Success &question, bool json) {
+    std::ostringstream text;
+    app.exit(question, text, text);
+    if (!json)
+        return print(text.str());
+    printJson([&](Json &document) {
+        if (dynamic_cast<const CLI::CallForVersion *>(&question))
+            document.field("name", "zkprinter").field("version", ZK_VERSION);
+        else
+            document.field("help", text.str());
+    });
 }
 
 void directLog(bool verbose) {
-    if (!verbose) // a failure has its sentence
-        setStatusComplaintSink([](std::string_view) {});
     openlog("zkprinter", LOG_PID, LOG_USER);
-    NSLogSetSink([verbose](std::string_view line) {
-        NSLogToSystemLogOnly(line);
-        if (verbose)
-            std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
-    });
+    if (verbose) {
+        NSLogSetSink(NSLogVerbosely);
+    } else {
+        NSLogSetSink(NSLogToSystemLogOnly);
+        setStatusComplaintSink([](std::string_view) {}); // a failure has its sentence
+    }
+}
+
+/// Ends the program from beside the command, which may never come back.
+[[noreturn]] void giveUp(const Request &request, const std::string &what) {
+    takeOutputOver();
+    report({ExitStatus::timedOut, "The command took longer than " + shownSeconds(request.timeout) +
+                                      (what.empty() ? "" : ", waiting for " + what) +
+                                      "; try again, or allow it more time with --timeout."},
+           request.json);
+    std::quick_exit(static_cast<int>(ExitStatus::timedOut));
+}
+
+ExitStatus carryOut(const Request &request) {
+    using Seconds = std::chrono::duration<double>;
+    const bool bounded = !request.watch || request.timeoutGiven;
+    const Patience patience(
+        bounded ? std::optional(std::chrono::duration_cast<Patience::Duration>(Seconds(request.timeout)))
+                : std::nullopt,
+        [&](const std::string &what) {
+            if (!request.verbose) // diagnostics tell more
+                showPassing(what.empty() ? what : "Waiting for " + what + "…");
+        },
+        [&](const std::string &what) { giveUp(request, what); });
+    return request.command(request.json ? Format::json : Format::text);
 }
 
 ExitStatus run(int argc, char **argv) {
     CLI::App app("Shows and sets the low-toner reminder of Zelkor USB printers.", "zkprinter");
     Request request;
-    addCommands(app, request);
+    request.json =
+        std::find(argv, argv + argc, std::string_view("--json")) != argv + argc; // though it be wrong
     try {
-        app.parse(argc, argv);
-        if (!request.command)
-            throw CLI::RequiredError("A subcommand");
-    } catch (const CLI::Success &help) {
-        app.exit(help);
-        return ExitStatus::success;
-    } catch (const CLI::ParseError &error) {
-        return reportUsage(error, argc, argv);
-    }
-    directLog(request.verbose);
-    try {
-        return request.command(request.json ? Format::json : Format::text);
+        ExitStatus status = ExitStatus::success;
+        try {
+            addCommands(app, request);
+            app.parse(argc, argv);
+            if (!request.command)
+                throw CLI::RequiredError("A subcommand");
+            directLog(request.verbose);
+            status = carryOut(request);
+        } catch (const CLI::Success &question) {
+            printAnswer(app, question, request.json);
+        } catch (const CLI::ParseError &error) {
+            throw usage(error);
+        }
+        deliver();
+        return status;
     } catch (const Failure &failure) {
-        return report(failure.status(), failure.what(), request.json);
+        return report(failure, request.json);
     }
 }
 
 /// A standard descriptor that the caller closed would go to the next file or connection, which would then
-/// get what is printed.
+/// get what is printed. What takes its place cannot be written to either.
 void occupyStandardDescriptors() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(descriptor, F_GETFD) == -1)
-            open("/dev/null", O_RDWR); // takes the lowest free descriptor, which is this one
+            open("/dev/null", O_RDONLY); // takes the lowest free descriptor, which is this one
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
     occupyStandardDescriptors();
+    dispatch::endOnSignals(erasePassing);
     return static_cast<int>(run(argc, argv));
 }

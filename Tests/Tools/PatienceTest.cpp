@@ -1,0 +1,83 @@
+#include "Tools/zkprinter/Patience.h"
+
+#include "Platform/Dispatch/ManualClock.h"
+
+#include <future>
+#include <gtest/gtest.h>
+#include <vector>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// What is shown, in its order; another thread shows it.
+class Screen {
+public:
+    void show(const std::string &what) {
+        const std::scoped_lock guard(mutex_);
+        shown_.push_back(what);
+        changed_.notify_all();
+    }
+    /// Waits until that many were shown.
+    std::vector<std::string> await(std::size_t count) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [&] { return shown_.size() >= count; });
+        return shown_;
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::vector<std::string> shown_;
+};
+
+using Lines = std::vector<std::string>;
+
+} // namespace
+
+TEST(Patience, showsWhatIsWaitedForAfterASecond) {
+    dispatch::ManualClock clock;
+    const dispatch::ClockScope scope(clock);
+    Screen screen;
+    {
+        const Patience patience(
+            std::nullopt, [&](const std::string &what) { screen.show(what); },
+            [](const std::string &) { ADD_FAILURE(); });
+        { const Waiting brief("nothing to see"); }
+        clock.advance(Patience::beforeShowing - 1ns);
+        {
+            const Waiting waiting("CUPS");
+            clock.advance(1ns);
+            EXPECT_EQ(screen.await(1), Lines{"CUPS"});
+        }
+        EXPECT_EQ(screen.await(2), (Lines{"CUPS", ""})) << "gone when it is there";
+        const Waiting waiting("the printer");
+        EXPECT_EQ(screen.await(3), (Lines{"CUPS", "", "the printer"})) << "at once from then on";
+        clock.advance(24h);
+    }
+    EXPECT_EQ(screen.await(4), (Lines{"CUPS", "", "the printer", ""}));
+    const Waiting impatient("nobody");
+}
+
+TEST(Patience, givesUpWhenTheTimeIsOver) {
+    dispatch::ManualClock clock;
+    const dispatch::ClockScope scope(clock);
+    for (const bool waits : {true, false}) {
+        Screen screen;
+        std::promise<std::string> givenUp;
+        const Patience patience(
+            90s, [&](const std::string &what) { screen.show(what); },
+            [&](const std::string &what) { givenUp.set_value(what); });
+        const Waiting waiting(waits ? "CUPS" : "");
+        clock.advance(90s - 1ns);
+        if (waits)
+            screen.await(1);
+        auto result = givenUp.get_future();
+        EXPECT_EQ(result.wait_for(0s), std::future_status::timeout);
+        clock.advance(1ns);
+        EXPECT_EQ(result.get(), waits ? "CUPS" : "");
+        if (waits) {
+            EXPECT_EQ(screen.await(2), (Lines{"CUPS", ""}));
+        }
+    }
+}

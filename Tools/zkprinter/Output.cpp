@@ -1,0 +1,77 @@
+#include "Tools/zkprinter/Output.h"
+
+#include "Tools/zkprinter/Failure.h"
+
+#include <cerrno>
+#include <cstring>
+#include <mutex>
+#include <optional>
+#include <poll.h>
+#include <string>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+struct Output {
+    std::mutex lock; // guards what follows
+    std::string text;
+    std::optional<std::thread::id> owner;
+
+    bool isClosedToThisThread() const { return owner && *owner != std::this_thread::get_id(); }
+};
+
+Output &output() {
+    static auto &all = *new Output; // for threads that outlive main
+    return all;
+}
+
+/// A caller may have made standard output one that does not wait.
+bool canBeWaitedFor(int error) {
+    pollfd out{.fd = STDOUT_FILENO, .events = POLLOUT, .revents = 0};
+    return error == EINTR || (error == EAGAIN && poll(&out, 1, -1) >= 0);
+}
+
+/// The error, 0 for none.
+int writeAll(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t count = write(STDOUT_FILENO, text.data(), text.size());
+        if (count >= 0)
+            text.remove_prefix(static_cast<std::size_t>(count));
+        else if (!canBeWaitedFor(errno))
+            return errno;
+    }
+    // A file on another computer may tell only now that it is full.
+    const int copy = dup(STDOUT_FILENO);
+    return copy >= 0 && close(copy) != 0 && errno != EINTR ? errno : 0;
+}
+
+} // namespace
+
+void print(std::string_view text) {
+    const std::scoped_lock guard(output().lock);
+    if (!output().isClosedToThisThread())
+        output().text += text;
+}
+
+void deliver() {
+    std::string text;
+    {
+        const std::scoped_lock guard(output().lock);
+        if (output().isClosedToThisThread())
+            return;
+        text.swap(output().text);
+    }
+    if (text.empty())
+        return;
+    if (const int error = writeAll(text))
+        throw Failure(ExitStatus::unwritable, std::string("Standard output does not take the result (") +
+                                                  std::strerror(error) +
+                                                  "); make room or give it another place, and try again.");
+}
+
+void takeOutputOver() {
+    const std::scoped_lock guard(output().lock);
+    output().owner = std::this_thread::get_id();
+    output().text.clear();
+}
