@@ -8,27 +8,28 @@
 
 namespace {
 
+/// The array, or what it holds now when others may change it at any time.
+Ref<NSArray> walked(const NSArray &array) {
+    return array.mutations() ? as<NSArray>(array.self()) : NSArray::arrayWithObjects(array.allObjects());
+}
+
 /// A walk by block, an index at a time.
 class Walk {
 public:
     Walk(const NSArray &array, const NSArray::Visitor &visitor)
-        : array_(array), visitor_(visitor), changes_(array.mutations()) {
-        if (!changes_)
-            asItWas_ = array.allObjects();
-    }
+        : array_(walked(array)), visitor_(visitor), changes_(array_->mutations()) {}
 
-    NSUInteger count() const { return changes_ ? array_.count() : asItWas_.size(); }
+    NSUInteger count() const { return array_->count(); }
     void visit(NSUInteger index, bool &stop) const {
-        visitor_(changes_ ? array_.objectAtIndex(index) : asItWas_[index], index, stop);
+        visitor_(array_->objectAtIndex(index), index, stop);
         if (!stop)
             changes_.check();
     }
 
 private:
-    const NSArray &array_;
+    const Ref<NSArray> array_;
     const NSArray::Visitor &visitor_;
     const NSMutationWatch changes_;
-    std::vector<id> asItWas_; // of an array that others may change at any time
 };
 
 /// A visitor that stops at the first element that passes and leaves its index in `found`.
@@ -54,19 +55,21 @@ NSArray::Visitor allPassing(const NSArray::Test &test, NSMutableIndexSet &found)
 } // namespace
 
 Ref<NSEnumerator> NSArray::objectEnumerator() const {
+    const auto array = walked(*this);
     return make<NSEnumerator>(
-        [array = as<NSArray>(self()), index = NSUInteger{0}]() mutable -> id {
+        [array, index = NSUInteger{0}]() mutable -> id {
             return index < array->count() ? array->objectAtIndex(index++) : nullptr;
         },
-        NSMutationWatch(mutations()));
+        NSMutationWatch(array->mutations()));
 }
 
 Ref<NSEnumerator> NSArray::reverseObjectEnumerator() const {
+    const auto array = walked(*this);
     return make<NSEnumerator>(
-        [array = as<NSArray>(self()), index = count()]() mutable -> id {
+        [array, index = array->count()]() mutable -> id {
             return index ? array->objectAtIndex(--index) : nullptr;
         },
-        NSMutationWatch(mutations()));
+        NSMutationWatch(array->mutations()));
 }
 
 void NSArray::enumerateObjectsUsingBlock(const Visitor &visitor) const {
@@ -140,6 +143,11 @@ void NSArray::makeObjectsPerformSelector(SEL selector, const id &argument) const
 
 NSUInteger NSArray::countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
                                                 NSUInteger room) const {
+    if (!mutations()) {
+        if (!state.extra)
+            state.extra = walked(*this);
+        return as<NSArray>(state.extra)->countByEnumeratingWithState(state, objects, room);
+    }
     const NSUInteger size = count();
     if (state.state >= size)
         return 0;

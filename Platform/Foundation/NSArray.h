@@ -54,7 +54,7 @@ public:
     /// else's code. Valid until the array changes.
     virtual std::optional<std::span<const id>> elements() const { return std::nullopt; }
     /// Counts the changes of the array, so that a walk notices them; null when they go uncounted, and a walk
-    /// by block goes over the array as it was at the start.
+    /// goes over what the array held at its start.
     virtual const NSMutationCount *mutations() const { return nullptr; }
     /// Every element, as it is now.
     virtual std::vector<id> allObjects() const { return getObjects({0, count()}); }
@@ -128,6 +128,7 @@ public:
     virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
         return descriptionWithLocale(locale, 0);
     }
+    /// `indent` counts levels of four blanks, 512 at most.
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     id copy() const override { return self(); }
     id mutableCopy() const override;

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <thread>
 
 using testing::ElementsAre;
@@ -117,19 +118,37 @@ TEST_F(ZKSafeMutableArrayTest, derivedOperationsOfItsBaseClass) {
     EXPECT_TRUE(copy->isEqual(plain) && changing->isEqual(plain)) << "independent";
 }
 
-TEST_F(ZKSafeMutableArrayTest, walksByBlockGoOverWhatItHeldAtTheStart) {
-    for (const NSEnumerationOptions options : {NSEnumerationOptions{0}, NSEnumerationReverse}) {
-        fill(3);
-        int visits = 0;
-        list->enumerateObjectsWithOptions(options, [&](const id &object, NSUInteger, bool &) {
+TEST_F(ZKSafeMutableArrayTest, walksGoOverWhatItHeldAtTheStart) {
+    using Visit = std::function<void()>;
+    const auto each = [](const auto &elements, const Visit &visit) {
+        for (const id &object : elements) {
             EXPECT_TRUE(object);
+            visit();
+        }
+    };
+    const std::function<void(const Visit &)> walks[] = {
+        [&](const Visit &visit) { each(list, visit); },
+        [&](const Visit &visit) { each(list->objectEnumerator(), visit); },
+        [&](const Visit &visit) { each(list->reverseObjectEnumerator(), visit); },
+        [&](const Visit &visit) {
+            list->enumerateObjectsUsingBlock([&](const id &, NSUInteger, bool &) { visit(); });
+        },
+        [&](const Visit &visit) {
+            list->enumerateObjectsWithOptions(NSEnumerationReverse,
+                                              [&](const id &, NSUInteger, bool &) { visit(); });
+        },
+    };
+    for (const auto &walk : walks) {
+        fill(30);
+        int visits = 0;
+        walk([&] {
+            ++visits;
             list->removeObjectAtIndex(0);
             for (int i = 0; i < 2; ++i)
                 list->addObject(number(9));
-            ++visits;
         });
-        EXPECT_EQ(visits, 3);
-        EXPECT_EQ(list->count(), 6u);
+        EXPECT_EQ(visits, 30);
+        EXPECT_EQ(list->count(), 60u);
     }
 }
 
