@@ -54,6 +54,11 @@ Ref<NSString> elementDescription(const id &element, const id &locale) {
 
 } // namespace
 
+std::u16string indentation(NSUInteger levels) {
+    constexpr NSUInteger deepest = 512;
+    return std::u16string(4 * std::min(levels, deepest), u' ');
+}
+
 std::u16string quotedDescription(const std::u16string &units) {
     std::u16string text = u"\"";
     for (const char16_t unit : units)

@@ -10,5 +10,8 @@
 /// `descriptionWithLocale:` are asked for that.
 std::u16string collectionElementDescription(const id &element, const id &locale, NSUInteger indent);
 
+/// The blanks in front of a line. Levels beyond 512 count as 512.
+std::u16string indentation(NSUInteger levels);
+
 /// The text in quotes, escaped as above.
 std::u16string quotedDescription(const std::u16string &units);

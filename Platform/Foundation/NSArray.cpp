@@ -293,7 +293,7 @@ bool NSArray::isEqual(const id &other) const {
 }
 
 Ref<NSString> NSArray::descriptionWithLocale(const id &locale, NSUInteger indent) const {
-    const std::u16string blanks(4 * indent, u' ');
+    const std::u16string blanks = indentation(indent);
     std::u16string text = u"(";
     enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
         text += (index ? u",\n" : u"\n") + blanks + u"    " +

@@ -63,6 +63,7 @@ public:
     }
     void enumerateKeysAndObjectsUsingBlock(const NSDictionary::Visitor &visitor) const override {
         checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
+        const id keep = this->self(); // the visitor may let it go
         const NSMutationWatch changes(&mutations_);
         NSUInteger position = 0;
         bool stop = false;
@@ -233,7 +234,7 @@ bool NSDictionary::isEqual(const id &other) const {
 }
 
 Ref<NSString> NSDictionary::descriptionWithLocale(const id &locale, NSUInteger indent) const {
-    const std::u16string blanks(4 * indent, u' ');
+    const std::u16string blanks = indentation(indent);
     std::u16string text = u"{\n";
     for (const auto &[key, value] : entriesToDescribe(*this))
         text += blanks + u"    " + collectionElementDescription(key, locale, indent + 1) + u" = " +

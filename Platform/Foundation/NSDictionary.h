@@ -97,6 +97,7 @@ public:
     virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
         return descriptionWithLocale(locale, 0);
     }
+    /// `indent` counts levels of four blanks, 512 at most.
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     /// One line `"key" = "value";` an entry, in the same order.
     virtual Ref<NSString> descriptionInStringsFileFormat() const;

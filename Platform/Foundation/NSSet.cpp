@@ -170,7 +170,7 @@ bool NSSet::isEqual(const id &other) const {
 }
 
 Ref<NSString> NSSet::descriptionWithLocale(const id &locale, NSUInteger indent) const {
-    const std::u16string blanks(4 * indent, u' ');
+    const std::u16string blanks = indentation(indent);
     std::u16string text = u"{(";
     for (const id &object : *this)
         text += (text.size() > 2 ? u",\n" : u"\n") + blanks + u"    " +

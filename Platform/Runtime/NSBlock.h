@@ -1,6 +1,7 @@
 // Blocks: callables that are objects, so that they can be kept, copied and handed over like any other object.
 #pragma once
 
+#include "Platform/Runtime/NSException.h"
 #include "Platform/Runtime/NSObject.h"
 
 #include <functional>
@@ -19,7 +20,11 @@ class Block;
 template <class R, class... A>
 class Block<R(A...)> final : public NSBlock {
 public:
-    explicit Block(std::function<R(A...)> function) : function_(std::move(function)) {}
+    /// Raises NSInvalidArgumentException for none.
+    explicit Block(std::function<R(A...)> function) : function_(std::move(function)) {
+        if (!function_)
+            throw NSException(NSInvalidArgumentException, "NSBlock: function cannot be nil");
+    }
 
     R operator()(A... arguments) const { return function_(std::forward<A>(arguments)...); }
 

@@ -166,6 +166,9 @@ TEST(Collections, takeCapacitiesAsHints) {
         array->addObject(u"a"_ns);
         dictionary->setObject(u"a"_ns, u"b"_ns);
         EXPECT_EQ(array->count() + dictionary->count(), 2u);
+        EXPECT_LT(text(array->descriptionWithLocale(nullptr, capacity)).size(), 8u << 10)
+            << "and indentations";
+        EXPECT_LT(text(dictionary->descriptionWithLocale(nullptr, capacity)).size(), 8u << 10);
     }
 }
 
