@@ -1,4 +1,5 @@
 // Hashes and tables before keys that somebody chose.
+#include "Platform/Foundation/ContentsHash.h"
 #include "Platform/Foundation/KeyedHash.h"
 #include "Platform/Foundation/NSData.h"
 #include "Platform/Foundation/NSDate.h"
@@ -7,6 +8,7 @@
 #include "Platform/Foundation/NSIndexSet.h"
 #include "Platform/Foundation/NSSet.h"
 #include "Platform/Foundation/NSURL.h"
+#include "Tests/Platform/Foundation/RandomObjects.h"
 #include "Tests/Platform/Foundation/Shorthand.h"
 
 #include <gmock/gmock.h>
@@ -17,6 +19,7 @@
 #include <openssl/core_names.h>
 #include <openssl/evp.h>
 #include <random>
+#include <set>
 #include <sstream>
 
 namespace {
@@ -108,6 +111,31 @@ std::u16string collidingText(std::size_t choices) {
     return units;
 }
 
+/// An equal object, mutable throughout, whose dictionaries were filled the other way round.
+id turnedRound(const id &object) {
+    if (const auto array = as<NSArray>(object)) {
+        const auto made = NSMutableArray::array();
+        for (const id &element : array)
+            made->addObject(turnedRound(element));
+        return made;
+    }
+    const auto dictionary = as<NSDictionary>(object);
+    if (!dictionary)
+        return object;
+    const auto made = NSMutableDictionary::dictionary();
+    dictionary->enumerateKeysAndObjectsWithOptions(
+        NSEnumerationReverse,
+        [&](const id &key, const id &value, bool &) { made->setObject(turnedRound(value), key); });
+    return made;
+}
+
+id nested(std::size_t value, int levels) {
+    id made = number(value);
+    while (levels-- > 0)
+        made = NSArray::arrayWithObjects({made});
+    return made;
+}
+
 } // namespace
 
 TEST(Hashing, isThatOfThePackagedFunction) {
@@ -172,4 +200,34 @@ TEST(Hashing, chosenKeysCostNoMoreThanOthers) {
         EXPECT_LT(comparisons, 4 * static_cast<int>(count))
             << "one to find each, and a few until it is noticed";
     }
+}
+
+TEST(Hashing, ofContentsAgreesForEqualOnesInAnyOrder) {
+    constexpr unsigned seed = 23;
+    SCOPED_TRACE(seed);
+    RandomObjects random(seed, RandomObjects::Kind::JSON);
+    std::vector<id> objects;
+    std::set<NSUInteger> hashes;
+    for (int i = 0; i < 300; ++i) {
+        const id object = random.container(), twin = turnedRound(object);
+        ASSERT_TRUE(object->isEqual(twin));
+        ASSERT_EQ(contentsHash(object), contentsHash(twin));
+        if (hashes.insert(contentsHash(object)).second)
+            objects.push_back(object);
+        else
+            EXPECT_TRUE(
+                std::ranges::any_of(objects, [&](const id &other) { return other->isEqual(object); }));
+    }
+    EXPECT_GT(hashes.size(), 150u);
+    // What is too deep, or too much, to look through is found all the same.
+    const auto set = NSMutableSet::set();
+    for (std::size_t i = 0; i < 40; ++i)
+        set->addObject(nested(i, 600));
+    for (std::size_t i = 0; i < 50; ++i)
+        EXPECT_EQ(set->containsObject(nested(i, 600)), i < 40);
+    const auto wide = NSMutableArray::array();
+    for (std::size_t i = 0; i < 300000; ++i)
+        wide->addObject(NSNull::null());
+    EXPECT_EQ(contentsHash(wide), wide->hash());
+    EXPECT_NE(contentsHash(nested(1, 500)), contentsHash(nested(2, 500)));
 }
