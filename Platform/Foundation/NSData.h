@@ -55,7 +55,11 @@ public:
 
     std::uint8_t *mutableBytes() { return bytes_.data(); }
     void appendBytes(const void *bytes, NSUInteger length);
-    void appendData(const Ref<NSData> &data) { appendBytes(data->bytes(), data->length()); }
+    /// None adds nothing.
+    void appendData(const Ref<NSData> &data) {
+        if (data)
+            appendBytes(data->bytes(), data->length());
+    }
     /// New bytes are zero. Raises NSInvalidArgumentException for a length that there is no memory for, and
     /// changes nothing.
     void setLength(NSUInteger length);

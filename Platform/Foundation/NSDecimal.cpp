@@ -1,6 +1,7 @@
 #include "Platform/Foundation/NSDecimal.h"
 
 #include "Platform/Foundation/DecimalText.h"
+#include "Platform/Runtime/NSException.h"
 
 #include <algorithm>
 #include <charconv>
@@ -33,12 +34,19 @@ std::int64_t exponentOf(std::string_view text) {
     return negative ? -size : size;
 }
 
+/// Cut towards zero and clamped.
 template <class Integer>
-Integer leadingInteger(const std::string &text) {
+Integer wholeValue(const NSDecimal &decimal) {
+    const auto size = static_cast<std::int64_t>(decimal.digits.size()), point = size + decimal.exponent;
+    if (decimal.isNotANumber || point <= 0)
+        return 0;
+    constexpr std::int64_t tooMany = std::numeric_limits<std::uint64_t>::digits10 + 2; // for any integer
+    const auto cut = [&](std::int64_t count) { return static_cast<std::size_t>(std::min(count, tooMany)); };
+    std::string text = decimal.isNegative ? "-" : "";
+    text.append(decimal.digits, 0, cut(point)).append(cut(std::max(point - size, std::int64_t{0})), '0');
     Integer value = 0;
     if (std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc::result_out_of_range)
-        return text.starts_with('-') ? std::numeric_limits<Integer>::min()
-                                     : std::numeric_limits<Integer>::max();
+        return decimal.isNegative ? std::numeric_limits<Integer>::min() : std::numeric_limits<Integer>::max();
     return value;
 }
 
@@ -124,6 +132,9 @@ NSDecimal NSDecimal::rounded() const {
 std::string NSDecimal::text() const {
     if (isNotANumber)
         return "NaN";
+    constexpr std::int64_t longest = 1'000'000;
+    if (exponent > longest || exponent < -longest)
+        throw NSException(NSInvalidArgumentException, "NSDecimal text: too many digits");
     std::string made = digits;
     const auto size = static_cast<std::int64_t>(digits.size());
     if (exponent >= 0)
@@ -143,11 +154,11 @@ double NSDecimal::doubleValue() const {
 }
 
 std::int64_t NSDecimal::longLongValue() const {
-    return leadingInteger<std::int64_t>(text());
+    return wholeValue<std::int64_t>(*this);
 }
 
 std::uint64_t NSDecimal::unsignedLongLongValue() const {
-    return isNegative ? static_cast<std::uint64_t>(longLongValue()) : leadingInteger<std::uint64_t>(text());
+    return isNegative ? static_cast<std::uint64_t>(longLongValue()) : wholeValue<std::uint64_t>(*this);
 }
 
 std::strong_ordering operator<=>(const NSDecimal &a, const NSDecimal &b) {

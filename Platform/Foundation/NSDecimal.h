@@ -30,7 +30,8 @@ struct NSDecimal {
     /// To 38 digits and the least exponent, halves away from zero; not a number when it is too large.
     NSDecimal rounded() const;
 
-    /// Plain decimal text without an exponent; "NaN". Of a rounded value, so that its length has a limit.
+    /// Plain decimal text without an exponent; "NaN". Raises NSInvalidArgumentException for one of more than
+    /// a million digits, which no rounded value has.
     std::string text() const;
     /// The nearest.
     double doubleValue() const;

@@ -31,8 +31,8 @@ void checkRange(const char *operation, NSRange range, NSUInteger length) {
                                                 std::to_string(length));
 }
 
-void checkText(const char *operation, const Ref<NSString> &text) {
-    if (!text)
+void checkArgument(const char *operation, const auto &argument) {
+    if (!argument)
         throw NSException(NSInvalidArgumentException,
                           std::string("-[NSString ") + operation + "]: nil argument");
 }
@@ -46,7 +46,7 @@ NSComparisonResult comparisonResult(int order) {
 } // namespace
 
 Ref<NSString> NSString::stringWithString(const Ref<NSString> &text) {
-    checkText("stringWithString:", text);
+    checkArgument("stringWithString:", text);
     return as<NSString>(text->copy());
 }
 
@@ -115,22 +115,22 @@ id NSString::mutableCopy() const {
 }
 
 NSComparisonResult NSString::compare(const Ref<NSString> &other) const {
-    checkText("compare:", other);
+    checkArgument("compare:", other);
     return comparisonResult(units_.compare(other->units_));
 }
 
 NSComparisonResult NSString::caseInsensitiveCompare(const Ref<NSString> &other) const {
-    checkText("caseInsensitiveCompare:", other);
+    checkArgument("caseInsensitiveCompare:", other);
     return comparisonResult(unicode::compareIgnoringCase(units_, other->units_));
 }
 
 bool NSString::hasPrefix(const Ref<NSString> &prefix) const {
-    checkText("hasPrefix:", prefix);
+    checkArgument("hasPrefix:", prefix);
     return units_.starts_with(prefix->units_);
 }
 
 bool NSString::hasSuffix(const Ref<NSString> &suffix) const {
-    checkText("hasSuffix:", suffix);
+    checkArgument("hasSuffix:", suffix);
     return units_.ends_with(suffix->units_);
 }
 
@@ -139,7 +139,7 @@ bool NSString::containsString(const Ref<NSString> &text) const {
 }
 
 NSRange NSString::rangeOfString(const Ref<NSString> &text) const {
-    checkText("rangeOfString:", text);
+    checkArgument("rangeOfString:", text);
     const auto found = text->units_.empty() ? std::u16string::npos : units_.find(text->units_);
     return found == std::u16string::npos ? NSRange{NSNotFound, 0} : NSRange{found, text->length()};
 }
@@ -159,14 +159,14 @@ Ref<NSString> NSString::substringToIndex(NSUInteger index) const {
 }
 
 Ref<NSString> NSString::stringByAppendingString(const Ref<NSString> &text) const {
-    checkText("stringByAppendingString:", text);
+    checkArgument("stringByAppendingString:", text);
     return make<NSString>(units_ + text->units_);
 }
 
 Ref<NSString> NSString::stringByReplacingOccurrencesOfString(const Ref<NSString> &target,
                                                              const Ref<NSString> &replacement) const {
-    checkText("stringByReplacingOccurrencesOfString:withString:", target);
-    checkText("stringByReplacingOccurrencesOfString:withString:", replacement);
+    checkArgument("stringByReplacingOccurrencesOfString:withString:", target);
+    checkArgument("stringByReplacingOccurrencesOfString:withString:", replacement);
     std::u16string result;
     std::size_t at = 0;
     for (std::size_t found;
@@ -180,6 +180,7 @@ Ref<NSString> NSString::stringByReplacingOccurrencesOfString(const Ref<NSString>
 }
 
 Ref<NSString> NSString::stringByTrimmingCharactersInSet(const Ref<NSCharacterSet> &set) const {
+    checkArgument("stringByTrimmingCharactersInSet:", set);
     std::u16string_view rest = units_;
     while (!rest.empty() && set->characterIsMember(rest.front()))
         rest.remove_prefix(1);
@@ -189,7 +190,7 @@ Ref<NSString> NSString::stringByTrimmingCharactersInSet(const Ref<NSCharacterSet
 }
 
 Ref<NSArray> NSString::componentsSeparatedByString(const Ref<NSString> &separator) const {
-    checkText("componentsSeparatedByString:", separator);
+    checkArgument("componentsSeparatedByString:", separator);
     const auto parts = NSMutableArray::array();
     std::size_t at = 0;
     for (std::size_t found;
@@ -223,17 +224,17 @@ NSRange NSString::rangeOfComposedCharacterSequencesForRange(NSRange range) const
 }
 
 void NSMutableString::appendString(const Ref<NSString> &text) {
-    checkText("appendString:", text);
+    checkArgument("appendString:", text);
     units_ += text->units();
 }
 
 void NSMutableString::setString(const Ref<NSString> &text) {
-    checkText("setString:", text);
+    checkArgument("setString:", text);
     units_ = text->units();
 }
 
 void NSMutableString::replaceCharactersInRange(NSRange range, const Ref<NSString> &text) {
-    checkText("replaceCharactersInRange:withString:", text);
+    checkArgument("replaceCharactersInRange:withString:", text);
     checkRange("replaceCharactersInRange:withString:", range, length());
     units_.replace(range.location, range.length, text->units());
 }

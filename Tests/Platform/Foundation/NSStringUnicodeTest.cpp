@@ -35,6 +35,8 @@ TEST(NSString, trimsAndSplits) {
     EXPECT_EQ(text(u"\u3000 \t\r\n\u2028\u0085 a b\u00A0\f\v"_ns->stringByTrimmingCharactersInSet(space)),
               "a b");
     EXPECT_EQ(text(u" \n "_ns->stringByTrimmingCharactersInSet(space)), "");
+    EXPECT_EQ(raised([] { return u"a"_ns->stringByTrimmingCharactersInSet(nullptr); }),
+              NSInvalidArgumentException);
     EXPECT_EQ(text(u"12ab3"_ns->stringByTrimmingCharactersInSet(
                   NSCharacterSet::characterSetWithCharactersInString(u"ab")->invertedSet())),
               "ab");

@@ -77,6 +77,16 @@ TEST(NSDecimalNumber, converts) {
     };
     for (const auto &[number, expected] : numbers)
         EXPECT_EQ(text(NSDecimalNumber::decimalNumberWithDecimal(number->decimalValue())), expected);
+    for (const auto &[digits, whole] : {std::pair{"1e999999999999", INT64_MAX},
+                                        {"-1e999999999999", INT64_MIN},
+                                        {"1e-999999999999", 0},
+                                        {"12.39e3", 12390},
+                                        {"-0.12399e4", -1239}}) {
+        const auto unrounded = NSDecimal::read(digits);
+        EXPECT_EQ(unrounded.longLongValue(), whole) << digits;
+        EXPECT_EQ(raised([&] { return unrounded.text(); }).empty(), std::abs(unrounded.exponent) < 9)
+            << digits;
+    }
 }
 
 TEST(NSNumber, narrowsAsDocumented) {

@@ -50,6 +50,7 @@ TEST(NSData, describesCutsAndReads) {
     const auto data = NSMutableData::dataWithCapacity(4);
     data->appendBytes("ab", 2);
     data->appendBytes(nullptr, 0);
+    data->appendData(nullptr);
     const id frozen = data->copy();
     EXPECT_TRUE(data->isEqual(frozen) && frozen->isEqual(data) && data->hash() == frozen->hash());
     const auto twin = as<NSMutableData>(data->mutableCopy());
