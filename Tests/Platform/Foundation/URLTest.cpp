@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <filesystem>
 #include <random>
 #include <regex.h>
@@ -46,15 +47,32 @@ std::string grammar() {
     return "^" + any({absolute, relative}) + tail + "$";
 }
 
+/// The C locale while it lives: ranges of letters are those of ASCII.
+class PlainLetters {
+public:
+    PlainLetters() = default;
+    PlainLetters(const PlainLetters &) = delete;
+    ~PlainLetters() {
+        uselocale(before_);
+        freelocale(plain_);
+    }
+
+private:
+    const locale_t plain_ = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t before_ = uselocale(plain_);
+};
+
 class Expression {
 public:
     explicit Expression(const std::string &pattern) {
+        const PlainLetters letters;
         EXPECT_EQ(regcomp(&compiled_, pattern.c_str(), REG_EXTENDED | REG_NOSUB), 0);
     }
     Expression(const Expression &) = delete;
     ~Expression() { regfree(&compiled_); }
 
     bool matches(const std::string &text) const {
+        const PlainLetters letters;
         return regexec(&compiled_, text.c_str(), 0, nullptr, 0) == 0;
     }
 
