@@ -58,6 +58,8 @@ public:
     /// Those attached a moment ago, where finding out takes time: one that has gone since gives
     /// TL_USB_ERROR_NO_DEVICE when it is opened or asked.
     virtual std::vector<std::shared_ptr<Printer>> recentlyAttached() { return attached(); }
+    /// Lets go of what it remembers, threads and all: the library may be about to end.
+    virtual void forget() {}
 };
 
 /// The printers of this library; lives as long as the process.

@@ -139,6 +139,7 @@ void Transport::shutDown() {
         lastCallEnded_.wait(lock, [this] { return calls_ == 0; });
     }
     retire(takeIf([](const ListedPrinter &) { return true; })); // opened while the calls were waited for
+    printers_.forget();
 }
 
 // Handles to printers that have gone are of no use any more. A call in progress finds out by itself.

@@ -31,6 +31,13 @@ std::vector<std::shared_ptr<Printer>> UsbPrinters::recentlyAttached() {
     return attached();
 }
 
+void UsbPrinters::forget() {
+    std::vector<std::shared_ptr<Printer>> former; // outlives the lock
+    const std::lock_guard lock(mutex_);
+    former.swap(latest_);
+    latestEnd_ = {};
+}
+
 std::shared_ptr<Printer> UsbPrinters::printerFor(const AttachedPrinter &attached) {
     auto made = std::make_shared<HeldPrinter>(attached, bus_, clock_);
     for (const auto &weak : known_) {

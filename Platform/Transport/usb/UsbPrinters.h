@@ -23,6 +23,7 @@ public:
 
     std::vector<std::shared_ptr<Printer>> attached() override;
     std::vector<std::shared_ptr<Printer>> recentlyAttached() override;
+    void forget() override;
 
 private:
     std::shared_ptr<Printer> printerFor(const AttachedPrinter &attached);
