@@ -49,6 +49,7 @@ TEST(Reason, namesTheThingToDo) {
         {TL_USB_ERROR_BUSY, heldBy("a\x1B[m", Kind::other), ExitStatus::busy, R"("a\u001B[m" (process 42))"},
         {TL_USB_ERROR_NO_DEVICE, {}, ExitStatus::unplugged, "check its power"},
         {TL_USB_ERROR_INVALID, {}, ExitStatus::unplugged, "check its power"},
+        {TL_USB_ERROR_AMBIGUOUS, {}, ExitStatus::ambiguous, "unplug the one that is not meant"},
         {TL_USB_ERROR_STALL, {}, ExitStatus::transferFailed, "refused the transfer"},
         {TL_USB_ERROR_OVERFLOW, {}, ExitStatus::transferFailed, "more than it should"},
         {TL_USB_ERROR_ENDLESS, {}, ExitStatus::transferFailed, "does not stop sending"},

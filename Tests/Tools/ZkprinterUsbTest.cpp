@@ -159,5 +159,10 @@ TEST(ZkprinterUsb, givesThePrinterBackWhenItIsEnded) {
             std::this_thread::yield();
         EXPECT_TRUE(printer->hasKernelDriver());
     }
+    EXPECT_THAT(zkprinter("--timeout 0.2 reminder 'usb://Zelkor/L200%20Series?serial=SN0002'"),
+                StartsWith("15 "));
+    while (printer->opens() > 0)
+        std::this_thread::yield();
+    EXPECT_TRUE(printer->hasKernelDriver());
     ports.unplug(printer);
 }
