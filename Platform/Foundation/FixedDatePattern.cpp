@@ -1,5 +1,7 @@
 #include "Platform/Foundation/FixedDatePattern.h"
 
+#include "Platform/Foundation/DatePatternFields.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -194,13 +196,28 @@ constexpr FixedDatePattern::Known FixedDatePattern::known[] = {
     {u"SSS", Field::Millisecond}, {u"EEE", Field::Weekday}, {u"MMM", Field::MonthName},
     {u"Z", Field::Offset}};
 
-bool FixedDatePattern::add(std::u16string_view letters) {
+bool FixedDatePattern::add(const std::u16string &letters) {
     const auto found = std::find_if(std::begin(known), std::end(known),
-                                    [letters](const Known &one) { return one.letters == letters; });
+                                    [&](const Known &one) { return one.letters == letters; });
     if (found == std::end(known))
         return false;
     steps_.push_back({found->field});
     return true;
+}
+
+/// Whether ICU ends the field where the next begins.
+bool FixedDatePattern::canFollow(Field field, Step next) {
+    switch (field) {
+    case Field::Literal:
+        return true;
+    case Field::Offset:
+        return next.literal == u' ';
+    case Field::Weekday:
+    case Field::MonthName:
+        return !isLetter(next.literal);
+    default:
+        return next.literal < 0x80 && next.literal != u'e' && next.literal != u'E';
+    }
 }
 
 /// Whether every text that this reads means the same to ICU.
@@ -210,33 +227,25 @@ bool FixedDatePattern::isSound() const {
                            [=](const Step &step) { return ((step.field == fields) || ...); });
     };
     for (std::size_t i = 0; i + 1 < steps_.size(); ++i)
-        if (steps_[i].field == Field::Offset && steps_[i + 1].literal != u' ')
+        if (!canFollow(steps_[i].field, steps_[i + 1]))
             return false;
     return has(Field::Year) && has(Field::Month, Field::MonthName) && has(Field::Day) &&
-           std::none_of(steps_.begin(), steps_.end(), [](const Step &step) { return isDigit(step.literal); });
+           std::none_of(steps_.begin(), steps_.end(),
+                        [](const Step &step) { return isDigit(step.literal) || step.literal == u'\''; });
 }
 
 std::optional<FixedDatePattern> FixedDatePattern::compile(std::u16string_view pattern) {
     FixedDatePattern made;
-    bool quoted = false;
-    for (std::size_t i = 0; i < pattern.size();) {
-        const char16_t unit = pattern[i];
-        std::size_t end = i + 1;
-        if (unit == u'\'') {
-            quoted = !quoted;
-        } else if (quoted || !isLetter(unit)) {
+    bool known = true;
+    const bool closed = walkDatePattern(
+        pattern,
+        [&](char16_t letter, std::size_t count) { known = known && made.add(std::u16string(count, letter)); },
+        [&](char16_t unit) {
             made.steps_.push_back({Field::Literal, unit});
-        } else {
-            end = std::min(pattern.find_first_not_of(unit, i), pattern.size());
-            if (!made.add(pattern.substr(i, end - i)))
-                return std::nullopt;
-        }
-        i = end;
-    }
+        });
     made.namesOffset_ = std::any_of(made.steps_.begin(), made.steps_.end(),
                                     [](const Step &step) { return step.field == Field::Offset; });
-    return !quoted && made.isSound() && pattern.find(u"''") == pattern.npos ? std::optional(made)
-                                                                            : std::nullopt;
+    return closed && known && made.isSound() ? std::optional(made) : std::nullopt;
 }
 
 std::optional<double> FixedDatePattern::parse(std::u16string_view text) const {
@@ -254,7 +263,7 @@ std::optional<std::u16string> FixedDatePattern::format(double milliseconds, int 
     if (!(milliseconds >= static_cast<double>(first.time_since_epoch().count()) &&
           milliseconds <= static_cast<double>(last.time_since_epoch().count())))
         return std::nullopt;
-    const std::chrono::milliseconds count(static_cast<std::int64_t>(std::floor(milliseconds)));
+    const std::chrono::milliseconds count(static_cast<std::int64_t>(milliseconds));
     Writer writer(sys_time<std::chrono::milliseconds>(count), offset);
     for (const Step step : steps_)
         writer.write(step);

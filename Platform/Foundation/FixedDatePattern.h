@@ -19,7 +19,9 @@
 
 class FixedDatePattern {
 public:
-    /// Nothing for a pattern with other fields, without year, month or day, or with digits as literal text.
+    /// Nothing for a pattern with other fields, without year, month or day, or with text that ICU could take
+    /// for the rest of a field: digits, "e" (an exponent) and what is not ASCII ("∞") after a number, letters
+    /// after a name.
     static std::optional<FixedDatePattern> compile(std::u16string_view pattern);
 
     /// Whether texts name their offset from UTC; they are in UTC otherwise.
@@ -27,7 +29,7 @@ public:
     /// Seconds since 1970-01-01 00:00 UTC. Nothing when the text deviates from the pattern or names a day or
     /// a time that does not exist.
     std::optional<double> parse(std::u16string_view text) const;
-    /// What ICU writes for milliseconds since 1970-01-01 00:00 UTC in a zone so many seconds east of
+    /// What ICU writes for whole milliseconds since 1970-01-01 00:00 UTC in a zone so many seconds east of
     /// Greenwich. Nothing for a pattern with names, before 1583, after 9999, and for an offset that is no
     /// whole minutes.
     std::optional<std::u16string> format(double milliseconds, int offset) const;
@@ -58,7 +60,8 @@ private:
     class Writer;
     static const Known known[];
 
-    bool add(std::u16string_view letters);
+    bool add(const std::u16string &letters);
+    static bool canFollow(Field field, Step next);
     bool isSound() const;
 
     std::vector<Step> steps_;

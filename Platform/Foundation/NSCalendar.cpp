@@ -1,15 +1,17 @@
 #include "Platform/Foundation/NSCalendar.h"
 
+#include "Platform/Foundation/ICUTimeZone.h"
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSLocale.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/NSTimeZone.h"
 #include "Platform/Runtime/Class.h"
 
+#include <algorithm>
 #include <cmath>
 #include <mutex>
 #include <optional>
-#include <unicode/ucal.h>
+#include <unicode/calendar.h>
 
 NS_IMPLEMENTATION(NSDateComponents) {
     cls.instantiate([] { return make<NSDateComponents>(); });
@@ -18,7 +20,7 @@ NS_IMPLEMENTATION(NSCalendar) {}
 
 namespace {
 
-using Calendar = std::unique_ptr<UCalendar, decltype(&ucal_close)>;
+using Calendar = std::unique_ptr<icu::Calendar>;
 using Component = NSInteger NSDateComponents::*;
 
 constexpr double farthest = 1.8e14; ///< seconds on both sides of 1970 that ICU's calendars reach
@@ -42,7 +44,6 @@ constexpr Unit units[] = {
     {NSCalendarUnit::WeekdayOrdinal, UCAL_DAY_OF_WEEK_IN_MONTH, &NSDateComponents::weekdayOrdinal},
     {NSCalendarUnit::WeekOfMonth, UCAL_WEEK_OF_MONTH, &NSDateComponents::weekOfMonth},
     {NSCalendarUnit::WeekOfYear, UCAL_WEEK_OF_YEAR, &NSDateComponents::weekOfYear},
-    {NSCalendarUnit::YearForWeekOfYear, UCAL_YEAR_WOY, &NSDateComponents::yearForWeekOfYear},
 };
 
 struct Span {
@@ -73,40 +74,55 @@ std::optional<Instant> instant(const Ref<NSDate> &date) {
 }
 
 /// A copy of the calendar, set to the time.
-Calendar calendarAt(const UCalendar *calendar, const Instant &time) {
+Calendar calendarAt(const icu::Calendar &calendar, const Instant &time) {
     UErrorCode status = U_ZERO_ERROR;
-    Calendar copy(ucal_clone(calendar, &status), ucal_close);
-    ucal_setMillis(copy.get(), time.whole * 1000, &status);
-    return U_SUCCESS(status) ? std::move(copy) : Calendar(nullptr, ucal_close);
+    Calendar copy(calendar.clone());
+    copy->setTime(time.whole * 1000, status);
+    return U_SUCCESS(status) ? std::move(copy) : nullptr;
 }
 
 NSInteger get(const Calendar &calendar, UCalendarDateFields field) {
     UErrorCode status = U_ZERO_ERROR;
-    return ucal_get(calendar.get(), field, &status);
+    return calendar->get(field, status);
+}
+
+/// ICU counts the years of weeks without eras and, in some calendars, as the Gregorian one does. A week of
+/// another year than its day's has that year's number seven days on.
+NSInteger yearForWeekOfYear(const Calendar &calendar) {
+    const auto years = get(calendar, UCAL_YEAR_WOY) - get(calendar, UCAL_EXTENDED_YEAR);
+    if (years == 0)
+        return get(calendar, UCAL_YEAR);
+    UErrorCode status = U_ZERO_ERROR;
+    const Calendar moved(calendar->clone());
+    moved->add(UCAL_DATE, years < 0 ? -7 : 7, status);
+    return get(moved, UCAL_YEAR);
 }
 
 /// Days counted from midnight to midnight in the calendar's time zone.
-std::optional<NSInteger> dayNumber(const UCalendar *calendar, const Ref<NSDate> &date) {
+std::optional<NSInteger> dayNumber(const icu::Calendar &calendar, const Ref<NSDate> &date) {
     const auto time = instant(date);
-    const auto at = time ? calendarAt(calendar, *time) : Calendar(nullptr, ucal_close);
+    const auto at = time ? calendarAt(calendar, *time) : nullptr;
     return at ? std::optional(get(at, UCAL_JULIAN_DAY)) : std::nullopt;
 }
 
-UCalendar *open(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone) {
+icu::Calendar *open(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone) {
     UErrorCode status = U_ZERO_ERROR;
-    const std::u16string &name = timeZone->nameUnits();
-    return ucal_open(name.data(), static_cast<std::int32_t>(name.size()), locale->localeIdentifier().c_str(),
-                     UCAL_DEFAULT, &status);
+    const icu::Locale wanted(locale->localeIdentifier().c_str());
+    return icu::Calendar::createInstance(ICUTimeZone(timeZone->nameUnits(), timeZone->rules()),
+                                         wanted.isBogus() ? icu::Locale::getUS() : wanted, status);
 }
 
 } // namespace
 
-NSCalendar::NSCalendar(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone)
-    : locale_(locale), timeZone_(timeZone), calendar_(open(locale, timeZone)) {}
+struct NSCalendar::Opened {
+    std::unique_ptr<const icu::Calendar> calendar;
+};
 
-NSCalendar::~NSCalendar() {
-    ucal_close(calendar_);
-}
+NSCalendar::NSCalendar(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone)
+    : locale_(locale), timeZone_(timeZone),
+      opened_(std::make_unique<Opened>(Opened{Calendar(open(locale, timeZone))})) {}
+
+NSCalendar::~NSCalendar() = default;
 
 Ref<NSCalendar> NSCalendar::currentCalendar() {
     static auto &lock = *new std::mutex;
@@ -120,14 +136,12 @@ Ref<NSCalendar> NSCalendar::currentCalendar() {
 }
 
 Ref<NSString> NSCalendar::calendarIdentifier() const {
-    UErrorCode status = U_ZERO_ERROR;
-    const char *type = ucal_getType(calendar_, &status);
-    return NSString::stringWithASCIIString(U_SUCCESS(status) ? type : nullptr);
+    return NSString::stringWithASCIIString(opened_->calendar->getType());
 }
 
 Ref<NSDateComponents> NSCalendar::components(NSCalendarUnit wanted, const Ref<NSDate> &date) const {
     const auto time = instant(date);
-    const auto calendar = time ? calendarAt(calendar_, *time) : Calendar(nullptr, ucal_close);
+    const auto calendar = time ? calendarAt(*opened_->calendar, *time) : nullptr;
     if (!calendar)
         return nullptr;
     auto made = make<NSDateComponents>();
@@ -135,8 +149,10 @@ Ref<NSDateComponents> NSCalendar::components(NSCalendarUnit wanted, const Ref<NS
         if (wanted & unit.unit)
             (*made).*unit.component = get(calendar, unit.field) + unit.first;
     made->leapMonth = (wanted & NSCalendarUnit::Month) && get(calendar, UCAL_IS_LEAP_MONTH) != 0;
+    if (wanted & NSCalendarUnit::YearForWeekOfYear)
+        made->yearForWeekOfYear = yearForWeekOfYear(calendar);
     if (wanted & NSCalendarUnit::Quarter)
-        made->quarter = get(calendar, UCAL_MONTH) / 3 + 1;
+        made->quarter = std::min<NSInteger>(get(calendar, UCAL_MONTH) / 3 + 1, 4);
     if (wanted & NSCalendarUnit::Nanosecond)
         made->nanosecond = static_cast<NSInteger>(time->fraction * 1e9);
     if (wanted & NSCalendarUnit::Calendar)
@@ -149,7 +165,7 @@ Ref<NSDateComponents> NSCalendar::components(NSCalendarUnit wanted, const Ref<NS
 Ref<NSDate> NSCalendar::dateByAddingComponents(const Ref<NSDateComponents> &components,
                                                const Ref<NSDate> &date) const {
     const auto time = instant(date);
-    const auto calendar = time ? calendarAt(calendar_, *time) : Calendar(nullptr, ucal_close);
+    const auto calendar = time ? calendarAt(*opened_->calendar, *time) : nullptr;
     if (!components || !calendar)
         return nullptr;
     UErrorCode status = U_ZERO_ERROR;
@@ -161,15 +177,16 @@ Ref<NSDate> NSCalendar::dateByAddingComponents(const Ref<NSDateComponents> &comp
         target += static_cast<double>(amount) * span.seconds;
         if (!(std::abs(target) <= farthest))
             return nullptr;
-        ucal_add(calendar.get(), span.field, static_cast<std::int32_t>(amount), &status);
+        calendar->add(span.field, static_cast<std::int32_t>(amount), status);
     }
-    const double moved = ucal_getMillis(calendar.get(), &status) / 1000 - time->whole;
+    const double moved = calendar->getTime(status) / 1000 - time->whole;
     return U_SUCCESS(status) ? NSDate::dateWithTimeIntervalSinceReferenceDate(
                                    date->timeIntervalSinceReferenceDate() + moved)
                              : nullptr;
 }
 
 bool NSCalendar::isDaysFromToday(const Ref<NSDate> &date, NSInteger days) const {
-    const auto day = dayNumber(calendar_, date), today = dayNumber(calendar_, NSDate::date());
+    const auto day = dayNumber(*opened_->calendar, date),
+               today = dayNumber(*opened_->calendar, NSDate::date());
     return day && today && *day - *today == days;
 }

@@ -8,6 +8,7 @@
 
 #include "Platform/Runtime/NSObject.h"
 
+#include <memory>
 #include <string>
 
 class NSDate;
@@ -59,17 +60,18 @@ public:
     NSInteger nanosecond = NSDateComponentUndefined;
     NSInteger weekday = NSDateComponentUndefined;        ///< Sunday is 1
     NSInteger weekdayOrdinal = NSDateComponentUndefined; ///< 2 on the month's second Tuesday
-    NSInteger quarter = NSDateComponentUndefined;        ///< from 1
+    NSInteger quarter = NSDateComponentUndefined;        ///< 1 to 4; a 13th month is of the last
     NSInteger weekOfMonth = NSDateComponentUndefined;
     NSInteger weekOfYear = NSDateComponentUndefined;
-    NSInteger yearForWeekOfYear = NSDateComponentUndefined;
+    NSInteger yearForWeekOfYear = NSDateComponentUndefined; ///< counted as `year` is
     bool leapMonth = false; ///< comes with the month: asked for other units alone, it stays false
 };
 
 class NSCalendar : public NSObject {
     NS_CLASS(NSCalendar, NSObject)
 public:
-    /// The calendar that is usual where the locale is, with its weeks.
+    /// The calendar that is usual where the locale is, with its weeks; that of English as of the United
+    /// States for an identifier that is none.
     NSCalendar(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone);
     ~NSCalendar() override;
 
@@ -98,5 +100,6 @@ private:
 
     const Ref<NSLocale> locale_;
     const Ref<NSTimeZone> timeZone_;
-    void **const calendar_; ///< ICU's `UCalendar`; only ever cloned
+    struct Opened; ///< ICU's calendar, which is only ever cloned
+    const std::unique_ptr<const Opened> opened_;
 };

@@ -1,124 +1,145 @@
 #include "Platform/Foundation/NSDateFormatter.h"
 
+#include "Platform/Foundation/DatePatternFields.h"
+#include "Platform/Foundation/ICUDateReader.h"
+#include "Platform/Foundation/ICUDateWriter.h"
 #include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSLocale.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/NSTimeZone.h"
 #include "Platform/Runtime/Class.h"
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
-#include <unicode/ucal.h>
-#include <unicode/udat.h>
 
 NS_IMPLEMENTATION(NSDateFormatter) {}
 
+/// Opening one reads the locale's data and takes long, so the last are kept.
 struct NSDateFormatter::Opened {
     std::string locale;
-    std::u16string timeZone;
-    std::unique_ptr<UDateFormat, decltype(&udat_close)> formatter;
-    std::unique_ptr<UCalendar, decltype(&ucal_close)> calendar{nullptr, ucal_close}; ///< of the time zone
-
-    /// Seconds east of Greenwich; nothing without a calendar.
-    std::optional<int> offsetAt(double milliseconds) const {
-        UErrorCode status = U_ZERO_ERROR;
-        if (!calendar)
-            return std::nullopt;
-        ucal_setMillis(calendar.get(), milliseconds, &status);
-        const int offset = ucal_get(calendar.get(), UCAL_ZONE_OFFSET, &status) +
-                           ucal_get(calendar.get(), UCAL_DST_OFFSET, &status);
-        return U_SUCCESS(status) ? std::optional(offset / 1000) : std::nullopt;
-    }
+    Ref<NSTimeZone> zone;
+    std::unique_ptr<ICUDateReader> reader; ///< null before its first use
+    std::unique_ptr<ICUDateWriter> writer;
 };
 
 namespace {
 
-/// Code units of a text for each of its pattern: more than any field takes. ICU's time grows with the square
-/// of the digits.
-constexpr NSUInteger longestExpansion = 64;
+/// Code units of a pattern, and of a text for each of its pattern: more than any that has a meaning. ICU
+/// tries fields that follow each other in many ways.
+constexpr NSUInteger longestPattern = 500, longestExpansion = 64;
 
-bool fitsICU(const Ref<NSString> &text) {
-    return text && text->length() <= std::numeric_limits<std::int32_t>::max();
+/// Empty for a pattern that is none or has no field: without one there is no date in it.
+std::u16string patternOf(const Ref<NSString> &format) {
+    bool hasField = false;
+    if (format && format->length() <= longestPattern)
+        walkDatePattern(
+            format->units(), [&](char16_t, std::size_t) { hasField = true; }, [](char16_t) {});
+    return hasField ? format->units() : std::u16string();
 }
 
 /// Where ICU would read such texts in the same way.
-std::optional<FixedDatePattern> fixedPattern(const Ref<NSString> &format, const Ref<NSLocale> &locale,
+std::optional<FixedDatePattern> fixedPattern(const std::u16string &pattern, const Ref<NSLocale> &locale,
                                              const Ref<NSTimeZone> &timeZone) {
-    if (!format || !locale || !locale->isEqual(NSLocale::posixLocale()))
+    if (!locale || !locale->isEqual(NSLocale::posixLocale()))
         return std::nullopt;
-    auto pattern = FixedDatePattern::compile(format->units());
+    auto fixed = FixedDatePattern::compile(pattern);
     const bool inUTC = timeZone && timeZone->nameUnits() == u"GMT";
-    return pattern && (pattern->namesOffset() || inUTC) ? pattern : std::nullopt;
+    return fixed && (fixed->namesOffset() || inUTC) ? fixed : std::nullopt;
+}
+
+int fractionDigits(const std::u16string &pattern) {
+    constexpr std::size_t least = 3, most = 6;
+    std::size_t digits = 0;
+    walkDatePattern(
+        pattern,
+        [&](char16_t letter, std::size_t count) {
+            if (letter == u'S' || letter == u'A')
+                digits = std::max(digits, letter == u'S' ? std::clamp(count, least, most) : least);
+        },
+        [](char16_t) {});
+    return static_cast<int>(digits);
+}
+
+/// A time as whole seconds since 1970-01-01 00:00 UTC and the rest.
+struct Moment {
+    double seconds;
+    int microseconds;
+};
+
+/// Rounded to so many digits of a second, or as many as a date so far away has; or to the second that has
+/// begun.
+Moment moment(const NSDate &date, int digits) {
+    const double seconds = date.timeIntervalSinceReferenceDate(), whole = std::floor(seconds);
+    const double step = std::nextafter(std::abs(seconds) + NSTimeIntervalSince1970, INFINITY) -
+                        (std::abs(seconds) + NSTimeIntervalSince1970);
+    while (digits > 3 && step * std::pow(10, digits) > 0.4)
+        --digits;
+    const double units = std::pow(10, digits);
+    const double fraction = digits > 0 ? std::round((seconds - whole) * units) : 0;
+    const bool carry = digits > 0 && fraction >= units;
+    return {whole + carry + NSTimeIntervalSince1970, carry ? 0 : static_cast<int>(fraction * (1e6 / units))};
+}
+
+/// Seconds east of Greenwich; 0 beyond what calendars reach.
+int offsetAt(double seconds, const NSTimeZone &zone) {
+    constexpr double farthest = 1e15;
+    return std::abs(seconds) <= farthest ? zone.rules()->at(static_cast<std::int64_t>(seconds)).seconds : 0;
 }
 
 } // namespace
 
 NSDateFormatter::NSDateFormatter(const Ref<NSString> &dateFormat, Ref<NSLocale> locale,
                                  Ref<NSTimeZone> timeZone)
-    : format_(dateFormat ? as<NSString>(dateFormat->copy()) : nullptr), locale_(std::move(locale)),
-      timeZone_(std::move(timeZone)), fixed_(fixedPattern(format_, locale_, timeZone_)) {}
+    : pattern_(patternOf(dateFormat)), locale_(std::move(locale)), timeZone_(std::move(timeZone)),
+      fixed_(fixedPattern(pattern_, locale_, timeZone_)), fractionDigits_(fractionDigits(pattern_)) {}
 
 NSDateFormatter::~NSDateFormatter() = default;
 
-/// Opening one reads the locale's data and takes long, so the last is kept.
-const NSDateFormatter::Opened &NSDateFormatter::opened() const {
-    std::string locale = locale_ ? locale_->localeIdentifier() : NSLocaleCurrentIdentifier();
-    const auto zone = timeZone_ ? timeZone_ : NSTimeZone::defaultTimeZone();
-    if (!opened_ || opened_->locale != locale || opened_->timeZone != zone->nameUnits()) {
-        UErrorCode status = U_ZERO_ERROR;
-        UDateFormat *formatter =
-            udat_open(UDAT_PATTERN, UDAT_PATTERN, locale.c_str(), zone->nameUnits().data(),
-                      static_cast<std::int32_t>(zone->nameUnits().size()), format_->units().data(),
-                      static_cast<std::int32_t>(format_->length()), &status);
-        opened_ =
-            std::make_unique<Opened>(Opened{std::move(locale), zone->nameUnits(), {formatter, udat_close}});
-        if (formatter)
-            opened_->calendar.reset(ucal_clone(udat_getCalendar(formatter), &status));
-    }
+Ref<NSTimeZone> NSDateFormatter::zone() const {
+    return timeZone_ ? timeZone_ : NSTimeZone::defaultTimeZone();
+}
+
+NSDateFormatter::Opened &NSDateFormatter::opened(const Ref<NSTimeZone> &zone) const {
+    std::string locale =
+        locale_ ? locale_->localeIdentifier() : NSLocaleCurrentIdentifier(NSLocaleCategory::Dates);
+    if (!opened_ || opened_->locale != locale || opened_->zone->rules() != zone->rules() ||
+        !opened_->zone->isEqual(zone))
+        opened_ = std::make_unique<Opened>(Opened{std::move(locale), zone, nullptr, nullptr});
     return *opened_;
 }
 
 Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date) const {
-    if (!date || !std::isfinite(date->timeIntervalSinceReferenceDate()) || !fitsICU(format_))
+    if (!date || !std::isfinite(date->timeIntervalSinceReferenceDate()))
+        return nullptr;
+    const auto [seconds, microseconds] = moment(*date, fractionDigits_);
+    const auto zone = this->zone();
+    if (fixed_)
+        if (auto text = fixed_->format(seconds * 1000 + microseconds / 1000, offsetAt(seconds, *zone)))
+            return make<NSString>(std::move(*text));
+    if (pattern_.empty())
         return nullptr;
     const std::scoped_lock guard(lock_);
-    UDateFormat *formatter = opened().formatter.get();
-    if (!formatter)
-        return nullptr;
-    const double milliseconds = date->timeIntervalSince1970() * 1000;
-    if (const auto offset = fixed_ ? opened_->offsetAt(milliseconds) : std::nullopt)
-        if (auto fixed = fixed_->format(milliseconds, *offset))
-            return make<NSString>(std::move(*fixed));
-    udat_setLenient(formatter, true);
-    std::u16string text(64, u'\0');
-    for (;;) {
-        UErrorCode status = U_ZERO_ERROR;
-        const std::int32_t length = udat_format(formatter, milliseconds, text.data(),
-                                                static_cast<std::int32_t>(text.size()), nullptr, &status);
-        if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR)
-            return nullptr;
-        text.resize(static_cast<std::size_t>(length));
-        if (U_SUCCESS(status))
-            return make<NSString>(std::move(text));
-    }
+    Opened &icu = opened(zone);
+    if (!icu.writer)
+        icu.writer = std::make_unique<ICUDateWriter>(pattern_, icu.locale, *zone);
+    auto text = icu.writer->format(seconds, microseconds);
+    return text ? make<NSString>(std::move(*text)) : nullptr;
+}
+
+Ref<NSDate> NSDateFormatter::dateFromFixedString(const Ref<NSString> &text) const {
+    const auto seconds = fixed_ && text ? fixed_->parse(text->units()) : std::nullopt;
+    return seconds ? NSDate::dateWithTimeIntervalSince1970(*seconds) : nullptr;
 }
 
 Ref<NSDate> NSDateFormatter::dateFromString(const Ref<NSString> &text) const {
-    if (!fitsICU(text) || !fitsICU(format_))
-        return nullptr;
-    if (const auto seconds = fixed_ ? fixed_->parse(text->units()) : std::nullopt)
-        return NSDate::dateWithTimeIntervalSince1970(*seconds);
-    if (text->length() > longestExpansion * format_->length())
+    if (auto date = dateFromFixedString(text))
+        return date;
+    if (!text || text->length() == 0 || text->length() > longestExpansion * pattern_.size())
         return nullptr;
     const std::scoped_lock guard(lock_);
-    UDateFormat *formatter = opened().formatter.get();
-    if (!formatter)
-        return nullptr;
-    udat_setLenient(formatter, false);
-    UErrorCode status = U_ZERO_ERROR;
-    const auto length = static_cast<std::int32_t>(text->length());
-    std::int32_t end = 0;
-    const UDate milliseconds = udat_parse(formatter, text->units().data(), length, &end, &status);
-    return U_SUCCESS(status) && end == length ? NSDate::dateWithTimeIntervalSince1970(milliseconds / 1000)
-                                              : nullptr;
+    Opened &icu = opened(zone());
+    if (!icu.reader)
+        icu.reader = std::make_unique<ICUDateReader>(pattern_, icu.locale, *icu.zone);
+    const auto seconds = icu.reader->parse(text->units());
+    return seconds ? NSDate::dateWithTimeIntervalSince1970(*seconds) : nullptr;
 }

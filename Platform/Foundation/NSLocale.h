@@ -5,9 +5,11 @@
 
 #include <string>
 
-/// An ICU identifier such as "de_DE", from the environment. Where no language was chosen, English as of the
-/// United States.
-std::string NSLocaleCurrentIdentifier();
+enum class NSLocaleCategory { Numbers, Dates };
+
+/// An ICU identifier such as "de_DE", from the environment as it is now: the first of LC_ALL, LC_NUMERIC or
+/// LC_TIME, and LANG that is not empty. Where none chooses a language, English as of the United States.
+std::string NSLocaleCurrentIdentifier(NSLocaleCategory category);
 
 class NSLocale : public NSObject {
     NS_CLASS(NSLocale, NSObject)
@@ -15,7 +17,10 @@ public:
     /// An identifier such as "de_DE", "th_TH" or "zh_CN@calendar=chinese".
     explicit NSLocale(std::string identifier) : identifier_(std::move(identifier)) {}
 
-    static Ref<NSLocale> currentLocale() { return make<NSLocale>(NSLocaleCurrentIdentifier()); }
+    /// That of dates.
+    static Ref<NSLocale> currentLocale() {
+        return make<NSLocale>(NSLocaleCurrentIdentifier(NSLocaleCategory::Dates));
+    }
     /// English for machines: its names and digits never change.
     static Ref<NSLocale> posixLocale() { return make<NSLocale>("en_US_POSIX"); }
 

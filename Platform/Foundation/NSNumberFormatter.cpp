@@ -27,7 +27,8 @@ Formatter openFormatter(const std::string &locale) {
 UNumberFormat *decimalFormatter() {
     thread_local std::string locale;
     thread_local Formatter formatter(nullptr, unum_close);
-    if (std::string current = NSLocaleCurrentIdentifier(); !formatter || current != locale) {
+    if (std::string current = NSLocaleCurrentIdentifier(NSLocaleCategory::Numbers);
+        !formatter || current != locale) {
         formatter = openFormatter(current);
         locale = std::move(current);
     }

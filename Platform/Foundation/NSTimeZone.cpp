@@ -1,34 +1,88 @@
 #include "Platform/Foundation/NSTimeZone.h"
 
 #include "Platform/Foundation/KeyedHash.h"
+#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/TimeZoneDatabase.h"
 #include "Platform/Runtime/Class.h"
 
-#include <unicode/ucal.h>
+#include <cstdlib>
+#include <mutex>
+#include <unicode/timezone.h>
 
 namespace {
 
-constexpr std::int32_t longestName = 128;
+constexpr NSUInteger longestName = 128;
+
+using Rules = TimeZoneDatabase::Rules;
+
+/// What ICU calls the zone, as with "PST" and other names of its own, and the rules of an offset.
+Rules rulesOfICU(const icu::UnicodeString &name) {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::UnicodeString canonical;
+    UBool isZone = false;
+    icu::TimeZone::getCanonicalID(name, canonical, isZone, status);
+    if (U_FAILURE(status))
+        return nullptr;
+    if (std::string file; isZone)
+        return TimeZoneDatabase::system().rules(canonical.toUTF8String(file));
+    const std::unique_ptr<icu::TimeZone> offset(icu::TimeZone::createTimeZone(canonical));
+    if (*offset == icu::TimeZone::getUnknown())
+        return nullptr;
+    return std::make_shared<const TimeZoneRules>(TimeZoneRules::Offset{offset->getRawOffset() / 1000});
+}
+
+Ref<NSTimeZone> makeZone(const TimeZoneDatabase::Zone &zone) {
+    const auto name = NSString::stringWithUTF8String(zone.name);
+    return zone.rules && name ? make<NSTimeZone>(name->units(), zone.rules) : nullptr;
+}
+
+Ref<NSTimeZone> machinesZone() {
+    TimeZoneDatabase &database = TimeZoneDatabase::system();
+    const char *text = std::getenv("TZ");
+    if (const auto zone =
+            makeZone(text ? database.zoneOfEnvironment(text) : database.zoneOfFile("/etc/localtime")))
+        return zone;
+    NSLog("time zone %s is not known; times are in UTC", text ? text : "/etc/localtime");
+    return makeZone(database.zoneOfEnvironment(""));
+}
+
+struct Chosen {
+    std::mutex lock;
+    Ref<NSTimeZone> zone; ///< under the lock
+};
+
+Chosen &chosen() {
+    static auto &made = *new Chosen;
+    return made;
+}
 
 } // namespace
 
 NS_IMPLEMENTATION(NSTimeZone) {}
 
+NSTimeZone::NSTimeZone(std::u16string name, std::shared_ptr<const TimeZoneRules> rules)
+    : name_(std::move(name)), rules_(std::move(rules)) {}
+
 Ref<NSTimeZone> NSTimeZone::timeZoneWithName(const Ref<NSString> &name) {
     if (!name || name->length() > longestName)
         return nullptr;
-    char16_t canonical[longestName];
-    UErrorCode status = U_ZERO_ERROR;
-    ucal_getCanonicalTimeZoneID(name->units().data(), static_cast<std::int32_t>(name->length()), canonical,
-                                longestName, nullptr, &status);
-    return U_SUCCESS(status) ? make<NSTimeZone>(name->units()) : nullptr;
+    const icu::UnicodeString units(false, name->units().data(), static_cast<std::int32_t>(name->length()));
+    std::string file;
+    Rules rules = TimeZoneDatabase::system().rules(units.toUTF8String(file));
+    if (!rules)
+        rules = rulesOfICU(units);
+    return rules ? make<NSTimeZone>(name->units(), std::move(rules)) : nullptr;
 }
 
 Ref<NSTimeZone> NSTimeZone::defaultTimeZone() {
-    char16_t name[longestName];
-    UErrorCode status = U_ZERO_ERROR;
-    const std::int32_t length = ucal_getDefaultTimeZone(name, longestName, &status);
-    return make<NSTimeZone>(U_SUCCESS(status) ? std::u16string(name, static_cast<std::size_t>(length))
-                                              : u"GMT");
+    static const auto &machines = *new Ref<NSTimeZone>(machinesZone());
+    const std::scoped_lock guard(chosen().lock);
+    return chosen().zone ? chosen().zone : machines;
+}
+
+void NSTimeZone::setDefaultTimeZone(const Ref<NSTimeZone> &zone) {
+    const std::scoped_lock guard(chosen().lock);
+    chosen().zone = zone;
 }
 
 bool NSTimeZone::isEqual(const id &other) const {

@@ -10,29 +10,6 @@
 
 namespace {
 
-constexpr std::size_t longestText = 34, indexOfT = 10;
-
-using Parse = Ref<NSDate> (*)(const Ref<NSString> &text);
-
-/// One shared formatter a pattern.
-template <const char16_t *pattern>
-Ref<NSDate> parse(const Ref<NSString> &text) {
-    static const auto &formatter = *new Ref<NSDateFormatter>(make<NSDateFormatter>(
-        make<NSString>(pattern), NSLocale::posixLocale(), NSTimeZone::timeZoneWithName(u"GMT"_ns)));
-    return formatter->dateFromString(text);
-}
-
-template <Parse withT, Parse withBlank>
-Ref<NSDate> parseEither(const Ref<NSString> &text) {
-    return text->units()[indexOfT] == u'T' ? withT(text) : withBlank(text);
-}
-
-template <Parse first, Parse second>
-Ref<NSDate> parseFirstOf(const Ref<NSString> &text) {
-    const auto date = first(text);
-    return date ? date : second(text);
-}
-
 constexpr char16_t day[] = u"yyyy-MM-dd";
 constexpr char16_t second[] = u"yyyy-MM-dd'T'HH:mm:ss";
 constexpr char16_t secondBlank[] = u"yyyy-MM-dd HH:mm:ss";
@@ -43,22 +20,63 @@ constexpr char16_t fractionOffset[] = u"yyyy-MM-dd'T'HH:mm:ss.SSSZ";
 constexpr char16_t words[] = u"EEE MMM dd HH:mm:ss Z yyyy";
 constexpr char16_t wordsFraction[] = u"EEE MMM dd HH:mm:ss.SSS Z yyyy";
 
-constexpr auto table = [] {
-    std::array<Parse, longestText + 1> made{};
-    made[10] = parse<day>;
-    made[19] = parseEither<parse<second>, parse<secondBlank>>;
-    made[20] = made[25] = parse<secondOffset>;
-    made[23] = parseEither<parse<fraction>, parse<fractionBlank>>;
-    made[24] = parseFirstOf<parse<secondOffset>, parse<fractionOffset>>;
-    made[28] = made[29] = parse<fractionOffset>;
-    made[30] = parse<words>;
-    made[34] = parse<wordsFraction>;
-    return made;
-}();
+/// The shared formatter of a pattern.
+template <const char16_t *pattern>
+const NSDateFormatter *shared() {
+    static const auto &formatter = *new Ref<NSDateFormatter>(make<NSDateFormatter>(
+        make<NSString>(pattern), NSLocale::posixLocale(), NSTimeZone::timeZoneWithName(u"GMT"_ns)));
+    return formatter.get();
+}
+
+/// Those to try in turn; null for no more.
+using Formatters = std::array<const NSDateFormatter *, 2>;
+
+Formatters formattersFor(const NSString &text) {
+    constexpr std::size_t indexOfT = 10;
+    const auto hasT = [&text] { return text.units()[indexOfT] == u'T'; };
+    switch (text.length()) {
+    case 10:
+        return {shared<day>()};
+    case 19:
+        return {hasT() ? shared<second>() : shared<secondBlank>()};
+    case 20:
+    case 25:
+        return {shared<secondOffset>()};
+    case 23:
+        return {hasT() ? shared<fraction>() : shared<fractionBlank>()};
+    case 24:
+        return {shared<secondOffset>(), shared<fractionOffset>()};
+    case 28:
+    case 29:
+        return {shared<fractionOffset>()};
+    case 30:
+        return {shared<words>()};
+    case 34:
+        return {shared<wordsFraction>()};
+    default:
+        return {};
+    }
+}
+
+using Read = Ref<NSDate> (NSDateFormatter::*)(const Ref<NSString> &text) const;
+
+template <Read read>
+Ref<NSDate> firstDate(const Ref<NSString> &text) {
+    if (text)
+        for (const auto *formatter : formattersFor(*text))
+            if (auto date = formatter ? (formatter->*read)(text) : nullptr)
+                return date;
+    return nullptr;
+}
 
 } // namespace
 
+Ref<NSDate> qn::dateFromFixedForm(const Ref<NSString> &text) {
+    return firstDate<&NSDateFormatter::dateFromFixedString>(text);
+}
+
 Ref<NSDate> qn::dateFromLengthTable(const Ref<NSString> &text) {
-    const Parse parser = text && text->length() < table.size() ? table[text->length()] : nullptr;
-    return parser ? parser(text) : nullptr;
+    const auto date =
+        dateFromFixedForm(text); // a text of one form is not in the other, so the quick way comes first
+    return date ? date : firstDate<&NSDateFormatter::dateFromString>(text);
 }

@@ -20,6 +20,8 @@ Value component(const Ref<NSDate> &date, NSCalendarUnit unit, Value NSDateCompon
 
 template <NSInteger NSDateComponents::*unit>
 Ref<NSDate> dateByAdding(const Ref<NSDate> &date, NSInteger count) {
+    if (count == NSDateComponentUndefined) // beyond what calendars reach, but no component could say so
+        return nullptr;
     const auto components = make<NSDateComponents>();
     (*components).*unit = count;
     return NSCalendar::currentCalendar()->dateByAddingComponents(components, date);
@@ -107,8 +109,9 @@ bool qn::isLeapMonth(const Ref<NSDate> &date) {
 }
 
 bool qn::isLeapYear(const Ref<NSDate> &date) {
-    const NSInteger number = year(date);
-    return number != 0 && (number % 400 == 0 || (number % 4 == 0 && number % 100 != 0));
+    const auto components = NSCalendar::currentCalendar()->components(NSCalendarUnit::Year, date);
+    return components &&
+           (components->year % 400 == 0 || (components->year % 4 == 0 && components->year % 100 != 0));
 }
 
 bool qn::isToday(const Ref<NSDate> &date) {

@@ -31,12 +31,13 @@ NSInteger weekday(const Ref<NSDate> &date);
 NSInteger weekdayOrdinal(const Ref<NSDate> &date);
 NSInteger weekOfMonth(const Ref<NSDate> &date);
 NSInteger weekOfYear(const Ref<NSDate> &date);
+/// The year of which `weekOfYear` is a week, counted as `year` is.
 NSInteger yearForWeekOfYear(const Ref<NSDate> &date);
-/// From 1.
+/// 1 to 4.
 NSInteger quarter(const Ref<NSDate> &date);
 /// The flag of the components that have only the quarter, which is false; see NSDateComponents.
 bool isLeapMonth(const Ref<NSDate> &date);
-/// Whether the number of the year is one of a Gregorian leap year.
+/// Whether the number of the year is one of a Gregorian leap year, which 0 is; false where there is no year.
 bool isLeapYear(const Ref<NSDate> &date);
 bool isToday(const Ref<NSDate> &date);
 bool isYesterday(const Ref<NSDate> &date);

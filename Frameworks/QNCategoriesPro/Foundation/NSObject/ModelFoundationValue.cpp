@@ -66,6 +66,9 @@ bool storeDate(const PropertyStore &store, const id &value) {
     const auto text = as<NSString>(value);
     if (!text)
         return false;
+    // No text of another form is in that of models, so the quick way comes first.
+    if (const auto date = qn::dateFromFixedForm(text))
+        return store(date);
     const auto date = qn::modelISOFormatter().dateFromString(text);
     return store(date ? date : qn::dateFromLengthTable(text));
 }

@@ -1,0 +1,33 @@
+// What a pattern of Unicode's date fields consists of: runs of one letter, which stand for fields, and text,
+// which is quoted with ' where it has letters ('' is one quotation mark).
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+/// Calls `field(letter, count)` and `text(unit)` in the order of the pattern. False when a quotation is open
+/// in the end.
+template <class Field, class Text>
+bool walkDatePattern(std::u16string_view pattern, Field field, Text text) {
+    const auto isLetter = [](char16_t unit) {
+        return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
+    };
+    bool quoted = false;
+    for (std::size_t i = 0; i < pattern.size();) {
+        const char16_t unit = pattern[i];
+        std::size_t end = i + 1;
+        if (unit == u'\'' && pattern.substr(end).starts_with(u'\'')) {
+            text(unit);
+            ++end;
+        } else if (unit == u'\'') {
+            quoted = !quoted;
+        } else if (quoted || !isLetter(unit)) {
+            text(unit);
+        } else {
+            end = std::min(pattern.find_first_not_of(unit, i), pattern.size());
+            field(unit, end - i);
+        }
+        i = end;
+    }
+    return !quoted;
+}
