@@ -1,18 +1,15 @@
 // The helper library's conversions beside those of Qt and nlohmann-json, a megabyte each; the guarded array
 // beside a mutex around the same work.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
 #include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDate.h"
 #include "Platform/Foundation/NSJSONSerialization.h"
 #include "Platform/Foundation/NSString.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QJsonDocument>
 #include <benchmark/benchmark.h>
 #include <mutex>
@@ -176,20 +173,6 @@ BENCHMARK_TEMPLATE(convertHostile, qn::stringByConvertingHTMLToPlainText, u'<')
     ->RangeMultiplier(2)
     ->Range(1, 4);
 BENCHMARK_TEMPLATE(convertHostile, qn::stringByStrippingTags, u'\0')->RangeMultiplier(2)->Range(1, 4);
-
-void parseDate(benchmark::State &state, const char *written) {
-    repeat(state, [text = NSString::stringWithUTF8String(written)] { return qn::dateWithString(text); });
-}
-BENCHMARK_CAPTURE(parseDate, internet, "2014-01-20T12:24:48Z");
-BENCHMARK_CAPTURE(parseDate, day, "2014-01-20");
-BENCHMARK_CAPTURE(parseDate, fraction, "2014-01-20 12:24:48.125");
-BENCHMARK_CAPTURE(parseDate, fractionWithOffset, "2014-01-20T12:24:48.125+01:00");
-BENCHMARK_CAPTURE(parseDate, words, "Mon Jan 20 12:24:48.125 +0100 2014");
-void parseDateQt(benchmark::State &state) {
-    repeat(state,
-           [text = QString("2014-01-20T12:24:48Z")] { return QDateTime::fromString(text, Qt::ISODate); });
-}
-BENCHMARK(parseDateQt);
 
 /// What the guarded array does, by hand.
 class MutexArray {
