@@ -1,5 +1,6 @@
 #include "Platform/Foundation/ICUDateWriter.h"
 
+#include "Platform/Foundation/DatePatternFields.h"
 #include "Platform/Foundation/ICUTimeZone.h"
 #include "Platform/Foundation/NSTimeZone.h"
 
@@ -24,23 +25,67 @@ void writeMicroseconds(icu::UnicodeString &text, icu::FieldPositionIterator &fie
     }
 }
 
+/// What a field of quarters shows in the last one.
+std::u16string lastQuarter(const std::u16string &field, icu::Locale locale) {
+    constexpr UDate december = -1e9;
+    UErrorCode status = U_ZERO_ERROR;
+    icu::UnicodeString text;
+    locale.setKeywordValue("calendar", "gregorian", status);
+    icu::SimpleDateFormat(field.c_str(), locale, status).format(december, text);
+    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+}
+
+/// The pattern with the last quarter as text.
+std::u16string inLastQuarter(std::u16string_view pattern, const icu::Locale &locale) {
+    std::u16string made, text;
+    const auto closeText = [&] {
+        for (std::size_t quote = 0; (quote = text.find(u'\'', quote)) != text.npos; quote += 2)
+            text.insert(quote, 1, u'\'');
+        made += text.empty() ? text : u"'" + text + u"'";
+        text.clear();
+    };
+    walkDatePattern(
+        pattern,
+        [&](char16_t letter, std::size_t count) {
+            const std::u16string field(count, letter);
+            if (letter == u'Q' || letter == u'q') {
+                text += lastQuarter(field, locale);
+            } else {
+                closeText();
+                made += field;
+            }
+        },
+        [&](char16_t unit) { text += unit; });
+    closeText();
+    return made;
+}
+
 } // namespace
 
 struct ICUDateWriter::Format {
     icu::SimpleDateFormat icu;
+
+    /// Null for a pattern that is none.
+    static std::unique_ptr<Format> open(std::u16string_view pattern, const icu::Locale &locale,
+                                        const NSTimeZone &zone) {
+        UErrorCode status = U_ZERO_ERROR;
+        const icu::UnicodeString units(false, pattern.data(), static_cast<std::int32_t>(pattern.size()));
+        auto made = std::make_unique<Format>(Format{icu::SimpleDateFormat(units, locale, status)});
+        if (U_FAILURE(status))
+            return nullptr;
+        made->icu.setLenient(true); // far dates become the last that the calendar knows
+        made->icu.adoptTimeZone(new ICUTimeZone(zone.nameUnits(), zone.rules()));
+        return made;
+    }
 };
 
-ICUDateWriter::ICUDateWriter(std::u16string_view pattern, const std::string &locale, const NSTimeZone &zone) {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::UnicodeString units(false, pattern.data(), static_cast<std::int32_t>(pattern.size()));
-    format_ =
-        std::make_unique<Format>(Format{icu::SimpleDateFormat(units, icu::Locale(locale.c_str()), status)});
-    if (U_FAILURE(status)) {
-        format_.reset();
-        return;
-    }
-    format_->icu.setLenient(true); // far dates become the last that the calendar knows
-    format_->icu.adoptTimeZone(new ICUTimeZone(zone.nameUnits(), zone.rules()));
+ICUDateWriter::ICUDateWriter(std::u16string_view pattern, const std::string &identifier,
+                             const NSTimeZone &zone) {
+    const icu::Locale locale(identifier.c_str());
+    format_ = Format::open(pattern, locale, zone);
+    if (format_ && pattern.find_first_of(u"Qq") != pattern.npos &&
+        format_->icu.getCalendar()->getMaximum(UCAL_MONTH) == UCAL_UNDECIMBER)
+        ofMonth13_ = Format::open(inLastQuarter(pattern, locale), locale, zone);
 }
 
 ICUDateWriter::~ICUDateWriter() = default;
@@ -51,7 +96,10 @@ std::optional<std::u16string> ICUDateWriter::format(double seconds, int microsec
     UErrorCode status = U_ZERO_ERROR;
     icu::UnicodeString text;
     icu::FieldPositionIterator fields;
-    format_->icu.format(seconds * 1000 + microseconds / 1000, text, &fields, status);
+    const std::unique_ptr<icu::Calendar> calendar(format_->icu.getCalendar()->clone());
+    calendar->setTime(seconds * 1000 + microseconds / 1000, status);
+    const bool isMonth13 = ofMonth13_ && calendar->get(UCAL_MONTH, status) == UCAL_UNDECIMBER;
+    (isMonth13 ? ofMonth13_ : format_)->icu.format(*calendar, text, &fields, status);
     if (U_FAILURE(status))
         return std::nullopt;
     writeMicroseconds(text, fields, microseconds);

@@ -1,4 +1,5 @@
-// Dates to texts by ICU, with the fractions of a second that ICU writes as zeros. One thread at a time.
+// Dates to texts by ICU, with the fractions of a second that ICU writes as zeros, and without a fifth quarter
+// in years of 13 months. One thread at a time.
 #pragma once
 
 #include <memory>
@@ -23,4 +24,5 @@ private:
     struct Format; ///< ICU's, null for a bad pattern
 
     std::unique_ptr<Format> format_;
+    std::unique_ptr<Format> ofMonth13_; ///< where that needs one of its own, or else null
 };

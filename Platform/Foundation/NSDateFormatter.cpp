@@ -25,8 +25,8 @@ struct NSDateFormatter::Opened {
 namespace {
 
 /// Code units of a pattern, and of a text for each of its pattern: more than any that has a meaning. ICU
-/// tries fields that follow each other in many ways.
-constexpr NSUInteger longestPattern = 500, longestExpansion = 64;
+/// tries numbers that follow each other in so many ways that its time grows with the cube of their count.
+constexpr NSUInteger longestPattern = 200, longestExpansion = 64;
 
 /// Empty for a pattern that is none or has no field: without one there is no date in it.
 std::u16string patternOf(const Ref<NSString> &format) {

@@ -5,7 +5,7 @@
 //
 // Without a locale or a time zone, those are used that are current at the time of use. The calendar is that
 // of the locale. Immutable and safe from any thread; threads that share one wait for each other where it
-// takes ICU. Patterns have at most 500 code units and any text is data: nothing that a formatter is given
+// takes ICU. Patterns have at most 200 code units and any text is data: nothing that a formatter is given
 // raises.
 #pragma once
 

@@ -72,27 +72,31 @@ std::vector<Kind> kinds(Bytes &bytes, std::uint64_t count) {
     return made;
 }
 
-/// What daylight adds, by the flags. Some places call winter daylight saving, with a smaller offset; there it
-/// is the time before and after that adds.
+/// What daylight adds, by the flags: to the offset of the nearest standard time before, or else after it,
+/// that is smaller. Some places call winter daylight saving; there it is the time between two winters that
+/// adds.
 std::vector<TimeZoneRules::Change> changesOf(const std::vector<std::int64_t> &times,
                                              const std::vector<Kind> &kinds) {
-    const auto isStandard = [](const Kind &kind) { return !kind.isDaylight; };
-    const auto first = std::find_if(kinds.begin(), kinds.end(), isStandard);
-    std::int32_t standard = first != kinds.end() ? first->offset : 0;
-    std::vector<TimeZoneRules::Change> made;
-    for (std::size_t i = 0; i < times.size(); ++i) {
-        const std::int32_t offset = kinds[i].offset;
-        std::int32_t daylight = 0;
-        if (kinds[i].isDaylight)
-            daylight = std::max(offset - standard, 0);
-        else if (i > 0 && kinds[i - 1].isDaylight && kinds[i - 1].offset < offset)
-            daylight = offset - kinds[i - 1].offset;
-        else if (i + 1 < times.size() && kinds[i + 1].isDaylight && kinds[i + 1].offset < offset)
-            daylight = offset - kinds[i + 1].offset;
+    std::vector<std::int32_t> added(kinds.size());
+    const auto addTo = [&](std::int32_t &standard, std::size_t i) {
         if (!kinds[i].isDaylight)
-            standard = offset;
-        made.push_back({times[i], {offset, daylight}});
-    }
+            standard = kinds[i].offset;
+        else if (added[i] == 0)
+            added[i] = std::max(kinds[i].offset - standard, 0);
+    };
+    constexpr std::int32_t none = TimeZoneRules::farthestOffset;
+    std::int32_t earlier = none, later = none;
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+        addTo(earlier, i);
+    for (std::size_t i = kinds.size(); i-- > 0;)
+        addTo(later, i);
+    const auto isWinter = [&](std::size_t i) { return kinds[i].isDaylight && added[i] == 0; };
+    for (std::size_t i = 1; i + 1 < kinds.size(); ++i)
+        if (!kinds[i].isDaylight && isWinter(i - 1) && isWinter(i + 1))
+            added[i] = std::max(kinds[i].offset - kinds[i - 1].offset, 0);
+    std::vector<TimeZoneRules::Change> made;
+    for (std::size_t i = 0; i < times.size(); ++i)
+        made.push_back({times[i], {kinds[i].offset, added[i]}});
     return made;
 }
 
