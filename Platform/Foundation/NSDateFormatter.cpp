@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 NS_IMPLEMENTATION(NSDateFormatter) {}
 
@@ -28,30 +29,34 @@ namespace {
 /// tries numbers that follow each other in so many ways that its time grows with the cube of their count.
 constexpr NSUInteger longestPattern = 200, longestExpansion = 64;
 
-/// Empty for a pattern that is none or has no field: without one there is no date in it.
-std::u16string patternOf(const Ref<NSString> &format) {
+bool fitsICU(const Ref<NSString> &text) {
+    return text && text->length() <= std::numeric_limits<std::int32_t>::max();
+}
+
+/// Whether it has a field, without which there is no date in a text.
+bool isReadable(const Ref<NSString> &format) {
     bool hasField = false;
     if (format && format->length() <= longestPattern)
         walkDatePattern(
             format->units(), [&](char16_t, std::size_t) { hasField = true; }, [](char16_t) {});
-    return hasField ? format->units() : std::u16string();
+    return hasField;
 }
 
 /// Where ICU would read such texts in the same way.
-std::optional<FixedDatePattern> fixedPattern(const std::u16string &pattern, const Ref<NSLocale> &locale,
+std::optional<FixedDatePattern> fixedPattern(const Ref<NSString> &format, const Ref<NSLocale> &locale,
                                              const Ref<NSTimeZone> &timeZone) {
-    if (!locale || !locale->isEqual(NSLocale::posixLocale()))
+    if (!format || !locale || !locale->isEqual(NSLocale::posixLocale()))
         return std::nullopt;
-    auto fixed = FixedDatePattern::compile(pattern);
+    auto fixed = FixedDatePattern::compile(format->units());
     const bool inUTC = timeZone && timeZone->nameUnits() == u"GMT";
     return fixed && (fixed->namesOffset() || inUTC) ? fixed : std::nullopt;
 }
 
-int fractionDigits(const std::u16string &pattern) {
+int fractionDigits(const Ref<NSString> &format) {
     constexpr std::size_t least = 3, most = 6;
     std::size_t digits = 0;
     walkDatePattern(
-        pattern,
+        format ? std::u16string_view(format->units()) : u"",
         [&](char16_t letter, std::size_t count) {
             if (letter == u'S' || letter == u'A')
                 digits = std::max(digits, letter == u'S' ? std::clamp(count, least, most) : least);
@@ -90,8 +95,9 @@ int offsetAt(double seconds, const NSTimeZone &zone) {
 
 NSDateFormatter::NSDateFormatter(const Ref<NSString> &dateFormat, Ref<NSLocale> locale,
                                  Ref<NSTimeZone> timeZone)
-    : pattern_(patternOf(dateFormat)), locale_(std::move(locale)), timeZone_(std::move(timeZone)),
-      fixed_(fixedPattern(pattern_, locale_, timeZone_)), fractionDigits_(fractionDigits(pattern_)) {}
+    : format_(dateFormat ? as<NSString>(dateFormat->copy()) : nullptr), locale_(std::move(locale)),
+      timeZone_(std::move(timeZone)), fixed_(fixedPattern(format_, locale_, timeZone_)),
+      isReadable_(isReadable(format_)), fractionDigits_(fractionDigits(format_)) {}
 
 NSDateFormatter::~NSDateFormatter() = default;
 
@@ -109,19 +115,17 @@ NSDateFormatter::Opened &NSDateFormatter::opened(const Ref<NSTimeZone> &zone) co
 }
 
 Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date) const {
-    if (!date || !std::isfinite(date->timeIntervalSinceReferenceDate()))
+    if (!date || !std::isfinite(date->timeIntervalSinceReferenceDate()) || !fitsICU(format_))
         return nullptr;
     const auto [seconds, microseconds] = moment(*date, fractionDigits_);
     const auto zone = this->zone();
     if (fixed_)
         if (auto text = fixed_->format(seconds * 1000 + microseconds / 1000, offsetAt(seconds, *zone)))
             return make<NSString>(std::move(*text));
-    if (pattern_.empty())
-        return nullptr;
     const std::scoped_lock guard(lock_);
     Opened &icu = opened(zone);
     if (!icu.writer)
-        icu.writer = std::make_unique<ICUDateWriter>(pattern_, icu.locale, *zone);
+        icu.writer = std::make_unique<ICUDateWriter>(format_->units(), icu.locale, *zone);
     auto text = icu.writer->format(seconds, microseconds);
     return text ? make<NSString>(std::move(*text)) : nullptr;
 }
@@ -134,12 +138,12 @@ Ref<NSDate> NSDateFormatter::dateFromFixedString(const Ref<NSString> &text) cons
 Ref<NSDate> NSDateFormatter::dateFromString(const Ref<NSString> &text) const {
     if (auto date = dateFromFixedString(text))
         return date;
-    if (!text || text->length() == 0 || text->length() > longestExpansion * pattern_.size())
+    if (!text || text->length() == 0 || !isReadable_ || text->length() > longestExpansion * format_->length())
         return nullptr;
     const std::scoped_lock guard(lock_);
     Opened &icu = opened(zone());
     if (!icu.reader)
-        icu.reader = std::make_unique<ICUDateReader>(pattern_, icu.locale, *icu.zone);
+        icu.reader = std::make_unique<ICUDateReader>(format_->units(), icu.locale, *icu.zone);
     const auto seconds = icu.reader->parse(text->units());
     return seconds ? NSDate::dateWithTimeIntervalSince1970(*seconds) : nullptr;
 }

@@ -5,8 +5,7 @@
 //
 // Without a locale or a time zone, those are used that are current at the time of use. The calendar is that
 // of the locale. Immutable and safe from any thread; threads that share one wait for each other where it
-// takes ICU. Patterns have at most 200 code units and any text is data: nothing that a formatter is given
-// raises.
+// takes ICU. Patterns and texts are data: nothing that a formatter is given raises or takes long.
 #pragma once
 
 #include "Platform/Foundation/FixedDatePattern.h"
@@ -41,9 +40,9 @@ public:
     ///    ("Z", "+01", "+0100", "+01:00", "+010000", "GMT+1").
     ///
     /// Without a time of day in the pattern it is the first moment of the day. Of two moments with one name,
-    /// it is the later. None otherwise, for a pattern without fields, and for a text more than 64 times as
-    /// long as its pattern. In the Gregorian calendar, days before 1582-10-15 are of the Julian one, also
-    /// those ten that were skipped.
+    /// it is the later. None otherwise, for a pattern without fields or of more than 200 code units, and for
+    /// a text more than 64 times as long as its pattern. In the Gregorian calendar, days before 1582-10-15
+    /// are of the Julian one, also those ten that were skipped.
     Ref<NSDate> dateFromString(const Ref<NSString> &text) const;
     /// The same, of which it only takes texts with as many digits as the pattern has letters, quickly: those
     /// that FixedDatePattern reads in the place of ICU.
@@ -54,11 +53,12 @@ private:
     Opened &opened(const Ref<NSTimeZone> &zone) const;
     Ref<NSTimeZone> zone() const;
 
-    const std::u16string pattern_; ///< empty for none
+    const Ref<NSString> format_;
     const Ref<NSLocale> locale_;
     const Ref<NSTimeZone> timeZone_;
     const std::optional<FixedDatePattern> fixed_;
-    int fractionDigits_ = 0; ///< of a second, written; 3 to 6 or 0
+    const bool isReadable_;
+    const int fractionDigits_; ///< of a second, written; 3 to 6 or 0
     mutable std::mutex lock_;
     mutable std::unique_ptr<Opened> opened_; ///< under the lock
 };

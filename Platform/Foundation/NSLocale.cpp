@@ -31,8 +31,8 @@ std::string identifierOf(std::string_view environment) {
     char identifier[ULOC_FULLNAME_CAPACITY];
     UErrorCode status = U_ZERO_ERROR;
     const auto length = uloc_getName(name.c_str(), identifier, sizeof identifier, &status);
-    return U_SUCCESS(status) && length > 0 ? std::string(identifier, static_cast<std::size_t>(length))
-                                           : "en_US";
+    const std::string_view found(identifier, U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
+    return found.empty() || found == "en_US_POSIX" ? "en_US" : std::string(found);
 }
 
 } // namespace

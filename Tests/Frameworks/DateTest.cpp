@@ -321,7 +321,8 @@ TEST(DateTexts, surviveAnyPatternAndAnyText) {
         {u"yyyy-MM-dd ss.SSS", "2014-01-20 48." + std::string(35, '1')}};
     for (const auto &[pattern, no] : table)
         EXPECT_EQ(formatter(pattern, u"GMT").dateFromString(string(no)), nullptr) << no;
-    EXPECT_EQ(formatter(std::u16string(201, u'y').c_str(), u"GMT").stringFromDate(at(0)), nullptr);
+    const auto longest = formatter(std::u16string(100000, u'y'), u"GMT");
+    EXPECT_EQ(longest.dateFromString(longest.stringFromDate(at(0))), nullptr);
     EXPECT_EQ(
         since1970(formatter(u"yyyy-MM-dd ss.SSS", u"GMT").dateFromString(u"2014-01-20 48.125000976562"_ns)),
         1390176048 + 0.125000976562);
@@ -361,14 +362,14 @@ TEST(DateTexts, areInTheSystemsTimeZones) {
             std::tm broken{};
             ::localtime_r(&time, &broken);
             char expected[64];
-            std::strftime(expected, sizeof expected, "%e %B %Y %H:%M:%S", &broken);
-            const auto written = qn::stringWithFormat(date, u"d MMMM yyyy HH:mm:ss"_ns);
-            ASSERT_EQ(text(written), expected + (*expected == ' ')) << name << " " << time;
+            std::strftime(expected, sizeof expected, "%d/%m/%Y %H:%M:%S", &broken);
+            const auto written = qn::stringWithFormat(date, u"dd/MM/yyyy HH:mm:ss"_ns);
+            ASSERT_EQ(text(written), expected) << name << " " << time;
             ASSERT_EQ(qn::hour(date), broken.tm_hour) << name << " " << time;
             const auto named = make<NSString>(written->units() + u" " + zone->nameUnits());
-            const auto read = qn::dateWithString(named, u"d MMMM yyyy HH:mm:ss VV"_ns,
+            const auto read = qn::dateWithString(named, u"dd/MM/yyyy HH:mm:ss VV"_ns,
                                                  NSTimeZone::timeZoneWithName(u"GMT"_ns), nullptr);
-            ASSERT_EQ(text(qn::stringWithFormat(read, u"d MMMM yyyy HH:mm:ss"_ns)), text(written)) << name;
+            ASSERT_EQ(text(qn::stringWithFormat(read, u"dd/MM/yyyy HH:mm:ss"_ns)), text(written)) << name;
         }
     }
     NSTimeZone::setDefaultTimeZone(nullptr);
