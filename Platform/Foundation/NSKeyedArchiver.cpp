@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NSKeyedArchiver.h"
 
+#include "Platform/Foundation/BinaryPropertyListWriter.h"
 #include "Platform/Foundation/KeyedCoding.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSData.h"
@@ -8,7 +9,6 @@
 #include "Platform/Foundation/NSNull.h"
 #include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/PropertyListBytes.h"
 #include "Platform/Foundation/PropertyListUID.h"
 #include "Platform/Runtime/Message.h"
 
@@ -51,14 +51,15 @@ Ref<NSData> NSKeyedArchiver::finish(const id &root) {
     const auto top = NSDictionary::dictionaryWithEntries({{u"root"_ns, reference(root)}});
     if (state_->error)
         return nullptr;
-    auto archive = propertyListBytes(
+    std::string refusal;
+    auto archive = writeBinaryPropertyList(
         NSDictionary::dictionaryWithEntries({{u"$version"_ns, NSNumber::numberWithInt(100000)},
                                              {u"$archiver"_ns, u"NSKeyedArchiver"_ns},
                                              {u"$top"_ns, top},
                                              {u"$objects"_ns, state_->objects}}),
-        NSPropertyListFormat::BinaryFormat_v1_0);
+        refusal);
     if (!archive)
-        fail(u"A text has a character 0 or a surrogate that stands alone."_ns);
+        fail(NSString::stringWithUTF8String(refusal));
     return archive;
 }
 

@@ -22,10 +22,9 @@
 // lead through an object of a program's own class: `initWithCoder:` may be given an object whose own
 // `initWithCoder:` is still running, as long as that returns its receiver in the end.
 //
-// Limits, both ways: objects nest 512 levels. Texts with a character 0 or a surrogate that stands alone
-// cannot be written. Read, moreover: comparing the elements of sets and the keys of dictionaries with each
-// other must not cost out of all proportion, so they must not lead back to an object that is still being
-// read.
+// Limits, both ways: objects nest 512 levels. Texts with a surrogate that stands alone cannot be written.
+// Read, moreover: comparing the elements of sets and the keys of dictionaries with each other must not cost
+// out of all proportion, so they must not lead back to an object that is still being read.
 //
 // Threads: any, one at a time for one object graph.
 #pragma once

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NSKeyedUnarchiver.h"
 
+#include "Platform/Foundation/BinaryPropertyListReader.h"
 #include "Platform/Foundation/KeyedCoding.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSData.h"
@@ -8,7 +9,6 @@
 #include "Platform/Foundation/NSKeyedArchiver.h"
 #include "Platform/Foundation/NSNumber.h"
 #include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/PropertyListBytes.h"
 #include "Platform/Foundation/PropertyListUID.h"
 #include "Platform/Runtime/Message.h"
 
@@ -86,13 +86,14 @@ id NSKeyedUnarchiver::decodeRoot(const Ref<NSData> &archive) {
     const std::string_view bytes =
         archive ? std::string_view(reinterpret_cast<const char *>(archive->bytes()), archive->length())
                 : std::string_view();
-    if (!bytes.starts_with("bplist") || bytes.size() > UINT32_MAX)
+    if (!bytes.starts_with("bplist"))
         return fail(u"The archive is not a binary property list."_ns);
-    const auto list =
-        as<NSDictionary>(binaryPropertyList(bytes, {NSPropertyListMutabilityOptions::Immutable, true}));
-    if (!list)
-        return fail(u"The archive is damaged."_ns);
-    if (!u"NSKeyedArchiver"_ns->isEqual(list->objectForKey(u"$archiver"_ns)) ||
+    std::string refusal;
+    const id any = readBinaryPropertyList(bytes, {NSPropertyListMutabilityOptions::Immutable, true}, refusal);
+    if (!any)
+        return fail(NSString::stringWithFormat("The archive is damaged. %s", refusal.c_str()));
+    const auto list = as<NSDictionary>(any);
+    if (!list || !u"NSKeyedArchiver"_ns->isEqual(list->objectForKey(u"$archiver"_ns)) ||
         !NSNumber::numberWithInt(100000)->isEqual(list->objectForKey(u"$version"_ns)))
         return fail(u"The property list is not a keyed archive."_ns);
     const auto objects = as<NSArray>(list->objectForKey(u"$objects"_ns));

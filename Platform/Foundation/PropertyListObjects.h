@@ -1,21 +1,30 @@
 // What the readers of property lists make, mutable or not.
 #pragma once
 
+#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSPropertyListSerialization.h"
+#include "Platform/Foundation/ObjectTable.h"
 
 struct PropertyListObjects {
     NSPropertyListMutabilityOptions options;
     /// Whether references (PropertyListUID) are read; lists of texts and numbers have none.
     bool references = false;
 
-    /// The text or data, which is immutable, or a mutable copy.
+    bool mutableContainers() const { return options != NSPropertyListMutabilityOptions::Immutable; }
+
+    /// The text or data, which is immutable, or a mutable copy; none for none.
     id leaf(const id &made) const {
         return made && options == NSPropertyListMutabilityOptions::MutableContainersAndLeaves
                    ? made->mutableCopy()
                    : made;
     }
-    /// The mutable array or dictionary that was filled, or an immutable copy.
-    id container(const id &filled) const {
-        return options == NSPropertyListMutabilityOptions::Immutable ? filled->copy() : filled;
+    id array(std::vector<id> elements) const {
+        return mutableContainers() ? id(NSMutableArray::arrayWithObjects(std::move(elements)))
+                                   : NSArray::arrayWithObjects(std::move(elements));
+    }
+    id dictionary(ObjectTable entries) const {
+        return mutableContainers() ? id(NSMutableDictionary::dictionaryWithTable(std::move(entries)))
+                                   : NSDictionary::dictionaryWithTable(std::move(entries));
     }
 };

@@ -114,6 +114,17 @@ bool unicode::isValidUTF8(std::string_view bytes) {
     return isASCII(bytes) || utf16FromUTF8(bytes);
 }
 
+std::optional<std::size_t> unicode::loneSurrogate(std::u16string_view units) {
+    for (std::size_t i = 0; i < units.size(); ++i)
+        if (U16_IS_SURROGATE(units[i])) {
+            const bool isPair = U16_IS_LEAD(units[i]) && i + 1 < units.size() && U16_IS_TRAIL(units[i + 1]);
+            if (!isPair)
+                return i;
+            ++i;
+        }
+    return std::nullopt;
+}
+
 std::optional<std::string> unicode::utf8FromUTF16(std::u16string_view units) {
     std::string bytes;
     return convert(units, bytes) ? std::optional(std::move(bytes)) : std::nullopt;

@@ -10,6 +10,8 @@ namespace unicode {
 /// None when the bytes are not valid UTF-8.
 std::optional<std::u16string> utf16FromUTF8(std::string_view bytes);
 bool isValidUTF8(std::string_view bytes);
+/// The index of the first surrogate that stands alone; nothing when none does.
+std::optional<std::size_t> loneSurrogate(std::u16string_view units);
 /// None when a surrogate stands alone.
 std::optional<std::string> utf8FromUTF16(std::u16string_view units);
 /// Writes the character at `index`, which moves behind it, and gives how many bytes that took, at most 3 a

@@ -4,9 +4,9 @@
 #include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/NSKeyedArchiver.h"
 #include "Platform/Foundation/NSKeyedUnarchiver.h"
+#include "Platform/Foundation/NSPropertyListSerialization.h"
 #include "Platform/Foundation/NSSet.h"
 #include "Platform/Foundation/NSURL.h"
-#include "Platform/Foundation/PropertyListBytes.h"
 #include "Platform/Foundation/PropertyListUID.h"
 #include "Platform/Runtime/Message.h"
 #include "Tests/Platform/Foundation/RandomObjects.h"
@@ -114,7 +114,7 @@ Ref<NSData> archive(const std::vector<id> &objects) {
         all->addObject(NSDictionary::dictionaryWithEntries({{string("$classname"), string(name)}}));
     for (const id &object : objects)
         all->addObject(object);
-    return propertyListBytes(
+    return NSPropertyListSerialization::dataWithPropertyList(
         NSDictionary::dictionaryWithEntries(
             {{string("$version"), NSNumber::numberWithInt(100000)},
              {string("$archiver"), u"NSKeyedArchiver"_ns},
@@ -204,27 +204,15 @@ TEST(KeyedArchive, isReadByOthers) {
     const auto bytes = archived(NSArray::arrayWithObjects({one, u"two"_ns, one}));
     folder.put("ours", {reinterpret_cast<const char *>(bytes->bytes()), bytes->length()});
     const std::string command =
-        "plistutil -f xml -i '" + folder.file("ours").string() + "' -o '" + folder.file("xml").string() + "'";
+        "python3 -c 'import plistlib, sys; print(plistlib.load(sys.stdin.buffer))' <'" +
+        folder.file("ours").string() + "' >'" + folder.file("theirs").string() + "'";
     ASSERT_EQ(std::system(command.c_str()), 0) << command;
-    std::string xml = folder.get("xml");
-    std::erase_if(xml, [](char byte) { return byte == '\n' || byte == '\t'; });
-    const auto reference = [](const char *index) {
-        return "<dict><key>CF$UID</key><integer>"s + index + "</integer></dict>";
-    };
-    const auto cls = [](const std::string &name, const std::string &super) {
-        return "<dict><key>$classname</key><string>" + name + "</string><key>$classes</key><array><string>" +
-               name + "</string>" + super + "<string>NSObject</string></array></dict>";
-    };
-    EXPECT_THAT(
-        xml, testing::EndsWith(
-                 "<dict><key>$version</key><integer>100000</integer><key>$archiver</key>"
-                 "<string>NSKeyedArchiver</string><key>$top</key><dict><key>root</key>" +
-                 reference("1") +
-                 "</dict><key>$objects</key><array><string>$null</string><dict><key>NS.objects</key><array>" +
-                 reference("2") + reference("4") + reference("2") + "</array><key>$class</key>" +
-                 reference("5") + "</dict><dict><key>NS.string</key><string>one</string><key>$class</key>" +
-                 reference("3") + "</dict>" + cls("NSMutableString", "<string>NSString</string>") +
-                 "<string>two</string>" + cls("NSArray", "") + "</array></dict></plist>"));
+    EXPECT_EQ(folder.get("theirs"),
+              "{'$version': 100000, '$archiver': 'NSKeyedArchiver', '$top': {'root': UID(1)}, '$objects': ["
+              "'$null', {'NS.objects': [UID(2), UID(4), UID(2)], '$class': UID(5)}, "
+              "{'NS.string': 'one', '$class': UID(3)}, "
+              "{'$classname': 'NSMutableString', '$classes': ['NSMutableString', 'NSString', 'NSObject']}, "
+              "'two', {'$classname': 'NSArray', '$classes': ['NSArray', 'NSObject']}]}\n");
 }
 
 TEST(KeyedArchive, keepsWhatIsSharedAndWhatLeadsBack) {
@@ -282,7 +270,7 @@ TEST(KeyedArchive, refusesToWrite) {
          "The class \"ArchiveNode\" has no encodeWithCoder:."},
         {NSArray::arrayWithObjects({deep}), "The objects nest too deep."},
         {make<NSString>(std::u16string{0xDC00}),
-         "A text has a character 0 or a surrogate that stands alone."},
+         "At $objects[1]: expected a text in which no surrogate stands alone."},
     };
     for (const auto &[object, reason] : table) {
         Ref<NSError> error;
@@ -319,8 +307,10 @@ TEST(KeyedArchive, refusesHostileArchives) {
     const auto noArray = "The values of the object 4 make no \"NSArray\"."s;
     const std::pair<Ref<NSData>, std::string> table[] = {
         {nullptr, "The archive is not a binary property list."},
-        {NSData::dataWithBytes("bplist00", 8), "The archive is damaged."},
-        {propertyListBytes(NSDictionary::dictionary(), NSPropertyListFormat::BinaryFormat_v1_0),
+        {NSData::dataWithBytes("bplist00", 8),
+         "The archive is damaged. Byte 8: expected a trailer of 32 bytes."},
+        {NSPropertyListSerialization::dataWithPropertyList(NSDictionary::dictionary(),
+                                                           NSPropertyListFormat::BinaryFormat_v1_0),
          "The property list is not a keyed archive."},
         {archive({}), nothing},
         {archive({collection(1, {4})}), "A collection holds itself."},

@@ -1,9 +1,7 @@
-#include "Platform/Foundation/OpenStepPropertyList.h"
+#include "Platform/Foundation/OpenStepPropertyListReader.h"
 
 #include "Platform/Foundation/HexDigit.h"
-#include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Foundation/Unicode.h"
 
@@ -36,7 +34,8 @@ bool isPlain(char16_t unit) {
 
 class Parser {
 public:
-    Parser(std::u16string_view text, const PropertyListObjects &objects) : text_(text), objects_(objects) {}
+    Parser(std::u16string_view text, const PropertyListObjects &objects, std::string &refusal)
+        : text_(text), objects_(objects), refusal_(refusal) {}
 
     id whole() {
         if (atEnd())
@@ -44,8 +43,10 @@ public:
         id single = value(0);
         if (!single || atEnd())
             return single;
+        if (!as<NSString>(single))
+            return refuse("the end");
         at_ = 0;
-        return as<NSString>(single) ? entries(false, 0) : nullptr;
+        return entries(false, 0);
     }
 
 private:
@@ -53,45 +54,46 @@ private:
     id value(unsigned depth) {
         skip();
         if (depth == NSPropertyListSerialization::deepestNesting && (peek() == u'{' || peek() == u'('))
-            return nullptr;
+            return refuse("at most 512 levels of arrays and dictionaries");
         if (take(u'{'))
             return entries(true, depth);
         if (take(u'('))
             return elements(depth);
         if (take(u'<'))
             return data();
-        return objects_.leaf(text());
+        return objects_.leaf(text("a value"));
     }
 
     /// The entries of a dictionary: up to its brace, or of a whole file without braces.
     id entries(bool braced, unsigned depth) {
-        const auto dictionary = NSMutableDictionary::dictionary();
+        ObjectTable table;
         while (braced ? !takeNext(u'}') : !atEnd()) {
-            const auto key = text();
+            id key = text(braced ? "a key or }" : "a key or the end");
             if (!key)
                 return nullptr;
-            const id object = takeNext(u'=') ? value(depth + 1) : objects_.leaf(key);
-            if (!object || !takeNext(u';'))
+            id object = takeNext(u'=') ? value(depth + 1) : objects_.leaf(key);
+            if (!object)
                 return nullptr;
-            dictionary->setObject(object, key);
+            if (!takeNext(u';'))
+                return refuse(";");
+            table.set(std::move(key), std::move(object));
         }
-        return objects_.container(dictionary);
+        return objects_.dictionary(std::move(table));
     }
 
     id elements(unsigned depth) {
-        const auto array = NSMutableArray::array();
+        std::vector<id> elements;
         while (!takeNext(u')')) {
-            const id element = value(depth + 1);
-            if (!element)
+            elements.push_back(value(depth + 1));
+            if (!elements.back())
                 return nullptr;
-            array->addObject(element);
             if (takeNext(u',')) // also after the last element
                 continue;
             if (!takeNext(u')'))
-                return nullptr;
+                return refuse(", or )");
             break;
         }
-        return objects_.container(array);
+        return objects_.array(std::move(elements));
     }
 
     id data() {
@@ -102,37 +104,43 @@ private:
                 continue;
             const auto digit = hexDigitValue(text_[at_]);
             if (!digit)
-                return nullptr;
+                return refuse("a hexadecimal digit or >");
             if (odd)
                 bytes.back() = static_cast<std::uint8_t>(bytes.back() * 16u + *digit);
             else
                 bytes.push_back(static_cast<std::uint8_t>(*digit));
             odd = !odd;
         }
-        return take(u'>') && !odd ? objects_.leaf(make<NSData>(std::move(bytes))) : nullptr;
+        if (odd || !take(u'>'))
+            return refuse(odd ? "a second hexadecimal digit" : ">");
+        return objects_.leaf(make<NSData>(std::move(bytes)));
     }
 
-    /// A text in quotes or of plain characters; none when there is none.
-    Ref<NSString> text() {
+    /// A text in quotes or of plain characters; none, and what was `expected`, when there is none.
+    id text(const char *expected) {
         skip();
         if (peek() == u'"' || peek() == u'\'')
             return quoted(text_[at_++]);
         const std::size_t start = at_;
         while (at_ < text_.size() && isPlain(text_[at_]))
             ++at_;
-        return at_ > start ? make<NSString>(std::u16string(text_.substr(start, at_ - start))) : nullptr;
+        if (at_ == start)
+            return refuse(expected);
+        return make<NSString>(std::u16string(text_.substr(start, at_ - start)));
     }
 
-    Ref<NSString> quoted(char16_t quote) {
+    id quoted(char16_t quote) {
         std::u16string units;
         while (at_ < text_.size() && text_[at_] != quote) {
             const char16_t unit = text_[at_++];
             if (unit != u'\\')
                 units += unit;
             else if (!escape(units))
-                return nullptr;
+                break;
         }
-        return take(quote) ? make<NSString>(std::move(units)) : nullptr;
+        if (!take(quote))
+            return refuse(quote == u'"' ? "\"" : "'");
+        return make<NSString>(std::move(units));
     }
 
     /// What follows a backslash.
@@ -209,14 +217,33 @@ private:
         return take(unit);
     }
 
+    std::string found() const {
+        std::string character;
+        unicode::appendUTF8(character,
+                            text_.substr(at_, at_ + 1 < text_.size() && text_[at_] >= 0xD800 ? 2 : 1));
+        return character.empty() ? "the end" : character;
+    }
+
+    /// At the place where the parser is.
+    id refuse(const char *expected) {
+        const auto read = text_.substr(0, at_);
+        refusal_ = "Line " + std::to_string(1 + std::count(read.begin(), read.end(), u'\n')) + ": expected " +
+                   expected + ", not " + found() + ".";
+        return nullptr;
+    }
+
     const std::u16string_view text_;
     const PropertyListObjects &objects_;
+    std::string &refusal_;
     std::size_t at_ = 0;
 };
 
 } // namespace
 
-id openStepPropertyList(std::string_view text, const PropertyListObjects &objects) {
+id readOpenStepPropertyList(std::string_view text, const PropertyListObjects &objects, std::string &refusal) {
     const auto units = unicode::utf16FromUTF8(text);
-    return units ? Parser(*units, objects).whole() : nullptr;
+    if (units)
+        return Parser(*units, objects, refusal).whole();
+    refusal = "At the top: expected UTF-8.";
+    return nullptr;
 }
