@@ -178,25 +178,38 @@ private:
         std::size_t first; ///< of its parts in `pending_`
     };
 
+    /// The parser, when it is stopped, still tells of what it has in its hands, such as the end of an empty
+    /// element.
+    template <class Handler>
+    static void tell(void *self, Handler handler) {
+        auto &reader = *static_cast<Reader *>(self);
+        if (reader.refusal_.empty())
+            handler(reader);
+    }
+
     void listen() {
-        static constexpr auto reader = [](void *self) -> Reader & { return *static_cast<Reader *>(self); };
         XML_SetUserData(parser_.get(), this);
         XML_SetElementHandler(
-            parser_.get(), [](void *self, const char *name, const char **) { reader(self).start(name); },
-            [](void *self, const char *) { reader(self).finish(); });
+            parser_.get(),
+            [](void *self, const char *name, const char **) {
+                tell(self, [name](Reader &reader) { reader.start(name); });
+            },
+            [](void *self, const char *) { tell(self, [](Reader &reader) { reader.finish(); }); });
         XML_SetCharacterDataHandler(parser_.get(), [](void *self, const char *text, int length) {
-            reader(self).characters({text, static_cast<std::size_t>(length)});
+            tell(self, [=](Reader &reader) { reader.characters({text, static_cast<std::size_t>(length)}); });
         });
         XML_SetXmlDeclHandler(parser_.get(), [](void *self, const char *, const char *encoding, int) {
-            reader(self).declare(encoding ? encoding : "");
+            tell(self, [encoding](Reader &reader) { reader.declare(encoding ? encoding : ""); });
         });
-        XML_SetStartDoctypeDeclHandler(
-            parser_.get(), [](void *self, const char *, const char *, const char *, int hasDefinitions) {
-                if (hasDefinitions)
-                    reader(self).refuse("a document type without definitions", "[");
-            });
+        XML_SetStartDoctypeDeclHandler(parser_.get(), [](void *self, const char *, const char *, const char *,
+                                                         int hasDefinitions) {
+            if (hasDefinitions)
+                tell(self, [](Reader &reader) { reader.refuse("a document type without definitions", "["); });
+        });
         XML_SetSkippedEntityHandler(parser_.get(), [](void *self, const char *name, int) {
-            reader(self).refuse("one of XML's own references", "&" + std::string(name) + ";");
+            tell(self, [name](Reader &reader) {
+                reader.refuse("one of XML's own references", "&" + std::string(name) + ";");
+            });
         });
     }
 

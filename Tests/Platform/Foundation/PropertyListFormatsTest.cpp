@@ -289,6 +289,7 @@ TEST(XMLPropertyLists, readsAndRefuses) {
         {"<?xml version='1.0'?>", "Line 1: expected <plist>, not no element found."},
         {plist("\n"), "Line 2: expected a value, not </plist>."},
         {plist("<true/><true/>"), "Line 1: expected </plist>, not <true>."},
+        {"<set/>", "Line 1: expected <plist>, not <set>."},
         {plist("<set/>"), "Line 1: expected a value, not <set>."},
         {"<key>k</key>", "Line 1: expected <plist>, not <key>."},
         {plist("<true/>") + "\n<", "Line 2: expected the end, not unclosed token."},
