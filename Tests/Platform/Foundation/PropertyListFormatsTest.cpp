@@ -3,7 +3,6 @@
 #include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/NSPropertyListSerialization.h"
 #include "Platform/Foundation/NSSet.h"
-#include "Tests/Platform/Foundation/PropertyListFuzz.h"
 #include "Tests/Platform/Foundation/RandomObjects.h"
 #include "Tests/Platform/Foundation/Shorthand.h"
 #include "Tests/Platform/Transport/TemporaryFolder.h"
@@ -200,7 +199,8 @@ TEST(PropertyListFormats, agreeWithAnotherReaderOnMutatedLists) {
     RandomObjects objects(seed, RandomObjects::Kind::PropertyList);
     std::vector<std::string> lists;
     for (std::size_t i = 0; i < 4000; ++i)
-        lists.push_back(objects.mutated(written(objects.container(3), formats[i % 2]), fuzz::tellingBytes));
+        lists.push_back(objects.mutated(written(objects.container(3), formats[i % 2]),
+                                        "<>/&;\"=\\(){},U7 -x\x0F\x10\xA1\xD1\xFF"));
     const auto answers = peerAnswers(lists);
     std::size_t both[2] = {}, neither[2] = {};
     for (std::size_t i = 0; i < lists.size(); ++i) {
@@ -498,18 +498,5 @@ TEST(OpenStep, readsTheDescriptionsOfCollections) {
         const id list = objects.container();
         const id again = read(text(list));
         ASSERT_TRUE(again && again->isEqual(list)) << text(list);
-    }
-}
-
-TEST(PropertyListFormats, surviveAnyMutation) {
-    constexpr unsigned seed = 24;
-    SCOPED_TRACE(seed);
-    RandomObjects objects(seed, RandomObjects::Kind::PropertyList), texts(seed, RandomObjects::Kind::Texts);
-    for (std::size_t round = 0; round < 6000; ++round) {
-        const std::size_t kind = round % 3;
-        const auto bytes = objects.mutated(kind == 2 ? text(texts.container())
-                                                     : written(objects.container(3), formats[kind]),
-                                           fuzz::tellingBytes);
-        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size());
     }
 }
