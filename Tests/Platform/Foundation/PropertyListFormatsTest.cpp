@@ -488,6 +488,16 @@ TEST(OpenStep, readsAndRefuses) {
           "'open\"",  "\"\\", "<0g>",     "<0f",   "<0fbd777 >", "/* never ends", "(a /*)",   "k = v",
           "k = v; (", "ü",    "\"\xFF\"", "@",     ";"})
         EXPECT_EQ(text(read(source)), "(none)") << source;
+    const std::pair<std::string, std::string> reasons[] = {
+        {"{a = 1;\nb 2;}", "Line 2: expected ;, not 2."},
+        {"(a\n\n😀", "Line 3: expected , or ), not 😀."},
+        {"{", "Line 1: expected a key or }, not the end."},
+        {"k = \"v", "Line 1: expected \", not the end."},
+        {"(<0fz>)", "Line 1: expected a hexadecimal digit or >, not z."},
+        {"\"\xFF\"", "At the top: expected UTF-8."},
+    };
+    for (const auto &[source, reason] : reasons)
+        EXPECT_EQ(refusal(source), reason) << source;
 }
 
 TEST(OpenStep, readsTheDescriptionsOfCollections) {
