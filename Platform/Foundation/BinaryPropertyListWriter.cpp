@@ -32,7 +32,7 @@ std::size_t sizeOf(std::uint64_t value) {
 }
 
 void appendMarker(Bytes &out, format::Kind kind, std::uint64_t low) {
-    out.push_back(static_cast<std::uint8_t>(kind << 4 | low));
+    out.push_back(static_cast<std::uint8_t>(std::uint64_t{kind} << 4 | low));
 }
 
 void appendWhole(Bytes &out, std::uint64_t value) {
