@@ -2,12 +2,16 @@
 
 #include "Platform/Dispatch/MainQueue.h"
 #include "Platform/Interface/QtText.h"
+#include "Platform/Interface/TableRowDelegate.h"
 
 #include <QAbstractTableModel>
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QScopedValueRollback>
 
 using dispatch::Clock;
 
@@ -25,10 +29,16 @@ public:
     QVariant data(const QModelIndex &index, int role) const override {
         if (index.row() >= rows_)
             return {};
-        if (role == Qt::ToolTipRole) // tool tips would take a text with tags for one with formats
-            return QStringLiteral("<span>%1</span>").arg(table_.textAt(index.row()).toHtmlEscaped());
-        const bool text = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
-        return text ? QVariant(table_.textAt(index.row())) : QVariant();
+        switch (role) {
+        case Qt::DisplayRole:
+            return table_.lookOf(index.row()).name;
+        case Qt::ToolTipRole:
+            return toolTip(index.row());
+        case Qt::AccessibleTextRole:
+            return linesOf(table_.lookOf(index.row())).join(QStringLiteral(", "));
+        default:
+            return {};
+        }
     }
     QVariant headerData(int, Qt::Orientation orientation, int role) const override {
         return orientation == Qt::Horizontal && role == Qt::DisplayRole ? QVariant(table_.column().heading)
@@ -50,12 +60,60 @@ public:
     void headingChanged() { emit headerDataChanged(Qt::Horizontal, 0, 0); }
 
 private:
+    static QStringList linesOf(const NSTableRow &look) {
+        QStringList lines{look.name, look.detail, look.more};
+        lines.removeAll(QString());
+        return lines;
+    }
+    /// Only for what the cell itself does not tell.
+    QVariant toolTip(int row) const {
+        const NSTableRow look = table_.lookOf(row);
+        const auto &cells = static_cast<const TableRowDelegate &>(*table_.itemDelegate());
+        if (look.more.isEmpty() && !cells.isCutOff(row, table_.columnWidth(0)))
+            return {};
+        // Tool tips would take a text with tags for one with formats.
+        return QStringLiteral("<span>%1</span>")
+            .arg(linesOf(look)
+                     .join(QLatin1Char('\n'))
+                     .toHtmlEscaped()
+                     .replace(QLatin1Char('\n'), QStringLiteral("<br/>")));
+    }
+
     NSTableView &table_;
     int rows_ = 0;
 };
 
-NSTableView::NSTableView(QWidget *parent) : QTableView(parent), model_(new NSTableModel(*this)) {
+/// The heading, over the symbols of the rows.
+class NSTableHeader final : public QHeaderView {
+public:
+    explicit NSTableHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent) {
+        setStretchLastSection(true);
+        setHighlightSections(false);
+    }
+
+    QSize sizeHint() const override {
+        return QHeaderView::sizeHint().expandedTo({0, fontMetrics().height() + 2 * 6});
+    }
+
+protected:
+    void paintSection(QPainter *painter, const QRect &place, int section) const override {
+        QStyleOptionHeader option;
+        initStyleOption(&option);
+        option.rect = place;
+        option.section = section;
+        style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
+        painter->setPen(palette().color(QPalette::ButtonText));
+        painter->drawText(place.adjusted(12, 0, -12, 0),
+                          static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)) |
+                              Qt::AlignVCenter,
+                          model()->headerData(section, Qt::Horizontal).toString());
+    }
+};
+
+NSTableView::NSTableView(QWidget *parent)
+    : QTableView(parent), model_(new NSTableModel(*this)), rows_(new TableRowDelegate(*this)) {
     setModel(model_);
+    setItemDelegate(rows_);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -64,9 +122,7 @@ NSTableView::NSTableView(QWidget *parent) : QTableView(parent), model_(new NSTab
     setWordWrap(false);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    horizontalHeader()->setStretchLastSection(true);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setHorizontalHeader(new NSTableHeader(this));
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     fitRows();
@@ -76,7 +132,8 @@ NSTableView::~NSTableView() = default;
 
 // Every row has the same height, so that ten thousand of them need not be measured.
 void NSTableView::fitRows() {
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() * 3 / 4);
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(rows_->rowHeight());
 }
 
 void NSTableView::setDataSource(NSTableViewDataSource *source) {
@@ -121,9 +178,22 @@ QString NSTableView::textAt(int row) const {
     return source_ ? toQString(source_->tableView(self, &column_, row)) : QString();
 }
 
+NSTableRow NSTableView::lookOf(int row) const {
+    NSTableRow look = source_ ? source_->lookOfRow(const_cast<NSTableView &>(*this), row) : NSTableRow();
+    if (QString text = textAt(row); !text.trimmed().isEmpty())
+        look.name = std::move(text);
+    return look;
+}
+
 void NSTableView::reloadData() {
     if (std::exchange(reloadWanted_, true))
         return;
+    requestPaint();
+}
+
+void NSTableView::reloadAtOnce() {
+    nextReload_ = Clock::current().now();
+    reloadWanted_ = true;
     requestPaint();
 }
 
@@ -148,27 +218,49 @@ void NSTableView::reloadNow() {
     const int rows = static_cast<int>(std::clamp<NSInteger>(count, 0, std::numeric_limits<int>::max()));
     if (currentIndex().row() >= rows)
         selectionModel()->clear(); // Qt would select another row in the place of one that goes
+    const int known = model_->rowCount();
     model_->setRows(rows);
-    if (QStringList texts = visibleTexts(); texts != shown_) {
-        shown_ = std::move(texts);
+    applyFilter(known);
+    if (auto looks = visibleRows(); looks != shown_) {
+        shown_ = std::move(looks);
         viewport()->update();
     }
 }
 
-QStringList NSTableView::visibleTexts() const {
-    QStringList texts;
+std::vector<NSTableRow> NSTableView::visibleRows() const {
+    std::vector<NSTableRow> looks;
     const int first = std::max(rowAt(0), 0);
     const int last = rowAt(viewport()->height() - 1);
     for (int row = first; row < model_->rowCount() && (last < 0 || row <= last); ++row)
-        texts.append(textAt(row));
-    return texts;
+        if (!isRowHidden(row))
+            looks.push_back(lookOf(row));
+    return looks;
+}
+
+void NSTableView::setFilter(std::function<bool(int)> isShown) {
+    filter_ = std::move(isShown);
+    applyFilter(0);
+    viewport()->update();
+}
+
+void NSTableView::applyFilter(int firstRow) {
+    for (int row = firstRow; row < model_->rowCount(); ++row)
+        if (const bool hidden = filter_ && !filter_(row); hidden != isRowHidden(row))
+            setRowHidden(row, hidden);
+}
+
+int NSTableView::firstShownRow() const {
+    int row = 0;
+    while (row < model_->rowCount() && isRowHidden(row))
+        ++row;
+    return row < model_->rowCount() ? row : -1;
 }
 
 void NSTableView::paintEvent(QPaintEvent *event) {
     if (reloadWanted_ && Clock::current().now() >= nextReload_)
         reloadNow();
     QTableView::paintEvent(event);
-    if (model_->rowCount() == 0)
+    if (firstShownRow() < 0)
         paintPlaceholder();
 }
 
@@ -185,16 +277,69 @@ void NSTableView::changeEvent(QEvent *event) {
 }
 
 void NSTableView::keyPressEvent(QKeyEvent *event) {
-    // Without a selection an arrow selects the row that has the focus, instead of the one next to it.
-    const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
-    if (arrow && selectedRow() == -1 && model_->rowCount() > 0)
-        return selectRow(std::max(currentIndex().row(), 0));
+    const QScopedValueRollback keyIsDown(keyIsDown_, true);
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return selectAgain();
+    case Qt::Key_Space:
+        if (!isTyping() && selectedRow() != -1)
+            return selectAgain();
+        break;
+    case Qt::Key_Down:
+    case Qt::Key_Up:
+        // Without a selection an arrow selects the row that has the focus, instead of the one next to it.
+        if (selectedRow() == -1 && firstShownRow() >= 0) {
+            const int current = currentIndex().row();
+            return selectRow(current < 0 || isRowHidden(current) ? firstShownRow() : current);
+        }
+        break;
+    default:
+        break;
+    }
     QTableView::keyPressEvent(event);
+    if (resting_) // also a key that selects nothing else is no rest
+        tellAfterRest();
+}
+
+void NSTableView::keyboardSearch(const QString &text) {
+    typed_ = Clock::current().now();
+    QTableView::keyboardSearch(text);
+}
+
+/// Whether a letter now belongs to the name that is being typed.
+bool NSTableView::isTyping() const {
+    const std::chrono::milliseconds interval(QApplication::keyboardInputInterval());
+    return typed_ && Clock::current().now() - *typed_ < interval;
+}
+
+void NSTableView::focusOutEvent(QFocusEvent *event) {
+    QTableView::focusOutEvent(event);
+    tellWaitingSelection();
+}
+
+void NSTableView::mousePressEvent(QMouseEvent *event) {
+    const int row = rowAt(event->position().toPoint().y());
+    pressedAgain_ = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && row != -1 &&
+                    row == selectedRow();
+    QTableView::mousePressEvent(event);
+}
+
+void NSTableView::mouseReleaseEvent(QMouseEvent *event) {
+    QTableView::mouseReleaseEvent(event);
+    if (std::exchange(pressedAgain_, false) && rowAt(event->position().toPoint().y()) == selectedRow())
+        selectAgain();
 }
 
 // Home and End go to the first and last row: with one column there is no other way to go.
 QModelIndex NSTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const bool toEnd = action == MoveHome || action == MoveEnd;
+    if (action == MoveEnd && !currentIndex().isValid()) { // where Qt would go to the first
+        int row = model_->rowCount() - 1;
+        while (row >= 0 && isRowHidden(row))
+            --row;
+        return model_->index(row, 0);
+    }
     return QTableView::moveCursor(action, toEnd ? modifiers | Qt::ControlModifier : modifiers);
 }
 
@@ -208,6 +353,53 @@ void NSTableView::paintPlaceholder() {
 
 void NSTableView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {
     QTableView::selectionChanged(selected, deselected);
+    if (selected.isEmpty() && deselected.isEmpty())
+        return;
+    if (keyIsDown_)
+        tellAfterRest();
+    else
+        tellSoon();
+}
+
+void NSTableView::selectAgain() {
+    if (selectedRow() != -1)
+        tellSoon();
+}
+
+bool NSTableView::tellWaitingSelection() {
+    if (!resting_)
+        return false;
+    tellSoon();
+    return true;
+}
+
+void NSTableView::tellAfterRest() {
+    resting_ = true;
+    rest_ = Clock::current().callAt(Clock::current().now() + keyRest, [table = QPointer<NSTableView>(this)] {
+        dispatch::mainQueue().async([table] {
+            if (table && table->resting_)
+                table->tell();
+        });
+    });
+}
+
+// After what is under way, so that Qt has moved the focus and told the screen reader by then.
+void NSTableView::tellSoon() {
+    resting_ = false;
+    if (std::exchange(telling_, true))
+        return;
+    dispatch::mainQueue().async([table = QPointer<NSTableView>(this)] {
+        if (table)
+            table->tell();
+    });
+}
+
+void NSTableView::tell() {
+    resting_ = telling_ = false;
+    if (const int row = static_cast<int>(selectedRow()); row != -1) {
+        scrollTo(model_->index(row, 0));
+        viewport()->repaint();
+    }
     if (delegate_)
         delegate_->tableViewSelectionDidChange(*this);
 }

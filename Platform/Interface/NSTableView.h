@@ -5,24 +5,44 @@
 // data source that answers by asking for the next reload keeps the table current at a small cost, paced by
 // `reloadPace`, and only while the table can be seen.
 //
+// The delegate hears of a selection when the row is in view, painted and announced: soon after a click, and
+// after moves by the keyboard once the keys have rested for `keyRest`. A selection that is confirmed (Return,
+// Space, a click on the selected row, `selectAgain`) is told again.
+//
 // Threads: the main thread.
 #pragma once
 
 #include "Platform/Dispatch/Clock.h"
+#include "Platform/Interface/Symbol.h"
 #include "Platform/Runtime/Ref.h"
 
 #include <QTableView>
 
 #include <chrono>
+#include <functional>
+#include <optional>
+#include <vector>
 
 class NSString;
 class NSTableView;
 class NSTableModel;
+class TableRowDelegate;
 
 /// A column of a table, known by its identifier; the heading is what people see.
 struct NSTableColumn {
     QString identifier;
     QString heading;
+};
+
+/// How a row is drawn and spoken.
+struct NSTableRow {
+    QString name;                 ///< drawn when the cell's own text is blank
+    bool isNameMuted = false;     ///< drawn in the colour of what was added
+    QString detail;               ///< the line beneath the name
+    std::optional<Symbol> symbol; ///< before the texts
+    QString more;                 ///< only in the tool tip and to screen readers
+
+    bool operator==(const NSTableRow &) const = default;
 };
 
 /// What a table shows.
@@ -32,6 +52,8 @@ public:
     virtual NSInteger numberOfRowsInTableView(NSTableView &table) = 0;
     /// The text of a cell, or none.
     virtual Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) = 0;
+    /// What stands around that text.
+    virtual NSTableRow lookOfRow(NSTableView &, NSInteger) { return {}; }
 };
 
 /// Is told what the user does with a table.
@@ -48,6 +70,8 @@ class NSTableView final : public QTableView {
 public:
     /// No two reloads are painted within this time.
     static constexpr std::chrono::milliseconds reloadPace{250};
+    /// Who walks through a list by the keyboard stays at least this long where he wants to be.
+    static constexpr std::chrono::milliseconds keyRest{250};
 
     explicit NSTableView(QWidget *parent = nullptr);
     ~NSTableView() override;
@@ -63,7 +87,7 @@ public:
     NSTableColumn *tableColumnWithIdentifier(const QString &identifier);
     void setHeading(const QString &heading);
 
-    /// What an empty table says.
+    /// What a table says that shows no row.
     QString placeholderText() const { return placeholderText_; }
     void setPlaceholderText(const QString &text);
     /// Room for a few rows, and for what the table says when it is empty.
@@ -71,18 +95,36 @@ public:
 
     /// Has the number of rows asked and the visible cells compared when the table is next painted.
     void reloadData();
+    /// The same without regard to the pace: the data source knows that it has other rows now.
+    void reloadAtOnce();
     /// −1 when no row is selected.
     NSInteger selectedRow() const;
 
+    /// Tells the delegate of the selected row once more. Nothing without one.
+    void selectAgain();
+    /// Has a selection told that waits for the keys to rest; false when none does.
+    bool tellWaitingSelection();
+    /// Shows only the rows that `isShown` accepts, all of them without one. Selections stay.
+    void setFilter(std::function<bool(int row)> isShown);
+    /// The first row that is shown, or −1.
+    int firstShownRow() const;
+
     /// A cell's text, from the data source.
     QString textAt(int row) const;
+    /// All of the row; the name is the cell's text unless that is blank.
+    NSTableRow lookOf(int row) const;
     const NSTableColumn &column() const { return column_; }
+
+    void keyboardSearch(const QString &text) override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
 
@@ -91,10 +133,16 @@ private:
     int placeholderMargin() const;
     void requestPaint();
     void reloadNow();
-    QStringList visibleTexts() const;
+    std::vector<NSTableRow> visibleRows() const;
+    void applyFilter(int firstRow);
     void paintPlaceholder();
+    void tellSoon();
+    void tellAfterRest();
+    void tell();
+    bool isTyping() const;
 
     NSTableModel *model_;
+    TableRowDelegate *rows_;
     NSTableColumn column_;
     QString placeholderText_;
     NSTableViewDataSource *source_ = nullptr;
@@ -102,5 +150,12 @@ private:
     bool reloadWanted_ = false;
     dispatch::Instant nextReload_;
     dispatch::Alarm alarm_;
-    QStringList shown_;
+    std::vector<NSTableRow> shown_;
+    std::function<bool(int)> filter_;
+
+    bool keyIsDown_ = false;                 // what is selected now is selected by the keyboard
+    bool pressedAgain_ = false;              // the mouse, on the row that was selected already
+    std::optional<dispatch::Instant> typed_; // when the latest letter was
+    dispatch::Alarm rest_;
+    bool resting_ = false, telling_ = false;
 };

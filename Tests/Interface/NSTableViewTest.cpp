@@ -32,6 +32,8 @@ public:
     }
     void tableViewSelectionDidChange(NSTableView &table) override {
         selections.push_back(table.selectedRow());
+        if (onSelection)
+            onSelection();
     }
 
     NSInteger rows = 0;
@@ -39,6 +41,7 @@ public:
     int counts = 0, texts = 0;
     std::set<NSInteger> asked;
     std::vector<NSInteger> selections;
+    std::function<void()> onSelection;
 };
 
 class NSTableViewTest : public testing::Test {
@@ -130,6 +133,7 @@ TEST_F(NSTableViewTest, keepsSelectionAndPositionWhileRowsComeAndGo) {
         EXPECT_EQ(table.selectedRow(), 200);
         EXPECT_EQ(table.verticalScrollBar()->value(), position);
     }
+    QtTesting::settle();
     EXPECT_EQ(rows.selections, Selections{200}) << "nobody is told of a change that is none";
 
     rows.rows = 200;
@@ -154,17 +158,81 @@ TEST_F(NSTableViewTest, isWorkedByTheKeyboard) {
         Qt::Key key;
         NSInteger row;
     } steps[] = {{Qt::Key_Down, 0},     {Qt::Key_Down, 1}, {Qt::Key_Up, 0},     {Qt::Key_Up, 0},
-                 {Qt::Key_PageDown, 3}, {Qt::Key_Down, 3}, {Qt::Key_PageUp, 0}, {Qt::Key_Tab, 0}};
+                 {Qt::Key_PageDown, 3}, {Qt::Key_Down, 3}, {Qt::Key_PageUp, 0}, {Qt::Key_Tab, 0},
+                 {Qt::Key_End, 3},      {Qt::Key_Home, 0}, {Qt::Key_End, 3}};
     for (const auto &[key, row] : steps) {
         press(key);
-        EXPECT_EQ(table.selectedRow(), row) << key;
+        EXPECT_EQ(table.selectedRow(), row) << key << ": selected at once";
+        qt.elapse(NSTableView::keyRest - 1ms);
     }
-    EXPECT_EQ(rows.selections, (Selections{0, 1, 0, 3, 0}));
+    EXPECT_EQ(rows.selections, Selections{}) << "the keys do not rest";
+    qt.elapse(1ms);
+    EXPECT_EQ(rows.selections, Selections{3});
+    for (const char letter : std::string("row 1"))
+        QTest::keyClick(&table, letter);
+    EXPECT_EQ(table.selectedRow(), 1) << "by its name, with the space in it";
+    table.clearFocus();
+    QtTesting::settle();
+    EXPECT_EQ(rows.selections, (Selections{3, 1})) << "who leaves the list has chosen";
+    qt.elapse(NSTableView::keyRest);
+    table.setFocus();
+    qt.elapse(1s); // so that a space is no part of a name
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        press(key);
+        QtTesting::settle();
+    }
+    EXPECT_EQ(rows.selections, (Selections{3, 1, 1, 1, 1})) << "told once more";
+    const auto click = [&](int row) {
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                          table.visualRect(table.model()->index(row, 0)).center());
+        QtTesting::settle();
+    };
+    rows.selections.clear();
+    click(0);
+    EXPECT_EQ(rows.selections, Selections{0}) << "at once, and once";
+    click(0);
+    EXPECT_EQ(rows.selections, (Selections{0, 0}));
     QTest::mouseClick(table.viewport(), Qt::LeftButton, Qt::ControlModifier,
                       table.visualRect(table.model()->index(0, 0)).center());
     EXPECT_EQ(table.selectedRow(), -1);
     press(Qt::Key_Up);
     EXPECT_EQ(table.selectedRow(), 0) << "the row that has the focus, not the one above it";
+}
+
+TEST_F(NSTableViewTest, tellsASelectionThatCanBeSeen) {
+    open(500);
+    rows.onSelection = [&] {
+        const QRect place = table.visualRect(table.model()->index(static_cast<int>(table.selectedRow()), 0));
+        EXPECT_TRUE(table.viewport()->rect().contains(place));
+    };
+    for (const int row : {400, 0, 499}) {
+        table.selectRow(row);
+        table.verticalScrollBar()->setValue(200);
+        QtTesting::settle();
+        EXPECT_EQ(rows.selections.back(), row);
+    }
+}
+
+TEST_F(NSTableViewTest, canBeNarrowed) {
+    open(30);
+    table.selectRow(4);
+    table.setFilter([](int row) { return row % 10 == 7; });
+    EXPECT_EQ(table.firstShownRow(), 7);
+    EXPECT_EQ(table.selectedRow(), 4) << "selections stay";
+    table.clearSelection();
+    table.setFocus();
+    for (const NSInteger row : {7, 17, 27, 27}) {
+        press(Qt::Key_Down);
+        EXPECT_EQ(table.selectedRow(), row);
+    }
+    rows.rows = 40;
+    reload();
+    press(Qt::Key_Down);
+    EXPECT_EQ(table.selectedRow(), 37) << "rows that come are narrowed, too";
+    table.setFilter([](int) { return false; });
+    EXPECT_EQ(table.firstShownRow(), -1);
+    table.setFilter(nullptr);
+    EXPECT_EQ(table.firstShownRow(), 0);
 }
 
 TEST_F(NSTableViewTest, showsTextsAsTheyAre) {
@@ -175,13 +243,16 @@ TEST_F(NSTableViewTest, showsTextsAsTheyAre) {
     rows.prefix = QStringLiteral("<b>A & B</b> ");
     const QModelIndex cell = table.model()->index(0, 0);
     EXPECT_EQ(cell.data().toString(), QStringLiteral("<b>A & B</b> 0"));
+    EXPECT_EQ(cell.data(Qt::ToolTipRole), QVariant()) << "the cell tells all";
+    table.resize(120, 300);
+    QtTesting::settle();
     EXPECT_EQ(cell.data(Qt::ToolTipRole).toString(),
               QStringLiteral("<span>&lt;b&gt;A &amp; B&lt;/b&gt; 0</span>"));
     for (const int points : {9, 30, 12}) {
         QFont font = table.font();
         font.setPointSize(points);
         table.setFont(font);
-        EXPECT_GE(table.rowHeight(0), table.fontMetrics().height());
-        EXPECT_LE(table.rowHeight(0), 2 * table.fontMetrics().height());
+        EXPECT_GE(table.rowHeight(0), 1.9 * table.fontMetrics().height());
+        EXPECT_LE(table.rowHeight(0), std::max(44, 3 * table.fontMetrics().height()));
     }
 }

@@ -1,0 +1,52 @@
+#include "Platform/Interface/TextLabel.h"
+
+#include "Platform/Interface/Ink.h"
+
+#include <QEvent>
+
+TextLabel::TextLabel(QWidget *parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+}
+
+void TextLabel::setRole(Role role) {
+    role_ = role;
+    dress();
+}
+
+void TextLabel::showText(const QString &text) {
+    if (text != this->text())
+        setText(text);
+    setVisible(!text.isEmpty());
+}
+
+void TextLabel::changeEvent(QEvent *event) {
+    QLabel::changeEvent(event);
+    switch (event->type()) {
+    case QEvent::ParentChange:
+    case QEvent::FontChange:
+    case QEvent::PaletteChange:
+        return dress();
+    default:
+        return;
+    }
+}
+
+// Setting what is set already does nothing, so this ends though each change brings it here again.
+void TextLabel::dress() {
+    const QWidget *parent = parentWidget();
+    if (!parent || role_ == Role::body)
+        return;
+    const QFont base = parent->font();
+    setFont(role_ == Role::title ? titleFont(base) : noteFont(base));
+    if (role_ != Role::note)
+        return;
+    QPalette colors;
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        for (const auto role : {QPalette::WindowText, QPalette::Text}) // the latter upon the ground of lists
+            colors.setColor(group, role,
+                            mutedInk(parent->palette().color(group, role),
+                                     parent->palette().color(group, parent->backgroundRole())));
+    }
+    setPalette(colors);
+}
