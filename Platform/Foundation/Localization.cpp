@@ -3,6 +3,7 @@
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSString.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <libintl.h>
@@ -21,6 +22,24 @@ std::string firstOf(std::initializer_list<const char *> names) {
         if (std::string value = environment(name); !value.empty())
             return value;
     return {};
+}
+
+/// Each language of the list, and behind it the catalogue whose script its readers use when it has none
+/// itself.
+std::string withRelatives(const std::string &languages) {
+    std::string result;
+    for (std::size_t at = 0; at <= languages.size();) {
+        const std::size_t end = std::min(languages.find(':', at), languages.size());
+        const std::string language = languages.substr(at, end - at);
+        const std::string place = language.substr(0, language.find_first_of(".@"));
+        result += language + ":";
+        if (place == "zh_HK" || place == "zh_MO")
+            result += "zh_TW:";
+        else if (place == "zh_SG" || place == "zh_MY" || place == "zh")
+            result += "zh_CN:";
+        at = end + 1;
+    }
+    return result;
 }
 
 /// Binds the table to the resource folder on its first use.
@@ -51,7 +70,7 @@ void NSLocalizationPrepare() {
         std::setlocale(LC_MESSAGES, "C.UTF-8");
     const std::string preferred = environment("LANGUAGE");
     const std::string own = !preferred.empty() ? preferred : plain ? std::string() : language;
-    setenv("LANGUAGE", (own.empty() ? "en" : own + ":en").c_str(), 1);
+    setenv("LANGUAGE", (own.empty() ? "en" : withRelatives(own) + "en").c_str(), 1);
 }
 
 Ref<NSString> NSLocalizedStringFromTable(const Ref<NSString> &key, const Ref<NSString> &value,
