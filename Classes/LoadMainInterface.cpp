@@ -2,6 +2,7 @@
 // library.
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
+#include "Classes/WindowPlace.h"
 #include "Platform/Interface/NSApplication.h"
 
 #include <QApplication>
@@ -12,5 +13,6 @@ void NSLoadMainInterface(NSApplication &application) {
     QApplication::setDesktopFileName(QStringLiteral("zkutility"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zkutility.png")));
     static auto &interface = *new MainInterface(application); // as long as the process
+    WindowPlace::restore(*interface.window);
     interface.window->show();
 }

@@ -25,7 +25,13 @@ public:
     utilityMainView *UtilityMainView() const { return _UtilityMainView; }
     void setUtilityMainView(utilityMainView *view) { _UtilityMainView = view; }
 
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
 private:
+    void connectMenu();
+
     QWidget *mainView = nullptr;
     QLabel *mainBackgroundView = nullptr;
     QMenuBar *mainMenu = nullptr;

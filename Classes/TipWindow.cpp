@@ -1,19 +1,35 @@
 #include "Classes/TipWindow.h"
 
 #include "Platform/Foundation/NSLog.h"
+#include "Platform/Interface/Ink.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/QtText.h"
 
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QProgressBar>
 
-TipWindow::TipWindow(QWidget *parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {}
+namespace {
+
+QAccessibleInterface *accessibleTip(const QString &, QObject *object) {
+    auto *tip = qobject_cast<TipWindow *>(object);
+    return tip ? new QAccessibleWidget(tip, QAccessible::AlertMessage) : nullptr;
+}
+
+} // namespace
+
+TipWindow::TipWindow(QWidget *parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {
+    static const bool installed = (QAccessible::installFactory(accessibleTip), true);
+    Q_UNUSED(installed)
+}
 
 void TipWindow::awakeFromNib() {
     message = outlet<QLabel>(*this, "message");
     progress = outlet<QProgressBar>(*this, "tipProgress");
+    symbolView = outlet<SymbolView>(*this, "tipSymbol");
 }
 
 void TipWindow::setStopModalState() {
@@ -34,7 +50,46 @@ void TipWindow::setProIndicator(bool hidden) {
         progress->setRange(0, 0);
 }
 
+void TipWindow::setSymbol(std::optional<Symbol> symbol) {
+    symbolView->setSymbol(symbol);
+}
+
+int TipWindow::widest(const QFont &font) {
+    return measure(font, 240);
+}
+
+int TipWindow::highest(const QFont &font) {
+    return measure(font, 88);
+}
+
+// As narrow as it can be without needing another line: so no line is left with a single character or word.
+void TipWindow::wrapMessage() {
+    const QMargins edge = outlet<QLayout>(*this, "tipRows")->contentsMargins();
+    const int frame = 2 * outlet<QFrame>(*this, "tipFrame")->frameWidth();
+    const int symbol =
+        symbolView->isHidden() ? 0 : symbolView->width() + outlet<QLayout>(*this, "tipLine")->spacing();
+    message->setMinimumWidth(0);
+    message->setMaximumWidth(QWIDGETSIZE_MAX);
+    int fits = std::max(widest(font()) - edge.left() - edge.right() - frame - symbol,
+                        message->minimumSizeHint().width());
+    const int height = message->heightForWidth(fits);
+    int narrow = message->minimumSizeHint().width() - 1;
+    while (fits - narrow > 1) {
+        const int middle = (narrow + fits) / 2;
+        (message->heightForWidth(middle) > height ? narrow : fits) = middle;
+    }
+    message->setFixedWidth(fits);
+}
+
 void TipWindow::center() {
+    if (const QWidget *owner = parentWidget())
+        setWindowTitle(owner->window()->windowTitle());
+    wrapMessage();
+    // The layouts of a hidden window would keep what they last knew.
+    auto *const frame = outlet<QFrame>(*this, "tipFrame");
+    frame->layout()->activate();
+    frame->updateGeometry();
+    layout()->activate();
     adjustSize();
     const NSRect parent = parentFrame();
     move(qRound(parent.x + (parent.width - width()) * 0.5),

@@ -1,4 +1,4 @@
-// A white background for controls, in every palette of the desktop.
+// A plain white ground.
 #pragma once
 
 #include "Platform/Interface/Outlet.h"
@@ -10,12 +10,15 @@ class ZKView : public QWidget, public NSNibAwaking {
 public:
     using QWidget::QWidget;
 
-    /// Turns the view opaque white and gives what stands on it the colours of a light desktop, so that it
-    /// stays readable on a dark one.
+    /// Turns the view opaque white. What stands upon it keeps the desktop's colours, and brings its own
+    /// ground.
     void awakeFromNib() override;
     /// A hook; does nothing.
     void viewDidApear() {}
 
-    /// Room for every line of the texts upon it, wrapped at a width that a reader likes.
-    QSize minimumSizeHint() const override;
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool isWhite_ = false;
 };

@@ -6,24 +6,29 @@
 #include "Manager/ConsumableReminder.h"
 #include "Manager/PrinterListCollector.h"
 #include "Manager/PrinterStatus.h"
-#include "Manager/QueueMatching.h"
+#include "Manager/QueueConnection.h"
 #include "Manager/RecordLookup.h"
-#include "Manager/SupportedModels.h"
 #include "Manager/TonerHint.h"
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 #include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Foundation/Localization.h"
 #include "Platform/Foundation/NSArray.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/NSLog.h"
 #include "Platform/Foundation/NSThread.h"
+#include "Platform/Interface/Ink.h"
 #include "Platform/Interface/NSApplication.h"
-#include "Platform/Interface/QtText.h"
+#include "Views/PrinterSettings.h"
+#include "Views/SettingsPanel.h"
+#include "Views/Words.h"
 
+#include <QApplication>
+#include <QBoxLayout>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -33,9 +38,17 @@ namespace {
 constexpr NSInteger secondsOfAReadingTip = 3;
 constexpr NSInteger secondsOfAWritingTip = 2;
 
-QString words(const Ref<NSString> &key) {
-    return toQString(NSLocalizedString(key));
-}
+/// A list that is longer than this can be narrowed by a search.
+constexpr int shortList = 12;
+
+/// Shows that the main thread waits, as long as it lives.
+class BusyPointer {
+public:
+    BusyPointer() { QApplication::setOverrideCursor(Qt::BusyCursor); }
+    BusyPointer(const BusyPointer &) = delete;
+    BusyPointer &operator=(const BusyPointer &) = delete;
+    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
+};
 
 TipWindow *theTipWindow() {
     const AppDelegate *delegate = AppDelegate::current();
@@ -66,10 +79,18 @@ void utilityMainView::awakeFromNib() {
     startDiscovery();
     prepareTable();
     cofirmBtn->adjustSize();
-    readQueues();
+    connectControls();
+    arrange();
+    // Asked for its rows, the table is being painted: what waits for others comes after that.
+    showListState();
 }
 
 void utilityMainView::findOutlets() {
+    columns = outlet<QBoxLayout>(*this, "columns");
+    panel = outlet<SettingsPanel>(*this, "panel");
+    panel->findOutlets();
+    search = outlet<QLineEdit>(*this, "search");
+    remedy = outlet<QPushButton>(*this, "remedy");
     scanResultsView = outlet<NSTableView>(*this, "scanResultsView");
     tips = outlet<QLabel>(*this, "tips");
     tips1 = outlet<QLabel>(*this, "tips1");
@@ -77,7 +98,21 @@ void utilityMainView::findOutlets() {
     errorTips = outlet<QLabel>(*this, "errorTips");
     cofirmBtn = outlet<QPushButton>(*this, "cofirmBtn");
     progress = outlet<QProgressBar>(*this, "progress");
-    connect(cofirmBtn, &QPushButton::clicked, this, [this] { oncofirmButton(cofirmBtn); });
+}
+
+void utilityMainView::connectControls() {
+    connect(cofirmBtn, &QPushButton::clicked, this, [this] {
+        // A row that was selected a moment ago is read first: nothing is written to the printer of another.
+        if (!scanResultsView->tellWaitingSelection())
+            oncofirmButton(cofirmBtn);
+    });
+    connect(popUpBtns, &QComboBox::currentIndexChanged, this, [this] {
+        settings.levelWasChosen();
+        showSettingsNote();
+    });
+    connect(remedy, &QPushButton::clicked, this, [this] { takeRemedy(); });
+    connect(search, &QLineEdit::textChanged, this, [this](const QString &text) { narrow(text); });
+    search->installEventFilter(this);
 }
 
 void utilityMainView::showWords() {
@@ -105,11 +140,114 @@ void utilityMainView::prepareTable() {
 }
 
 void utilityMainView::readQueues() {
-    matchQueues(supportedModels(), UtilityController::shareInstance()->printerNameArray(),
-                [this](const Ref<NSString> &name) { destName = name; });
+    queues_.reset();
+    showListState();
+    dispatch::globalQueue().async([view = QPointer<utilityMainView>(this)] {
+        dispatch::mainQueue().async([view, list = readQueueList()] {
+            if (view)
+                view->showQueues(list);
+        });
+    });
+}
+
+void utilityMainView::showQueues(const QueueList &list) {
+    destName = list.latestDestName;
+    UtilityController::shareInstance()->printerNameArray()->addObjectsFromArray(list.entries);
+    queues_ = list.state;
+    showListState();
+    scanResultsView->reloadAtOnce();
+}
+
+void utilityMainView::showListState() {
+    const auto rows = UtilityController::shareInstance()->printerNameArray()->count();
+    QString text = search->text().isEmpty() ? QString() : words(u"No Match"_ns), way;
+    if (!queues_) {
+        text = words(u"Looking For Printers"_ns);
+    } else if (rows == 0) {
+        switch (*queues_) {
+        case QueueList::State::found:
+        case QueueList::State::noneSupported:
+            text = words(u"No Printers"_ns);
+            way = PrinterSettings::exist() ? words(u"Print Settings"_ns) : QString();
+            break;
+        case QueueList::State::silent:
+            text = words(u"No Print Service"_ns);
+            way = words(u"Read Again"_ns);
+            break;
+        case QueueList::State::damaged:
+            text = words(u"Damaged Installation"_ns);
+            break;
+        }
+    }
+    scanResultsView->setPlaceholderText(text);
+    scanResultsView->setAccessibleDescription(rows == 0 ? text : words(u"Printer List Description"_ns));
+    remedy->setText(way);
+    remedy->setVisible(!way.isEmpty());
+    search->setVisible(rows > shortList);
+    if (!printerName)
+        panel->showHint(rows == 0 ? QString() : words(u"Printer List Description"_ns));
+}
+
+void utilityMainView::takeRemedy() {
+    if (queues_ == QueueList::State::silent)
+        readQueues();
+    else
+        PrinterSettings::open();
+}
+
+void utilityMainView::readAgain() {
+    if (queues_ == QueueList::State::silent)
+        readQueues();
+    else
+        scanResultsView->selectAgain();
+}
+
+void utilityMainView::find() {
+    if (!search->isVisible())
+        return;
+    search->setFocus(Qt::ShortcutFocusReason);
+    search->selectAll();
+}
+
+void utilityMainView::narrow(const QString &text) {
+    const QString wanted = text.simplified();
+    if (wanted.isEmpty())
+        scanResultsView->setFilter(nullptr);
+    else
+        scanResultsView->setFilter([this, wanted](int row) {
+            const QueueName &name = nameAt(row);
+            return toQString(name.text).contains(wanted, Qt::CaseInsensitive) ||
+                   toQString(name.queue).contains(wanted, Qt::CaseInsensitive);
+        });
+    showListState();
+}
+
+bool utilityMainView::eventFilter(QObject *target, QEvent *event) {
+    if (target != search || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(target, event);
+    switch (static_cast<QKeyEvent *>(event)->key()) {
+    case Qt::Key_Escape:
+        search->clear();
+        scanResultsView->setFocus();
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        scanResultsView->setFocus();
+        if (scanResultsView->selectedRow() == -1 && scanResultsView->firstShownRow() >= 0)
+            scanResultsView->selectRow(scanResultsView->firstShownRow());
+        return true;
+    default:
+        return false;
+    }
 }
 
 NSInteger utilityMainView::numberOfRowsInTableView(NSTableView &) {
+    if (!std::exchange(isAskingForQueues, true))
+        dispatch::mainQueue().async([view = QPointer<utilityMainView>(this)] {
+            if (view)
+                view->readQueues();
+        });
     NSThreadDetachNewThread([view = QPointer<utilityMainView>(this)] {
         dispatch::mainQueue().sync([&view] {
             if (view)
@@ -128,6 +266,42 @@ Ref<NSString> utilityMainView::tableView(NSTableView &, const NSTableColumn *col
     return column == printerColumn ? textOf(entry, u"displayName"_ns) : nullptr;
 }
 
+const QueueName &utilityMainView::nameAt(NSInteger row) {
+    const auto entries = UtilityController::shareInstance()->printerNameArray();
+    if (names.size() != entries->count())
+        names = queueNames(*entries);
+    static const QueueName none = {NSString::string(), NSString::string()};
+    const auto index = static_cast<std::size_t>(row);
+    return index < names.size() ? names[index] : none;
+}
+
+NSTableRow utilityMainView::lookOfRow(NSTableView &, NSInteger row) {
+    NSTableRow look;
+    switch (connectionOf(textOf(entryAt(row), u"deviceUri"_ns), *ZKManager::shared()->printerList())) {
+    case QueueConnection::network:
+        look.symbol = Symbol::networkPrinter;
+        look.detail = words(u"Network"_ns);
+        break;
+    case QueueConnection::usbAttached:
+        look.symbol = Symbol::printer;
+        look.detail = words(u"USB, Attached"_ns);
+        break;
+    case QueueConnection::usbNotAttached:
+        look.symbol = Symbol::missingPrinter;
+        look.detail = words(u"USB, Not Attached"_ns);
+        break;
+    }
+    const QueueName &name = nameAt(row);
+    const QString queue = toQString(name.queue);
+    look.name = toQString(name.text);
+    look.isNameMuted = name.isQueueName;
+    if (name.isShared && !name.isQueueName)
+        look.detail = QStringLiteral("%1 · %2").arg(look.detail, queue);
+    if (name.isShared || name.isQueueName)
+        look.more = words(u"Queue"_ns, queue);
+    return look;
+}
+
 void utilityMainView::tableViewSelectionDidChange(NSTableView &table) {
     const NSInteger row = table.selectedRow();
     if (row == -1)
@@ -135,16 +309,25 @@ void utilityMainView::tableViewSelectionDidChange(NSTableView &table) {
     printerName = entryAt(row);
     NSLog("****printerName:%@", printerName);
     const auto deviceUri = textOf(printerName, u"deviceUri"_ns);
-    const bool usb = deviceUri && deviceUri->hasPrefix(u"usb://"_ns);
+    const bool usb = isUsb(deviceUri);
     showSettings(usb);
     if (!usb)
-        return;
+        return panel->showWarning();
     if (getUsbPrinterStatus(deviceUri)) {
         getUsbPrinterToner(deviceUri);
         runTip(u"Get Printer Status"_ns, secondsOfAReadingTip, false);
     } else {
-        runTip(u"Printer Status Tip"_ns, secondsOfAReadingTip, true);
+        showOwner(deviceUri, false);
+        runTip(u"Printer Status Tip"_ns, secondsOfAReadingTip, true, Symbol::warning);
     }
+}
+
+void utilityMainView::showOwner(const Ref<NSString> &deviceUri, bool isReady) {
+    const auto attached = ZKManager::shared()->printerList();
+    const auto bound = usbPrinter() ? std::optional(identityOf(*usbPrinter())) : std::nullopt;
+    settings.select(deviceUri, bound, connectionOf(deviceUri, *attached) == QueueConnection::usbAttached,
+                    isReady);
+    showSettingsNote();
 }
 
 void utilityMainView::showSettings(bool usb) {
@@ -156,57 +339,95 @@ void utilityMainView::showSettings(bool usb) {
 }
 
 bool utilityMainView::getUsbPrinterStatus(const Ref<NSString> &deviceUri) {
+    const BusyPointer busy;
     return readPrinterStatus(deviceUri).isNormal();
 }
 
 void utilityMainView::getUsbPrinterToner(const Ref<NSString> &deviceUri) {
     if (const auto record = recordForDeviceUri(deviceUri, ZKManager::shared()->printerList()))
         setUsbPrinter(record);
-    dispatch::globalQueue().async([printer = usbPrinter(), view = QPointer<utilityMainView>(this)] {
-        readTonerHint(printer, [view](const TonerHintReading &reading) {
+    showOwner(deviceUri, true);
+    const int reading = settings.beginReading();
+    showSettingsNote();
+    dispatch::globalQueue().async(
+        [printer = usbPrinter(), from = settings.owner(), reading, view = QPointer<utilityMainView>(this)] {
+            readTonerHint(printer, [view, from](const TonerHintReading &answer) {
+                dispatch::mainQueue().async([view, from, answer] {
+                    if (view)
+                        view->showTonerReading(*from, answer);
+                });
+            });
             dispatch::mainQueue().async([view, reading] {
                 if (view)
-                    view->showTonerReading(reading);
+                    view->endTonerReading(reading);
             });
         });
-    });
 }
 
-void utilityMainView::showTonerReading(const TonerHintReading &reading) {
+void utilityMainView::showTonerReading(const transport::PrinterIdentity &printer,
+                                       const TonerHintReading &reading) {
     switch (reading.outcome) {
     case TonerHintReading::Outcome::nothing:
         return;
     case TonerHintReading::Outcome::threshold:
-        return changeTonerValueForUI(reading.threshold);
+        changeTonerValueForUI(reading.threshold);
+        settings.levelWasRead(printer);
+        return showSettingsNote();
     case TonerHintReading::Outcome::rejected:
-        return runTip(u"Get Printer Toner"_ns, secondsOfAReadingTip, true);
+        settings.levelWasNotRead(printer);
+        showSettingsNote();
+        return runTip(u"Get Printer Toner"_ns, secondsOfAReadingTip, true, Symbol::warning);
     }
 }
 
+void utilityMainView::endTonerReading(int number) {
+    settings.endReading(number);
+    showSettingsNote();
+}
+
+void utilityMainView::showSettingsNote() {
+    if (!popUpBtns->isHidden())
+        panel->showSettings(settings);
+    arrange();
+}
+
 void utilityMainView::changeTonerValueForUI(std::int32_t value) {
+    const QSignalBlocker nobodyChooses(popUpBtns);
     popUpBtns->setCurrentIndex(static_cast<int>(popUpIndexForThreshold(value)));
 }
 
 void utilityMainView::oncofirmButton(QWidget *) {
     const std::int64_t index = popUpBtns->currentIndex();
-    dispatch::globalQueue().async([index, printer = usbPrinter(), view = QPointer<utilityMainView>(this)] {
-        writeTonerHint(printer, index, [view](TonerHintWriting writing) {
-            dispatch::mainQueue().async([view, writing] {
-                if (view)
-                    view->showTonerWriting(writing);
+    const auto printer = usbPrinter();
+    if (!printer)
+        return; // nobody to write to
+    dispatch::globalQueue().async(
+        [index, printer, to = identityOf(*printer), view = QPointer<utilityMainView>(this)] {
+            writeTonerHint(printer, index, [view, to, index](TonerHintWriting writing) {
+                dispatch::mainQueue().async([view, to, index, writing] {
+                    if (view)
+                        view->showTonerWriting(to, index, writing);
+                });
             });
         });
-    });
 }
 
-void utilityMainView::showTonerWriting(TonerHintWriting writing) {
-    if (writing == TonerHintWriting::success)
-        runTip(u"Setting Success"_ns, secondsOfAWritingTip, true);
-    else if (writing == TonerHintWriting::failure)
-        runTip(u"Setting fail"_ns, secondsOfAWritingTip, true);
+void utilityMainView::showTonerWriting(const transport::PrinterIdentity &printer, std::int64_t index,
+                                       TonerHintWriting writing) {
+    if (writing == TonerHintWriting::nothing)
+        return;
+    const bool taken = writing == TonerHintWriting::success;
+    if (index == popUpBtns->currentIndex())
+        settings.levelWasWritten(printer, taken);
+    showSettingsNote();
+    if (taken)
+        runTip(u"Setting Success"_ns, secondsOfAWritingTip, true, Symbol::success);
+    else
+        runTip(u"Setting fail"_ns, secondsOfAWritingTip, true, Symbol::failure);
 }
 
-void utilityMainView::runTip(const Ref<NSString> &key, NSInteger seconds, bool indicatorHidden) {
+void utilityMainView::runTip(const Ref<NSString> &key, NSInteger seconds, bool indicatorHidden,
+                             std::optional<Symbol> symbol) {
     TipWindow *tipWindow = theTipWindow();
     if (!tipWindow)
         return;
@@ -214,5 +435,41 @@ void utilityMainView::runTip(const Ref<NSString> &key, NSInteger seconds, bool i
     UtilityController::shareInstance()->startRefreshTimer(seconds);
     tipWindow->setMsgText(NSLocalizedString(key));
     tipWindow->setProIndicator(indicatorHidden);
+    tipWindow->setSymbol(symbol);
     NSApplication::sharedApplication()->runModalForWindow(*tipWindow);
+}
+
+void utilityMainView::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+// The panel stands beside the list as long as the tip, which is centred over the window, then leaves the
+// controls free; else above the list, so that the tip covers rows of it.
+void utilityMainView::arrange() {
+    const QMargins edge = columns->contentsMargins();
+    const int padding = measure(font(), 24);
+    const int beside = (width() - TipWindow::widest(font())) / 2 - edge.right() + padding;
+    const bool stacked = beside < measure(font(), 248);
+    columns->setDirection(stacked ? QBoxLayout::BottomToTop : QBoxLayout::LeftToRight);
+    panel->setStacked(stacked);
+    auto *const place = panel->parentWidget();
+    place->setMinimumWidth(stacked ? 0 : measure(font(), 248));
+    place->setMaximumWidth(stacked ? QWIDGETSIZE_MAX : std::min(beside, measure(font(), 320)));
+    updateGeometry();
+}
+
+// As narrow as the panel above the list lets it be, whatever stands where now, so that a window that gets
+// narrower comes to that; and as high as the texts need at this width, with the tip below the controls.
+QSize utilityMainView::minimumSizeHint() const {
+    if (!columns)
+        return QWidget::minimumSizeHint();
+    const QMargins edge = columns->contentsMargins();
+    const int least = std::max(scanResultsView->minimumSizeHint().width(), panel->minimumSizeHint().width());
+    int height = columns->minimumHeightForWidth(width());
+    if (columns->direction() == QBoxLayout::BottomToTop) {
+        const int end = panel->endOfControls(width() - edge.left() - edge.right());
+        height = std::max(height, 2 * (edge.top() + end) + TipWindow::highest(font()));
+    }
+    return {edge.left() + least + edge.right(), height};
 }

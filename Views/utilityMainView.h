@@ -1,11 +1,17 @@
 // The one content view: the table of printers, and the settings of the printer that is selected.
 //
 // What the user does is turned into the queries of Manager/, which run here or on the global queue; what they
-// answer is shown here, on the main thread. The threshold ↔ pop-up table is Manager/ConsumableReminder.h.
+// answer is shown here, on the main thread. The threshold ↔ pop-up table is Manager/ConsumableReminder.h;
+// whose settings are shown is kept by Manager/ShownSettings.h.
+//
+// The print service may take its time, so it is asked on the global queue, once the window has been painted.
 //
 // Threads: the main thread.
 #pragma once
 
+#include "Manager/QueueList.h"
+#include "Manager/QueueNames.h"
+#include "Manager/ShownSettings.h"
 #include "Platform/Foundation/NSString.h"
 #include "Platform/Interface/NSRect.h"
 #include "Platform/Interface/NSTableView.h"
@@ -13,11 +19,18 @@
 
 #include <QWidget>
 
+#include <optional>
+#include <vector>
+
 class NSMutableDictionary;
+class QBoxLayout;
 class QComboBox;
 class QLabel;
+class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class SettingsPanel;
+class TextLabel;
 class ZKUSB;
 struct TonerHintReading;
 enum class TonerHintWriting;
@@ -30,13 +43,14 @@ class utilityMainView : public QWidget,
 public:
     using QWidget::QWidget;
 
-    /// Sets texts and choices, starts the discovery of printers and fills the table.
+    /// Sets texts and choices, starts the discovery of printers and has the table filled.
     void awakeFromNib() override;
 
     /// Also starts a thread that has the table reloaded, which asks again: so the table stays current for as
     /// long as it is on screen.
     NSInteger numberOfRowsInTableView(NSTableView &table) override;
     Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) override;
+    NSTableRow lookOfRow(NSTableView &table, NSInteger row) override;
     void tableViewSelectionDidChange(NSTableView &table) override;
 
     /// Whether the printer is in a normal state. Blocks for up to two seconds.
@@ -48,24 +62,53 @@ public:
     /// The confirm button's action: has the chosen threshold written to the bound printer.
     void oncofirmButton(QWidget *sender);
 
+    /// Has the selected printer asked once more, or the print service when it did not answer.
+    void readAgain();
+    /// Opens the field that narrows the list; nothing in a short list.
+    void find();
+    /// Whether the print service has been asked, with or without an answer.
+    bool areQueuesRead() const { return queues_.has_value(); }
+
     /// The printer bound to the selection, or to an earlier one; held as long as it is bound.
     Ref<ZKUSB> usbPrinter() const { return _usbPrinter; }
     void setUsbPrinter(const Ref<ZKUSB> &printer) { _usbPrinter = printer; }
 
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *target, QEvent *event) override;
+
 private:
     void findOutlets();
+    void connectControls();
     void showWords();
     void startDiscovery();
     void prepareTable();
     void readQueues();
+    void showQueues(const QueueList &list);
+    void showListState();
+    void narrow(const QString &text);
+    void takeRemedy();
+    const QueueName &nameAt(NSInteger row);
+    void arrange();
+    void showOwner(const Ref<NSString> &deviceUri, bool isReady);
+    void showSettingsNote();
+    void endTonerReading(int number);
     void _updateScanResults();
     void showSettings(bool usb);
-    void showTonerReading(const TonerHintReading &reading);
-    void showTonerWriting(TonerHintWriting writing);
-    void runTip(const Ref<NSString> &key, NSInteger seconds, bool indicatorHidden);
+    void showTonerReading(const transport::PrinterIdentity &printer, const TonerHintReading &reading);
+    void showTonerWriting(const transport::PrinterIdentity &printer, std::int64_t index,
+                          TonerHintWriting writing);
+    void runTip(const Ref<NSString> &key, NSInteger seconds, bool indicatorHidden,
+                std::optional<Symbol> symbol = std::nullopt);
 
     NSTableView *scanResultsView = nullptr;
     NSTableColumn *printerColumn = nullptr;
+    QBoxLayout *columns = nullptr;
+    SettingsPanel *panel = nullptr;
+    QLineEdit *search = nullptr;
+    QPushButton *remedy = nullptr;
     QLabel *tips = nullptr;
     QLabel *tips1 = nullptr;
     QComboBox *popUpBtns = nullptr;
@@ -76,4 +119,8 @@ private:
     Ref<NSMutableDictionary> printerName;
     [[maybe_unused]] bool isSuccessGetToner = false;
     Ref<ZKUSB> _usbPrinter;
+    ShownSettings settings;
+    std::optional<QueueList::State> queues_; // none while the print service is being asked
+    bool isAskingForQueues = false;
+    std::vector<QueueName> names;
 };

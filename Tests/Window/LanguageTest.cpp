@@ -62,6 +62,31 @@ protected:
 
 } // namespace
 
+// Wherever the panel stands: beside the list or above it.
+TEST_P(RoomTest, isBesideTheTipForTheLevel) {
+    openWithLaser();
+    addQueue("Away", l200Uri);
+    choose(0);
+    for (const int row : {0, 1}) { // in the second, the settings of the other printer are explained
+        choose(row);
+        for (const QSize size :
+             {QSize(1, 1), QSize(720 * scale(), 480 * scale()), QSize(1000 * scale(), 1)}) {
+            window->resize(size);
+            QtTesting::settle();
+            for (const char *key : {"Get Printer Status", "Printer Status Tip"}) {
+                tip->setParentFrame(toNSRect(window->frameGeometry()));
+                tip->setMsgText(NSLocalizedString(textOf(key)));
+                tip->setProIndicator(false);
+                tip->setSymbol(Symbol::warning);
+                tip->center();
+                const QRect level(popUp->mapToGlobal(QPoint()), popUp->size());
+                EXPECT_FALSE(QRect(tip->pos(), tip->sizeHint()).intersects(level))
+                    << key << " at " << window->width() << " × " << window->height();
+            }
+        }
+    }
+}
+
 TEST_P(RoomTest, isEnough) {
     open();
     smallest();
@@ -95,6 +120,8 @@ TEST_P(RoomTest, isEnough) {
             tip->center();
             tip->show();
             expectRoom(*tip);
+            EXPECT_LE(tip->width(), TipWindow::widest(tip->font()));
+            EXPECT_LE(tip->height(), TipWindow::highest(tip->font()));
             tip->hide();
         }
 }

@@ -1,10 +1,14 @@
 // The main window: its menu, its one content view, and its colours.
 #include "Classes/LocalizeMenu.h"
+#include "Classes/WindowPlace.h"
 #include "Classes/ZKView.h"
+#include "Platform/Interface/Ink.h"
 #include "Tests/Window/WindowTesting.h"
 
+#include <QAbstractItemView>
 #include <QImage>
 #include <QMenuBar>
+#include <QScreen>
 
 namespace {
 
@@ -60,7 +64,9 @@ TEST(LocalizeMenu, translatesTitlesOnly) {
 TEST_F(WindowTest, hasAMenuAndOneContentView) {
     open();
     EXPECT_EQ(outline(*part<QMenuBar>("mainMenu")),
-              QStringLiteral(" [%1 %2]").arg(words("File"), words("Quit")));
+              QStringLiteral(" [%1 %2 %3  %4] [%5 %6  %7]")
+                  .arg(words("File"), words("Read Again"), words("Print Settings"), words("Quit"),
+                       words("Help"), words("Copy Diagnostics"), words("About")));
     EXPECT_TRUE(window->canBecomeKeyWindow());
     EXPECT_EQ(logged("awakeFromNib"), 1);
     EXPECT_TRUE(interface->delegate->applicationShouldTerminateAfterLastWindowClosed());
@@ -91,43 +97,84 @@ TEST_F(WindowTest, hasAMenuAndOneContentView) {
 TEST_P(PaletteTest, textsAreReadable) {
     const bool startsDark = GetParam() == std::string("dark");
     QApplication::setPalette(palette(startsDark));
-    open();
-    auto &settings = *part<ZKView>("settingsView");
+    openWithLaser();
+    EXPECT_EQ(choose(0), Tips{reading});
     for (const bool dark : {startsDark, !startsDark}) { // also when the desktop changes meanwhile
         QApplication::setPalette(palette(dark));
         QtTesting::settle();
-        const QImage picture = settings.grab().toImage();
-        EXPECT_EQ(picture.pixelColor(1, picture.height() / 2), QColor(Qt::white));
         const auto expectReadable = [](const QWidget &widget, QPalette::ColorRole text,
                                        QPalette::ColorRole ground) {
             for (const auto group : {QPalette::Active, QPalette::Inactive})
                 EXPECT_GE(
                     contrast(widget.palette().color(group, text), widget.palette().color(group, ground)), 4.5)
-                    << widget.objectName().toStdString() << " " << group;
+                    << widget.objectName().toStdString() << " group " << group << ": role " << text
+                    << " upon " << ground;
         };
         int checked = 0;
-        for (const QWidget *widget : settings.findChildren<QWidget *>()) {
-            if (qobject_cast<const QLabel *>(widget)) {
-                expectReadable(*widget, QPalette::WindowText, QPalette::Window);
-                EXPECT_EQ(widget->palette().color(QPalette::Window), QColor(Qt::white));
-            } else if (qobject_cast<const QPushButton *>(widget) || qobject_cast<const QComboBox *>(widget)) {
-                expectReadable(*widget, QPalette::ButtonText, QPalette::Button);
-                expectReadable(*widget, QPalette::Text, QPalette::Base);
-            } else {
-                continue;
-            }
+        for (const QLabel *label : part<QWidget>("panel")->findChildren<QLabel *>()) {
+            expectReadable(*label, label->foregroundRole(), label->backgroundRole());
+            EXPECT_EQ(label->backgroundRole(), QPalette::Base) << "the panel's ground";
             ++checked;
         }
-        EXPECT_GE(checked, 6);
-        for (const QWidget *outside :
-             {static_cast<QWidget *>(table), static_cast<QWidget *>(tip), part<QWidget>("message")})
-            for (const auto role : {QPalette::Window, QPalette::WindowText, QPalette::Base, QPalette::Text})
-                EXPECT_EQ(outside->palette().color(role), QApplication::palette().color(role))
-                    << outside->objectName().toStdString();
-        EXPECT_GE(contrast(table->palette().color(QPalette::PlaceholderText),
-                           table->palette().color(QPalette::Base)),
-                  4.5);
+        EXPECT_GE(checked, 8);
+        expectReadable(*part<QWidget>("message"), QPalette::WindowText, QPalette::Window);
+        expectReadable(*table, QPalette::Text, QPalette::Base);
+        expectReadable(*table, QPalette::PlaceholderText, QPalette::Base);
+        expectReadable(*table, QPalette::HighlightedText, QPalette::Highlight);
+        expectReadable(*popUp->view(), QPalette::Text, QPalette::Base);
+        for (const auto &[text, ground] : {std::pair(QPalette::Text, QPalette::Base),
+                                           std::pair(QPalette::HighlightedText, QPalette::Highlight)}) {
+            const QColor under = table->palette().color(ground);
+            EXPECT_GE(contrast(mutedInk(table->palette().color(text), under), under), 4.5);
+        }
+        for (const QWidget *widget :
+             {static_cast<QWidget *>(table), static_cast<QWidget *>(tip), part<QWidget>("panel"),
+              part<QWidget>("mainBackgroundView"), static_cast<QWidget *>(popUp->view())})
+            for (const auto role : {QPalette::Window, QPalette::Base})
+                EXPECT_EQ(widget->palette().color(role), QApplication::palette().color(role))
+                    << "one scheme: " << widget->objectName().toStdString();
     }
+}
+
+TEST(WindowPlaceTest, isOnAScreen) {
+    const QRect screen(0, 0, 1920, 1040), small(1920, 0, 800, 600);
+    const QSize wished(720, 480);
+    const struct {
+        QRect remembered;
+        QList<QRect> areas;
+        QRect place;
+    } rows[] = {
+        {{}, {screen}, {600, 280, 720, 480}},
+        {{}, {{0, 0, 640, 400}}, {0, 0, 640, 400}},
+        {{100, 50, 800, 500}, {screen, small}, {100, 50, 800, 500}},
+        {{1950, 50, 600, 500}, {screen, small}, {1950, 50, 600, 500}},
+        {{1950, 50, 600, 500}, {screen}, {660, 270, 600, 500}},
+        {{-20, 50, 600, 500}, {screen}, {660, 270, 600, 500}},
+        {{0, 0, 3000, 500}, {screen}, {0, 270, 1920, 500}},
+        {{100, 50, 800, 500}, {}, {QPoint(), wished}},
+    };
+    for (const auto &[remembered, areas, place] : rows)
+        EXPECT_EQ(WindowPlace::fitting(remembered, wished, areas), place) << remembered.x();
+}
+
+TEST_F(WindowTest, comesBackWhereItWas) {
+    open();
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect place(area.x() + 24, area.y() + 16, 720, 480);
+    window->resize(place.size());
+    window->move(place.topLeft());
+    QtTesting::settle();
+    window->close();
+    QWidget next;
+    WindowPlace::restore(next);
+    EXPECT_EQ(next.geometry(), place);
+}
+
+TEST_F(WindowTest, aPlainGroundIsWhite) {
+    ZKView ground;
+    ground.resize(8, 8);
+    ground.awakeFromNib();
+    EXPECT_EQ(ground.grab().toImage().pixelColor(4, 4), QColor(Qt::white));
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktops, PaletteTest, testing::Values("light", "dark"),

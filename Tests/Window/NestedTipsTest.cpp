@@ -69,7 +69,7 @@ TEST_F(NestedTipsTest, theFirstTimerEndsTheInnerRunAndThenTheOuter) {
     };
     when([&] { return says("Get Printer Status"); }, insideOuter);
     table->selectRow(0);
-    EXPECT_TRUE(innerReturned);
+    EXPECT_TRUE(QtTesting::eventually([&] { return innerReturned && !application.isRunningModal(); }));
     EXPECT_EQ(stops(), 2);
     EXPECT_FALSE(application.isRunningModal());
     for (int seconds = 7; seconds <= 12; ++seconds) {

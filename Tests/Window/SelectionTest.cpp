@@ -3,6 +3,11 @@
 #include "Tests/Support/PrivateCups.h"
 #include "Tests/Window/WindowTesting.h"
 
+#include <QAction>
+#include <QTest>
+
+#include <filesystem>
+
 namespace {
 
 const std::string settings = "tips tips1 popUpBtns cofirmBtn";
@@ -34,8 +39,8 @@ TEST_F(CupsWindowTest, showsTheQueuesAndWhatEachOfThemAnswers) {
     for (int row = 0; row < table->model()->rowCount(); ++row)
         names += table->model()->index(row, 0).data().toString();
     EXPECT_EQ(names.join(QLatin1Char('|')).toStdString(),
-              "Büro — 打印机|L200 in the hall|Third floor||Sample Laser at the desk");
-    EXPECT_EQ(shown(), "tips");
+              "Büro — 打印机|L200 in the hall|Third floor|Zelkor_Plain|Sample Laser at the desk");
+    EXPECT_EQ(shown(), "");
     EXPECT_EQ(popUp->currentIndex(), 0);
 
     constexpr int l500 = 0, network = 2, laser = 4;
@@ -66,9 +71,92 @@ TEST_F(CupsWindowTest, showsTheQueuesAndWhatEachOfThemAnswers) {
             ++reads;
         EXPECT_EQ(logged("get honer sendACLWithPJL header:"), reads) << printer;
         table->clearSelection();
+        QtTesting::settle();
         EXPECT_EQ(shown(), parts) << "deselecting changes nothing";
         EXPECT_FALSE(application.isRunningModal());
     }
+}
+
+TEST_F(CupsWindowTest, saysWhoseSettingsItShows) {
+    plugLaser(R"("threshold": 4)");
+    open();
+    const auto says = [&](const char *label) {
+        return part<QLabel>(label)->isVisible() ? part<QLabel>(label)->text() : QString();
+    };
+    EXPECT_EQ(says("hint"), words("Printer List Description"));
+    constexpr int l500 = 0, network = 2, laser = 4;
+    EXPECT_EQ(choose(l500).size(), 1u);
+    EXPECT_EQ(says("printerTitle"), QString());
+    EXPECT_EQ(says("ownerNote"), words("No Printer, Not Attached"));
+    EXPECT_EQ(says("levelNote"), words("Level Not Read"));
+    EXPECT_EQ(says("hint"), QString());
+
+    EXPECT_EQ(choose(laser), Tips{reading});
+    EXPECT_EQ(says("printerTitle"), QStringLiteral("Sample Laser Series"));
+    EXPECT_TRUE(says("serialNumber").contains(QStringLiteral("SN0001")));
+    EXPECT_EQ(says("ownerNote"), QString());
+    EXPECT_EQ(says("levelNote"), words("Level Read"));
+    popUp->setCurrentIndex(6);
+    EXPECT_EQ(says("levelNote"), words("Level Chosen"));
+    EXPECT_EQ(clickConfirm(), Tips{success});
+    EXPECT_EQ(says("levelNote"), words("Level Set"));
+
+    EXPECT_EQ(choose(l500), Tips{notReady});
+    EXPECT_EQ(says("printerTitle"), QStringLiteral("Sample Laser Series")) << "still bound";
+    EXPECT_EQ(says("ownerNote"), words("Other Printer, Not Attached")
+                                     .replace(QStringLiteral("%@"), QStringLiteral("Sample Laser Series")));
+    EXPECT_TRUE(popUp->accessibleDescription().contains(says("ownerNote"))) << "and is spoken";
+
+    EXPECT_EQ(choose(network), Tips{});
+    for (const char *label : {"printerTitle", "serialNumber", "ownerNote", "levelNote", "explanation"})
+        EXPECT_EQ(says(label), QString()) << label;
+
+    plugLaser(fault("silent"));
+    EXPECT_EQ(choose(laser), Tips{reading});
+    EXPECT_EQ(says("levelNote"), words("Level Not Read"));
+    plugLaser(R"("threshold": 9)");
+    EXPECT_EQ(tipsDuring([&] { part<QAction>("readAgainAction")->trigger(); }), Tips{reading});
+    EXPECT_EQ(says("levelNote"), words("Level Read"));
+    EXPECT_EQ(popUp->currentIndex(), 8) << "read again";
+
+    const NSTableRow plain = table->lookOf(3), attached = table->lookOf(laser);
+    EXPECT_TRUE(plain.isNameMuted && plain.more.contains(QStringLiteral("Zelkor_Plain")));
+    EXPECT_EQ(attached.detail, words("USB, Attached"));
+    std::filesystem::remove(printers.file("SN0001.json"));
+    qt.elapse(2s);
+    EXPECT_EQ(table->lookOf(laser).detail, words("USB, Not Attached")) << "within one pass";
+}
+
+TEST_F(WindowTest, anEmptyListSaysWhy) {
+    open(); // without a print service
+    EXPECT_EQ(table->placeholderText(), words("No Print Service"));
+    EXPECT_EQ(table->accessibleDescription(), words("No Print Service"));
+    EXPECT_EQ(part<QPushButton>("remedy")->text(), words("Read Again"));
+    const PrivateCups cups(false);
+    part<QPushButton>("remedy")->click();
+    EXPECT_EQ(table->placeholderText(), words("Looking For Printers"));
+    EXPECT_TRUE(QtTesting::eventually([&] { return view->areQueuesRead(); }));
+    EXPECT_EQ(table->placeholderText(), words("No Printers"));
+    EXPECT_EQ(logged("****numOfDests:"), 2);
+}
+
+TEST_F(WindowTest, aLongListCanBeNarrowed) {
+    open();
+    auto &search = *part<QWidget>("search");
+    for (int i = 0; i < 13; ++i)
+        addQueue(("Laser " + std::to_string(i)).c_str(), networkUri);
+    part<QPushButton>("remedy")->click(); // which looks at the list anew
+    EXPECT_TRUE(QtTesting::eventually([&] { return view->areQueuesRead(); }));
+    EXPECT_TRUE(search.isVisible());
+    view->find();
+    QTest::keyClicks(&search, QStringLiteral("r 1"));
+    EXPECT_EQ(table->firstShownRow(), 1);
+    EXPECT_TRUE(table->isRowHidden(2) && !table->isRowHidden(12));
+    QTest::keyClicks(&search, QStringLiteral("x"));
+    EXPECT_EQ(table->firstShownRow(), -1);
+    EXPECT_EQ(table->placeholderText(), words("No Match"));
+    QTest::keyClick(&search, Qt::Key_Escape);
+    EXPECT_EQ(table->firstShownRow(), 0);
 }
 
 TEST_F(WindowTest, aRejectedReadIsSaidInASecondTip) {

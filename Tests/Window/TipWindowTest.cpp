@@ -25,7 +25,12 @@ TEST_F(WindowTest, theTipIsCentredOverItsParent) {
     addQueue("Laser", laserUri);
     QRect place;
     tipsDuring([&] {
-        QTimer::singleShot(0, tip, [&] { place = tip->geometry(); });
+        auto *const look = new QTimer(tip);
+        QObject::connect(look, &QTimer::timeout, [&] {
+            if (tip->isVisible())
+                place = tip->geometry();
+        });
+        look->start(0);
         table->selectRow(0);
     });
     EXPECT_LE((place.center() - window->frameGeometry().center()).manhattanLength(), 2)

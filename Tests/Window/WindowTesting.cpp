@@ -16,6 +16,7 @@ WindowTest::WindowTest() {
     ::setenv("ZKCOMTL_PRINTERS", printers.path().c_str(), 1);
     ::setenv("CUPS_SERVER", printers.file("no-server").c_str(), 1);
     ::setenv("HOME", printers.path().c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", printers.path().c_str(), 1);
 }
 
 WindowTest::~WindowTest() = default;
@@ -40,8 +41,10 @@ void WindowTest::open() {
     confirm = part<QPushButton>("cofirmBtn");
     tip = part<TipWindow>("tipWindow");
     window->show();
-    const auto entries = static_cast<int>(UtilityController::shareInstance()->printerNameArray()->count());
-    EXPECT_TRUE(QtTesting::eventually([&] { return table->model()->rowCount() == entries; }));
+    EXPECT_TRUE(QtTesting::eventually([&] {
+        const auto entries = UtilityController::shareInstance()->printerNameArray()->count();
+        return view->areQueuesRead() && table->model()->rowCount() == static_cast<int>(entries);
+    }));
 }
 
 void WindowTest::addQueue(const char *name, const char *uri) {
@@ -49,6 +52,7 @@ void WindowTest::addQueue(const char *name, const char *uri) {
     entry->setObject(textOf(name), u"displayName"_ns);
     entry->setObject(textOf(uri), u"deviceUri"_ns);
     const int rows = table->model()->rowCount();
+    part<QWidget>("remedy")->hide(); // the list is empty no more
     UtilityController::shareInstance()->printerNameArray()->addObject(entry);
     EXPECT_TRUE(QtTesting::eventually([&] {
         qt.advance(NSTableView::reloadPace);
@@ -64,6 +68,7 @@ void WindowTest::openWithLaser(const std::string &more) {
 
 Tips WindowTest::choose(int row) {
     table->clearSelection();
+    QtTesting::settle();
     return tipsDuring([&] { table->selectRow(row); });
 }
 

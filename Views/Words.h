@@ -1,0 +1,15 @@
+// Words of the string table as the interface's texts.
+#pragma once
+
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Interface/QtText.h"
+
+/// The translation of the key.
+inline QString words(const Ref<NSString> &key) {
+    return toQString(NSLocalizedString(key));
+}
+
+/// The same with `text` in the place of its "%@". The text is foreign: it is shown as it is, on one line.
+inline QString words(const Ref<NSString> &key, const QString &text) {
+    return words(key).replace(QStringLiteral("%@"), text.simplified());
+}
