@@ -1,14 +1,16 @@
 // window-walk: drives the real window without a display and writes a picture of every step.
 //
-//     CUPS_SERVER=… ZKCOMTL_PRINTERS=… window-walk FOLDER
+//     CUPS_SERVER=… ZKCOMTL_PRINTERS=… window-walk FOLDER [--dark]
 //
-// Shows the window as it starts, a printer being read, its threshold, a new one confirmed, a printer that
-// does not answer and a printer in the network. Time is moved by hand, so that nobody waits for tips to end.
-// Exit status 1 when a step does not come about.
+// Shows the window as it starts, a printer being read, its threshold, another one chosen, confirmed and set,
+// a printer that does not answer while an earlier one is bound, and a printer in the network. Time is moved
+// by hand, so that nobody waits for tips to end. With --dark, in the colours of a dark desktop, and "-dark"
+// ends the pictures' names. Exit status 1 when a step does not come about.
 #include "Classes/AppDelegate.h"
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
 #include "Classes/TipWindow.h"
+#include "Platform/Dispatch/MainQueue.h"
 #include "Platform/Dispatch/ManualClock.h"
 #include "Platform/Foundation/Localization.h"
 #include "Platform/Interface/NSTableView.h"
@@ -34,8 +36,8 @@ constexpr auto longerThanAnyTip = 4s;
 
 class Walk {
 public:
-    Walk(dispatch::ManualClock &clock, MyMainWindow &window, TipWindow &tip, QString folder)
-        : clock_(clock), window_(window), tip_(tip), folder_(std::move(folder)),
+    Walk(dispatch::ManualClock &clock, MyMainWindow &window, TipWindow &tip, QString folder, QString suffix)
+        : clock_(clock), window_(window), tip_(tip), folder_(std::move(folder)), suffix_(std::move(suffix)),
           table_(*outlet<NSTableView>(window, "scanResultsView")),
           choices_(*outlet<QComboBox>(window, "popUpBtns")),
           confirm_(*outlet<QPushButton>(window, "cofirmBtn")) {}
@@ -43,31 +45,32 @@ public:
     void run() {
         waitUntil("the table to fill", [this] { return table_.model()->rowCount() > 0; });
         picture("1-start");
-        selectRow("Sample Laser at the desk");
         duringTip("2-reading", [this] { return choices_.currentIndex() > 0; });
-        select();
+        select("Sample Laser at the desk");
         picture("3-threshold");
         choices_.setCurrentIndex(4);
-        duringTip("4-confirmed", [this] { return tip_.isVisible(); });
+        picture("4-chosen");
+        duringTip("5-confirmed", [this] { return tip_.isVisible(); });
         confirm_.click();
         waitUntil("the outcome of the confirm button", [this] { return stepsLeft_ == 0; });
-        selectRow("Büro — 打印机");
-        duringTip("5-not-ready", [this] { return tip_.isVisible(); });
-        select();
-        selectRow("Third floor");
-        select();
-        picture("6-network");
+        picture("6-set");
+        duringTip("7-not-ready", [this] { return tip_.isVisible(); });
+        select("Büro — 打印机");
+        picture("8-other-printer");
+        select("Third floor");
+        picture("9-network");
     }
 
 private:
-    void selectRow(const char *name) {
-        for (row_ = 0; row_ < table_.model()->rowCount(); ++row_)
-            if (table_.textAt(row_) == QString::fromUtf8(name))
-                return;
+    void select(const char *name) {
+        for (int row = 0; row < table_.model()->rowCount(); ++row)
+            if (table_.textAt(row) == QString::fromUtf8(name)) {
+                table_.selectRow(row);
+                return waitUntil(name,
+                                 [this] { return stepsLeft_ == 0 && !dispatch::mainQueue().hasWork(); });
+            }
         fail("there is no queue \"" + std::string(name) + "\"");
     }
-
-    void select() { table_.selectRow(row_); }
 
     /// Has the next tip photographed once `ready`, and then ended.
     void duringTip(const char *name, std::function<bool()> ready) {
@@ -113,7 +116,7 @@ private:
             const QPoint place = tip_.pos() - window_.pos();
             QPainter(&picture).drawPixmap(place, tip_.grab());
         }
-        const QString file = folder_ + "/" + name + ".png";
+        const QString file = folder_ + "/" + name + suffix_ + ".png";
         if (!picture.save(file))
             fail("cannot write " + file.toStdString());
         std::printf("%s\n", qPrintable(file));
@@ -123,19 +126,27 @@ private:
     MyMainWindow &window_;
     TipWindow &tip_;
     const QString folder_;
+    const QString suffix_;
     NSTableView &table_;
     QComboBox &choices_;
     QPushButton &confirm_;
     QElapsedTimer waiting_;
-    int row_ = 0;
     int stepsLeft_ = 0;
 };
+
+QPalette darkPalette() {
+    QPalette colors(QColor(0x32, 0x32, 0x32)); // from which Qt derives the others
+    colors.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
+    colors.setColor(QPalette::Highlight, QColor(0x2A, 0x62, 0x9A));
+    return colors;
+}
 
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc != 2 || !QFileInfo(QString::fromLocal8Bit(argv[1])).isDir()) {
-        std::fputs("Usage: window-walk FOLDER\n", stderr);
+    const bool dark = argc == 3 && argv[2] == std::string("--dark");
+    if (argc < 2 || (argc > 2 && !dark) || !QFileInfo(QString::fromLocal8Bit(argv[1])).isDir()) {
+        std::fputs("Usage: window-walk FOLDER [--dark]\n", stderr);
         return 2;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -143,11 +154,13 @@ int main(int argc, char **argv) {
     dispatch::ManualClock clock;
     const dispatch::ClockScope scope(clock);
     const QApplication qtApplication(argc, argv);
+    if (dark)
+        QApplication::setPalette(darkPalette());
     NSApplication application;
     const MainInterface interface(application);
     interface.window->show();
     Walk(clock, *interface.window, *dynamic_cast<TipWindow *>(interface.delegate->tipWindow()),
-         QString::fromLocal8Bit(argv[1]))
+         QString::fromLocal8Bit(argv[1]), QLatin1String(dark ? "-dark" : ""))
         .run();
     std::fflush(nullptr);
     _exit(0); // as the application does: without waiting for anybody
