@@ -22,8 +22,7 @@ QAccessibleInterface *accessibleTip(const QString &, QObject *object) {
 } // namespace
 
 TipWindow::TipWindow(QWidget *parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {
-    static const bool installed = (QAccessible::installFactory(accessibleTip), true);
-    Q_UNUSED(installed)
+    QAccessible::installFactory(accessibleTip); // once, however often it is installed
 }
 
 void TipWindow::awakeFromNib() {

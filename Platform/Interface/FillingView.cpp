@@ -1,9 +1,46 @@
 #include "Platform/Interface/FillingView.h"
 
+#include "Platform/Interface/BackgroundView.h"
+
+#include <QAccessibleWidget>
 #include <QChildEvent>
 #include <QGridLayout>
 
+namespace {
+
+/// Tells screen readers of the views that have something to say: a background has not.
+class AccessibleFilling final : public QAccessibleWidget {
+public:
+    explicit AccessibleFilling(FillingView *view) : QAccessibleWidget(view, QAccessible::Client) {}
+
+    int childCount() const override { return static_cast<int>(views().size()); }
+    QAccessibleInterface *child(int index) const override {
+        QWidget *const view = views().value(index);
+        return view ? QAccessible::queryAccessibleInterface(view) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override {
+        return child ? static_cast<int>(views().indexOf(qobject_cast<QWidget *>(child->object()))) : -1;
+    }
+
+private:
+    QList<QWidget *> views() const {
+        QList<QWidget *> views;
+        for (QWidget *view : widget()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+            if (!view->isWindow() && !qobject_cast<BackgroundView *>(view))
+                views += view;
+        return views;
+    }
+};
+
+QAccessibleInterface *accessibleFilling(const QString &, QObject *object) {
+    auto *const view = qobject_cast<FillingView *>(object);
+    return view ? new AccessibleFilling(view) : nullptr;
+}
+
+} // namespace
+
 FillingView::FillingView(QWidget *parent) : QWidget(parent) {
+    QAccessible::installFactory(accessibleFilling); // once, however often it is installed
     auto *layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
 }

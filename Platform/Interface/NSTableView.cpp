@@ -367,10 +367,9 @@ void NSTableView::selectAgain() {
 }
 
 bool NSTableView::tellWaitingSelection() {
-    if (!resting_)
-        return false;
-    tellSoon();
-    return true;
+    if (resting_)
+        tellSoon();
+    return telling_;
 }
 
 void NSTableView::tellAfterRest() {

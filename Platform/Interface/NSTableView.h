@@ -102,7 +102,7 @@ public:
 
     /// Tells the delegate of the selected row once more. Nothing without one.
     void selectAgain();
-    /// Has a selection told that waits for the keys to rest; false when none does.
+    /// Has a selection told soon that waits for the keys to rest; whether there is one to be told.
     bool tellWaitingSelection();
     /// Shows only the rows that `isShown` accepts, all of them without one. Selections stay.
     void setFilter(std::function<bool(int row)> isShown);
