@@ -466,7 +466,9 @@ QSize utilityMainView::minimumSizeHint() const {
         return QWidget::minimumSizeHint();
     const QMargins edge = columns->contentsMargins();
     const int least = std::max(scanResultsView->minimumSizeHint().width(), panel->minimumSizeHint().width());
-    int height = columns->minimumHeightForWidth(width());
+    // Without a text that wraps, the layout knows no height for a width.
+    int height = columns->hasHeightForWidth() ? columns->minimumHeightForWidth(width())
+                                              : columns->minimumSize().height();
     if (columns->direction() == QBoxLayout::BottomToTop) {
         const int end = panel->endOfControls(width() - edge.left() - edge.right());
         height = std::max(height, 2 * (edge.top() + end) + TipWindow::highest(font()));
