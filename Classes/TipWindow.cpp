@@ -58,7 +58,7 @@ int TipWindow::widest(const QFont &font) {
 }
 
 int TipWindow::highest(const QFont &font) {
-    return measure(font, 88);
+    return measure(font, 96);
 }
 
 // As narrow as it can be without needing another line: so no line is left with a single character or word.
