@@ -141,9 +141,11 @@ void SettingsPanel::setStacked(bool stacked) {
 int SettingsPanel::endOfControls(int width) const {
     const QMargins edge = rows_->contentsMargins();
     const int room = width - edge.left() - edge.right();
-    int end = edge.top();
-    for (const QWidget *line : {static_cast<QWidget *>(printerTitle_), static_cast<QWidget *>(ownerNote_)})
-        if (!line->isHidden())
-            end += line->heightForWidth(room) + rows_->spacing();
-    return end + controls_->sizeHint().height();
+    const auto heightOf = [room](const auto &line) {
+        return line.hasHeightForWidth() ? line.heightForWidth(room) : line.sizeHint().height();
+    };
+    int end = edge.top() + heightOf(*heading_) + rows_->spacing();
+    if (!ownerNote_->isHidden())
+        end += heightOf(*ownerNote_) + rows_->spacing();
+    return end + heightOf(*controls_);
 }

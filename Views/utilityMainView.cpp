@@ -471,7 +471,9 @@ QSize utilityMainView::minimumSizeHint() const {
                                               : columns->minimumSize().height();
     if (columns->direction() == QBoxLayout::BottomToTop) {
         const int end = panel->endOfControls(width() - edge.left() - edge.right());
-        height = std::max(height, 2 * (edge.top() + end) + TipWindow::highest(font()));
+        const int menu =
+            mapTo(window(), QPoint()).y(); // the tip is centred over the window, this view is not
+        height = std::max(height, menu + 2 * (edge.top() + end) + TipWindow::highest(font()));
     }
-    return {edge.left() + least + edge.right(), height};
+    return {std::max(edge.left() + least + edge.right(), measure(font(), 480)), height};
 }
