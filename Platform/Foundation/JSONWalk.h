@@ -15,12 +15,13 @@ enum class Kind { string, number, array, dictionary, null, other };
 /// What JSON makes of an object. Ordinary objects are told by their very class, others by their ancestors.
 Kind kindOf(const NSObject *object);
 
-/// Why an object is no JSON; null when all is well.
+/// Why an object is no JSON; null when all is well. Each of the reasons below is one object in the whole
+/// program, so that their addresses can be compared.
 using Reason = const char *;
-inline constexpr Reason invalidType = "Invalid type.";
-inline constexpr Reason tooDeep = "Too many nested arrays or dictionaries.";
-inline constexpr Reason notText = "Invalid key: not a text.";
-inline constexpr Reason notFinite = "Invalid number: not finite.";
+inline constexpr char invalidType[] = "Invalid type.";
+inline constexpr char tooDeep[] = "Too many nested arrays or dictionaries.";
+inline constexpr char notText[] = "Invalid key: not a text.";
+inline constexpr char notFinite[] = "Invalid number: not finite.";
 
 /// Every item, until `visit` gives a reason. Objects lie scattered in memory: those of the next items are
 /// fetched while one is written.

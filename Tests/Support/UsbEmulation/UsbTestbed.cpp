@@ -112,3 +112,10 @@ extern "C" const char *__tsan_default_suppressions() {
     return "race:libumockdev.so\nrace:libglib-2.0.so\nrace:libudev.so\n";
 }
 #endif
+
+#ifdef __SANITIZE_ADDRESS__
+// libusb keeps alternate settings that it read before a descriptor that it refuses.
+extern "C" const char *__lsan_default_suppressions() {
+    return "leak:libusb-1.0.so\n";
+}
+#endif
