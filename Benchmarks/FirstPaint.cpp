@@ -1,5 +1,5 @@
-// The window from process start to its first painted table, then the end. Built twice: as ours, and as a plain Qt
-// window with a table of the same size, which is the floor to compare with.
+// The window from process start to its first painted table, then the end. Built twice: as ours, and as a
+// plain Qt window with a table of the same size, which is the floor to compare with.
 #ifdef ZK_PLAIN_WINDOW
 #include <QHeaderView>
 #include <QMainWindow>
@@ -27,7 +27,8 @@ public:
 
     bool eventFilter(QObject *, QEvent *event) override {
         if (event->type() == QEvent::Paint && table_.model()->rowCount() > 0)
-            QMetaObject::invokeMethod(this, [] { _exit(0); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [] { _exit(0); }, Qt::QueuedConnection);
         return false;
     }
 

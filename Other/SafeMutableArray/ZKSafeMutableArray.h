@@ -8,8 +8,8 @@
 // read sees every write that the same thread issued before it. Writes are fire-and-forget: the checks are
 // made when the write runs, and a write that does not fit changes nothing.
 //
-// Unlike ordinary arrays nothing is raised: none is ignored by writes, an index past the end gives none, and a
-// walk goes over what the list held at its start, whatever is written meanwhile.
+// Unlike ordinary arrays nothing is raised: none is ignored by writes, an index past the end gives none, and
+// a walk goes over what the list held at its start, whatever is written meanwhile.
 //
 // Threads: any, but never from inside one of its own operations (a comparison of elements, say): a read would
 // wait for itself.
