@@ -56,8 +56,8 @@ private:
                                     httpClose);
         if (!connection || !expose(connection.get()))
             return false;
-        const bool lives = answersBriefly(connection.get());
-        expose(nullptr);
+        const bool briefly = answersBriefly(connection.get());
+        const bool lives = expose(nullptr) && briefly; // a connection shut down here ends like an answer
         const char *const name = httpGetField(connection.get(), HTTP_FIELD_SERVER);
         answer.version = lives && name ? name : "";
         return lives;
@@ -65,11 +65,11 @@ private:
 
     /// Any answer will do that comes to an end; what it says is not looked at.
     static bool answersBriefly(http_t *connection) {
-        const std::unique_ptr<ipp_t, void (*)(ipp_t *)> question(ippNewRequest(IPP_OP_CUPS_GET_DEFAULT),
-                                                                 ippDelete);
-        http_status_t status = cupsSendRequest(connection, question.get(), "/", ippLength(question.get()));
-        while (status != HTTP_STATUS_ERROR && (status = httpUpdate(connection)) == HTTP_STATUS_CONTINUE) {
-        } // also when the answer came before the whole question was sent
+        if (!asks(connection))
+            return false;
+        http_status_t status = HTTP_STATUS_CONTINUE;
+        while (status == HTTP_STATUS_CONTINUE)
+            status = httpUpdate(connection);
         std::size_t total = 0;
         std::array<char, 4096> part;
         for (ssize_t size; status > HTTP_STATUS_CONTINUE && total <= longestSignOfLife;
@@ -77,6 +77,18 @@ private:
             if (size = httpRead2(connection, part.data(), part.size()); size <= 0)
                 return size == 0;
         return false;
+    }
+
+    /// Sends a small question over this connection alone: the library's own way to send one connects anew
+    /// where the sending fails, and who gave up could not end that connection.
+    static bool asks(http_t *connection) {
+        const std::unique_ptr<ipp_t, void (*)(ipp_t *)> question(ippNewRequest(IPP_OP_CUPS_GET_DEFAULT),
+                                                                 ippDelete);
+        httpClearFields(connection);
+        httpSetLength(connection, ippLength(question.get()));
+        httpSetField(connection, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
+        return httpPost(connection, "/") == 0 && ippWrite(connection, question.get()) == IPP_STATE_DATA &&
+               httpFlushWrite(connection) >= 0;
     }
 
     /// Says on which connection this thread waits; false when nobody waits for it any more.
