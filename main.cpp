@@ -1,6 +1,6 @@
 // The process entry of the window.
-#include "Platform/Dispatch/EndingSignals.h"
-#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/System/EndingSignals.h"
+#include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Interface/NSApplication.h"
 
 #include <QGuiApplication>

@@ -1,7 +1,7 @@
 // Tables of texts beside Qt's, whose hashes are keyed as well, and attributed strings that grow.
-#include "Platform/Foundation/NSAttributedString.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSAttributedString.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <QHash>
 #include <QString>

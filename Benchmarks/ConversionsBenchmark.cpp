@@ -5,9 +5,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSJSONSerialization.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <QByteArray>
 #include <QJsonDocument>

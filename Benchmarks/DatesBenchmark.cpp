@@ -2,10 +2,10 @@
 // and Qt's beside them.
 #include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 
 #include <QDateTime>
 #include <benchmark/benchmark.h>

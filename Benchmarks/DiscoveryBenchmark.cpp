@@ -4,8 +4,8 @@
 #include "Manager/ZKCommand.h"
 #include "Manager/ZKManager.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/NSLog.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdio>

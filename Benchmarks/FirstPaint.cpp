@@ -8,7 +8,7 @@
 #else
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/NSTableView.h"
 #endif

@@ -1,11 +1,11 @@
 // Property lists in their three formats, each beside one of twice the size: whether time grows as size does.
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSPropertyListSerialization.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <benchmark/benchmark.h>
 

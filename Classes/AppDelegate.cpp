@@ -1,9 +1,9 @@
 #include "Classes/AppDelegate.h"
 
 #include "Classes/MyMainWindow.h"
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/QtText.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 
 NS_IMPLEMENTATION(AppDelegate) {}
 

@@ -5,7 +5,7 @@
 
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/Outlet.h"
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 #include <atomic>
 

@@ -2,7 +2,7 @@
 // and awake.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <memory>
 

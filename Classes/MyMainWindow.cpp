@@ -3,7 +3,7 @@
 #include "Classes/Help.h"
 #include "Classes/LocalizeMenu.h"
 #include "Classes/WindowPlace.h"
-#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Interface/Ink.h"
 #include "Views/PrinterSettings.h"
 #include "Views/utilityMainView.h"

@@ -1,6 +1,6 @@
 #include "Classes/TipWindow.h"
 
-#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Interface/Ink.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/QtText.h"

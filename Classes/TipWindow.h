@@ -5,7 +5,7 @@
 // Threads: the main thread, except `parentFrame` and `setParentFrame`, which any thread may call.
 #pragma once
 
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Interface/ModalSession.h"
 #include "Platform/Interface/NSRect.h"
 #include "Platform/Interface/Outlet.h"

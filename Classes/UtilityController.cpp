@@ -2,10 +2,10 @@
 
 #include "Classes/AppDelegate.h"
 #include "Classes/TipWindow.h"
-#include "Platform/Dispatch/Once.h"
-#include "Platform/Foundation/NSArray.h"
+#include "Platform/Dispatch/Queues/Once.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/RunLoop/NSRunLoop.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 
 NS_IMPLEMENTATION(UtilityController) {
     cls.instantiate([] { return shareInstance(); })

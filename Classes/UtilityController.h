@@ -9,7 +9,7 @@
 #pragma once
 
 #include "Platform/RunLoop/NSTimer.h"
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class NSMutableArray;
 

@@ -1,6 +1,6 @@
 #include "Manager/PrintService.h"
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 
 #include <array>
 #include <condition_variable>

@@ -2,8 +2,8 @@
 
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 void collectPrinter(const Ref<ZKUSB> &printer, const Ref<ZKSafeMutableArray> &list) {
     if (!printer)

@@ -1,13 +1,13 @@
 #include "Manager/PrinterStatus.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSError.h"
-#include "Platform/Foundation/NSJSONSerialization.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <cstdio>

@@ -1,7 +1,7 @@
 // Is a printer in a normal state?
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <cstdint>
 #include <functional>

@@ -2,7 +2,7 @@
 
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <algorithm>
 

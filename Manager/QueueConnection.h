@@ -6,7 +6,7 @@
 // Threads: any.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 #include "Platform/Transport/PrinterUri.h"
 
 class NSString;

@@ -2,8 +2,8 @@
 
 #include "Manager/QueueMatching.h"
 #include "Manager/SupportedModels.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSBundle.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/System/NSBundle.h"
 
 namespace {
 

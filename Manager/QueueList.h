@@ -1,7 +1,7 @@
 // The queues that the window lists, and why there are none.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 class NSMutableArray;
 class NSString;

@@ -1,10 +1,10 @@
 #include "Manager/QueueMatching.h"
 
 #include "Manager/PrintService.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <algorithm>
 #include <cups/cups.h>

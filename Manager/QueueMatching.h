@@ -4,7 +4,7 @@
 // `printServicePatience` (PrintService.h).
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <functional>
 #include <string>

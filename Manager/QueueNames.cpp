@@ -1,8 +1,8 @@
 #include "Manager/QueueNames.h"
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <map>
 

@@ -3,7 +3,7 @@
 // Threads: the thread that the entries belong to.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <vector>
 

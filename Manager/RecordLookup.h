@@ -1,7 +1,7 @@
 // Finds the attached printer that a print queue prints to.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 class NSString;
 class ZKSafeMutableArray;

@@ -1,7 +1,7 @@
 #include "Manager/ShownSettings.h"
 
 #include "Manager/QueueConnection.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 void ShownSettings::select(const Ref<NSString> &deviceUri, const std::optional<Printer> &bound,
                            bool isAttached, bool isReady) {

@@ -16,7 +16,7 @@
 // Threads: the main thread.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 #include "Platform/Transport/PrinterUri.h"
 
 #include <optional>

@@ -1,9 +1,9 @@
 #include "Manager/SupportedModels.h"
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSBundle.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSPropertyListSerialization.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Platform/Foundation/System/NSBundle.h"
 
 Ref<NSArray> supportedModels() {
     return as<NSArray>(NSPropertyListSerialization::propertyListWithData(

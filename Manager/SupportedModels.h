@@ -1,7 +1,7 @@
 // The list of supported models that ships as a resource.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 class NSArray;
 class NSData;

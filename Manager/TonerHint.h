@@ -5,7 +5,7 @@
 // ten seconds, so call them off the main thread. `deliver` is called on that thread before the query returns.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,9 +2,9 @@
 
 #include "Manager/ZKCommand.h"
 #include "Manager/ZKUSB.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <algorithm>

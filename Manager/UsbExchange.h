@@ -4,7 +4,7 @@
 // open: the transport keeps one handle a printer and retires it when the next exchange opens its own.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "Manager/ZKCommand.h"
 
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Runtime/Object/Class.h"
 
 NS_IMPLEMENTATION(ZKCommand) {}
 

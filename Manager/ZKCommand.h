@@ -16,7 +16,7 @@
 // Any thread. Every result is a new buffer.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 #include <array>
 #include <cstdint>

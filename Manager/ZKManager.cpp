@@ -3,9 +3,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Dispatch/Once.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Dispatch/Queues/Once.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <cstring>

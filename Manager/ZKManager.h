@@ -14,7 +14,7 @@
 #pragma once
 
 #include "Platform/RunLoop/NSTimer.h"
-#include "Platform/Runtime/NSBlock.h"
+#include "Platform/Runtime/Object/NSBlock.h"
 
 #include <atomic>
 #include <mutex>

@@ -1,9 +1,9 @@
 #include "Manager/ZKUSB.h"
 
 #include "Manager/UsbExchange.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 
 NS_IMPLEMENTATION(ZKUSB) {}
 

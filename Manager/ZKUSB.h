@@ -6,7 +6,7 @@
 // Two exchanges on one record at a time do no harm, but the completion of the later one then serves both.
 #pragma once
 
-#include "Platform/Runtime/NSBlock.h"
+#include "Platform/Runtime/Object/NSBlock.h"
 #include "Platform/Transport/PrinterUri.h"
 
 #include <atomic>

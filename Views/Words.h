@@ -1,7 +1,7 @@
 // Words of the string table as the interface's texts.
 #pragma once
 
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/QtText.h"
 
 /// The translation of the key.

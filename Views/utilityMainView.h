@@ -12,7 +12,7 @@
 #include "Manager/QueueList.h"
 #include "Manager/QueueNames.h"
 #include "Manager/ShownSettings.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Interface/NSRect.h"
 #include "Platform/Interface/NSTableView.h"
 #include "Platform/Interface/Outlet.h"

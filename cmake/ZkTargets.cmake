@@ -35,6 +35,25 @@ function(zk_library name)
     target_link_libraries(${name} PUBLIC zk_options ${ARG_USES})
 endfunction()
 
+# zk_room(NAME SOURCES a.cpp … HEADERS a.h … USES other …): one room of a library, see zk_library_of_rooms.
+function(zk_room name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;USES" ${ARGN})
+    add_library(${name} OBJECT ${ARG_SOURCES})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${ARG_HEADERS})
+    set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+    target_link_libraries(${name} PUBLIC zk_options ${ARG_USES})
+endfunction()
+
+# zk_library_of_rooms(NAME room …): the rooms as one static library. A class may be declared in one room and have
+# operations that are defined in a higher one, so rooms are linked together.
+function(zk_library_of_rooms name)
+    add_library(${name} STATIC)
+    target_link_libraries(${name} PUBLIC zk_options)
+    foreach(room ${ARGN})
+        target_sources(${name} PRIVATE $<TARGET_OBJECTS:${room}>)
+    endforeach()
+endfunction()
+
 # zk_test(NAME SOURCES a.cpp … USES other …): one test program; every case of it is a test of ctest.
 function(zk_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;LABELS" ${ARGN})

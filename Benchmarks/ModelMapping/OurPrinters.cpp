@@ -3,10 +3,10 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/NSURL.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 
 namespace {
 

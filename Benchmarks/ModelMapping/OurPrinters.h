@@ -1,8 +1,8 @@
 // The document mapped by the helper library.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Data/NSData.h"
 
 #include <string>
 

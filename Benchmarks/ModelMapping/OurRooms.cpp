@@ -3,8 +3,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 
 #include <string>
 

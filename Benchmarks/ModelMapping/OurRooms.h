@@ -1,8 +1,8 @@
 // Models with paths of keys and several keys, which are read and written by way of dictionaries.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Data/NSData.h"
 
 struct OurRooms {
     /// An array of so many rooms.

@@ -3,7 +3,7 @@
 //     return oneStep(array, [](NSMutableArray &contents) { … });
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <type_traits>
 

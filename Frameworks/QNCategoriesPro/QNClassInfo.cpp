@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/QNClassInfo.h"
 
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
-#include "Platform/Foundation/NSObjCRuntime.h"
+#include "Platform/Foundation/Text/NSObjCRuntime.h"
 
 #include <unordered_map>
 

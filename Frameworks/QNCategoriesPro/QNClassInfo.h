@@ -13,7 +13,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/QNClassMemberInfo.h"
-#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 
 #include <atomic>
 #include <mutex>

@@ -7,9 +7,9 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/QNEncodingType.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Reflection.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Reflection/Reflection.h"
 
 class QNClassIvarInfo : public NSObject {
     NS_CLASS(QNClassIvarInfo, NSObject)

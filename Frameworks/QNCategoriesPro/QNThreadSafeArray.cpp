@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
 
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 
 NS_IMPLEMENTATION(QNThreadSafeArray) {}
 

@@ -45,7 +45,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
-#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 
 class QNThreadSafeArray : public NSMutableArray {
     NS_CLASS(QNThreadSafeArray, NSMutableArray)

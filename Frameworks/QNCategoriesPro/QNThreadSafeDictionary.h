@@ -24,7 +24,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
-#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 
 class QNThreadSafeDictionary : public NSMutableDictionary {
     NS_CLASS(QNThreadSafeDictionary, NSMutableDictionary)

@@ -1,10 +1,10 @@
 #include "Frameworks/QNCategoriesPro/QNTimer.h"
 
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
-#include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/RunLoop/NSTimer.h"
-#include "Platform/Runtime/Message.h"
+#include "Platform/Runtime/Object/Message.h"
 
 NS_IMPLEMENTATION(QNTimer) {
     cls.method<&QNTimer::fire>("fire")

@@ -13,10 +13,10 @@
 // without the lock, so it may call `invalidate` itself.
 #pragma once
 
-#include "Platform/Dispatch/Semaphore.h"
-#include "Platform/Dispatch/TimerSource.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
+#include "Platform/Dispatch/Queues/TimerSource.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class QNTimer : public NSObject {
     NS_CLASS(QNTimer, NSObject)

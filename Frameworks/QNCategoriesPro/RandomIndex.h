@@ -1,7 +1,7 @@
 // Drawing by lot. Any thread.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 namespace qn {
 

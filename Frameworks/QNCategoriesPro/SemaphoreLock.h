@@ -1,7 +1,7 @@
 // Holds a semaphore of count 1 for the length of a scope, as a lock.
 #pragma once
 
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
 
 class SemaphoreLock {
 public:

@@ -1,10 +1,10 @@
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 
-#include "Platform/Dispatch/ConcurrentQueue.h"
-#include "Platform/Dispatch/Once.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Runtime/Class.h"
-#include "Platform/Runtime/NSException.h"
+#include "Platform/Dispatch/Queues/ConcurrentQueue.h"
+#include "Platform/Dispatch/Queues/Once.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <algorithm>
 

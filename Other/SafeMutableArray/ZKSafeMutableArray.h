@@ -15,7 +15,7 @@
 // wait for itself.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 
 namespace dispatch {
 class ConcurrentQueue;

@@ -1,4 +1,4 @@
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/NSApplication.h"
 
 #include <QApplication>

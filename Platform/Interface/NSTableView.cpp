@@ -1,6 +1,6 @@
 #include "Platform/Interface/NSTableView.h"
 
-#include "Platform/Dispatch/MainQueue.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Platform/Interface/QtText.h"
 #include "Platform/Interface/TableRowDelegate.h"
 

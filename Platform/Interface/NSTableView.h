@@ -12,9 +12,9 @@
 // Threads: the main thread.
 #pragma once
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Interface/Symbol.h"
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 #include <QTableView>
 

@@ -1,6 +1,6 @@
 #include "Platform/Interface/Outlet.h"
 
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/QtText.h"
 
 #include <QMenu>

@@ -1,7 +1,7 @@
 // Texts of the platform as Qt's, and back.
 #pragma once
 
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <QString>
 

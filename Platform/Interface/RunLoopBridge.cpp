@@ -1,7 +1,7 @@
 #include "Platform/Interface/RunLoopBridge.h"
 
-#include "Platform/Dispatch/Clock.h"
-#include "Platform/Dispatch/MainQueue.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Dispatch/Time/Clock.h"
 
 #include <QCoreApplication>
 #include <QEvent>

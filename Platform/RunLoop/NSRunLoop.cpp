@@ -1,9 +1,9 @@
 #include "Platform/RunLoop/NSRunLoop.h"
 
-#include "Platform/Dispatch/Clock.h"
-#include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 
 #include <algorithm>
 

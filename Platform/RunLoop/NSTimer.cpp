@@ -1,9 +1,9 @@
 #include "Platform/RunLoop/NSTimer.h"
 
-#include "Platform/Dispatch/Clock.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/RunLoop/NSRunLoop.h"
-#include "Platform/Runtime/Message.h"
+#include "Platform/Runtime/Object/Message.h"
 
 using dispatch::Clock;
 using dispatch::Instant;

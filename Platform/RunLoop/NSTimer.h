@@ -10,9 +10,9 @@
 // Threads: a timer belongs to the thread of its run loop.
 #pragma once
 
-#include "Platform/Dispatch/Instant.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Dispatch/Time/Instant.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 /// The interval that counts, in seconds: 0.1 ms for one of less than a nanosecond, of zero, negative or not a
 /// number.

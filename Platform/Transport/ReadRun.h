@@ -9,7 +9,7 @@
 // thread-safe.
 #pragma once
 
-#include "Platform/Dispatch/Instant.h"
+#include "Platform/Dispatch/Time/Instant.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <chrono>

@@ -4,7 +4,7 @@
 // Thread-safe. Printers do not wait for each other.
 #pragma once
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Transport/Printer.h"
 #include "Platform/Transport/ReadRun.h"
 

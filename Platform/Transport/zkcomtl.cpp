@@ -1,7 +1,7 @@
 // The C face of every transport library: arguments, exceptions, texts and the end of the process.
 #include "Platform/Transport/zkcomtl.h"
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Transport/Printer.h"
 #include "Platform/Transport/Transport.h"
 

@@ -1,8 +1,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableArray/NSMutableArray+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableDictionary/NSMutableDictionary+QNCommon.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gmock/gmock.h>

@@ -1,10 +1,10 @@
 // Typed access to dictionaries, and the text of collections.
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+QNJSON.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNCommon.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Dates/NSDate.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <cmath>

@@ -4,11 +4,11 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSObjCRuntime.h"
-#include "Platform/Runtime/Message.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Text/NSObjCRuntime.h"
+#include "Platform/Runtime/Object/Message.h"
 #include "Tests/Platform/Dispatch/OnThreads.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "Tests/Frameworks/ModelTesting.h"
 
-#include "Platform/Foundation/NSCoder.h"
+#include "Platform/Foundation/Serialization/Archive/NSCoder.h"
 
 NS_IMPLEMENTATION(Node) {
     cls.property<&Node::next>("next")

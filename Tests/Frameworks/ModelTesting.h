@@ -2,13 +2,13 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
-#include "Platform/Foundation/CGGeometry.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Class.h"
-#include "Platform/Runtime/NSBlock.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Numbers/CGGeometry.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/NSBlock.h"
 
 /// Leads to anything, itself included.
 class Node : public NSObject {

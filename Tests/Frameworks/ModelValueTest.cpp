@@ -1,10 +1,10 @@
 // Models copied, compared and archived.
-#include "Platform/Foundation/NSCoder.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSKeyedArchiver.h"
-#include "Platform/Foundation/NSKeyedUnarchiver.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSPropertyListSerialization.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Serialization/Archive/NSCoder.h"
+#include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
+#include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Tests/Frameworks/ModelTesting.h"
 #include "Tests/Platform/Foundation/Text.h"
 

@@ -1,8 +1,8 @@
 // Bytes to texts and back: hexadecimal, base64, JSON, CRC-32, resources.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/NSLog.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>

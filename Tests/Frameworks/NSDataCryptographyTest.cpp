@@ -1,7 +1,7 @@
 // Digests, HMAC and AES against published vectors.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/Data/NSData.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Texts to numbers, in several locales.
 #include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Tests/Frameworks/LocaleScope.h"
 #include "Tests/Platform/Dispatch/OnThreads.h"
 #include "Tests/Platform/Foundation/Text.h"

@@ -1,6 +1,6 @@
 // Escaping, sizes, versions, times, chance, types of files.
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Frameworks/LocaleScope.h"
 #include "Tests/Frameworks/TimeZoneScope.h"
 #include "Tests/Platform/Foundation/Text.h"

@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/Message.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Message.h"
 #include "Tests/Platform/RunLoop/Ticker.h"
 
 using namespace std::chrono_literals;

@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/QNTimer.h"
-#include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Runtime/Object/Class.h"
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
 // URL query strings.
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNURL.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <cctype>

@@ -1,7 +1,7 @@
 // Another default time zone for the length of a scope.
 #pragma once
 
-#include "Platform/Foundation/NSTimeZone.h"
+#include "Platform/Foundation/Dates/NSTimeZone.h"
 
 class TimeZoneScope {
 public:

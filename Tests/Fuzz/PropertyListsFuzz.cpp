@@ -1,10 +1,10 @@
 // Property lists in their three formats: what is read, immutable and mutable, comes back from every format
 // that can hold it.
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSError.h"
-#include "Platform/Foundation/NSPropertyListSerialization.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Tests/Fuzz/FuzzTarget.h"
 
 namespace {

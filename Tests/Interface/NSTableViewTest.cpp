@@ -1,7 +1,7 @@
 // The table: what it asks for and when, and what stays through reloads.
 #include "Platform/Interface/NSTableView.h"
 
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/QtText.h"
 #include "Tests/Support/QtTesting.h"

@@ -1,9 +1,9 @@
 #include "Manager/PrinterListCollector.h"
 #include "Manager/ZKManager.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/RunLoop/NSRunLoop.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 #include "Tests/Manager/ManagerTesting.h"
 #include "Tests/Manager/ScriptedTransport.h"
 

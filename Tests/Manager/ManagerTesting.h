@@ -2,9 +2,9 @@
 #pragma once
 
 #include "Manager/ZKUSB.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <cstdint>
 #include <mutex>

@@ -4,10 +4,10 @@
 
 #include "Manager/PrintService.h"
 #include "Manager/SupportedModels.h"
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSNull.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
 #include "Tests/Manager/ManagerTesting.h"
 #include "Tests/Support/PrivateCups.h"
 

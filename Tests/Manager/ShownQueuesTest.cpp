@@ -4,7 +4,7 @@
 #include "Manager/QueueNames.h"
 #include "Manager/ShownSettings.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Tests/Manager/ManagerTesting.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Dispatch/ConcurrentQueue.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Dispatch/Queues/ConcurrentQueue.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <gmock/gmock.h>
 

@@ -3,9 +3,9 @@
 // One application a process: ctest runs every case in a process of its own.
 #pragma once
 
-#include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/RunLoop/NSRunLoop.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "Tools/zkprinter/Patience.h"
 
-#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 
 #include <future>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "Tests/Manager/ScriptedTransport.h"
 #include "Tests/Window/WindowTesting.h"
 
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
 
 #include <QTimer>
 

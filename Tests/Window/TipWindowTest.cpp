@@ -1,6 +1,6 @@
 // The tip window and the controller that ends its runs.
-#include "Platform/Runtime/Class.h"
-#include "Platform/Runtime/NSException.h"
+#include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/NSException.h"
 #include "Tests/Window/WindowTesting.h"
 
 #include <QKeyEvent>

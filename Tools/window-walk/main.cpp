@@ -10,9 +10,9 @@
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
 #include "Classes/TipWindow.h"
-#include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/NSTableView.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 #include "Tools/zkprinter/Devices.h"
 
 #include "Manager/ZKUSB.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Terminal.h"

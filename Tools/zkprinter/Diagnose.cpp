@@ -1,7 +1,7 @@
 // The report for the support.
 #include "Manager/ZKUSB.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Reason.h"

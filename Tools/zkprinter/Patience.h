@@ -8,7 +8,7 @@
 // command has taken as long as it may, `giveUp` is called, which is to end the process.
 #pragma once
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 
 #include <condition_variable>
 #include <functional>

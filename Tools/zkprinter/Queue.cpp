@@ -6,9 +6,9 @@
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Tools/zkprinter/Patience.h"
 #include "Tools/zkprinter/Reason.h"
 

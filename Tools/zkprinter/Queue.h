@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Manager/PrinterStatus.h"
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 #include "Platform/Transport/usb/AttachedPrinter.h"
 #include "Tools/zkprinter/Failure.h"
 

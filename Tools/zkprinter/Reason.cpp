@@ -1,6 +1,6 @@
 #include "Tools/zkprinter/Reason.h"
 
-#include "Platform/Foundation/NSLog.h"
+#include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <algorithm>

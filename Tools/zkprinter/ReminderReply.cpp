@@ -1,8 +1,8 @@
 #include "Tools/zkprinter/ReminderReply.h"
 
 #include "Manager/ConsumableReminder.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/Unicode.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 #include "Tools/zkprinter/SerialNumbers.h"
 
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Text/Unicode.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "Tools/zkprinter/Terminal.h"
 
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Output.h"
 
 #include <algorithm>

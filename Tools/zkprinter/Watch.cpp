@@ -1,6 +1,6 @@
 // The command that tells which printers come and go.
 #include "Manager/ZKUSB.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Transport/usb/AttachedPrinter.h"
 #include "Platform/Transport/usb/DeviceEvents.h"
 #include "Tools/zkprinter/Commands.h"

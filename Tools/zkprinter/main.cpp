@@ -1,8 +1,8 @@
 // zkprinter: the printers and their low-toner reminder from the command line.
 #include "Manager/PrinterStatus.h"
-#include "Platform/Dispatch/EndingSignals.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/System/EndingSignals.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Output.h"

@@ -1,9 +1,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/CollectionText.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSPropertyListSerialization.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 id qn::collection::propertyList(const Ref<NSData> &data, bool mutableThroughout) {
     return NSPropertyListSerialization::propertyListWithData(

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/OneStep.h"
-#include "Platform/Foundation/NSJSONSerialization.h"
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class NSData;
 class NSString;

@@ -1,7 +1,7 @@
 // Whole writes and whole transfers over the bulk endpoints of a printer.
 #pragma once
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Transport/usb/UsbDevice.h"
 
 #include <chrono>

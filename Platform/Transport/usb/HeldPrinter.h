@@ -13,7 +13,7 @@
 // most. A small thread of its own looks after an open device.
 #pragma once
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Transport/Printer.h"
 #include "Platform/Transport/usb/UsbDevice.h"
 

@@ -1,7 +1,7 @@
 // The printers of a USB bus.
 #pragma once
 
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Transport/Printer.h"
 #include "Platform/Transport/usb/UsbDevice.h"
 

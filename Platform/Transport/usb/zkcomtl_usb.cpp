@@ -1,5 +1,5 @@
 // libzkcomtl.so.1 over the USB bus of this machine.
-#include "Platform/Dispatch/Clock.h"
+#include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Transport/usb/LibusbBus.h"
 #include "Platform/Transport/usb/UsbPrinters.h"
 

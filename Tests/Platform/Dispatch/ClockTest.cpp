@@ -1,5 +1,5 @@
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Platform/Dispatch/OnThreads.h"
 
 #include <gmock/gmock.h>

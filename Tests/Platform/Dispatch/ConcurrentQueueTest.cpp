@@ -1,5 +1,5 @@
-#include "Platform/Dispatch/ConcurrentQueue.h"
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/ConcurrentQueue.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
 #include "Tests/Platform/Dispatch/OnThreads.h"
 
 #include <gtest/gtest.h>

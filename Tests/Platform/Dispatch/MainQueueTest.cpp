@@ -1,5 +1,5 @@
-#include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
 
 #include <gmock/gmock.h>
 

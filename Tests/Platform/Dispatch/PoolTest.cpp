@@ -1,5 +1,5 @@
-#include "Platform/Dispatch/Pool.h"
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/Pool.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Dispatch/Once.h"
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/Once.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Platform/Dispatch/OnThreads.h"
 
 #include <gtest/gtest.h>

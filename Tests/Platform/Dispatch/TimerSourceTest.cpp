@@ -1,7 +1,7 @@
-#include "Platform/Dispatch/TimerSource.h"
-#include "Platform/Dispatch/MainQueue.h"
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Dispatch/Semaphore.h"
+#include "Platform/Dispatch/Queues/TimerSource.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Dispatch/Queues/Semaphore.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 // Arrays beyond their primitives: ranges and index sets, order, tests, batches.
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSIndexSet.h"
-#include "Platform/Foundation/NSURL.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSIndexSet.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Runtime/Object/Class.h"
 #include "Tests/Platform/Foundation/Shorthand.h"
 #include "Tests/Platform/Transport/TemporaryFolder.h"
 

@@ -1,10 +1,10 @@
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSIndexSet.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSSet.h"
-#include "Platform/Foundation/NSThread.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSIndexSet.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/NSThread.h"
+#include "Platform/Runtime/Object/Class.h"
 #include "Tests/Platform/Foundation/Shorthand.h"
 
 #include <gmock/gmock.h>

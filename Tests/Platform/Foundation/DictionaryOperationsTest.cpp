@@ -1,8 +1,8 @@
 // Dictionaries beyond their primitives, and sets.
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSSet.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Runtime/Object/Class.h"
 #include "Tests/Platform/Foundation/Shorthand.h"
 
 #include <gmock/gmock.h>

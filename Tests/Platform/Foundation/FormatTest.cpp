@@ -1,8 +1,8 @@
 // Formatting, and the log that is made of it.
-#include "Platform/Foundation/Format.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/Text/Format.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/System/NSLog.h"
 #include "Tests/Platform/Foundation/PlainLocale.h"
 #include "Tests/Platform/Foundation/Text.h"
 

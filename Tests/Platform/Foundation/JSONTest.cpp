@@ -1,6 +1,6 @@
 // JSON as it is read and as it is written.
-#include "Platform/Foundation/NSError.h"
-#include "Platform/Foundation/NSJSONSerialization.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Foundation/System/NSError.h"
 #include "Tests/Platform/Foundation/PlainLocale.h"
 #include "Tests/Platform/Foundation/RandomObjects.h"
 #include "Tests/Platform/Foundation/Shorthand.h"

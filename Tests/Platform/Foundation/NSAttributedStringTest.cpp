@@ -1,6 +1,6 @@
 // Texts with attributes by range.
-#include "Platform/Foundation/NSAttributedString.h"
-#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSAttributedString.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Platform/Foundation/NSIndexSet.h"
+#include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gmock/gmock.h>

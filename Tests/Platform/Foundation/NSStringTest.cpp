@@ -1,7 +1,7 @@
-#include "Platform/Foundation/NSCharacterSet.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDecimalNumber.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Numbers/NSDecimalNumber.h"
+#include "Platform/Foundation/Text/NSCharacterSet.h"
+#include "Platform/Foundation/Text/Unicode.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>

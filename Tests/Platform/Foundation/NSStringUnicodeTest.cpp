@@ -1,8 +1,8 @@
 // What texts know of Unicode: case, white space, characters of several code units; and the truths,
 // parts and hexadecimal numbers read from them.
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSCharacterSet.h"
-#include "Platform/Foundation/NSScanner.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Text/NSCharacterSet.h"
+#include "Platform/Foundation/Text/NSScanner.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Numbers of every kind: their types, narrowing and order; decimal ones also: reading and rounding.
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDecimalNumber.h"
-#include "Platform/Foundation/NSJSONSerialization.h"
-#include "Platform/Foundation/NSPropertyListSerialization.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Numbers/NSDecimalNumber.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Tests/Platform/Foundation/PlainLocale.h"
 #include "Tests/Platform/Foundation/Text.h"
 

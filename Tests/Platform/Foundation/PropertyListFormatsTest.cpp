@@ -1,8 +1,8 @@
 // The three formats of property lists: written, read back, compared with another reader and writer, and
 // hostile.
-#include "Platform/Foundation/NSError.h"
-#include "Platform/Foundation/NSPropertyListSerialization.h"
-#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Platform/Foundation/System/NSError.h"
 #include "Tests/Platform/Foundation/RandomObjects.h"
 #include "Tests/Platform/Foundation/Shorthand.h"
 #include "Tests/Platform/Transport/TemporaryFolder.h"

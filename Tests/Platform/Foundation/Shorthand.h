@@ -1,8 +1,8 @@
 // Numbers, lists and long texts in short.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 /// Equal numbers are different objects, so that the order among equals shows.

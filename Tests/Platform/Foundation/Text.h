@@ -1,8 +1,8 @@
 // What the tests of this folder share: texts to compare, and what an operation raises.
 #pragma once
 
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/NSException.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // The system's time zones: their files and texts beside the C library, and what is no zone.
-#include "Platform/Foundation/PosixTimeZone.h"
-#include "Platform/Foundation/TimeZoneDatabase.h"
-#include "Platform/Foundation/TimeZoneFile.h"
+#include "Platform/Foundation/Dates/PosixTimeZone.h"
+#include "Platform/Foundation/Dates/TimeZoneDatabase.h"
+#include "Platform/Foundation/Dates/TimeZoneFile.h"
 #include "Tests/Frameworks/EnvironmentScope.h"
 #include "Tests/Platform/Transport/TemporaryFolder.h"
 

@@ -1,6 +1,6 @@
 // Locations, against the grammar as it is written.
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSURL.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/System/NSURL.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Byte buffers, dates and errors.
-#include "Platform/Dispatch/ManualClock.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSError.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/System/NSError.h"
 #include "Tests/Platform/Foundation/Text.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "Platform/RunLoop/NSRunLoop.h"
-#include "Platform/Dispatch/MainQueue.h"
+#include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Tests/Platform/RunLoop/Ticker.h"
 
 #include <thread>

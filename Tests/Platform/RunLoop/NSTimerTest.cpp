@@ -1,7 +1,7 @@
 #include "Platform/RunLoop/NSTimer.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Runtime/NSException.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/NSException.h"
 #include "Tests/Platform/RunLoop/Ticker.h"
 
 #include <cmath>

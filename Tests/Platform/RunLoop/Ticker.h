@@ -1,9 +1,9 @@
 // Where the ticks of the timers under test arrive, and the clock that they go by.
 #pragma once
 
-#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/RunLoop/NSRunLoop.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Must not compile, because of its last declaration: `wrong` does not give what was agreed on.
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 
 inline constexpr runtime::ClassOperation<std::int32_t()> count{"count"};
 inline constexpr runtime::InstanceOperation<id(id)> echo{"echo:"};

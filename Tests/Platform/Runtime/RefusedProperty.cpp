@@ -1,5 +1,5 @@
 // Must not compile: declares a property whose type has the encoding `SPAN_ENCODING`.
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 
 struct Span {
     double from, to;

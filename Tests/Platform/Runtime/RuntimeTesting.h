@@ -1,8 +1,8 @@
 // What the tests of this folder share: selectors as literals, and what an operation raises.
 #pragma once
 
-#include "Platform/Runtime/NSException.h"
-#include "Platform/Runtime/SEL.h"
+#include "Platform/Runtime/Object/NSException.h"
+#include "Platform/Runtime/Object/SEL.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Arrays of models. Any thread.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 
 namespace qn {
 

@@ -1,7 +1,7 @@
 // Reading arrays without a thought for their bounds. Each is one step on a guarded array; none gives none.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 
 namespace qn {
 

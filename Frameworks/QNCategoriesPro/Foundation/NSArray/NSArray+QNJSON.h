@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/CollectionText.h"
-#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 
 #include <type_traits>
 

@@ -1,13 +1,13 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 
-#include "Platform/Foundation/HexDigit.h"
-#include "Platform/Foundation/NSBundle.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSError.h"
-#include "Platform/Foundation/NSJSONSerialization.h"
-#include "Platform/Foundation/NSLog.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/TextWriter.h"
+#include "Platform/Foundation/Data/HexDigit.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Foundation/System/NSBundle.h"
+#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Foundation/Text/TextWriter.h"
 
 #include <algorithm>
 #include <array>

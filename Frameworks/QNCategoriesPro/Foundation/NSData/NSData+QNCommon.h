@@ -1,7 +1,7 @@
 // Conversions of byte buffers. None gives none, or zero. Any thread.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class NSData;
 class NSString;

@@ -1,8 +1,8 @@
 // Base64.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <algorithm>
 #include <array>

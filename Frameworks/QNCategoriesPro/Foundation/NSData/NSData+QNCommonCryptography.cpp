@@ -1,9 +1,9 @@
 // Digests, message authentication codes, encryption.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 
-#include "Platform/Foundation/Cryptography.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/Cryptography.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <array>
 

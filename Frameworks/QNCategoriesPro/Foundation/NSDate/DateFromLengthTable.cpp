@@ -1,10 +1,10 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
 
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSDateFormatter.h"
-#include "Platform/Foundation/NSLocale.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/NSTimeZone.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Dates/NSDateFormatter.h"
+#include "Platform/Foundation/Dates/NSTimeZone.h"
+#include "Platform/Foundation/Text/NSLocale.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <array>
 

@@ -12,7 +12,7 @@
 // Those that do not name their offset are in UTC.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 class NSDate;
 class NSString;

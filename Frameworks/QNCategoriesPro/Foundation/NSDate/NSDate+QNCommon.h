@@ -2,7 +2,7 @@
 // thread; threads that use the same shared formatter wait for each other.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class NSCalendar;
 class NSDate;

@@ -1,7 +1,7 @@
 // Dictionaries of models. Any thread.
 #pragma once
 
-#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 
 namespace qn {
 

@@ -1,10 +1,10 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNCommon.h"
 
 #include "Frameworks/QNCategoriesPro/OneStep.h"
-#include "Platform/Foundation/CollectionArguments.h"
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/CollectionArguments.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/CollectionText.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
 
 #include <optional>
 #include <type_traits>

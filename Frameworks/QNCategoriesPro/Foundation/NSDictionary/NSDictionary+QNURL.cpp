@@ -1,12 +1,12 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNURL.h"
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSCharacterSet.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSSet.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/UnicodeText.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Text/NSCharacterSet.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Foundation/Text/UnicodeText.h"
 
 #include <algorithm>
 

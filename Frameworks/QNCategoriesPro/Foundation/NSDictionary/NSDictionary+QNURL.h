@@ -7,7 +7,7 @@
 // that stands alone raises NSInvalidArgumentException.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 class NSArray;
 class NSDictionary;

@@ -3,7 +3,7 @@
 // (`removeLastObject`, which does nothing on an empty array, is the array's own.)
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 
 namespace qn {
 

@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableDictionary/NSMutableDictionary+QNCommon.h"
 
 #include "Frameworks/QNCategoriesPro/OneStep.h"
-#include "Platform/Foundation/CollectionArguments.h"
+#include "Platform/Foundation/Collections/CollectionArguments.h"
 
 namespace {
 

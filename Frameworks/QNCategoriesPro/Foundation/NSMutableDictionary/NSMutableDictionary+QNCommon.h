@@ -2,7 +2,7 @@
 // none.
 #pragma once
 
-#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 
 namespace qn {
 

@@ -1,12 +1,12 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSNumberFormatter.h"
-#include "Platform/Foundation/NSScanner.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Numbers/NSNumberFormatter.h"
+#include "Platform/Foundation/Text/NSScanner.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Numbers from texts. Any thread.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 class NSNumber;
 class NSString;

@@ -1,14 +1,14 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/FoundationKind.h"
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSDecimalNumber.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/NSSet.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/NSURL.h"
-#include "Platform/Runtime/Class.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Numbers/NSDecimalNumber.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 // What a class is to the mapping of models: one of the kinds of value that Foundation brings, or a model.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 namespace qn {
 

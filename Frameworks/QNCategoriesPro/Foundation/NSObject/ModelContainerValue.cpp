@@ -4,7 +4,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNesting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
-#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/Collections/NSSet.h"
 
 using qn::PropertyStore;
 

@@ -3,13 +3,13 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelISOFormatter.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNumberValue.h"
-#include "Platform/Foundation/NSAttributedString.h"
-#include "Platform/Foundation/NSCharacterSet.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSDecimalNumber.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/NSURL.h"
+#include "Platform/Foundation/Collections/NSAttributedString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Numbers/NSDecimalNumber.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Foundation/Text/NSCharacterSet.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 using qn::PropertyStore;
 

@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Runtime/Message.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Runtime/Object/Message.h"
 
 namespace {
 

@@ -44,9 +44,9 @@
 // types raises NSInvalidArgumentException when it is declared or added.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Runtime/Operation.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Runtime/Object/Operation.h"
 
 namespace qn::hooks {
 

@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelISOFormatter.h"
 
-#include "Platform/Foundation/NSLocale.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSLocale.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 const NSDateFormatter &qn::modelISOFormatter() {
     static const auto &formatter = *new Ref<NSDateFormatter>(

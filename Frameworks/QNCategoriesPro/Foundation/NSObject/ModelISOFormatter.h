@@ -2,7 +2,7 @@
 // 2014-01-20T12:24:48+0100.
 #pragma once
 
-#include "Platform/Foundation/NSDateFormatter.h"
+#include "Platform/Foundation/Dates/NSDateFormatter.h"
 
 namespace qn {
 

@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNumberValue.h"
 
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <algorithm>
 #include <cmath>

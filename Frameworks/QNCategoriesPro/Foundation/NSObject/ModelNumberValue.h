@@ -9,7 +9,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelPropertyMeta.h"
-#include "Platform/Foundation/NSNumber.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
 
 namespace qn {
 

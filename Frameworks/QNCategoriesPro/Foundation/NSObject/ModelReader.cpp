@@ -2,7 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNesting.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
-#include "Platform/Foundation/JSONBuilder.h"
+#include "Platform/Foundation/Serialization/JSON/JSONBuilder.h"
 
 #include <algorithm>
 #include <vector>

@@ -9,8 +9,8 @@
 // Threads: any.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Data/NSData.h"
 
 #include <optional>
 

@@ -1,9 +1,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelRuntimeValue.h"
 
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSObjCRuntime.h"
-#include "Platform/Foundation/NSValue.h"
-#include "Platform/Runtime/NSBlock.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Numbers/NSValue.h"
+#include "Platform/Foundation/Text/NSObjCRuntime.h"
+#include "Platform/Runtime/Object/NSBlock.h"
 
 namespace {
 

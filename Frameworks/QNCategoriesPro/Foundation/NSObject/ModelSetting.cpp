@@ -7,8 +7,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelNumberValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelRuntimeValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Runtime/Message.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Runtime/Object/Message.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // What callers give as JSON, as the collection it holds.
 #pragma once
 
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSJSONSerialization.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 namespace qn {
 

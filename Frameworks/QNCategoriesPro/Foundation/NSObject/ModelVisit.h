@@ -2,7 +2,7 @@
 // a walk through objects that lead back to themselves, or that nest without end, from going on for ever.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 namespace qn {
 

@@ -1,9 +1,9 @@
 // Walks over the contents of collections while setters and hooks run, which may change them.
 #pragma once
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSDictionary.h"
-#include "Platform/Foundation/ObjectTable.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/ObjectTable.h"
 
 #include <algorithm>
 

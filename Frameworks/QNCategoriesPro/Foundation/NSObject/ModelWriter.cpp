@@ -6,13 +6,13 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
-#include "Platform/Foundation/JSONWriter.h"
-#include "Platform/Foundation/NSAttributedString.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSObjCRuntime.h"
-#include "Platform/Foundation/NSSet.h"
-#include "Platform/Foundation/NSURL.h"
+#include "Platform/Foundation/Collections/NSAttributedString.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Serialization/JSON/JSONWriter.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Foundation/Text/NSObjCRuntime.h"
 
 #include <cmath>
 #include <unordered_set>

@@ -9,7 +9,7 @@
 // Threads: any, while nobody changes the objects.
 #pragma once
 
-#include "Platform/Foundation/NSData.h"
+#include "Platform/Foundation/Data/NSData.h"
 
 #include <optional>
 

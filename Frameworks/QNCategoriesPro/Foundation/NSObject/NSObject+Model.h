@@ -10,7 +10,7 @@
 // Threads: any, one at a time for each model.
 #pragma once
 
-#include "Platform/Foundation/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 
 namespace qn {
 

@@ -3,11 +3,11 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
-#include "Platform/Foundation/KeyedCoding.h"
-#include "Platform/Foundation/NSCoder.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSObjCRuntime.h"
-#include "Platform/Runtime/Message.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Serialization/Archive/KeyedCoding.h"
+#include "Platform/Foundation/Serialization/Archive/NSCoder.h"
+#include "Platform/Foundation/Text/NSObjCRuntime.h"
+#include "Platform/Runtime/Object/Message.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
-#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/Collections/NSNull.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSSet.h"
-#include "Platform/Runtime/NSException.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <algorithm>
 

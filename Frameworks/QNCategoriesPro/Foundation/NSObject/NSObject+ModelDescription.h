@@ -11,7 +11,7 @@
 // Threads: any, while nobody changes the objects.
 #pragma once
 
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 /// Never none. "<nil>" for none.
 Ref<NSString> ModelDescription(const id &object);

@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/EqualModels.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHashes.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
-#include "Platform/Foundation/NSNull.h"
+#include "Platform/Foundation/Collections/NSNull.h"
 
 namespace {
 

@@ -28,7 +28,7 @@
 // Threads: any, while nobody changes the objects. Getters and hooks may raise, nothing else does.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class NSData;
 

@@ -24,7 +24,7 @@
 // Threads: any, while nobody changes the objects.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class NSCoder;
 

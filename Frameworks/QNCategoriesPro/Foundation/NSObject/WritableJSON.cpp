@@ -2,9 +2,9 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
-#include "Platform/Foundation/NSNull.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <cmath>
 

@@ -2,7 +2,7 @@
 // text: one value does not cost a document.
 #pragma once
 
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 namespace qn {
 

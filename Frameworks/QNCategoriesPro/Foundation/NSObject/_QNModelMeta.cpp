@@ -3,9 +3,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelMapper.h"
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
-#include "Platform/Foundation/JSONWriter.h"
-#include "Platform/Foundation/NSObjCRuntime.h"
-#include "Platform/Foundation/NSSet.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Serialization/JSON/JSONWriter.h"
+#include "Platform/Foundation/Text/NSObjCRuntime.h"
 
 #include <algorithm>
 #include <atomic>

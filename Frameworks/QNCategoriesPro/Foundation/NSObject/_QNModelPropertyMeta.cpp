@@ -1,8 +1,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelPropertyMeta.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
-#include "Platform/Foundation/NSKeyValueCoding.h"
-#include "Platform/Foundation/NSObjCRuntime.h"
+#include "Platform/Foundation/KeyValueCoding/NSKeyValueCoding.h"
+#include "Platform/Foundation/Text/NSObjCRuntime.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The named character references of HTML 4.01, and "&apos;". Each map is sorted by code unit.
 #pragma once
 
-#include "Platform/Runtime/Ref.h"
+#include "Platform/Runtime/Object/Ref.h"
 
 namespace qn {
 

@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLReferences.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLEscapeMap.h"
-#include "Platform/Foundation/HexDigit.h"
+#include "Platform/Foundation/Data/HexDigit.h"
 
 #include <algorithm>
 #include <optional>

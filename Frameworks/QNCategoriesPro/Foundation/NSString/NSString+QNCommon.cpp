@@ -1,12 +1,12 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
-#include "Platform/Foundation/Localization.h"
-#include "Platform/Foundation/NSBundle.h"
-#include "Platform/Foundation/NSCharacterSet.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSString.h"
-#include "Platform/Foundation/UniformType.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/Localization.h"
+#include "Platform/Foundation/System/NSBundle.h"
+#include "Platform/Foundation/System/UniformType.h"
+#include "Platform/Foundation/Text/NSCharacterSet.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 // "The UTF-8 bytes" are those of `dataValue`; where there are none, an operation on them gives none or zero.
 #pragma once
 
-#include "Platform/Foundation/NSRange.h"
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Foundation/Text/NSRange.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 class NSData;
 class NSNumber;

@@ -2,8 +2,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
-#include "Platform/Foundation/NSData.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 Ref<NSString> qn::MD5_string(const Ref<NSString> &text) {
     return MD5_string(dataValue(text));

@@ -1,8 +1,8 @@
 // Percent-encoding.
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 
-#include "Platform/Foundation/NSCharacterSet.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSCharacterSet.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // Texts made from sizes, times and chance, and the order of versions.
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 
-#include "Platform/Foundation/NSArray.h"
-#include "Platform/Foundation/NSDate.h"
-#include "Platform/Foundation/NSDateFormatter.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Dates/NSDateFormatter.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <array>
 #include <cstdlib>

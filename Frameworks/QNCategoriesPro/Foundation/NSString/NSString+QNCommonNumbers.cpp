@@ -3,8 +3,8 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
-#include "Platform/Foundation/NSNumber.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 namespace {
 

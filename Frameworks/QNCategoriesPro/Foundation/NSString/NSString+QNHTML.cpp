@@ -2,8 +2,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLReferences.h"
-#include "Platform/Foundation/NSCharacterSet.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSCharacterSet.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <algorithm>
 #include <charconv>

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLEscapeMap.h"
-#include "Platform/Runtime/NSObject.h"
+#include "Platform/Runtime/Object/NSObject.h"
 
 namespace qn {
 

@@ -2,8 +2,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLReferences.h"
-#include "Platform/Foundation/NSRegularExpression.h"
-#include "Platform/Foundation/NSString.h"
+#include "Platform/Foundation/Text/NSRegularExpression.h"
+#include "Platform/Foundation/Text/NSString.h"
 
 #include <algorithm>
 #include <string_view>

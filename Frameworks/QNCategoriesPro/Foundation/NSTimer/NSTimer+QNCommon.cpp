@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
 
-#include "Platform/Runtime/Class.h"
+#include "Platform/Runtime/Object/Class.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #pragma once
 
 #include "Platform/RunLoop/NSTimer.h"
-#include "Platform/Runtime/NSBlock.h"
+#include "Platform/Runtime/Object/NSBlock.h"
 
 namespace qn {
 

@@ -1,5 +1,5 @@
 // Handles, transfers and the giving back of printers, on a bus and by a clock of the test's own.
-#include "Platform/Dispatch/ManualClock.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Transport/Transport.h"
 #include "Platform/Transport/usb/AlternateSetting.h"
 #include "Platform/Transport/usb/BulkTransfer.h"

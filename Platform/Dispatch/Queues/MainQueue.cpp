@@ -1,0 +1,77 @@
+#include "Platform/Dispatch/Queues/MainQueue.h"
+
+#include "Platform/Dispatch/Queues/Semaphore.h"
+
+#include <exception>
+#include <unistd.h>
+
+namespace dispatch {
+
+MainQueue &mainQueue() {
+    static auto *const queue = new MainQueue; // blocks may still come while the process ends
+    return *queue;
+}
+
+bool isMainThread() {
+    static thread_local const bool result = gettid() == getpid();
+    return result;
+}
+
+void MainQueue::async(Block block) {
+    {
+        const std::lock_guard lock(mutex_);
+        blocks_.push_back(std::move(block));
+        if (blocks_.size() > 1)
+            return;
+    }
+    const std::lock_guard lock(wakerMutex_);
+    if (waker_)
+        waker_();
+}
+
+void MainQueue::sync(const Block &block) {
+    if (isMainThread())
+        return block();
+    std::exception_ptr error;
+    Semaphore done(0);
+    async([&] {
+        try {
+            block();
+        } catch (...) {
+            error = std::current_exception();
+        }
+        done.signal();
+    });
+    done.wait();
+    if (error)
+        std::rethrow_exception(std::move(error));
+}
+
+std::size_t MainQueue::drain() {
+    std::unique_lock lock(mutex_);
+    const std::uint64_t end = taken_ + blocks_.size();
+    std::size_t count = 0;
+    while (taken_ < end) { // a nested call moves taken_ on as well
+        Block block = std::move(blocks_.front());
+        blocks_.pop_front();
+        ++taken_;
+        ++count;
+        lock.unlock();
+        block();
+        block = nullptr;
+        lock.lock();
+    }
+    return count;
+}
+
+bool MainQueue::hasWork() const {
+    const std::lock_guard lock(mutex_);
+    return !blocks_.empty();
+}
+
+void MainQueue::setWaker(std::function<void()> waker) {
+    const std::lock_guard lock(wakerMutex_);
+    waker_.swap(waker);
+}
+
+} // namespace dispatch

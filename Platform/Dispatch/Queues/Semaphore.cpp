@@ -1,0 +1,49 @@
+#include "Platform/Dispatch/Queues/Semaphore.h"
+
+#include "Platform/Dispatch/Time/Clock.h"
+
+#include <thread>
+
+namespace dispatch {
+
+// What is waited for is mostly short: giving way a few times is far cheaper than going to sleep.
+static constexpr int yields = 20;
+
+void Semaphore::waitSlowly() {
+    for (int i = 0; i < yields; ++i) {
+        std::this_thread::yield();
+        if (tryWait())
+            return;
+    }
+    std::unique_lock lock(mutex_);
+    state_.fetch_add(oneWaiter, std::memory_order_relaxed);
+    signalled_.wait(lock, [this] { return tryWait(); });
+    state_.fetch_sub(oneWaiter, std::memory_order_relaxed);
+}
+
+bool Semaphore::waitFor(Instant::Duration timeout) {
+    if (tryWait())
+        return true;
+    Clock &clock = Clock::current();
+    const Instant deadline = clock.now() + timeout;
+    std::unique_lock lock(mutex_);
+    state_.fetch_add(oneWaiter, std::memory_order_relaxed);
+    bool taken = tryWait();
+    for (bool inTime = true; !taken && inTime; taken = tryWait())
+        inTime = clock.waitUntil(lock, signalled_, deadline);
+    state_.fetch_sub(oneWaiter, std::memory_order_relaxed);
+    return taken;
+}
+
+// False: none waits any more. While one does, the semaphore cannot go before it has had the mutex after us;
+// without, whoever takes the permit may destroy it, so giving it must be our last access.
+bool Semaphore::signalWaiter() {
+    const std::lock_guard lock(mutex_);
+    if (waiters(state_.load(std::memory_order_relaxed)) == 0)
+        return false;
+    state_.fetch_add(1, std::memory_order_release);
+    signalled_.notify_one();
+    return true;
+}
+
+} // namespace dispatch

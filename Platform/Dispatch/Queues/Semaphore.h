@@ -1,0 +1,75 @@
+// Counting semaphore.
+//
+//     Semaphore done(0);
+//     globalQueue().async([&] { work(); done.signal(); });
+//     done.wait();
+//
+// With a count of 1 it is a mutex that any thread may release. Without contention a wait and a signal are
+// one atomic exchange each. It is not fair: a running thread may overtake a sleeping one.
+//
+// Threads: every member is safe from every thread. What happened before a `signal()` is seen after the
+// wait it let through. That wait's thread may destroy the semaphore at once, if no other waits.
+#pragma once
+
+#include "Platform/Dispatch/Time/Instant.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+
+namespace dispatch {
+
+class Semaphore {
+public:
+    explicit Semaphore(std::uint32_t count) noexcept : state_(count) {}
+    Semaphore(const Semaphore &) = delete;
+    Semaphore &operator=(const Semaphore &) = delete;
+
+    /// Takes one; blocks while there is none.
+    void wait() {
+        if (!tryWait())
+            waitSlowly();
+    }
+
+    /// Takes one and says true, or says false at once.
+    bool tryWait() noexcept {
+        std::uint64_t state = state_.load(std::memory_order_relaxed);
+        while (permits(state) > 0) {
+            if (state_.compare_exchange_weak(state, state - 1, std::memory_order_acquire,
+                                             std::memory_order_relaxed))
+                return true;
+        }
+        return false;
+    }
+
+    /// Like `wait`, but gives up (false) once `timeout` has passed by the current clock.
+    bool waitFor(Instant::Duration timeout);
+
+    /// Gives one back, and wakes a waiting thread if there is one.
+    void signal() {
+        do {
+            std::uint64_t state = state_.load(std::memory_order_relaxed);
+            while (waiters(state) == 0) {
+                if (state_.compare_exchange_weak(state, state + 1, std::memory_order_release,
+                                                 std::memory_order_relaxed))
+                    return;
+            }
+        } while (!signalWaiter());
+    }
+
+private:
+    // One word: permits in the low half, waiting threads in the high half (these change under the mutex).
+    static constexpr std::uint64_t oneWaiter = std::uint64_t{1} << 32;
+    static constexpr std::uint64_t permits(std::uint64_t state) { return state & (oneWaiter - 1); }
+    static constexpr std::uint64_t waiters(std::uint64_t state) { return state >> 32; }
+
+    void waitSlowly();
+    bool signalWaiter();
+
+    std::atomic<std::uint64_t> state_;
+    std::mutex mutex_;
+    std::condition_variable signalled_;
+};
+
+} // namespace dispatch

@@ -1,0 +1,142 @@
+#include "Platform/Dispatch/Queues/TimerSource.h"
+
+#include <mutex>
+#include <utility>
+
+namespace dispatch {
+
+// Shared with the blocks in the queue. Alarms are cancelled only with the mutex released: their function
+// takes it.
+class TimerSource::State : public std::enable_shared_from_this<State> {
+public:
+    State(Queue &queue, Clock &clock) : queue_(queue), clock_(clock) {}
+
+    void setTimer(Instant start, std::chrono::nanoseconds period);
+    void setHandler(Block handler);
+    void resume();
+    void cancel();
+
+private:
+    void arm(Instant deadline);
+    void fallDue(unsigned schedule);
+    void submit();
+    void runHandler();
+
+    Queue &queue_;
+    Clock &clock_;
+    std::mutex mutex_;
+    Instant start_ = Instant::distantFuture();
+    std::chrono::nanoseconds period_{0};
+    unsigned schedule_ = 0; // number of the present one
+    std::shared_ptr<Block> handler_;
+    Alarm alarm_;
+    bool resumed_ = false;
+    bool cancelled_ = false;
+    bool due_ = false;    // a tick waits for its handler
+    bool active_ = false; // the handler is queued or running
+};
+
+void TimerSource::State::setTimer(Instant start, std::chrono::nanoseconds period) {
+    Alarm former;
+    const std::lock_guard lock(mutex_);
+    former = std::move(alarm_);
+    start_ = start;
+    period_ = period;
+    ++schedule_;
+    due_ = false;
+    if (resumed_ && !cancelled_)
+        arm(start);
+}
+
+void TimerSource::State::setHandler(Block handler) {
+    auto next = std::make_shared<Block>(std::move(handler));
+    const std::lock_guard lock(mutex_);
+    if (!cancelled_)
+        handler_.swap(next);
+}
+
+void TimerSource::State::resume() {
+    const std::lock_guard lock(mutex_);
+    if (std::exchange(resumed_, true) || cancelled_)
+        return;
+    arm(start_);
+}
+
+void TimerSource::State::cancel() {
+    Alarm former;
+    std::shared_ptr<Block> released;
+    const std::lock_guard lock(mutex_);
+    former = std::move(alarm_);
+    released = std::move(handler_);
+    cancelled_ = true;
+}
+
+void TimerSource::State::arm(Instant deadline) {
+    if (deadline == Instant::distantFuture())
+        return;
+    alarm_ = clock_.callAt(deadline, [weak = weak_from_this(), schedule = schedule_] {
+        if (const auto self = weak.lock())
+            self->fallDue(schedule);
+    });
+}
+
+void TimerSource::State::fallDue(unsigned schedule) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (cancelled_ || schedule != schedule_)
+            return;
+        if (period_.count() > 0) {
+            const Instant now = clock_.now();
+            arm(now + (period_ - (now - start_) % period_));
+        }
+        due_ = true;
+        if (std::exchange(active_, true))
+            return;
+    }
+    submit();
+}
+
+void TimerSource::State::submit() {
+    queue_.async([self = shared_from_this()] { self->runHandler(); });
+}
+
+void TimerSource::State::runHandler() {
+    std::unique_lock lock(mutex_);
+    if (std::exchange(due_, false) && !cancelled_) {
+        if (auto handler = handler_; handler && *handler) {
+            lock.unlock();
+            (*handler)();
+            handler.reset();
+            lock.lock();
+        }
+    }
+    active_ = due_ && !cancelled_;
+    if (active_) {
+        lock.unlock();
+        submit();
+    }
+}
+
+TimerSource::TimerSource(Queue &queue, Clock &clock) : state_(std::make_shared<State>(queue, clock)) {}
+
+TimerSource::~TimerSource() {
+    cancel();
+}
+
+void TimerSource::setTimer(Instant start, std::chrono::nanoseconds period) {
+    state_->setTimer(start, period);
+}
+
+void TimerSource::setHandler(Block handler) {
+    state_->setHandler(std::move(handler));
+}
+
+void TimerSource::resume() {
+    state_->resume();
+}
+
+void TimerSource::cancel() {
+    state_->cancel();
+}
+
+} // namespace dispatch

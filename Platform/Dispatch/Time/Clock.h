@@ -1,0 +1,77 @@
+// Time is injected: whoever waits or times asks a `Clock`, so that tests move time by hand.
+//
+//     Clock &clock = Clock::current();
+//     while (!ready && clock.waitUntil(lock, condition, deadline)) {}
+//
+// Threads: every member is safe from every thread. `Clock::current()` is one for the whole process;
+// exchange it (`ClockScope`) only while nobody else waits on it.
+#pragma once
+
+#include "Platform/Dispatch/Time/Alarm.h"
+#include "Platform/Dispatch/Time/Instant.h"
+
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace dispatch {
+
+class Clock {
+public:
+    Clock() = default;
+    Clock(const Clock &) = delete;
+    Clock &operator=(const Clock &) = delete;
+    virtual ~Clock() = default;
+
+    virtual Instant now() = 0;
+
+    /// Seconds since 1970-01-01 00:00 UTC. Follows the wall clock, so it may jump; never wait by it.
+    virtual double wallTime() = 0;
+
+    /// Waits on `condition`, whose mutex `lock` holds: returns on a notification, on a spurious wake-up
+    /// or at the deadline. False says that the deadline has passed.
+    virtual bool waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
+                           Instant deadline) = 0;
+
+    /// Runs `function` once, at or after `deadline`, on the clock's own thread. It must be short (all
+    /// alarms share that thread) and must not throw.
+    virtual Alarm callAt(Instant deadline, std::function<void()> function) = 0;
+
+    /// The process-wide clock, the system clock unless a `ClockScope` says otherwise.
+    static Clock &current();
+};
+
+/// The machine's own clocks. Its thread starts with the first alarm and is never joined, so that the
+/// process can end at once.
+class SystemClock final : public Clock {
+public:
+    static SystemClock &shared();
+
+    Instant now() override;
+    double wallTime() override;
+    bool waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
+                   Instant deadline) override;
+    Alarm callAt(Instant deadline, std::function<void()> function) override;
+
+private:
+    SystemClock() = default;
+    void runAlarms();
+
+    std::shared_ptr<AlarmList> alarms_;
+    std::once_flag started_;
+};
+
+/// Makes `clock` the current one as long as the scope lives. Scopes nest.
+class ClockScope {
+public:
+    explicit ClockScope(Clock &clock);
+    ClockScope(const ClockScope &) = delete;
+    ClockScope &operator=(const ClockScope &) = delete;
+    ~ClockScope();
+
+private:
+    Clock *previous_;
+};
+
+} // namespace dispatch

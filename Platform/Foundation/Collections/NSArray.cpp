@@ -1,0 +1,333 @@
+#include "Platform/Foundation/Collections/NSArray.h"
+
+#include "Platform/Foundation/Collections/CollectionArguments.h"
+#include "Platform/Foundation/Collections/CollectionDescription.h"
+#include "Platform/Foundation/Collections/NSIndexSet.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
+
+#include <algorithm>
+
+using namespace collections;
+
+NS_IMPLEMENTATION(NSArray) {
+    cls.instantiate([]() -> id { return array(); })
+        .method<&NSArray::count>("count")
+        .method<&NSArray::objectAtIndex>("objectAtIndex:")
+        .method<&NSArray::firstObject>("firstObject")
+        .method<&NSArray::lastObject>("lastObject")
+        .method<&NSArray::containsObject>("containsObject:")
+        .method<&NSArray::objectEnumerator>("objectEnumerator")
+        .method<&NSArray::isEqualToArray>("isEqualToArray:");
+}
+
+NS_IMPLEMENTATION(NSMutableArray) {
+    cls.instantiate([]() -> id { return array(); })
+        .method<&NSMutableArray::addObject>("addObject:")
+        .method<&NSMutableArray::insertObject>("insertObject:atIndex:")
+        .method<&NSMutableArray::removeObjectAtIndex>("removeObjectAtIndex:")
+        .method<&NSMutableArray::removeLastObject>("removeLastObject")
+        .method<&NSMutableArray::replaceObjectAtIndex>("replaceObjectAtIndex:withObject:")
+        .method<&NSMutableArray::removeAllObjects>("removeAllObjects")
+        .method<&NSMutableArray::addObjectsFromArray>("addObjectsFromArray:")
+        .method<&NSMutableArray::setArray>("setArray:");
+}
+
+namespace {
+
+std::vector<id> checked(const char *operation, std::vector<id> objects) {
+    for (const id &object : objects)
+        checkObject(operation, object);
+    return objects;
+}
+
+Ref<NSMutableArray> mutableOrNone(const Ref<NSArray> &array) {
+    return array ? NSMutableArray::arrayWithArray(array) : nullptr;
+}
+
+/// The ordinary immutable array.
+class PlainArray final : public NSArray {
+public:
+    explicit PlainArray(std::vector<id> objects) : objects_(std::move(objects)) {}
+
+    NSUInteger count() const override { return objects_.size(); }
+    std::optional<std::span<const id>> elements() const override { return objects_; }
+    const NSMutationCount *mutations() const override {
+        static const NSMutationCount none;
+        return &none;
+    }
+    id objectAtIndex(NSUInteger index) const override {
+        checkIndex("NSArray objectAtIndex:", index, objects_.size());
+        return objects_[index];
+    }
+
+private:
+    const std::vector<id> objects_;
+};
+
+/// The ordinary mutable array. What leaves it outlives the change: its end may look at the array. Taking the
+/// first object moves the others only once half of the places are empty, so a queue drains in linear time.
+class PlainMutableArray final : public NSMutableArray {
+public:
+    explicit PlainMutableArray(std::vector<id> objects) : objects_(std::move(objects)) {}
+
+    NSUInteger count() const override { return objects_.size() - drained_; }
+    std::optional<std::span<const id>> elements() const override {
+        return std::span(objects_).subspan(drained_);
+    }
+    const NSMutationCount *mutations() const override { return &mutations_; }
+    id objectAtIndex(NSUInteger index) const override {
+        checkIndex("NSArray objectAtIndex:", index, count());
+        return objects_[drained_ + index];
+    }
+    NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
+                                           NSUInteger count) const override {
+        state.watch(mutations_);
+        return NSMutableArray::countByEnumeratingWithState(state, objects, count);
+    }
+    void addObject(const id &object) override {
+        checkObject("NSMutableArray addObject:", object);
+        objects_.push_back(object);
+        mutations_.increase();
+    }
+    void insertObject(const id &object, NSUInteger index) override {
+        checkObject("NSMutableArray insertObject:atIndex:", object);
+        checkIndex("NSMutableArray insertObject:atIndex:", index, count() + 1);
+        objects_.insert(at(index), object);
+        mutations_.increase();
+    }
+    void removeObjectAtIndex(NSUInteger index) override {
+        checkIndex("NSMutableArray removeObjectAtIndex:", index, count());
+        mutations_.increase();
+        const id released = std::move(*at(index));
+        if (index > 0)
+            objects_.erase(at(index));
+        else if (2 * ++drained_ >= objects_.size())
+            closeUp();
+    }
+    void removeLastObject() override {
+        if (count() > 0)
+            removeObjectAtIndex(count() - 1);
+    }
+    void replaceObjectAtIndex(NSUInteger index, const id &object) override {
+        checkObject("NSMutableArray replaceObjectAtIndex:withObject:", object);
+        checkIndex("NSMutableArray replaceObjectAtIndex:withObject:", index, count());
+        mutations_.increase();
+        const id released = std::exchange(*at(index), object);
+    }
+    void removeAllObjects() override {
+        mutations_.increase();
+        const auto released = std::exchange(objects_, {});
+        drained_ = 0;
+    }
+    using NSMutableArray::replaceObjectsInRange;
+    void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) override {
+        checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, count());
+        const auto replacements = objectsOf(objects);
+        if (range.length == 0 && replacements.empty())
+            return;
+        mutations_.increase();
+        const std::vector<id> released(std::make_move_iterator(at(range.location)),
+                                       std::make_move_iterator(at(range.end())));
+        const auto place = objects_.erase(at(range.location), at(range.end()));
+        objects_.insert(place, replacements.begin(), replacements.end());
+    }
+
+protected:
+    void removeObjectsAt(std::span<const NSUInteger> places) override {
+        if (places.empty())
+            return;
+        mutations_.increase();
+        std::vector<id> left, released;
+        left.reserve(count());
+        released.reserve(places.size());
+        auto next = places.begin();
+        for (NSUInteger i = 0; i < count(); ++i) {
+            const bool goes = next != places.end() && *next == i;
+            (goes ? released : left).push_back(std::move(*at(i)));
+            next += goes;
+        }
+        objects_ = std::move(left);
+        drained_ = 0;
+    }
+
+private:
+    std::vector<id>::iterator at(NSUInteger index) {
+        return objects_.begin() + static_cast<std::ptrdiff_t>(drained_ + index);
+    }
+    void closeUp() {
+        objects_.erase(objects_.begin(), at(0));
+        drained_ = 0;
+    }
+
+    std::vector<id> objects_; ///< behind the empty places at the front
+    NSUInteger drained_ = 0;  ///< how many those are
+    NSMutationCount mutations_;
+};
+
+} // namespace
+
+Ref<NSArray> NSArray::array() {
+    static const auto &empty = *new Ref<NSArray>(make<PlainArray>(std::vector<id>()));
+    return empty;
+}
+
+Ref<NSArray> NSArray::arrayWithObjects(std::initializer_list<id> objects) {
+    return arrayWithObjects(std::vector<id>(objects));
+}
+
+Ref<NSArray> NSArray::arrayWithObjects(std::vector<id> objects) {
+    return make<PlainArray>(checked("NSArray initWithObjects:count:", std::move(objects)));
+}
+
+Ref<NSArray> NSArray::arrayWithArray(const Ref<NSArray> &array) {
+    return make<PlainArray>(objectsOf(array));
+}
+
+Ref<NSArray> NSArray::arrayWithContentsOfFile(const Ref<NSString> &path) {
+    const auto data = path ? NSData::dataWithContentsOfFile(path->utf8()) : nullptr;
+    return as<NSArray>(NSPropertyListSerialization::propertyListWithData(data));
+}
+
+Ref<NSArray> NSArray::arrayWithContentsOfURL(const Ref<NSURL> &url) {
+    return url && url->isFileURL() ? arrayWithContentsOfFile(url->path()) : nullptr;
+}
+
+std::vector<id> NSArray::getObjects(NSRange range) const {
+    checkRange("NSArray getObjects:range:", range, count());
+    std::vector<id> objects;
+    objects.reserve(range.length);
+    for (NSUInteger i = range.location; i < range.end(); ++i)
+        objects.push_back(objectAtIndex(i));
+    return objects;
+}
+
+Ref<NSArray> NSArray::objectsAtIndexes(const Ref<NSIndexSet> &indexes) const {
+    std::vector<id> objects;
+    enumerateObjectsAtIndexes(indexes, 0,
+                              [&](const id &object, NSUInteger, bool &) { objects.push_back(object); });
+    return make<PlainArray>(std::move(objects));
+}
+
+id NSArray::lastObject() const {
+    const NSUInteger size = count();
+    return size ? objectAtIndex(size - 1) : nullptr;
+}
+
+NSUInteger NSArray::indexOfObject(const id &object) const {
+    for (NSUInteger i = 0; object && i < count(); ++i)
+        if (equal(objectAtIndex(i), object))
+            return i;
+    return NSNotFound;
+}
+
+NSUInteger NSArray::indexOfObject(const id &object, NSRange range) const {
+    checkRange("NSArray indexOfObject:inRange:", range, count());
+    for (NSUInteger i = range.location; object && i < range.end(); ++i)
+        if (equal(objectAtIndex(i), object))
+            return i;
+    return NSNotFound;
+}
+
+NSUInteger NSArray::indexOfObjectIdenticalTo(const id &object) const {
+    for (NSUInteger i = 0; object && i < count(); ++i)
+        if (objectAtIndex(i) == object)
+            return i;
+    return NSNotFound;
+}
+
+NSUInteger NSArray::indexOfObjectIdenticalTo(const id &object, NSRange range) const {
+    checkRange("NSArray indexOfObjectIdenticalTo:inRange:", range, count());
+    for (NSUInteger i = range.location; object && i < range.end(); ++i)
+        if (objectAtIndex(i) == object)
+            return i;
+    return NSNotFound;
+}
+
+id NSArray::firstObjectCommonWithArray(const Ref<NSArray> &other) const {
+    for (const id &object : *this)
+        if (other && other->containsObject(object))
+            return object;
+    return nullptr;
+}
+
+Ref<NSArray> NSArray::arrayByAddingObject(const id &object) const {
+    auto objects = allObjects();
+    objects.push_back(object);
+    return make<PlainArray>(checked("NSArray arrayByAddingObject:", std::move(objects)));
+}
+
+Ref<NSArray> NSArray::arrayByAddingObjectsFromArray(const Ref<NSArray> &other) const {
+    auto objects = allObjects();
+    const auto more = objectsOf(other);
+    objects.insert(objects.end(), more.begin(), more.end());
+    return make<PlainArray>(std::move(objects));
+}
+
+Ref<NSArray> NSArray::subarrayWithRange(NSRange range) const {
+    return make<PlainArray>(getObjects(range));
+}
+
+Ref<NSString> NSArray::componentsJoinedByString(const Ref<NSString> &separator) const {
+    std::u16string joined;
+    enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
+        if (index && separator)
+            joined += separator->units();
+        joined += descriptionOf(*object)->units();
+    });
+    return make<NSString>(std::move(joined));
+}
+
+bool NSArray::isEqualToArray(const Ref<NSArray> &other) const {
+    if (!other || other->count() != count())
+        return false;
+    const auto mine = allObjects(), theirs = other->allObjects();
+    return std::equal(mine.begin(), mine.end(), theirs.begin(), theirs.end(), equal);
+}
+
+bool NSArray::isEqual(const id &other) const {
+    return other.get() == this || isEqualToArray(as<NSArray>(other));
+}
+
+Ref<NSString> NSArray::descriptionWithLocale(const id &locale, NSUInteger indent) const {
+    const std::u16string blanks = indentation(indent);
+    std::u16string text = u"(";
+    enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
+        text += (index ? u",\n" : u"\n") + blanks + u"    " +
+                collectionElementDescription(object, locale, indent + 1);
+    });
+    return make<NSString>(text + u"\n" + blanks + u")");
+}
+
+id NSArray::mutableCopy() const {
+    return make<PlainMutableArray>(allObjects());
+}
+
+Ref<NSMutableArray> NSMutableArray::arrayWithCapacity(NSUInteger capacity) {
+    std::vector<id> objects;
+    objects.reserve(reservedFor(capacity));
+    return make<PlainMutableArray>(std::move(objects));
+}
+
+Ref<NSMutableArray> NSMutableArray::arrayWithObjects(std::initializer_list<id> objects) {
+    return arrayWithObjects(std::vector<id>(objects));
+}
+
+Ref<NSMutableArray> NSMutableArray::arrayWithObjects(std::vector<id> objects) {
+    return make<PlainMutableArray>(checked("NSMutableArray initWithObjects:count:", std::move(objects)));
+}
+
+Ref<NSMutableArray> NSMutableArray::arrayWithArray(const Ref<NSArray> &array) {
+    return make<PlainMutableArray>(objectsOf(array));
+}
+
+Ref<NSMutableArray> NSMutableArray::arrayWithContentsOfFile(const Ref<NSString> &path) {
+    return mutableOrNone(NSArray::arrayWithContentsOfFile(path));
+}
+
+Ref<NSMutableArray> NSMutableArray::arrayWithContentsOfURL(const Ref<NSURL> &url) {
+    return mutableOrNone(NSArray::arrayWithContentsOfURL(url));
+}

@@ -1,0 +1,200 @@
+// Ordered lists of objects.
+//
+// `NSArray` and `NSMutableArray` are class clusters: `count` and `objectAtIndex` (and, mutable, the five
+// primitives marked below) are virtual, everything else is written once on top of them, so that a subclass
+// that overrides the primitives is whole. Ordinary arrays come from the factories.
+//
+// Threads: an ordinary immutable array may be read from any thread; a mutable one belongs to one thread at a
+// time. Indexes and ranges past the end raise NSRangeException, none as an element raises
+// NSInvalidArgumentException, unless a subclass says otherwise. None given as a list or an index set is
+// empty; none as a block or a comparator raises NSInvalidArgumentException. An operation that raises has
+// changed nothing; neither has a sort whose comparison raises.
+#pragma once
+
+#include "Platform/Foundation/Collections/NSEnumerator.h"
+#include "Platform/Foundation/Collections/NSFastEnumeration.h"
+#include "Platform/Foundation/Text/NSComparison.h"
+#include "Platform/Foundation/Text/NSRange.h"
+#include "Platform/Runtime/Object/NSObject.h"
+
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <span>
+#include <vector>
+
+class NSData;
+class NSIndexSet;
+class NSMutableArray;
+class NSURL;
+
+class NSArray : public NSObject {
+    NS_CLASS(NSArray, NSObject)
+public:
+    /// Set `stop` to end the walk after this element.
+    using Visitor = std::function<void(const id &object, NSUInteger index, bool &stop)>;
+    using Test = std::function<bool(const id &object, NSUInteger index, bool &stop)>;
+
+    static Ref<NSArray> array();
+    static Ref<NSArray> arrayWithObjects(std::initializer_list<id> objects);
+    static Ref<NSArray> arrayWithObjects(std::vector<id> objects);
+    static Ref<NSArray> arrayWithArray(const Ref<NSArray> &array);
+    /// The array that a property list holds; none when there is no such file or it holds something else.
+    static Ref<NSArray> arrayWithContentsOfFile(const Ref<NSString> &path);
+    /// The same for the URL of a file.
+    static Ref<NSArray> arrayWithContentsOfURL(const Ref<NSURL> &url);
+
+    // Primitives.
+    virtual NSUInteger count() const = 0;
+    virtual id objectAtIndex(NSUInteger index) const = 0;
+    /// A copy of the elements in a range that fits.
+    virtual std::vector<id> getObjects(NSRange range) const;
+
+    /// The elements of an ordinary array where they lie, nothing for any other: for a walk that runs nobody
+    /// else's code. Valid until the array changes.
+    virtual std::optional<std::span<const id>> elements() const { return std::nullopt; }
+    /// Counts the changes of the array, so that a walk notices them; null when they go uncounted, and a walk
+    /// goes over what the array held at its start.
+    virtual const NSMutationCount *mutations() const { return nullptr; }
+    /// Every element, as it is now.
+    virtual std::vector<id> allObjects() const { return getObjects({0, count()}); }
+    virtual id objectAtIndexedSubscript(NSUInteger index) const { return objectAtIndex(index); }
+    virtual Ref<NSArray> objectsAtIndexes(const Ref<NSIndexSet> &indexes) const;
+    /// None when empty.
+    virtual id firstObject() const { return count() ? objectAtIndex(0) : nullptr; }
+    virtual id lastObject() const;
+
+    /// By `isEqual`; NSNotFound when absent.
+    virtual NSUInteger indexOfObject(const id &object) const;
+    virtual NSUInteger indexOfObject(const id &object, NSRange range) const;
+    virtual NSUInteger indexOfObjectIdenticalTo(const id &object) const;
+    virtual NSUInteger indexOfObjectIdenticalTo(const id &object, NSRange range) const;
+    virtual bool containsObject(const id &object) const { return indexOfObject(object) < count(); }
+    /// The first element that the other array contains as well, or none.
+    virtual id firstObjectCommonWithArray(const Ref<NSArray> &other) const;
+
+    virtual Ref<NSArray> arrayByAddingObject(const id &object) const;
+    virtual Ref<NSArray> arrayByAddingObjectsFromArray(const Ref<NSArray> &other) const;
+    virtual Ref<NSArray> subarrayWithRange(NSRange range) const;
+    virtual Ref<NSString> componentsJoinedByString(const Ref<NSString> &separator) const;
+
+    // Walks: NSArray+Enumeration.cpp. They notice changes, see NSFastEnumeration.h.
+    /// The enumerator keeps the array.
+    virtual Ref<NSEnumerator> objectEnumerator() const;
+    virtual Ref<NSEnumerator> reverseObjectEnumerator() const;
+    virtual void enumerateObjectsUsingBlock(const Visitor &visitor) const;
+    virtual void enumerateObjectsWithOptions(NSEnumerationOptions options, const Visitor &visitor) const;
+    virtual void enumerateObjectsAtIndexes(const Ref<NSIndexSet> &indexes, NSEnumerationOptions options,
+                                           const Visitor &visitor) const;
+    /// The first element that passes in the order of the walk, or NSNotFound.
+    virtual NSUInteger indexOfObjectPassingTest(const Test &test) const;
+    virtual NSUInteger indexOfObjectWithOptions(NSEnumerationOptions options, const Test &test) const;
+    virtual NSUInteger indexOfObjectAtIndexes(const Ref<NSIndexSet> &indexes, NSEnumerationOptions options,
+                                              const Test &test) const;
+    virtual Ref<NSIndexSet> indexesOfObjectsPassingTest(const Test &test) const;
+    virtual Ref<NSIndexSet> indexesOfObjectsWithOptions(NSEnumerationOptions options, const Test &test) const;
+    virtual Ref<NSIndexSet> indexesOfObjectsAtIndexes(const Ref<NSIndexSet> &indexes,
+                                                      NSEnumerationOptions options, const Test &test) const;
+    /// The selector's operation returns nothing.
+    virtual void makeObjectsPerformSelector(SEL selector) const;
+    virtual void makeObjectsPerformSelector(SEL selector, const id &object) const;
+    /// Copies the next batch of a walk to `objects`, which has room for `count`; gives how many, 0 at the
+    /// end.
+    virtual NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
+                                                   NSUInteger count) const;
+    NSFastIterator<NSArray> begin() const { return NSFastIterator<NSArray>(as<NSArray>(self())); }
+    std::default_sentinel_t end() const { return {}; }
+
+    // Order: NSArray+Sorting.cpp.
+    /// Opaque; a sort may use it to be faster. Empty: our sort sees by itself what is in order already.
+    virtual Ref<NSData> sortedArrayHint() const;
+    virtual Ref<NSArray> sortedArrayUsingFunction(NSSortFunction function, void *context) const;
+    virtual Ref<NSArray> sortedArrayUsingFunction(NSSortFunction function, void *context,
+                                                  const Ref<NSData> &hint) const;
+    /// The selector's operation takes the other element and returns NSComparisonResult.
+    virtual Ref<NSArray> sortedArrayUsingSelector(SEL selector) const;
+    virtual Ref<NSArray> sortedArrayUsingComparator(const NSComparator &comparator) const;
+    virtual Ref<NSArray> sortedArrayWithOptions(NSSortOptions options, const NSComparator &comparator) const;
+    /// Searches a range that is sorted by the comparator. NSNotFound when absent, unless asked for the place
+    /// to insert at. Raises NSInvalidArgumentException for none, and for FirstEqual with LastEqual.
+    virtual NSUInteger indexOfObject(const id &object, NSRange sortedRange, NSBinarySearchingOptions options,
+                                     const NSComparator &comparator) const;
+
+    virtual bool isEqualToArray(const Ref<NSArray> &other) const;
+    bool isEqual(const id &other) const override;
+    /// The count: cheap, and equal arrays agree.
+    NSUInteger hash() const override { return count(); }
+    Ref<NSString> description() const override { return descriptionWithLocale(nullptr, 0); }
+    virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
+        return descriptionWithLocale(locale, 0);
+    }
+    /// `indent` counts levels of four blanks, 512 at most.
+    virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
+    id copy() const override { return self(); }
+    id mutableCopy() const override;
+
+    /// Runs `operation` on the array that holds the elements, as one step: alone with it where a lock guards
+    /// it. For operations of several calls in a row; the operation uses `contents`, never the receiver. The
+    /// contents of a mutable array are mutable.
+    virtual void performAsOneStep(const std::function<void(NSArray &contents)> &operation) {
+        operation(*this);
+    }
+};
+
+class NSMutableArray : public NSArray {
+    NS_CLASS(NSMutableArray, NSArray)
+public:
+    static Ref<NSMutableArray> array() { return arrayWithCapacity(0); }
+    /// The capacity is a hint, whatever it is.
+    static Ref<NSMutableArray> arrayWithCapacity(NSUInteger capacity);
+    static Ref<NSMutableArray> arrayWithObjects(std::initializer_list<id> objects);
+    static Ref<NSMutableArray> arrayWithObjects(std::vector<id> objects);
+    static Ref<NSMutableArray> arrayWithArray(const Ref<NSArray> &array);
+    static Ref<NSMutableArray> arrayWithContentsOfFile(const Ref<NSString> &path);
+    static Ref<NSMutableArray> arrayWithContentsOfURL(const Ref<NSURL> &url);
+
+    // Primitives.
+    virtual void addObject(const id &object) = 0;
+    /// The index may equal the count.
+    virtual void insertObject(const id &object, NSUInteger index) = 0;
+    virtual void removeObjectAtIndex(NSUInteger index) = 0;
+    /// Does nothing on an empty array.
+    virtual void removeLastObject() = 0;
+    virtual void replaceObjectAtIndex(NSUInteger index, const id &object) = 0;
+
+    /// `setObject:atIndexedSubscript:`: replaces, or adds when the index equals the count.
+    virtual void setObject(const id &object, NSUInteger index);
+    virtual void addObjectsFromArray(const Ref<NSArray> &array);
+    virtual void setArray(const Ref<NSArray> &array);
+    virtual void exchangeObjectAtIndex(NSUInteger first, NSUInteger second);
+
+    virtual void removeAllObjects();
+    /// Remove every element equal (identical) to the object.
+    virtual void removeObject(const id &object);
+    virtual void removeObject(const id &object, NSRange range);
+    virtual void removeObjectIdenticalTo(const id &object);
+    virtual void removeObjectIdenticalTo(const id &object, NSRange range);
+    virtual void removeObjectsInArray(const Ref<NSArray> &array);
+    virtual void removeObjectsInRange(NSRange range);
+
+    /// Puts the objects in the place of the range, be they more or fewer.
+    virtual void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects);
+    virtual void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects, NSRange objectsRange);
+
+    /// Raise NSInvalidArgumentException when there are not as many indexes as objects. The indexes of
+    /// inserted objects are those they have in the end.
+    virtual void insertObjects(const Ref<NSArray> &objects, const Ref<NSIndexSet> &indexes);
+    virtual void replaceObjectsAtIndexes(const Ref<NSIndexSet> &indexes, const Ref<NSArray> &objects);
+    virtual void removeObjectsAtIndexes(const Ref<NSIndexSet> &indexes);
+
+    virtual void sortUsingFunction(NSSortFunction function, void *context);
+    virtual void sortUsingSelector(SEL selector);
+    virtual void sortUsingComparator(const NSComparator &comparator);
+    virtual void sortWithOptions(NSSortOptions options, const NSComparator &comparator);
+
+    id copy() const override { return NSArray::arrayWithObjects(allObjects()); }
+
+protected:
+    /// Removes the elements at the places, which are ascending and below the count.
+    virtual void removeObjectsAt(std::span<const NSUInteger> places);
+};

@@ -1,0 +1,145 @@
+// Tables from keys to objects. Keys are copied on the way in and compared by `isEqual`.
+//
+// Class clusters like the arrays: `count`, `objectForKey`, `keyEnumerator` (and, mutable, `setObject` and
+// `removeObjectForKey`) are the primitives, everything else is written once on top of them. Ordinary
+// dictionaries keep the order of insertion.
+//
+// Threads: an ordinary immutable dictionary may be read from any thread; a mutable one belongs to one thread
+// at a time. None as a key or value raises NSInvalidArgumentException; reading with a key of none gives none.
+// None given as a list or a dictionary is empty; none as a block or a comparator raises
+// NSInvalidArgumentException.
+#pragma once
+
+#include "Platform/Foundation/Collections/NSEnumerator.h"
+#include "Platform/Foundation/Collections/NSFastEnumeration.h"
+#include "Platform/Foundation/Text/NSComparison.h"
+#include "Platform/Runtime/Object/NSObject.h"
+
+#include <functional>
+#include <initializer_list>
+#include <utility>
+#include <vector>
+
+class NSArray;
+class NSSet;
+class ObjectTable;
+
+class NSDictionary : public NSObject {
+    NS_CLASS(NSDictionary, NSObject)
+public:
+    /// Set `stop` to end the walk after this entry.
+    using Visitor = std::function<void(const id &key, const id &value, bool &stop)>;
+    using Test = std::function<bool(const id &key, const id &value, bool &stop)>;
+    using Entries = std::initializer_list<std::pair<id, id>>;
+
+    static Ref<NSDictionary> dictionary();
+    static Ref<NSDictionary> dictionaryWithEntries(Entries entries);
+    static Ref<NSDictionary> dictionaryWithDictionary(const Ref<NSDictionary> &dictionary);
+    /// Takes the table over; its keys are copies already.
+    static Ref<NSDictionary> dictionaryWithTable(ObjectTable table);
+    /// Raises NSInvalidArgumentException when there are not as many objects as keys.
+    static Ref<NSDictionary> dictionaryWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys);
+
+    // Primitives.
+    virtual NSUInteger count() const = 0;
+    virtual id objectForKey(const id &key) const = 0;
+    /// The enumerator keeps the dictionary.
+    virtual Ref<NSEnumerator> keyEnumerator() const = 0;
+
+    /// The table behind an ordinary dictionary, null behind any other: for a walk that runs nobody else's
+    /// code. Valid until the dictionary changes.
+    virtual const ObjectTable *table() const { return nullptr; }
+    /// Counts the entries added and removed, so that a walk notices it; null when they go uncounted.
+    virtual const NSMutationCount *mutations() const { return nullptr; }
+    /// Every entry, as it is now.
+    std::vector<std::pair<id, id>> allEntries() const;
+    virtual id objectForKeyedSubscript(const id &key) const { return objectForKey(key); }
+    /// The object of the key.
+    id valueForKey(const Ref<NSString> &key) const override;
+    virtual Ref<NSArray> allKeys() const;
+    virtual Ref<NSArray> allValues() const;
+    /// The keys whose value equals the object.
+    virtual Ref<NSArray> allKeysForObject(const id &object) const;
+    /// The values of the keys in their order, the marker for a key without one. Raises
+    /// NSInvalidArgumentException when a missing marker would be needed.
+    virtual Ref<NSArray> objectsForKeys(const Ref<NSArray> &keys, const id &notFoundMarker) const;
+    /// `getObjects:andKeys:count:`: the first `count` entries, to either buffer that is not null.
+    virtual void getObjects(id *objects, id *keys, NSUInteger count) const;
+
+    // Walks and order: NSDictionary+Enumeration.cpp. A walk may set the value of a key that is there; other
+    // changes are noticed, see NSFastEnumeration.h.
+    /// Walks the values, in the order of the keys.
+    virtual Ref<NSEnumerator> objectEnumerator() const;
+    virtual void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const;
+    virtual void enumerateKeysAndObjectsWithOptions(NSEnumerationOptions options,
+                                                    const Visitor &visitor) const;
+    virtual Ref<NSSet> keysOfEntriesPassingTest(const Test &test) const;
+    virtual Ref<NSSet> keysOfEntriesWithOptions(NSEnumerationOptions options, const Test &test) const;
+    /// The selector's operation takes another value and returns NSComparisonResult.
+    virtual Ref<NSArray> keysSortedByValueUsingSelector(SEL selector) const;
+    virtual Ref<NSArray> keysSortedByValueUsingComparator(const NSComparator &comparator) const;
+    virtual Ref<NSArray> keysSortedByValueWithOptions(NSSortOptions options,
+                                                      const NSComparator &comparator) const;
+    /// Copies the next batch of keys to `keys`, which has room for `count`; gives how many, 0 at the end.
+    virtual NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *keys,
+                                                   NSUInteger count) const;
+    /// The keys.
+    NSFastIterator<NSDictionary> begin() const {
+        return NSFastIterator<NSDictionary>(as<NSDictionary>(self()));
+    }
+    std::default_sentinel_t end() const { return {}; }
+
+    virtual bool isEqualToDictionary(const Ref<NSDictionary> &other) const;
+    bool isEqual(const id &other) const override;
+    NSUInteger hash() const override { return count(); }
+    /// Entries sorted by key when every key is a text.
+    Ref<NSString> description() const override { return descriptionWithLocale(nullptr, 0); }
+    virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
+        return descriptionWithLocale(locale, 0);
+    }
+    /// `indent` counts levels of four blanks, 512 at most.
+    virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
+    /// One line `"key" = "value";` an entry, in the same order.
+    virtual Ref<NSString> descriptionInStringsFileFormat() const;
+    id copy() const override { return self(); }
+    id mutableCopy() const override;
+
+    /// Runs `operation` on the dictionary that holds the entries, as one step: alone with it where a lock
+    /// guards it. For operations of several calls in a row; the operation uses `contents`, never the
+    /// receiver. The contents of a mutable dictionary are mutable.
+    virtual void performAsOneStep(const std::function<void(NSDictionary &contents)> &operation) {
+        operation(*this);
+    }
+};
+
+class NSMutableDictionary : public NSDictionary {
+    NS_CLASS(NSMutableDictionary, NSDictionary)
+public:
+    static Ref<NSMutableDictionary> dictionary() { return dictionaryWithCapacity(0); }
+    /// The capacity is a hint, whatever it is.
+    static Ref<NSMutableDictionary> dictionaryWithCapacity(NSUInteger capacity);
+    static Ref<NSMutableDictionary> dictionaryWithTable(ObjectTable table);
+    /// With `copyItems`, the values are copies of the others.
+    static Ref<NSMutableDictionary> dictionaryWithDictionary(const Ref<NSDictionary> &dictionary,
+                                                             bool copyItems = false);
+    static Ref<NSMutableDictionary> dictionaryWithObjects(const Ref<NSArray> &objects,
+                                                          const Ref<NSArray> &keys);
+    static Ref<NSMutableDictionary> dictionaryWithObjects(const id *objects, const id *keys,
+                                                          NSUInteger count);
+
+    // Primitives.
+    virtual void setObject(const id &object, const id &key) = 0;
+    virtual void removeObjectForKey(const id &key) = 0;
+
+    /// `setObject:forKeyedSubscript:`, under a name of its own since the arguments are those of `setObject`:
+    /// sets the entry, or removes it for none.
+    virtual void setObjectForKeyedSubscript(const id &object, const id &key);
+    /// Sets the entry, or removes it for none.
+    void setValue(const id &value, const Ref<NSString> &forKey) override;
+    virtual void removeAllObjects();
+    virtual void removeObjectsForKeys(const Ref<NSArray> &keys);
+    virtual void addEntriesFromDictionary(const Ref<NSDictionary> &dictionary);
+    virtual void setDictionary(const Ref<NSDictionary> &dictionary);
+
+    id copy() const override;
+};

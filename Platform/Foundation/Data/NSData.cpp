@@ -1,0 +1,103 @@
+#include "Platform/Foundation/Data/NSData.h"
+
+#include "Platform/Foundation/Collections/CollectionArguments.h"
+#include "Platform/Foundation/Data/KeyedHash.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/NSException.h"
+
+#include <fstream>
+#include <new>
+
+NS_IMPLEMENTATION(NSData) {
+    cls.method<&NSData::length>("length");
+}
+
+NS_IMPLEMENTATION(NSMutableData) {}
+
+namespace {
+
+/// False, and nothing changes, when there is no memory for that many bytes.
+bool resize(std::vector<std::uint8_t> &bytes, NSUInteger length) {
+    constexpr NSUInteger absurd = NSUInteger{1} << 40;
+    try {
+        if (length < absurd)
+            bytes.resize(length);
+        return length < absurd;
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
+
+} // namespace
+
+Ref<NSData> NSData::dataWithBytes(const void *bytes, NSUInteger length) {
+    const auto *first = static_cast<const std::uint8_t *>(bytes);
+    return length ? make<NSData>(std::vector<std::uint8_t>(first, first + length)) : data();
+}
+
+Ref<NSData> NSData::dataWithContentsOfFile(const std::string &path) {
+    std::ifstream file(path, std::ios::binary);
+    std::vector<std::uint8_t> bytes;
+    for (char block[4096]; file; bytes.insert(bytes.end(), block, block + file.gcount()))
+        file.read(block, sizeof block);
+    return file.eof() ? make<NSData>(std::move(bytes)) : nullptr;
+}
+
+Ref<NSData> NSData::subdataWithRange(NSRange range) const {
+    if (!range.fits(length()))
+        throw NSException(NSRangeException, "-[NSData subdataWithRange:]: range {" +
+                                                std::to_string(range.location) + ", " +
+                                                std::to_string(range.length) + "} exceeds data length " +
+                                                std::to_string(length()));
+    return dataWithBytes(bytes() + range.location, range.length);
+}
+
+bool NSData::isEqual(const id &other) const {
+    const auto data = as<NSData>(other);
+    return data && data->bytes_ == bytes_;
+}
+
+NSUInteger NSData::hash() const {
+    return keyedHash(bytes(), bytes_.size());
+}
+
+Ref<NSString> NSData::description() const {
+    static constexpr char16_t digits[] = u"0123456789abcdef";
+    std::u16string text = u"<";
+    text.reserve(bytes_.size() * 9 / 4 + 3);
+    for (std::size_t i = 0; i < bytes_.size(); ++i) {
+        if (i && i % 4 == 0)
+            text += u' ';
+        text += digits[bytes_[i] >> 4];
+        text += digits[bytes_[i] & 15];
+    }
+    return make<NSString>(text + u">");
+}
+
+id NSData::mutableCopy() const {
+    return make<NSMutableData>(bytes_);
+}
+
+Ref<NSMutableData> NSMutableData::dataWithCapacity(NSUInteger capacity) {
+    auto data = make<NSMutableData>();
+    data->bytes_.reserve(collections::reservedFor(capacity));
+    return data;
+}
+
+Ref<NSMutableData> NSMutableData::dataWithLength(NSUInteger length) {
+    auto data = make<NSMutableData>();
+    data->setLength(length);
+    return data;
+}
+
+void NSMutableData::setLength(NSUInteger length) {
+    if (!resize(bytes_, length))
+        throw NSException(NSInvalidArgumentException,
+                          "-[NSMutableData setLength:]: no memory for " + std::to_string(length) + " bytes");
+}
+
+void NSMutableData::appendBytes(const void *bytes, NSUInteger length) {
+    const auto *first = static_cast<const std::uint8_t *>(bytes);
+    bytes_.insert(bytes_.end(), first, first + length);
+}

@@ -1,0 +1,46 @@
+// Points in time, counted in seconds from the reference date 2001-01-01 00:00 UTC.
+#pragma once
+
+#include "Platform/Runtime/Object/NSObject.h"
+
+#include <chrono>
+
+using NSTimeInterval = double; ///< seconds
+
+/// The interval in whole nanoseconds, clamped to what 64 bits hold; not-a-number is 0.
+std::chrono::nanoseconds nanosecondsFromTimeInterval(NSTimeInterval seconds);
+
+/// Seconds from 1970-01-01 00:00 UTC to the reference date.
+inline constexpr NSTimeInterval NSTimeIntervalSince1970 = 978307200.0;
+
+class NSDate : public NSObject {
+    NS_CLASS(NSDate, NSObject)
+public:
+    explicit NSDate(NSTimeInterval sinceReferenceDate) : seconds_(sinceReferenceDate) {}
+
+    /// Now, by the current clock.
+    static Ref<NSDate> date();
+    static Ref<NSDate> dateWithTimeIntervalSinceNow(NSTimeInterval seconds);
+    static Ref<NSDate> dateWithTimeIntervalSince1970(NSTimeInterval seconds);
+    static Ref<NSDate> dateWithTimeIntervalSinceReferenceDate(NSTimeInterval seconds);
+    /// Later than anything a program waits for: 4001-01-01.
+    static Ref<NSDate> distantFuture();
+    /// 0001-01-01 by the calendar of that time.
+    static Ref<NSDate> distantPast();
+
+    NSTimeInterval timeIntervalSinceReferenceDate() const { return seconds_; }
+    NSTimeInterval timeIntervalSince1970() const { return seconds_ + NSTimeIntervalSince1970; }
+    NSTimeInterval timeIntervalSinceDate(const Ref<NSDate> &other) const {
+        return seconds_ - other->seconds_;
+    }
+    NSTimeInterval timeIntervalSinceNow() const;
+
+    bool isEqual(const id &other) const override;
+    NSUInteger hash() const override;
+    /// UTC: "2014-01-20 12:24:48 +0000".
+    Ref<NSString> description() const override;
+    id copy() const override { return self(); }
+
+private:
+    const NSTimeInterval seconds_;
+};

@@ -1,0 +1,244 @@
+#include "Platform/Foundation/KeyValueCoding/NSKeyValueCoding.h"
+
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Runtime/Object/NSException.h"
+#include "Platform/Runtime/Reflection/Reflection.h"
+
+#include <cstdlib>
+
+namespace {
+
+/// "title" to "Title": the first character, as people see it, in upper case.
+std::string capitalized(std::string_view name) {
+    const auto isPlain = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+    if (!name.empty() && name[0] >= 'a' && name[0] <= 'z' && (name.size() == 1 || isPlain(name[1])))
+        return static_cast<char>(name[0] - 'a' + 'A') + std::string(name.substr(1));
+    const auto text = NSString::stringWithUTF8String(name);
+    if (!text || text->length() == 0)
+        return std::string(name);
+    const NSRange first = text->rangeOfComposedCharacterSequencesForRange({0, 1});
+    return text->substringWithRange(first)->uppercaseString()->utf8() +
+           text->substringFromIndex(first.end())->utf8();
+}
+
+[[noreturn]] void raise(const char *exception, const NSObject &object, const char *operation,
+                        const Ref<NSString> &key, const char *reason) {
+    throw NSException(exception, "-[" + object.isa()->name() + " " + operation + "]: " + reason + " \"" +
+                                     (key ? key->utf8() : "(null)") + "\"");
+}
+
+/// A result of a method or a value for one, as raw memory with the size and alignment of its type.
+class Storage {
+public:
+    explicit Storage(const runtime::EncodedType &type)
+        : bytes_(std::max(type.size, sizeof(std::max_align_t)) / sizeof(std::max_align_t) + 1) {}
+    void *get() { return bytes_.data(); }
+    template <class T>
+    T &as() {
+        return *static_cast<T *>(get());
+    }
+
+private:
+    std::vector<std::max_align_t> bytes_;
+};
+
+char kindOf(std::string_view encoding) {
+    const std::size_t kind = encoding.find_first_not_of(runtime::typeQualifiers);
+    return kind == encoding.npos ? '\0' : encoding[kind];
+}
+
+id boxed(Storage &storage, std::string_view encoding) {
+    switch (kindOf(encoding)) {
+    case 'B':
+        return NSNumber::numberWithBool(storage.as<bool>());
+    case 'c':
+        return NSNumber::numberWithChar(storage.as<std::int8_t>());
+    case 'C':
+        return NSNumber::numberWithUnsignedChar(storage.as<std::uint8_t>());
+    case 's':
+        return NSNumber::numberWithShort(storage.as<std::int16_t>());
+    case 'S':
+        return NSNumber::numberWithUnsignedShort(storage.as<std::uint16_t>());
+    case 'i':
+        return NSNumber::numberWithInt(storage.as<std::int32_t>());
+    case 'I':
+        return NSNumber::numberWithUnsignedInt(storage.as<std::uint32_t>());
+    case 'q':
+        return NSNumber::numberWithLongLong(storage.as<std::int64_t>());
+    case 'Q':
+        return NSNumber::numberWithUnsignedLongLong(storage.as<std::uint64_t>());
+    case 'f':
+        return NSNumber::numberWithFloat(storage.as<float>());
+    case 'd':
+        return NSNumber::numberWithDouble(storage.as<double>());
+    case 'D':
+        return NSNumber::numberWithDouble(static_cast<double>(storage.as<long double>()));
+    case '#':
+        return storage.as<Class>() ? storage.as<Class>()->self() : nullptr;
+    case '[':
+        return NSValue::valueWithBytes(storage.as<void *>(), encoding);
+    default:
+        return NSValue::valueWithBytes(storage.get(), encoding);
+    }
+}
+
+id read(const objc_method &getter, NSObject *object, SEL selector) {
+    const std::string encoding = method_copyReturnType(&getter);
+    if (kindOf(encoding) == '@') {
+        alignas(id) std::byte place[sizeof(id)];
+        getter.invoke(getter.imp, object, selector, nullptr, place);
+        id *result = std::launder(reinterpret_cast<id *>(place));
+        id kept = std::move(*result);
+        result->~id();
+        return kept;
+    }
+    Storage storage(*runtime::firstType(encoding));
+    getter.invoke(getter.imp, object, selector, nullptr, storage.get());
+    return boxed(storage, encoding);
+}
+
+/// Puts the number into memory as the type; false for a type that is no number.
+bool putNumber(Storage &storage, char kind, const NSNumber &number) {
+    switch (kind) {
+    case 'B':
+        storage.as<bool>() = number.boolValue();
+        return true;
+    case 'c':
+        storage.as<std::int8_t>() = number.charValue();
+        return true;
+    case 'C':
+        storage.as<std::uint8_t>() = number.unsignedCharValue();
+        return true;
+    case 's':
+        storage.as<std::int16_t>() = number.shortValue();
+        return true;
+    case 'S':
+        storage.as<std::uint16_t>() = number.unsignedShortValue();
+        return true;
+    case 'i':
+        storage.as<std::int32_t>() = number.intValue();
+        return true;
+    case 'I':
+        storage.as<std::uint32_t>() = number.unsignedIntValue();
+        return true;
+    case 'q':
+        storage.as<std::int64_t>() = number.longLongValue();
+        return true;
+    case 'Q':
+        storage.as<std::uint64_t>() = number.unsignedLongLongValue();
+        return true;
+    case 'f':
+        storage.as<float>() = number.floatValue();
+        return true;
+    case 'd':
+        storage.as<double>() = number.doubleValue();
+        return true;
+    case 'D':
+        storage.as<long double>() = number.doubleValue();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// False when the object does not fit the type.
+bool put(Storage &storage, const runtime::EncodedType &type, const std::string &encoding, const id &object) {
+    const char kind = kindOf(encoding);
+    if (kind == '#') {
+        const auto cls = as<objc_class>(object);
+        storage.as<Class>() = cls.get();
+        return cls || !object;
+    }
+    const auto number = as<NSNumber>(object);
+    if (number && putNumber(storage, kind, *number))
+        return true;
+    const auto value = as<NSValue>(object);
+    if (!value || value->objCType() != encoding)
+        return false;
+    value->getValue(storage.get(), type.size);
+    return true;
+}
+
+bool write(const objc_method &setter, NSObject *object, SEL selector, const id &value) {
+    const std::string encoding = method_copyArgumentType(&setter, 2);
+    const void *argument = &value;
+    if (kindOf(encoding) == '@') {
+        setter.invoke(setter.imp, object, selector, &argument, nullptr);
+        return true;
+    }
+    const auto type = *runtime::firstType(encoding);
+    Storage storage(type);
+    if (!put(storage, type, encoding, value))
+        return false;
+    void *const bytes = storage.get();
+    argument = kindOf(encoding) == '[' ? static_cast<const void *>(&bytes) : bytes;
+    setter.invoke(setter.imp, object, selector, &argument, nullptr);
+    return true;
+}
+
+/// A method that takes `arguments` besides the receiver and the selector.
+Method methodNamed(Class cls, const std::string &name, unsigned arguments) {
+    const SEL selector = runtime::findSelector(name);
+    const Method method = selector ? cls->findMethod(selector) : nullptr;
+    const bool fits = method && method_getNumberOfArguments(method) == arguments + 2 &&
+                      (method_copyReturnType(method) == "v") == (arguments == 1);
+    return fits ? method : nullptr;
+}
+
+Ivar ivarOf(const NSObject &object, const std::string &key, const std::string &capital) {
+    for (const std::string &name : {"_" + key, "_is" + capital, key, "is" + capital})
+        if (const Ivar ivar = object.isa()->findIvar(name))
+            return ivar;
+    return nullptr;
+}
+
+} // namespace
+
+std::string runtime::setterName(std::string_view property) {
+    return "set" + capitalized(property) + ":";
+}
+
+Method runtime::keyValueReader(Class cls, const std::string &key) {
+    const std::string capital = capitalized(key);
+    for (const std::string &name : {"get" + capital, key, "is" + capital, "_" + key})
+        if (const Method getter = methodNamed(cls, name, 0))
+            return getter;
+    return nullptr;
+}
+
+id NSObject::valueForKey(const Ref<NSString> &forKey) const {
+    auto *object = const_cast<NSObject *>(this);
+    const std::string key = forKey ? forKey->utf8() : "", capital = capitalized(key);
+    if (const Method getter = runtime::keyValueReader(isa(), key))
+        return read(*getter, object, getter->name);
+    if (const Ivar ivar = ivarOf(*this, key, capital))
+        return read(ivar->load, object, nullptr);
+    raise(NSUnknownKeyException, *this, "valueForKey:", forKey, "there is no value for the key");
+}
+
+void NSObject::setValue(const id &value, const Ref<NSString> &forKey) {
+    const std::string key = forKey ? forKey->utf8() : "", capital = capitalized(key);
+    bool fits = false;
+    const Class cls = isa();
+    if (Method setter = methodNamed(cls, "set" + capital + ":", 1);
+        setter || (setter = methodNamed(cls, "_set" + capital + ":", 1)))
+        fits = write(*setter, this, setter->name, value);
+    else if (const Ivar ivar = ivarOf(*this, key, capital))
+        fits = write(ivar->store, this, nullptr, value);
+    else
+        raise(NSUnknownKeyException, *this, "setValue:forKey:", forKey, "there is no value for the key");
+    if (!fits)
+        raise(NSInvalidArgumentException, *this, "setValue:forKey:", forKey,
+              value ? "an object of this kind does not fit the key" : "none does not fit the key");
+}
+
+id valueForKeyPath(const id &object, const Ref<NSString> &keyPath) {
+    if (!keyPath)
+        return nullptr;
+    id value = object;
+    const auto keys = keyPath->componentsSeparatedByString(u"."_ns);
+    for (const id &key : *keys)
+        value = value ? value->valueForKey(as<NSString>(key)) : nullptr;
+    return value;
+}

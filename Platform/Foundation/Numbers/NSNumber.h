@@ -1,0 +1,101 @@
+// Numbers that remember the type they were made from. Booleans are numbers of their own kind.
+//
+// Immutable; any thread.
+#pragma once
+
+#include "Platform/Foundation/Numbers/NSValue.h"
+
+#include <cstdint>
+
+class NSString;
+struct NSDecimal;
+
+class NSNumber : public NSValue {
+    NS_CLASS(NSNumber, NSValue)
+public:
+    NSNumber(char encoding, std::int64_t value) : encoding_(encoding), signed_(value) {}
+    NSNumber(char encoding, std::uint64_t value) : encoding_(encoding), unsigned_(value) {}
+    NSNumber(char encoding, double value) : encoding_(encoding), floating_(value) {}
+
+    static Ref<NSNumber> numberWithBool(bool value);
+    static Ref<NSNumber> numberWithChar(std::int8_t value) {
+        return make<NSNumber>('c', std::int64_t{value});
+    }
+    static Ref<NSNumber> numberWithUnsignedChar(std::uint8_t value) {
+        return make<NSNumber>('C', std::uint64_t{value});
+    }
+    static Ref<NSNumber> numberWithShort(std::int16_t value) {
+        return make<NSNumber>('s', std::int64_t{value});
+    }
+    static Ref<NSNumber> numberWithUnsignedShort(std::uint16_t value) {
+        return make<NSNumber>('S', std::uint64_t{value});
+    }
+    static Ref<NSNumber> numberWithInt(std::int32_t value) {
+        return make<NSNumber>('i', std::int64_t{value});
+    }
+    static Ref<NSNumber> numberWithUnsignedInt(std::uint32_t value) {
+        return make<NSNumber>('I', std::uint64_t{value});
+    }
+    static Ref<NSNumber> numberWithLongLong(std::int64_t value) { return make<NSNumber>('q', value); }
+    static Ref<NSNumber> numberWithUnsignedLongLong(std::uint64_t value) {
+        return make<NSNumber>('Q', value);
+    }
+    static Ref<NSNumber> numberWithInteger(NSInteger value) { return numberWithLongLong(value); }
+    static Ref<NSNumber> numberWithUnsignedInteger(NSUInteger value) {
+        return numberWithUnsignedLongLong(value);
+    }
+    static Ref<NSNumber> numberWithFloat(float value) { return make<NSNumber>('f', double{value}); }
+    static Ref<NSNumber> numberWithDouble(double value) { return make<NSNumber>('d', value); }
+
+    /// The encoding of the type it was made from: one of "BcCsSiIqQfd".
+    char objCType() const { return isDecimal() ? 'd' : encoding_; }
+    using NSValue::getValue;
+    void getValue(void *value, NSUInteger size) const override;
+    bool isBoolean() const { return encoding_ == 'B'; }
+    bool isFloating() const { return encoding_ == 'f' || encoding_ == 'd' || isDecimal(); }
+    /// An NSDecimalNumber, which counts as floating.
+    bool isDecimal() const { return encoding_ == decimalEncoding; }
+
+    /// Whole numbers are narrowed by dropping high bits, as C does; a floating value is cut towards zero and
+    /// clamped to 64 bits first, not-a-number counting as 0.
+    bool boolValue() const;
+    std::int8_t charValue() const { return static_cast<std::int8_t>(longLongValue()); }
+    std::uint8_t unsignedCharValue() const { return static_cast<std::uint8_t>(longLongValue()); }
+    std::int16_t shortValue() const { return static_cast<std::int16_t>(longLongValue()); }
+    std::uint16_t unsignedShortValue() const { return static_cast<std::uint16_t>(longLongValue()); }
+    std::int32_t intValue() const { return static_cast<std::int32_t>(longLongValue()); }
+    std::uint32_t unsignedIntValue() const { return static_cast<std::uint32_t>(longLongValue()); }
+    std::int64_t longLongValue() const;
+    std::uint64_t unsignedLongLongValue() const;
+    NSInteger integerValue() const { return longLongValue(); }
+    NSUInteger unsignedIntegerValue() const { return unsignedLongLongValue(); }
+    float floatValue() const { return static_cast<float>(doubleValue()); }
+    double doubleValue() const;
+    /// The number that `stringValue` shows; not a number for an infinite value.
+    NSDecimal decimalValue() const;
+    /// Decimal text that reads back equal; booleans are "1" and "0".
+    Ref<NSString> stringValue() const;
+
+    /// Numbers are equal by exact value, whatever types they were made from; not-a-number equals itself.
+    bool isEqual(const id &other) const override;
+    NSUInteger hash() const override;
+    Ref<NSString> description() const override { return stringValue(); }
+
+protected:
+    std::string encodedType() const override { return std::string(1, objCType()); }
+
+    /// Of an NSDecimalNumber, whose nearest double is kept here.
+    static constexpr char decimalEncoding = 'D';
+
+private:
+    bool isUnsigned() const;
+    bool equalsFloating(double value) const;
+    const NSDecimal &decimal() const;
+
+    const char encoding_;
+    union {
+        const std::int64_t signed_;
+        const std::uint64_t unsigned_;
+        const double floating_;
+    };
+};

@@ -1,0 +1,63 @@
+// Builds the objects of a JSON text while it is read.
+//
+// Threads: one at a time.
+#pragma once
+
+#include "Platform/Foundation/Serialization/JSON/JSONLeaves.h"
+#include "Platform/Foundation/Serialization/JSON/JSONReader.h"
+
+#include <vector>
+
+class JSONBuilder final : public JSONHandler {
+public:
+    explicit JSONBuilder(bool mutableContainers) : mutable_(mutableContainers) {}
+
+    JSONLeaves &leaves() { return leaves_; }
+
+    /// The value that was told last, when it is whole.
+    id take() {
+        id value = std::move(pending_.back());
+        pending_.pop_back();
+        return value;
+    }
+    /// Why reading ended; null while there is no reason.
+    const char *refusal() const override {
+        return tooDeep_ ? "Too many nested arrays or dictionaries." : leaves_.refusal();
+    }
+
+    /// Go down into a container, and up again. They nest up to `NSJSONSerialization::deepestNesting`.
+    bool enter();
+    void leave() { --depth_; }
+
+    /// Puts in a value, as if it were told. False for none.
+    bool add(id value) {
+        if (!value)
+            return false;
+        pending_.push_back(std::move(value));
+        return true;
+    }
+
+    // What the reader tells.
+    bool Null() override { return add(leaves_.null()); }
+    bool Bool(bool flag) override { return add(leaves_.boolean(flag)); }
+    bool Int64(std::int64_t number) override { return add(leaves_.number(number)); }
+    bool Uint64(std::uint64_t number) override { return add(leaves_.number(number)); }
+    bool Double(double number) override { return add(leaves_.number(number)); }
+    bool String(std::string_view bytes) override { return add(leaves_.text(bytes)); }
+    bool Key(std::string_view bytes) override { return add(leaves_.key(bytes)); }
+    bool StartObject() override { return enter(); }
+    bool StartArray() override { return enter(); }
+    bool EndObject(std::size_t count) override;
+    bool EndArray(std::size_t count) override;
+
+private:
+    bool close(std::size_t used, id container);
+
+    const bool mutable_;
+    JSONLeaves leaves_;
+    /// What is open waits here: the elements of an array, or keys and values in turn, until the end tells how
+    /// many there are.
+    std::vector<id> pending_;
+    std::size_t depth_ = 0;
+    bool tooDeep_ = false;
+};

@@ -1,0 +1,10 @@
+#include "Platform/Foundation/Serialization/JSON/JSONLeaves.h"
+
+#include "Platform/Foundation/Text/Unicode.h"
+
+Ref<NSString> JSONLeaves::makeText(std::string_view bytes) {
+    if (auto units = unicode::utf16FromUTF8(bytes))
+        return pool_.make<NSString>(std::move(*units));
+    refusal_ = "Invalid UTF-8 in string.";
+    return nullptr;
+}

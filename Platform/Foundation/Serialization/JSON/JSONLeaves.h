@@ -1,0 +1,45 @@
+// Makes the objects of a JSON text that hold no others: null, numbers and texts.
+//
+// Threads: one at a time.
+#pragma once
+
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Serialization/JSON/RecentValues.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/ObjectPool.h"
+
+#include <string_view>
+
+class JSONLeaves {
+public:
+    Ref<NSNull> null() const { return NSNull::null(); }
+    Ref<NSNumber> boolean(bool flag) const { return NSNumber::numberWithBool(flag); }
+    Ref<NSNumber> number(std::int64_t value) { return pool_.make<NSNumber>('q', value); }
+    Ref<NSNumber> number(std::uint64_t value) {
+        return value <= INT64_MAX ? number(static_cast<std::int64_t>(value))
+                                  : pool_.make<NSNumber>('Q', value);
+    }
+    Ref<NSNumber> number(double value) { return pool_.make<NSNumber>('d', value); }
+
+    /// None, and a refusal, for bytes that are not valid UTF-8. The bytes must stay as long as this is asked.
+    Ref<NSString> text(std::string_view bytes) {
+        constexpr std::size_t longest = 24; // what is longer is seldom seen again
+        return bytes.size() > longest ? makeText(bytes)
+                                      : values_.find(bytes, [&] { return makeText(bytes); });
+    }
+    const Ref<NSString> &key(std::string_view bytes) {
+        return keys_.find(bytes, [&] { return makeText(bytes); });
+    }
+
+    /// Why one of the texts is none; null when none is.
+    const char *refusal() const { return refusal_; }
+
+private:
+    Ref<NSString> makeText(std::string_view bytes);
+
+    ObjectPool pool_;
+    // Records of a list have the same keys and many equal values.
+    RecentValues<Ref<NSString>> keys_, values_;
+    const char *refusal_ = nullptr;
+};

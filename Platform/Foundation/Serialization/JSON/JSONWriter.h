@@ -1,0 +1,64 @@
+// Writes JSON as UTF-8, whole values or piece by piece.
+//
+// Threads: one at a time.
+#pragma once
+
+#include "Platform/Foundation/Serialization/JSON/JSONOutput.h"
+#include "Platform/Foundation/Serialization/JSON/JSONWalk.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+
+#include <array>
+
+class NSNumber;
+
+class JSONWriter {
+public:
+    explicit JSONWriter(NSJSONWritingOptions options);
+
+    std::vector<std::uint8_t> take() { return out_.take(); }
+
+    // Each says why it could not go on; part of it is written by then.
+    json::Reason value(const id &object);
+    json::Reason string(const NSString &text);
+    /// Containers nest up to `NSJSONSerialization::deepestNesting`.
+    json::Reason open(char bracket);
+
+    void close(char bracket) {
+        --depth_;
+        startLine();
+        out_.put(bracket);
+    }
+    void number(bool value) { out_.put(value ? "true" : "false"); }
+    void number(std::int64_t value);
+    void number(std::uint64_t value);
+    /// Finite; the fewest digits that read back equal.
+    void number(double value);
+    /// As it is: punctuation, or a text that `string` has made before.
+    void put(std::string_view text) { out_.put(text); }
+    std::size_t size() const { return out_.size(); }
+    /// Takes back what was written since, but for brackets.
+    void cutTo(std::size_t size) { out_.cutTo(size); }
+
+    /// The containers within the last refused value that what was refused lies in, the innermost first. None
+    /// of them is JSON by itself either when its type or that of a key was refused.
+    std::vector<id> takeRefusedContainers() { return std::move(refusedContainers_); }
+
+private:
+    template <class Visit>
+    json::Reason entries(const NSDictionary &dictionary, Visit visit) const;
+    json::Reason entry(const id &key, const id &object);
+    /// `items` writes the list, and calls what it is given before each item.
+    template <class Items>
+    json::Reason list(const id &container, const char (&brackets)[3], Items items);
+    json::Reason number(const NSNumber &number);
+    std::size_t putPlain(const char16_t *units, std::size_t count, char *out) const;
+    char *escaped(char *out, char16_t unit) const;
+    void startLine();
+
+    const bool pretty_;
+    const bool sorted_;
+    std::array<char, 128> escapes_;
+    std::size_t depth_ = 0;
+    JSONOutput out_;
+    std::vector<id> refusedContainers_;
+};

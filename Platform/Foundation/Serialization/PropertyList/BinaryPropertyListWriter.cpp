@@ -1,0 +1,245 @@
+#include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListWriter.h"
+
+#include "Platform/Foundation/Data/KeyedHash.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListFormat.h"
+#include "Platform/Foundation/Serialization/PropertyList/PropertyListUID.h"
+#include "Platform/Foundation/Serialization/PropertyList/PropertyListWalk.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Foundation/Text/Unicode.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <string_view>
+
+namespace {
+
+namespace format = binaryPropertyList;
+
+using Bytes = std::vector<std::uint8_t>;
+
+void append(Bytes &out, std::uint64_t value, std::size_t size) {
+    while (size-- > 0)
+        out.push_back(static_cast<std::uint8_t>(value >> 8 * size));
+}
+
+/// 1, 2, 4 or 8 bytes, as many as the number needs.
+std::size_t sizeOf(std::uint64_t value) {
+    return value < 1u << 8 ? 1 : value < 1u << 16 ? 2 : value < std::uint64_t{1} << 32 ? 4 : 8;
+}
+
+void appendMarker(Bytes &out, format::Kind kind, std::uint64_t low) {
+    out.push_back(static_cast<std::uint8_t>(std::uint64_t{kind} << 4 | low));
+}
+
+void appendWhole(Bytes &out, std::uint64_t value) {
+    const std::size_t size = sizeOf(value);
+    appendMarker(out, format::whole, static_cast<unsigned>(std::countr_zero(size)));
+    append(out, value, size);
+}
+
+void appendCount(Bytes &out, format::Kind kind, std::uint64_t count) {
+    appendMarker(out, kind, std::min<std::uint64_t>(count, 15));
+    if (count >= 15)
+        appendWhole(out, count);
+}
+
+/// Numbers all objects and writes the leaves on the way. How wide references are is known only in the end, so
+/// that containers wait for that.
+class Writer : public PropertyListWalk {
+public:
+    /// The whole list, after the walk.
+    Bytes take() {
+        Bytes out;
+        const std::size_t referenceSize = sizeOf(objects_.size());
+        out.reserve(format::head.size() + leaves_.size() + references_.size() * referenceSize +
+                    objects_.size() * 5 + format::trailerSize);
+        out.assign(format::head.begin(), format::head.end());
+        for (Object &object : objects_) {
+            const std::size_t offset = out.size();
+            if (object.kind == leaf) {
+                const auto first = leaves_.begin() + static_cast<std::ptrdiff_t>(object.start);
+                out.insert(out.end(), first, first + static_cast<std::ptrdiff_t>(object.count));
+            } else {
+                const bool isArray = object.kind == format::array;
+                appendCount(out, object.kind, object.count);
+                for (std::size_t i = 0; i < object.count * (isArray ? 1 : 2); ++i)
+                    append(out, references_[object.start + i], referenceSize);
+            }
+            object.start = offset;
+        }
+        const std::size_t table = out.size(), offsetSize = sizeOf(table);
+        for (const Object &object : objects_)
+            append(out, object.start, offsetSize);
+        append(out, 0, 6);
+        append(out, offsetSize, 1);
+        append(out, referenceSize, 1);
+        append(out, objects_.size(), 8);
+        append(out, 0, 8);
+        append(out, table, 8);
+        return out;
+    }
+
+private:
+    static constexpr format::Kind leaf{};
+
+    struct Object {
+        format::Kind kind; ///< array, dictionary or leaf
+        std::size_t start; ///< in the references or in the leaves; in the end the offset
+        std::size_t count; ///< elements, entries or bytes
+    };
+
+    bool text(const NSString &text) override {
+        const std::u16string &units = text.units();
+        const bool isASCII =
+            std::all_of(units.begin(), units.end(), [](char16_t unit) { return unit < 0x80; });
+        if (!isASCII && unicode::loneSurrogate(units))
+            return refuse("a text in which no surrogate stands alone");
+        appendCount(leaves_, isASCII ? format::ascii : format::utf16, units.size());
+        if (isASCII)
+            leaves_.insert(leaves_.end(), units.begin(), units.end());
+        else
+            for (const char16_t unit : units)
+                append(leaves_, unit, 2);
+        return addLeaf();
+    }
+
+    bool number(const NSNumber &number) override {
+        if (number.isBoolean()) {
+            appendMarker(leaves_, format::flag, number.boolValue() ? 9 : 8);
+        } else if (number.isFloating()) {
+            appendMarker(leaves_, format::real, 3);
+            append(leaves_, std::bit_cast<std::uint64_t>(number.doubleValue()), 8);
+        } else if (const std::uint64_t value = number.unsignedLongLongValue();
+                   number.objCType() == 'Q' && value > INT64_MAX) {
+            appendMarker(leaves_, format::whole, 4);
+            append(leaves_, 0, 8);
+            append(leaves_, value, 8);
+        } else {
+            appendWhole(leaves_, value);
+        }
+        return addLeaf();
+    }
+
+    bool date(const NSDate &date) override {
+        const double seconds = date.timeIntervalSinceReferenceDate();
+        if (!std::isfinite(seconds))
+            return refuse("a finite date");
+        appendMarker(leaves_, format::date, 3);
+        append(leaves_, std::bit_cast<std::uint64_t>(seconds), 8);
+        return addLeaf();
+    }
+
+    bool data(const NSData &data) override {
+        appendCount(leaves_, format::data, data.length());
+        leaves_.insert(leaves_.end(), data.span().begin(), data.span().end());
+        return addLeaf();
+    }
+
+    bool reference(const PropertyListUID &reference) override {
+        const std::size_t size = sizeOf(reference.index());
+        appendMarker(leaves_, format::uid, size - 1);
+        append(leaves_, reference.index(), size);
+        return addLeaf();
+    }
+
+    bool array(std::span<const id> elements) override {
+        const std::size_t own = addContainer(format::array, elements.size(), elements.size());
+        for (std::size_t i = 0; i < elements.size(); ++i) {
+            if (!visitElement(elements, i))
+                return false;
+            references_[objects_[own].start + i] = last_;
+        }
+        last_ = own;
+        return true;
+    }
+
+    bool dictionary(std::span<const Entry> entries) override {
+        const std::size_t own = addContainer(format::dictionary, entries.size(), 2 * entries.size());
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (!visitKey(entries[i]))
+                return false;
+            references_[objects_[own].start + i] = last_;
+        }
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (!visitValue(entries[i]))
+                return false;
+            references_[objects_[own].start + entries.size() + i] = last_;
+        }
+        last_ = own;
+        return true;
+    }
+
+    std::size_t addContainer(format::Kind kind, std::size_t count, std::size_t parts) {
+        objects_.push_back({kind, references_.size(), count});
+        references_.resize(references_.size() + parts);
+        return objects_.size() - 1;
+    }
+
+    /// The leaf whose bytes were just written, unless there is one with the same.
+    bool addLeaf() {
+        const std::size_t start = end_, count = leaves_.size() - start;
+        if (count > format::longestShared) {
+            last_ = objects_.size();
+        } else {
+            if (2 * shared_ >= slots_.size())
+                growSlots();
+            std::size_t &slot = slotOf(start, count);
+            if (slot > 0) {
+                leaves_.resize(start);
+                last_ = slot - 1;
+                return true;
+            }
+            last_ = objects_.size();
+            slot = last_ + 1;
+            ++shared_;
+        }
+        objects_.push_back({leaf, start, count});
+        end_ = leaves_.size();
+        return true;
+    }
+
+    std::string_view leafBytes(std::size_t start, std::size_t count) const {
+        return {reinterpret_cast<const char *>(leaves_.data()) + start, count};
+    }
+
+    /// Where the number of the shared leaf with these bytes stands, or can be put.
+    std::size_t &slotOf(std::size_t start, std::size_t count) {
+        const auto bytes = leafBytes(start, count);
+        const std::size_t mask = slots_.size() - 1;
+        for (std::size_t at = keyedHash(bytes) & mask;; at = (at + 1) & mask) {
+            std::size_t &slot = slots_[at];
+            if (slot == 0 || leafBytes(objects_[slot - 1].start, objects_[slot - 1].count) == bytes)
+                return slot;
+        }
+    }
+
+    void growSlots() {
+        const auto old =
+            std::exchange(slots_, std::vector<std::size_t>(std::max<std::size_t>(64, 2 * slots_.size())));
+        for (const std::size_t slot : old)
+            if (slot > 0)
+                slotOf(objects_[slot - 1].start, objects_[slot - 1].count) = slot;
+    }
+
+    std::vector<Object> objects_;
+    std::vector<std::size_t> references_; ///< of the containers, as numbers of objects
+    Bytes leaves_;
+    std::size_t end_ = 0;            ///< of the leaves that are objects
+    std::size_t last_ = 0;           ///< the number of the object visited last
+    std::vector<std::size_t> slots_; ///< a table of the leaves that are shared: number + 1, 0 when free
+    std::size_t shared_ = 0;
+};
+
+} // namespace
+
+Ref<NSData> writeBinaryPropertyList(const id &list, std::string &refusal) {
+    Writer writer;
+    if (writer.whole(list))
+        return make<NSData>(writer.take());
+    refusal = writer.refusal();
+    return nullptr;
+}

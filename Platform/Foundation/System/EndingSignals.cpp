@@ -1,0 +1,41 @@
+#include "Platform/Foundation/System/EndingSignals.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+#include <utility>
+
+namespace dispatch {
+
+namespace {
+
+constexpr int endings[] = {SIGINT, SIGTERM, SIGHUP};
+
+bool isIgnored(int signal) {
+    struct sigaction action {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+void awaitEnd(const sigset_t &signals, const std::function<void()> &before) {
+    int signal = 0;
+    sigwait(&signals, &signal);
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // the next one is for the impatient
+    if (before)
+        before();
+    std::quick_exit(128 + signal);
+}
+
+} // namespace
+
+void endOnSignals(std::function<void()> before) {
+    std::signal(SIGPIPE, SIG_IGN);
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : endings)
+        if (!isIgnored(signal))
+            sigaddset(&signals, signal);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::thread([signals, before = std::move(before)] { awaitEnd(signals, before); }).detach();
+}
+
+} // namespace dispatch

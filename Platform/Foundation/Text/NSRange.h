@@ -1,0 +1,18 @@
+// A run of positions in a text, a byte buffer or an array.
+#pragma once
+
+#include "Platform/Runtime/Object/Ref.h"
+
+struct NSRange {
+    NSUInteger location = 0;
+    NSUInteger length = 0;
+
+    NSUInteger end() const { return location + length; }
+    /// Whether the range lies within `count` positions; safe against overflow.
+    bool fits(NSUInteger count) const { return location <= count && length <= count - location; }
+    friend bool operator==(const NSRange &, const NSRange &) = default;
+};
+
+constexpr NSRange NSMakeRange(NSUInteger location, NSUInteger length) {
+    return {location, length};
+}

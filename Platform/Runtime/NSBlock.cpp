@@ -1,5 +1,0 @@
-#include "Platform/Runtime/NSBlock.h"
-
-#include "Platform/Runtime/Class.h"
-
-NS_IMPLEMENTATION(NSBlock) {}

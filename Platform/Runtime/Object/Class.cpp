@@ -1,0 +1,207 @@
+#include "Platform/Runtime/Object/Class.h"
+
+#include "Platform/Runtime/Object/NSException.h"
+
+#include <algorithm>
+
+namespace {
+
+std::size_t slotOf(SEL selector, std::size_t mask) {
+    return (reinterpret_cast<std::uintptr_t>(selector) >> 4) * 0x9E3779B97F4A7C15u >> 32 & mask;
+}
+
+} // namespace
+
+// An immutable open-addressing table, at most half full.
+struct objc_class::MethodTable {
+    explicit MethodTable(const std::vector<std::unique_ptr<objc_method>> &methods) {
+        std::size_t size = 4;
+        while (size < 2 * methods.size())
+            size *= 2;
+        slots.resize(size);
+        for (const auto &method : methods) {
+            std::size_t slot = slotOf(method->name, size - 1);
+            while (slots[slot])
+                slot = (slot + 1) & (size - 1);
+            slots[slot] = method.get();
+        }
+    }
+
+    Method find(SEL selector) const {
+        const std::size_t mask = slots.size() - 1;
+        for (std::size_t slot = slotOf(selector, mask); slots[slot]; slot = (slot + 1) & mask)
+            if (slots[slot]->name == selector)
+                return slots[slot];
+        return nullptr;
+    }
+
+    std::vector<Method> slots;
+};
+
+objc_class::objc_class(std::string name, Class superclass, Class metaClass)
+    : name_(std::move(name)), superclass_(superclass), metaClass_(metaClass) {}
+
+objc_class::~objc_class() = default;
+
+Class objc_class::isa() const {
+    return metaClass_ ? metaClass_ : NSObject::class_()->metaClass();
+}
+
+bool objc_class::isSubclassOf(Class other) const {
+    for (const objc_class *cls = this; cls; cls = cls->superclass_)
+        if (cls == other)
+            return true;
+    return false;
+}
+
+Method objc_class::findMethod(SEL selector) const {
+    for (const objc_class *cls = this; cls; cls = cls->superclass_)
+        if (const MethodTable *table = cls->table_.load(std::memory_order_acquire))
+            if (const Method method = table->find(selector))
+                return method;
+    return nullptr;
+}
+
+namespace {
+
+template <class T>
+bool addNamed(std::vector<std::unique_ptr<T>> &list, T member) {
+    if (std::ranges::any_of(list, [&](const auto &each) { return each->name == member.name; }))
+        return false;
+    list.push_back(std::make_unique<T>(std::move(member)));
+    return true;
+}
+
+template <class T>
+std::vector<const T *> pointers(const std::vector<std::unique_ptr<T>> &list) {
+    std::vector<const T *> result;
+    result.reserve(list.size());
+    for (const auto &each : list)
+        result.push_back(each.get());
+    return result;
+}
+
+} // namespace
+
+void objc_class::publish() {
+    publications_.push_back(std::make_unique<MethodTable>(methods_));
+    table_.store(publications_.back().get(), std::memory_order_release);
+}
+
+bool objc_class::addMethod(objc_method method) {
+    runtime::Agreement::check(*this, method);
+    const std::scoped_lock guard(writing_);
+    if (ownMethods() && ownMethods()->find(method.name))
+        return false;
+    methods_.push_back(std::make_unique<objc_method>(std::move(method)));
+    publish();
+    return true;
+}
+
+bool objc_class::declareMethod(objc_method method) {
+    const auto same = [&](const auto &each) { return each->name == method.name; };
+    std::unique_lock guard(writing_);
+    const auto found = std::ranges::find_if(methods_, same);
+    if (found == methods_.end()) {
+        guard.unlock();
+        return addMethod(std::move(method));
+    }
+    if ((*found)->synthesized == method.synthesized)
+        return false;
+    if (method.synthesized)
+        return true; // the class has its own
+    *found = std::make_unique<objc_method>(std::move(method));
+    publish();
+    return true;
+}
+
+std::vector<Method> objc_class::methods() const {
+    const std::scoped_lock guard(writing_);
+    return pointers(methods_);
+}
+
+bool objc_class::addIvar(objc_ivar ivar) {
+    const std::scoped_lock guard(writing_);
+    return addNamed(ivars_, std::move(ivar));
+}
+
+bool objc_class::addProperty(objc_property property) {
+    const std::scoped_lock guard(writing_);
+    return addNamed(properties_, std::move(property));
+}
+
+std::vector<Ivar> objc_class::ivars() const {
+    const std::scoped_lock guard(writing_);
+    return pointers(ivars_);
+}
+
+std::vector<objc_property_t> objc_class::properties() const {
+    const std::scoped_lock guard(writing_);
+    return pointers(properties_);
+}
+
+Ivar objc_class::findIvar(std::string_view name) const {
+    for (const objc_class *cls = this; cls; cls = cls->superclass_)
+        for (const Ivar ivar : cls->ivars())
+            if (ivar->name == name)
+                return ivar;
+    return nullptr;
+}
+
+void objc_class::addProtocol(std::string_view name) {
+    const std::scoped_lock guard(writing_);
+    protocols_.emplace_back(name);
+}
+
+bool objc_class::conformsToProtocol(std::string_view name) const {
+    for (const objc_class *cls = this; cls; cls = cls->superclass_) {
+        const std::scoped_lock guard(cls->writing_);
+        if (std::ranges::find(cls->protocols_, name) != cls->protocols_.end())
+            return true;
+    }
+    return false;
+}
+
+Class objc_class::makeClass(const std::string &name, Class superclass, const Declare &declare) {
+    const Class metaSuper = superclass ? superclass->metaClass_ : nullptr;
+    const auto metaClass = make<objc_class>(name, metaSuper, nullptr);
+    const auto cls = make<objc_class>(name, superclass, metaClass.get());
+    // The root's meta-class inherits from the root class, so class objects answer the root's operations too.
+    if (!superclass)
+        metaClass->superclass_ = cls.get();
+    if (declare)
+        declare(cls.get());
+    runtime::ClassRegistry::shared().enter(cls, metaClass);
+    return cls.get();
+}
+
+Class objc_class::declareClass(const runtime::ClassAnnouncement &announcement, Class superclass,
+                               const Declare &declare) {
+    const std::string name = announcement.name();
+    if (!runtime::ClassRegistry::shared().claim(name, &announcement))
+        throw NSException(NSInvalidArgumentException, "two classes of the program are named " + name);
+    return makeClass(name, superclass, [&](Class cls) {
+        declare(cls);
+        runtime::checkAccessors(cls);
+    });
+}
+
+Class objc_class::registerClass(const char *name, Class superclass, const Declare &declare) {
+    auto &registry = runtime::ClassRegistry::shared();
+    if (!registry.claim(name, nullptr))
+        return nullptr;
+    try {
+        return makeClass(name, superclass, declare);
+    } catch (...) {
+        registry.abandon(name);
+        throw;
+    }
+}
+
+Class objc_getClass(std::string_view name) {
+    return runtime::ClassRegistry::shared().find(name);
+}
+
+id class_createInstance(Class cls) {
+    return cls && cls->instantiate ? cls->instantiate() : nullptr;
+}

@@ -1,0 +1,218 @@
+// Class objects: their place in the hierarchy, and what a class declares.
+//
+// Threads: everything here may be called from any thread. Looking a method up takes no lock; a method added
+// at run time is seen by every send that starts after `class_addMethod` returned.
+#pragma once
+
+#include "Platform/Runtime/Object/ClassRegistry.h"
+#include "Platform/Runtime/Object/Operation.h"
+#include "Platform/Runtime/Object/Property.h"
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+struct objc_class final : NSObject {
+    using Instantiate = std::function<id()>;
+    using Declare = std::function<void(Class)>;
+
+    /// For the two functions below only, which make a class together with its meta-class.
+    objc_class(std::string name, Class superclass, Class metaClass);
+    ~objc_class() override;
+
+    /// Makes the class that was announced, and lets others find it when `declare` has run on it, so that
+    /// nobody finds half a class. Raises NSInvalidArgumentException when another class has the name, and for
+    /// a property whose accessors are not of its type; whatever `declare` raises leaves no class behind.
+    static Class declareClass(const runtime::ClassAnnouncement &announcement, Class superclass,
+                              const Declare &declare);
+    /// Makes a class at run time in the same way. Null when another class has the name.
+    static Class registerClass(const char *name, Class superclass, const Declare &declare = nullptr);
+
+    /// A class is an instance of its meta-class; a meta-class of the root's meta-class.
+    Class isa() const override;
+    Ref<NSString> description() const override;
+    id copy() const override { return self(); }
+
+    const std::string &name() const { return name_; }
+    Class superclass() const { return superclass_; }
+    /// None for a meta-class.
+    Class metaClass() const { return metaClass_; }
+    bool isMetaClass() const { return metaClass_ == nullptr; }
+    bool isSubclassOf(Class other) const;
+
+    /// The method this class itself has or inherits; none when there is none.
+    Method findMethod(SEL selector) const;
+    /// False, and nothing changes, when the class itself has the selector already. Raises
+    /// NSInvalidArgumentException when the method breaks an agreement (Operation.h).
+    bool addMethod(objc_method method);
+    /// For declarations: like `addMethod`, but a method that somebody wrote takes the place of a synthesized
+    /// accessor, be it there already or still to come. Only two of one kind are too many.
+    bool declareMethod(objc_method method);
+    /// The methods this class itself has, in the order they were added.
+    std::vector<Method> methods() const;
+
+    /// False, and nothing changes, when the class itself has one of that name already. Instance variables are
+    /// parts of the C++ class, so none is added once instances exist.
+    bool addIvar(objc_ivar ivar);
+    bool addProperty(objc_property property);
+    /// Those of this class itself, in the order they were added.
+    std::vector<Ivar> ivars() const;
+    std::vector<objc_property_t> properties() const;
+    /// The instance variable of that name of this class or a superclass; none when there is none.
+    Ivar findIvar(std::string_view name) const;
+
+    void addProtocol(std::string_view name);
+    /// Whether this class or a superclass conforms to the protocol.
+    bool conformsToProtocol(std::string_view name) const;
+
+    // Set once, while the class is declared.
+    Instantiate instantiate;
+    bool overridesValueForKey = false; ///< in C++, itself; not told of its superclasses
+
+private:
+    struct MethodTable;
+
+    static Class makeClass(const std::string &name, Class superclass, const Declare &declare);
+    const MethodTable *ownMethods() const { return table_.load(std::memory_order_relaxed); }
+    void publish();
+
+    const std::string name_;
+    Class superclass_;
+    Class const metaClass_;
+    mutable std::mutex writing_;
+    std::vector<std::unique_ptr<objc_method>> methods_;      // guarded by writing_
+    std::vector<std::unique_ptr<MethodTable>> publications_; // old ones stay: readers hold no lock
+    std::vector<std::unique_ptr<objc_ivar>> ivars_;          // guarded by writing_, as are the next two
+    std::vector<std::unique_ptr<objc_property>> properties_;
+    std::vector<std::string> protocols_;
+    std::atomic<const MethodTable *> table_{nullptr};
+};
+
+/// A new instance by the class's own way of making one; none for a class that has none.
+id class_createInstance(Class cls);
+/// Any class that is linked into the program, or was made at run time; none for an unknown name. Raises
+/// NSInvalidArgumentException when the program has two of the name.
+Class objc_getClass(std::string_view name);
+
+namespace runtime {
+
+/// Gives the class a member function or a free function as an operation; false when it has the selector.
+template <auto Function>
+bool addMethod(Class cls, const char *selector) {
+    auto method = methodOf<Function>();
+    method.name = sel_registerName(selector);
+    return cls->addMethod(std::move(method));
+}
+
+} // namespace runtime
+
+/// What NS_IMPLEMENTATION hands to a class to declare itself with. Nothing that is declared is ignored: what
+/// contradicts something else raises NSInvalidArgumentException, naming the class and the property.
+template <class T>
+class ClassBuilder {
+public:
+    explicit ClassBuilder(Class cls) : cls_(cls) {
+        cls_->overridesValueForKey = !requires {
+            requires std::same_as<decltype(&T::valueForKey), decltype(&NSObject::valueForKey)>;
+        };
+        if constexpr (std::is_default_constructible_v<T> && !std::is_abstract_v<T>)
+            cls_->instantiate = [] { return make<T>(); };
+    }
+
+    /// An operation of instances: a member function under its full selector. One with the selector of a
+    /// property's accessor is that accessor.
+    template <auto Member>
+    ClassBuilder &method(const char *selector) {
+        runtime::declareMethod(cls_, runtime::methodOf<Member>(), selector);
+        return *this;
+    }
+
+    /// An operation of the class object: a static function under its full selector.
+    template <auto Function>
+    ClassBuilder &classMethod(const char *selector) {
+        runtime::declareMethod(cls_->metaClass(), runtime::methodOf<Function>(), selector);
+        return *this;
+    }
+
+    /// An operation that others have agreed on, e.g. a hook: a member function or a static one, as the
+    /// operation is of instances or of the class object.
+    template <const auto &operation, auto Function>
+    ClassBuilder &implement() {
+        using Agreed = std::remove_cvref_t<decltype(operation)>;
+        static_assert(Agreed::template isImplementedBy<T, Function>(),
+                      "this function has not the type of the operation");
+        if constexpr (Agreed::isOfClassObject)
+            return classMethod<Function>(operation.selector);
+        else
+            return method<Function>(operation.selector);
+    }
+
+    /// A property: of a data member, or computed by a member function. `Element` is the class of what a
+    /// collection holds. See Property.h.
+    template <auto Member, class Element = void>
+    ClassBuilder &property(const char *name, std::string_view attributes = "",
+                           runtime::Protocols protocols = {}) {
+        return declare<Element>(runtime::MemberDeclaration<Member>::declaration(protocols), name, attributes);
+    }
+
+    /// A property computed by two member functions.
+    template <auto Getter, auto Setter, class Element = void>
+    ClassBuilder &property(const char *name, std::string_view attributes = "",
+                           runtime::Protocols protocols = {}) {
+        auto declaration = runtime::MemberDeclaration<Getter>::declaration(protocols);
+        declaration.set = declaration.setCopy = runtime::methodOf<Setter>();
+        return declare<Element>(std::move(declaration), name, attributes);
+    }
+
+    /// A property of the type without a member: for dynamic ones.
+    template <class Type, class Element = void>
+    ClassBuilder &property(const char *name, std::string_view attributes = "D",
+                           runtime::Protocols protocols = {}) {
+        return declare<Element>(runtime::declarationOf<Type>(protocols), name, attributes);
+    }
+
+    /// An instance variable that is no property.
+    template <auto Member>
+    ClassBuilder &ivar(const char *name) {
+        runtime::declareIvar(cls_, runtime::MemberDeclaration<Member>::declaration({}), name);
+        return *this;
+    }
+
+    /// The class conforms to the protocol, which is no more than a name.
+    ClassBuilder &protocol(const char *name) {
+        cls_->addProtocol(name);
+        return *this;
+    }
+
+    /// Replaces the way `class_createInstance` makes an instance, e.g. for a singleton.
+    ClassBuilder &instantiate(objc_class::Instantiate function) {
+        cls_->instantiate = std::move(function);
+        return *this;
+    }
+
+private:
+    template <class Element>
+    ClassBuilder &declare(runtime::Declaration declaration, const char *name, std::string_view attributes) {
+        if constexpr (!std::is_void_v<Element>)
+            declaration.elementClass = &Element::class_;
+        runtime::declareProperty(cls_, std::move(declaration), name, attributes);
+        return *this;
+    }
+
+    Class cls_;
+};
+
+#define NS_IMPLEMENTATION(Type)                                                                              \
+    [[gnu::init_priority(101)]] const runtime::ClassAnnouncement Type::announcement_(declaredName,           \
+                                                                                     &Type::class_);         \
+    Class Type::class_() {                                                                                   \
+        static const Class theClass =                                                                        \
+            objc_class::declareClass(announcement_, super::class_(), [](Class made) {                        \
+                ClassBuilder<Type> builder(made);                                                            \
+                declare(builder);                                                                            \
+            });                                                                                              \
+        return theClass;                                                                                     \
+    }                                                                                                        \
+    void Type::declare([[maybe_unused]] ClassBuilder<Type> &cls)

@@ -1,0 +1,163 @@
+// Instance variables and properties, and how a class declares them.
+//
+//     class Book : public NSObject {
+//         NS_CLASS(Book, NSObject)
+//     public:
+//         Ref<NSString> title;
+//         std::int32_t pages = 0;
+//         Weak<Author> author;
+//         double weight() const;
+//     };
+//
+//     NS_IMPLEMENTATION(Book) {
+//         cls.property<&Book::title>("title", "C,N");   // T@"NSString",C,N,V_title
+//         cls.property<&Book::pages>("pages", "N");     // Ti,N,V_pages
+//         cls.property<&Book::author>("author");        // T@"Author",W,V_author
+//         cls.property<&Book::weight>("weight", "N");   // Td,R,N: computed, and without a setter
+//         cls.property<&Book::chapters, Chapter>("chapters");   // T@"NSArray",&,V_chapters: of chapters
+//     }
+//
+// A property of a data member also declares the instance variable and the accessors `title` and `setTitle:`,
+// unless the class has a method of that name, listed before or after: that one is the accessor then. Private
+// members may be named, since the declaration is part of the class. A declaration that contradicts itself or
+// another one of the class raises NSInvalidArgumentException: a second property or instance variable of one
+// name, an accessor that is not of the property's type, attributes that exclude each other. The attributes,
+// separated by commas and kept in the runtime's order:
+//
+// | attribute | meaning                                                                                   |
+// |-----------|-------------------------------------------------------------------------------------------|
+// | `R`       | read-only: no setter. Comes by itself with a computed property that has none.              |
+// | `C`       | the setter stores a copy: of a mutable object an immutable one                            |
+// | `&`, `W`  | the property owns or only watches its object. One of them comes by itself with an object. |
+// | `D`       | dynamic: the class brings accessors in another way; nothing but the property is declared  |
+// | `N`       | not atomic. No accessor locks anything, with or without it.                               |
+// | `Gname`   | the getter is called `name`                                                               |
+// | `Sname:`  | the setter is called `name:`                                                              |
+// | `Vname`   | the instance variable is called `name` instead of "_" and the property's name             |
+#pragma once
+
+#include "Platform/Runtime/Object/Method.h"
+
+#include <cstddef>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct objc_ivar {
+    std::string name;
+    std::string types;     ///< e.g. `@"NSString"`
+    std::ptrdiff_t offset; ///< in bytes, from the start of the instance
+    objc_method load;      ///< reads it, as a getter would
+    objc_method store;     ///< writes it, as a setter would; never copies
+};
+using Ivar = const objc_ivar *;
+
+struct objc_property_attribute_t {
+    std::string name; ///< one letter
+    std::string value;
+};
+
+struct objc_property {
+    std::string name;
+    std::vector<objc_property_attribute_t> attributes; ///< "T" first, "V" last
+    /// Find the class of an object, and that of what a collection holds, where the declaration knows them;
+    /// null otherwise.
+    Class (*cls)() = nullptr;
+    Class (*elementClass)() = nullptr;
+};
+using objc_property_t = const objc_property *;
+
+namespace runtime {
+
+using Protocols = std::initializer_list<const char *>;
+
+/// The name of a property's setter, "setTitle:" for "title". Upper case is Unicode's business, so this is
+/// defined in Foundation.
+std::string setterName(std::string_view property);
+
+/// The encoding of a variable: an object's class and protocols are told, as in `@"NSString<P1><P2>"`.
+std::string objectEncoding(const char *className, Protocols protocols);
+
+/// What a declaration knows from the C++ side.
+struct Declaration {
+    std::string type;
+    bool isObject = false;
+    bool isWeak = false;
+    Class (*cls)() = nullptr;
+    Class (*elementClass)() = nullptr;
+    std::optional<std::ptrdiff_t> offset{};
+    std::optional<objc_method> get{};
+    std::optional<objc_method> set{};
+    std::optional<objc_method> setCopy{};
+};
+
+// What contradicts the declarations before raises NSInvalidArgumentException.
+void declareProperty(Class cls, Declaration declaration, const std::string &name,
+                     std::string_view attributes);
+void declareIvar(Class cls, const Declaration &declaration, const std::string &name);
+void declareMethod(Class cls, objc_method method, const char *selector);
+/// Once all is declared: whether the accessors of the properties are of their types, where a class has a
+/// method for an inherited property as well as where it inherits one for a property of its own.
+void checkAccessors(Class cls);
+
+template <class M>
+Declaration declarationOf(Protocols protocols) {
+    if constexpr (isObject<M>) {
+        using T = typename M::element_type;
+        if constexpr (isBlock<T>)
+            return {"@?", true};
+        else
+            return {objectEncoding(T::declaredName, protocols), true, isWeak<M>,
+                    std::is_same_v<T, NSObject> ? nullptr : &T::class_};
+    } else
+        return {typeEncoding<M>()};
+}
+
+template <class T, class M, M T::*Member>
+std::ptrdiff_t offsetOf() {
+    // Only addresses are taken; no object is needed for that.
+    alignas(T) static std::byte place[sizeof(T)];
+    const auto *object = reinterpret_cast<const T *>(place);
+    return reinterpret_cast<const std::byte *>(std::addressof(object->*Member)) -
+           reinterpret_cast<const std::byte *>(static_cast<const NSObject *>(object));
+}
+
+template <class T, class M, M T::*Member>
+Declaration declarationOfMember(Protocols protocols) {
+    using Access = MemberAccess<T, M, Member>;
+    const std::string type = typeEncoding<M>();
+    Declaration declaration = declarationOf<M>(protocols);
+    declaration.offset = offsetOf<T, M, Member>();
+    const std::string size = std::to_string(16 + std::max(sizeof(int), isObject<M> ? 8 : sizeof(Result<M>)));
+    const auto synthesized = [](objc_method method) {
+        method.synthesized = true;
+        return method;
+    };
+    declaration.get = synthesized(makeMethod(nullptr, &Access::get, type + "16@0:8"));
+    declaration.set = synthesized(makeMethod(nullptr, &Access::set, "v" + size + "@0:8" + type + "16"));
+    declaration.setCopy = declaration.set;
+    if constexpr (isRef<M>)
+        declaration.setCopy = synthesized(makeMethod(nullptr, &Access::setCopy, declaration.set->types));
+    return declaration;
+}
+
+/// Tells a data member from a member function without arguments.
+template <auto Member>
+struct MemberDeclaration;
+
+template <class T, class M, M T::*Member>
+struct MemberDeclaration<Member> {
+    static Declaration declaration(Protocols protocols) {
+        if constexpr (std::is_function_v<M>) {
+            using Value = std::remove_cvref_t<std::invoke_result_t<M T::*, T &>>;
+            Declaration declaration = declarationOf<Value>(protocols);
+            declaration.get = methodOf<Member>();
+            return declaration;
+        } else
+            return declarationOfMember<T, M, Member>(protocols);
+    }
+};
+
+} // namespace runtime
