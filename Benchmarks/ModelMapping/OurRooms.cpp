@@ -1,7 +1,7 @@
 #include "Benchmarks/ModelMapping/OurRooms.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"

@@ -3,7 +3,7 @@
 #include "Manager/ConsumableReminder.h"
 #include "Tests/Manager/ManagerTesting.h"
 #include "Tests/Manager/ScriptedTransport.h"
-#include "Tests/Platform/Transport/Envelopes.h"
+#include "Tests/Support/Envelopes.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -14,8 +14,8 @@
 #include "Platform/Interface/NSTableView.h"
 #include "Platform/Interface/QtText.h"
 #include "Tests/Manager/ManagerTesting.h"
-#include "Tests/Platform/Transport/TemporaryFolder.h"
 #include "Tests/Support/QtTesting.h"
+#include "Tests/Support/TemporaryFolder.h"
 #include "Views/utilityMainView.h"
 
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Dispatch/Queues/MainQueue.h"
-#include "Tests/Platform/RunLoop/Ticker.h"
+#include "Tests/Support/Ticker.h"
 
 #include <thread>
 

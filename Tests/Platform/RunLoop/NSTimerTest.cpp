@@ -2,7 +2,7 @@
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/NSException.h"
-#include "Tests/Platform/RunLoop/Ticker.h"
+#include "Tests/Support/Ticker.h"
 
 #include <cmath>
 

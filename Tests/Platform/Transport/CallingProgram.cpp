@@ -2,7 +2,7 @@
 //
 // Usage: calling_program URI read|write|status
 #include "Platform/Transport/zkcomtl.h"
-#include "Tests/Platform/Transport/Envelopes.h"
+#include "Tests/Support/Envelopes.h"
 
 #include <csignal>
 #include <cstdlib>

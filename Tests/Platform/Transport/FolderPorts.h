@@ -3,7 +3,7 @@
 
 #include "Platform/Transport/virtual/PrinterFolder.h"
 #include "Tests/Platform/Transport/PrinterPorts.h"
-#include "Tests/Platform/Transport/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <filesystem>

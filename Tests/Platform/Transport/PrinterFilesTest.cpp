@@ -1,7 +1,7 @@
 // Printer files and the folder they are plugged into.
 #include "Platform/Transport/virtual/PrinterFolder.h"
 #include "Platform/Transport/virtual/PrinterJson.h"
-#include "Tests/Platform/Transport/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 // What programs see of a transport library; compiled into the tests of each, which must not be told apart.
-#include "Tests/Platform/Dispatch/OnThreads.h"
 #include "Tests/Platform/Transport/TransportTesting.h"
+#include "Tests/Support/OnThreads.h"
 
 #include <array>
 #include <bit>

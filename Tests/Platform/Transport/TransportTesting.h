@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Platform/Transport/zkcomtl.h"
-#include "Tests/Platform/Transport/Envelopes.h"
 #include "Tests/Platform/Transport/PrinterPorts.h"
+#include "Tests/Support/Envelopes.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Hostile bytes: nothing crashes, memory stays bounded, and the printer always finds its way back.
 #include "Platform/Transport/virtual/PrinterJson.h"
 #include "Platform/Transport/virtual/VirtualPrinter.h"
-#include "Tests/Platform/Transport/Envelopes.h"
+#include "Tests/Support/Envelopes.h"
 
 #include <gtest/gtest.h>
 #include <random>

@@ -1,6 +1,6 @@
 // What a virtual printer makes of requests, good and bad.
 #include "Platform/Transport/virtual/VirtualPrinter.h"
-#include "Tests/Platform/Transport/Envelopes.h"
+#include "Tests/Support/Envelopes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelReader.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelText.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelReader.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelText.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelWalk.h"
 
 Ref<NSArray> qn::modelArrayWithClass(Class cls, const Ref<NSArray> &array) {
     if (!cls || !array)

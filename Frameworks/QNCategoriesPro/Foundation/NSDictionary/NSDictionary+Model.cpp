@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+Model.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelWalk.h"
 
 Ref<NSDictionary> qn::modelDictionaryWithClass(Class cls, const Ref<NSDictionary> &dictionary) {
     if (!cls || !dictionary)

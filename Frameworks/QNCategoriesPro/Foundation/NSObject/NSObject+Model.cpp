@@ -1,9 +1,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHooks.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelReader.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelSetting.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelText.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelHooks.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelReader.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelSetting.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelText.h"
 
 Ref<NSDictionary> qn::_dictionaryWithJSON(const id &json) {
     return collectionFromJSON<NSDictionary>(json);

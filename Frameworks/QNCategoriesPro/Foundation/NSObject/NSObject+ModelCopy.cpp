@@ -1,7 +1,7 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/NumberType.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NumberType.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
 #include "Platform/Foundation/Collections/NSNull.h"
 
 namespace {

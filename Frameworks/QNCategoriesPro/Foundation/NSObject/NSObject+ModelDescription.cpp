@@ -1,8 +1,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelDescription.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelVisit.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/PropertyValue.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/_QNModelMeta.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
 #include "Platform/Foundation/Collections/NSNull.h"
 #include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Runtime/Object/NSException.h"

@@ -1,6 +1,6 @@
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/EqualModels.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/ModelHashes.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/EqualModels.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelHashes.h"
 #include "Platform/Foundation/Collections/NSNull.h"
 
 namespace {

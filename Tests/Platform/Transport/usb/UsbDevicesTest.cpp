@@ -1,7 +1,7 @@
 // Attached printers and what stands before them, from made-up /sys, /proc and /etc.
 #include "Platform/Transport/usb/DeviceAccess.h"
 #include "Platform/Transport/usb/DeviceId.h"
-#include "Tests/Platform/Transport/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>

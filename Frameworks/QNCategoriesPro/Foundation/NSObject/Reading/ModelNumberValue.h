@@ -1,0 +1,23 @@
+// Values of a dictionary as numbers. Any thread.
+//
+// | value        | number                                                                              |
+// |--------------|-------------------------------------------------------------------------------------|
+// | number       | itself                                                                              |
+// | text         | "true", "YES" and the like a boolean; "null", "(null)" and the like none             |
+// | other text   | with a dot the leading decimal number, else the leading whole number; 0 without one |
+// | anything else| none                                                                                |
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelPropertyMeta.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+
+namespace qn {
+
+/// None as well for a text with a number that is not finite.
+Ref<NSNumber> numberFromValue(const id &value);
+
+/// Sets a property of a number, narrowed as NSNumber does; to 0 for what is no number. Not-a-number becomes
+/// 0, so do infinite floats and doubles.
+void setNumber(NSObject &model, const id &value, const _QNModelPropertyMeta &meta);
+
+} // namespace qn

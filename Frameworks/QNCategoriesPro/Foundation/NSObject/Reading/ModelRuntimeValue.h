@@ -1,0 +1,21 @@
+// Values of a dictionary for properties that hold what only the runtime knows: classes, selectors, blocks,
+// pointers and plain bytes.
+#pragma once
+
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelPropertyMeta.h"
+
+namespace qn {
+
+/// | property            | value                                                                          |
+/// |---------------------|--------------------------------------------------------------------------------|
+/// | class               | a class, or the name of one                                                    |
+/// | selector            | its name; new names only as long as runtime::registerForeignName takes them    |
+/// | block               | a block                                                                        |
+/// | pointer, C string   | NSValue of "^v"; the memory stays the caller's                                 |
+/// | structure, union, C array | NSValue of the type, set by key-value coding under the name of the property
+/// |
+///
+/// The null marker makes all but the last null; any other value changes nothing.
+void setRuntimeValue(NSObject &model, const id &value, const _QNModelPropertyMeta &meta);
+
+} // namespace qn

@@ -1,0 +1,10 @@
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelISOFormatter.h"
+
+#include "Platform/Foundation/Text/NSLocale.h"
+#include "Platform/Foundation/Text/NSString.h"
+
+const NSDateFormatter &qn::modelISOFormatter() {
+    static const auto &formatter = *new Ref<NSDateFormatter>(
+        make<NSDateFormatter>(u"yyyy-MM-dd'T'HH:mm:ssZ"_ns, NSLocale::posixLocale()));
+    return *formatter;
+}

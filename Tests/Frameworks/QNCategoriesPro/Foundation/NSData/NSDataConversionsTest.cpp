@@ -1,0 +1,179 @@
+// Bytes to texts and back: hexadecimal, base64, JSON, CRC-32, resources.
+#include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/NSLog.h"
+#include "Tests/Support/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+using namespace std::string_view_literals;
+
+namespace {
+
+Ref<NSData> bytes(std::string_view content) {
+    return NSData::dataWithBytes(content.data(), content.size());
+}
+
+std::string randomBytes(std::mt19937 &random, std::size_t length) {
+    std::string content(length, '\0');
+    for (char &byte : content)
+        byte = static_cast<char>(random());
+    return content;
+}
+
+/// A file among the program's resources for the length of a scope.
+class Resource {
+public:
+    Resource(const std::string &name, std::string_view content)
+        : path_(std::filesystem::read_symlink("/proc/self/exe").parent_path() / "Resources" / name) {
+        std::filesystem::create_directories(path_.parent_path());
+        std::ofstream(path_, std::ios::binary) << content;
+    }
+    ~Resource() { std::filesystem::remove(path_); }
+
+private:
+    const std::filesystem::path path_;
+};
+
+} // namespace
+
+TEST(DataValue, isTheUtf8OfTheText) {
+    EXPECT_EQ(text(qn::dataValue(u"aü\0b"_ns)), "<61c3bc00 62>");
+    EXPECT_EQ(text(qn::dataValue(u""_ns)), "<>");
+    EXPECT_EQ(qn::dataValue(nullptr), nullptr);
+    EXPECT_EQ(qn::dataValue(make<NSString>(std::u16string(1, 0xD800))), nullptr);
+}
+
+TEST(UTF8String, readsToTheFirstZeroByte) {
+    const std::pair<std::string_view, const char *> table[] = {
+        {"", ""},   {"\0"sv, ""},           {"Toner\0\xFF"sv, "Toner"},
+        {"ü", "ü"}, {"\xC3\0"sv, "(none)"}, {"\xED\xA0\x80", "(none)"}};
+    for (const auto &[content, expected] : table)
+        EXPECT_EQ(text(qn::UTF8String(bytes(content))), expected);
+    EXPECT_EQ(qn::UTF8String(nullptr), nullptr);
+}
+
+TEST(HexString, writesTwoCapitalsAByte) {
+    EXPECT_EQ(text(qn::hexString(bytes("\x0A\xFF\x00"sv))), "0AFF00");
+    EXPECT_EQ(text(qn::hexString(NSData::data())), "");
+    EXPECT_EQ(qn::hexString(nullptr), nullptr);
+    EXPECT_EQ(text(qn::APNSToken(bytes("\x0A\xFF\x00\x01\xAB"sv))), "0aff0001ab");
+}
+
+TEST(HexData, takesPairsAsTheyCome) {
+    const std::pair<std::u16string, const char *> table[] = {
+        {u"0A 1b", "<0a1b>"},      {u"abc", "<ab>"},
+        {u"zz", "<00>"},           {u"", "(none)"},
+        {u"   ", "(none)"},        {u"a", "<>"},
+        {u"0gg0", "<0000>"},       {u"1g", "<01>"},
+        {u"-1+f", "<ff0f>"},       {u"0x10", "<0010>"},
+        {u"\t7--", "<0700>"},      {u"1 2 3", "<12>"},
+        {u"\u0141\u0142", "<bb>"}, {u"\uFF21b", "<ab>"},
+        {{u'1', 0xD831}, "<11>"},  {{u'1', 0, u'2', u'3'}, "<0123>"}};
+    for (const auto &[units, expected] : table)
+        EXPECT_EQ(text(qn::hexData(make<NSString>(units))), expected) << make<NSString>(units)->utf8();
+    EXPECT_EQ(qn::hexData(nullptr), nullptr);
+    std::mt19937 random(1);
+    for (std::size_t length = 1; length < 300; ++length) {
+        const auto data = bytes(randomBytes(random, length));
+        EXPECT_TRUE(data->isEqual(qn::hexData(qn::hexString(data)))) << length;
+    }
+    for (int i = 0; i < 5000; ++i) { // no text makes it fail, and each pair makes a byte
+        std::u16string units(random() % 12, u' ');
+        for (char16_t &unit : units)
+            unit = static_cast<char16_t>(random() % 3 ? 0x21 + random() % 0x5F : random());
+        const auto value = make<NSString>(units);
+        const auto data = qn::hexData(value);
+        const auto kept = value->stringByReplacingOccurrencesOfString(u" "_ns, u""_ns)->lowercaseString();
+        ASSERT_EQ(data ? data->length() : 0, kept->length() / 2);
+    }
+}
+
+TEST(Base64, writesTheKnownTextsInLines) {
+    const std::pair<const char *, const char *> table[] = {{"", ""},
+                                                           {"f", "Zg==\n"},
+                                                           {"fo", "Zm8=\n"},
+                                                           {"foo", "Zm9v\n"},
+                                                           {"foob", "Zm9vYg==\n"},
+                                                           {"fooba", "Zm9vYmE=\n"},
+                                                           {"foobar", "Zm9vYmFy\n"}};
+    for (const auto &[plain, encoded] : table) {
+        EXPECT_EQ(text(qn::base64EncodedString(bytes(plain))), encoded);
+        EXPECT_TRUE(qn::base64EncodedData(string(plain))->isEqual(bytes(encoded)));
+        EXPECT_EQ(text(qn::base64DecodedString(string(encoded))), plain);
+    }
+    const std::string line(64, 'A');
+    EXPECT_EQ(text(qn::base64EncodedString(bytes(std::string(48, '\0')))), line + "\n");
+    EXPECT_EQ(text(qn::base64EncodedString(bytes(std::string(49, '\0')))), line + "\nAA==\n");
+    EXPECT_EQ(text(qn::base64EncodedString(bytes(std::string(96, '\0')))), line + "\n" + line + "\n");
+    EXPECT_EQ(text(qn::base64EncodedString(bytes("\xFB\xEF\xBE\xFF"sv))), "++++/w==\n");
+    EXPECT_EQ(qn::base64EncodedString(Ref<NSData>()), nullptr);
+}
+
+TEST(Base64, readsWhatIsWholeAndSkipsWhatIsForeign) {
+    const std::pair<const char *, const char *> table[] = {
+        {"", "<>"},          {" Z\r\ng*=-=ü", "<66>"}, {"_-!", "<>"},
+        {"Zg", "(none)"},    {"Zg=", "(none)"},        {"Z===", "(none)"},
+        {"Zm9v=", "(none)"}, {"Zm9v====", "(none)"},   {"Zg==Zg==", "(none)"},
+        {"Z=g=", "(none)"},  {"=", "(none)"},          {"AAECAw==", "<00010203>"}};
+    for (const auto &[encoded, expected] : table)
+        EXPECT_EQ(text(qn::base64DecodedData(string(encoded))), expected) << encoded;
+    EXPECT_EQ(text(qn::base64DecodedString(bytes("YQBi"))), "a") << "up to the zero byte";
+    EXPECT_EQ(qn::base64DecodedString(bytes("/w==")), nullptr) << "not UTF-8";
+    EXPECT_EQ(qn::base64DecodedData(make<NSString>(std::u16string(1, 0xD800))), nullptr);
+    std::mt19937 random(2);
+    for (std::size_t length = 0; length < 300; ++length) {
+        const auto data = bytes(randomBytes(random, length));
+        std::string encoded = text(qn::base64EncodedString(data));
+        for (int i = 0; i < 5; ++i)
+            encoded.insert(random() % (encoded.size() + 1), 1, "\n -_\x01%"[random() % 6]);
+        EXPECT_TRUE(data->isEqual(qn::base64DecodedData(bytes(encoded)))) << encoded;
+        const std::string noise = randomBytes(random, length);
+        const auto decoded = qn::base64DecodedData(bytes(noise));
+        EXPECT_LE(decoded ? decoded->length() : 0, noise.size() / 4 * 3);
+    }
+}
+
+TEST(Crc32, isZlibs) {
+    EXPECT_EQ(text(qn::crc32String(bytes("123456789"))), "cbf43926");
+    EXPECT_EQ(qn::crc32(u"123456789"_ns), 0xCBF43926u);
+    EXPECT_EQ(text(qn::crc32String(u""_ns)), "00000000");
+    EXPECT_EQ(text(qn::crc32String(bytes("\x00\x00"sv))), "41d912ff");
+    EXPECT_EQ(qn::crc32(make<NSString>(std::u16string(1, 0xD800))), 0u);
+    EXPECT_EQ(qn::crc32String(Ref<NSData>()), nullptr);
+}
+
+TEST(JsonValueDecoded, givesCollectionsOrALineInTheLog) {
+    std::vector<std::string> lines;
+    const NSLogSink before =
+        NSLogSetSink([&](NSLogLevel, std::string_view line) { lines.emplace_back(line); });
+    EXPECT_EQ(text(qn::jsonValueDecoded(u"[1, \"ü\"]"_ns)), text(qn::jsonValueDecoded(bytes("[1,\"ü\"]"))));
+    EXPECT_NE(qn::jsonValueDecoded(u"{}"_ns), nullptr);
+    EXPECT_EQ(qn::jsonValueDecoded(Ref<NSString>()), nullptr);
+    EXPECT_TRUE(lines.empty());
+    for (const char *broken : {"", "5", "[1", "[] []", "\xFF"})
+        EXPECT_EQ(qn::jsonValueDecoded(bytes(broken)), nullptr) << broken;
+    NSLogSetSink(before);
+    ASSERT_EQ(lines.size(), 5u);
+    for (const std::string &line : lines)
+        EXPECT_TRUE(line.starts_with("jsonValueDecoded error:Error Domain=NSCocoaErrorDomain Code=3840"))
+            << line;
+}
+
+TEST(Resources, areFoundWithAndWithoutTextExtension) {
+    const Resource plain("conversions-a", "grün\0x"sv), typed("conversions-b.txt", "b"),
+        broken("conversions-c", "\xFF"), fallback("conversions-c.txt", "c");
+    EXPECT_EQ(qn::stringNamed(u"conversions-a"_ns)->units(), u"grün\0x"sv);
+    EXPECT_EQ(text(qn::stringNamed(u"conversions-b"_ns)), "b");
+    EXPECT_EQ(text(qn::stringNamed(u"conversions-c"_ns)), "c");
+    EXPECT_EQ(qn::stringNamed(u"conversions-d"_ns), nullptr);
+    EXPECT_EQ(text(qn::dataNamed(u"conversions-c"_ns)), "<ff>");
+    EXPECT_EQ(qn::dataNamed(u"conversions-b"_ns), nullptr);
+    EXPECT_EQ(qn::dataNamed(nullptr), nullptr);
+    EXPECT_EQ(qn::stringNamed(nullptr), nullptr);
+}

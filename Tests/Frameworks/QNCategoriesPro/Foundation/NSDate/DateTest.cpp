@@ -1,0 +1,554 @@
+// Dates: components, arithmetic, texts and back; what is read fast beside ICU.
+#include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Foundation/Dates/FixedDatePattern.h"
+#include "Platform/Foundation/Dates/NSCalendar.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Dates/NSDateFormatter.h"
+#include "Platform/Foundation/Dates/NSISO8601DateFormatter.h"
+#include "Platform/Foundation/Dates/NSTimeZone.h"
+#include "Platform/Foundation/Text/NSLocale.h"
+#include "Tests/Support/LocaleScope.h"
+#include "Tests/Support/OnThreads.h"
+#include "Tests/Support/Text.h"
+#include "Tests/Support/TimeZoneScope.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <ctime>
+#include <memory>
+#include <random>
+#include <unicode/udat.h>
+#include <vector>
+
+namespace {
+
+constexpr double sample = 1390220688; // 2014-01-20 12:24:48 UTC, a Monday
+
+Ref<NSDate> at(double since1970) {
+    return NSDate::dateWithTimeIntervalSince1970(since1970);
+}
+
+/// Seconds since 1970; NaN for none, which equals nothing.
+double since1970(const Ref<NSDate> &date) {
+    return date ? date->timeIntervalSince1970() : NAN;
+}
+
+/// "2014-01-20 12:24:48" in the zone, or "(none)".
+std::string shown(const Ref<NSDate> &date, const char *zone = "GMT") {
+    return text(qn::stringWithFormat(date, u"yyyy-MM-dd HH:mm:ss"_ns,
+                                     NSTimeZone::timeZoneWithName(string(zone)), NSLocale::posixLocale()));
+}
+
+/// ICU itself, in English for machines.
+class ICU {
+public:
+    ICU(const std::u16string &pattern, std::u16string_view zone)
+        : format_(udat_open(UDAT_PATTERN, UDAT_PATTERN, "en_US_POSIX", zone.data(),
+                            static_cast<std::int32_t>(zone.size()), pattern.data(),
+                            static_cast<std::int32_t>(pattern.size()), &status_),
+                  udat_close) {}
+
+    std::u16string write(double milliseconds) {
+        char16_t text[256];
+        udat_setLenient(format_.get(), true);
+        const auto length = udat_format(format_.get(), milliseconds, text, 256, nullptr, &status_);
+        return {text, static_cast<std::size_t>(length)};
+    }
+    /// Seconds since 1970; NaN for what is no date from its first to its last character.
+    double read(const std::u16string &text) {
+        UErrorCode status = U_ZERO_ERROR;
+        std::int32_t end = 0;
+        const auto length = static_cast<std::int32_t>(text.size());
+        udat_setLenient(format_.get(), false);
+        const double milliseconds = udat_parse(format_.get(), text.data(), length, &end, &status);
+        return U_SUCCESS(status) && end == length ? milliseconds / 1000 : NAN;
+    }
+
+private:
+    UErrorCode status_ = U_ZERO_ERROR;
+    std::unique_ptr<UDateFormat, decltype(&udat_close)> format_;
+};
+
+/// English for machines.
+NSDateFormatter formatter(const std::u16string &pattern, const char16_t *zone) {
+    return NSDateFormatter(make<NSString>(pattern), NSLocale::posixLocale(),
+                           NSTimeZone::timeZoneWithName(make<NSString>(zone)));
+}
+
+/// The same sequence for the same seed.
+class Random {
+public:
+    explicit Random(unsigned seed) : random_(seed) {}
+
+    std::size_t below(std::size_t bound) { return random_() % bound; }
+    template <class Choices>
+    const auto &of(const Choices &choices) {
+        return std::data(choices)[below(std::size(choices))];
+    }
+    /// Whole milliseconds of the years so far from 1970.
+    double milliseconds(double years) {
+        constexpr double year = 31556952000;
+        return std::floor((static_cast<double>(random_()) / 0x1p63 - 1) * years * year);
+    }
+    /// Year, month, day and some of the other fields of a fixed pattern in random order, with text between.
+    std::u16string fixedPattern() {
+        static constexpr std::u16string_view texts[] = {
+            u"-",   u":", u" ",  u".", u"/", u"'T'", u"'e'",  u"",     u"'x'", u"年", u"'day'",
+            u"'Z'", u"∞", u"  ", u"+", u"_", u"'é'", u"'ch'", u"'.'Z", u"Z ",  u","};
+        std::vector<std::u16string> fields = {u"yyyy", below(4) ? u"MM" : u"MMM", u"dd"};
+        for (const auto *field : {u"HH", u"mm", u"ss", u"SSS", u"EEE"})
+            if (below(2))
+                fields.emplace_back(field);
+        std::shuffle(fields.begin(), fields.end(), random_);
+        std::u16string pattern;
+        for (const auto &field : fields)
+            pattern.append(field).append(below(3) ? u"-" : of(texts));
+        return pattern;
+    }
+
+private:
+    std::mt19937_64 random_;
+};
+
+} // namespace
+
+TEST(DateWithString, knowsEveryLength) {
+    const LocaleScope thai("th_TH");
+    const TimeZoneScope tokyo(u"Asia/Tokyo");
+    const std::pair<const char *, double> table[] = {{"2014-01-20", sample - 44688},
+                                                     {"2014-01-20T12:24:48", sample},
+                                                     {"2014-01-20 12:24:48", sample},
+                                                     {"2014-01-20T12:24:48.125", sample + 0.125},
+                                                     {"2014-01-20 12:24:48.125", sample + 0.125},
+                                                     {"2014-01-20T12:24:48Z", sample},
+                                                     {"2014-01-20T13:24:48+0100", sample},
+                                                     {"2014-01-20T12:24:48.125Z", sample + 0.125},
+                                                     {"2014-01-20T06:54:48-05:30", sample},
+                                                     {"2014-01-20T13:24:48.125+0100", sample + 0.125},
+                                                     {"2014-01-20T13:24:48.125+01:00", sample + 0.125},
+                                                     {"Mon Jan 20 12:24:48 +0000 2014", sample},
+                                                     {"Mon Jan 20 13:24:48.125 +0100 2014", sample + 0.125},
+                                                     {"2012-02-29", 1330473600},
+                                                     {"1969-12-31 23:59:59.500", -0.5},
+                                                     {"0001-01-01", -62135769600}, // of the Julian calendar
+                                                     {"1582-10-15", -12219292800},
+                                                     {"1500-02-29T00:00:00Z", -14825894400},
+                                                     {"9999-12-31T23:59:59Z", 253402300799}};
+    for (const auto &[written, seconds] : table)
+        EXPECT_EQ(since1970(qn::dateWithString(string(written))), seconds) << written;
+    for (const char *no :
+         {"", "2014", "2014-02-30", "2013-02-29", "1900-02-29", "2014-13-01", "2014-00-10", "2014-01-32",
+          "0000-01-01", "2014-01-20x12:24:48", "2014-01-20T24:00:00Z", "2014-01-20T12:60:00",
+          "2014-01-20T12:24:48+2400", "Mon Foo 20 12:24:48 +0000 2014", "Mon Jan 20 13:24:48.1255 +0100 2014",
+          "2014-01-20T12:24:48.125 GMT+01:00"})
+        EXPECT_EQ(qn::dateWithString(string(no)), nullptr) << no;
+    EXPECT_EQ(qn::dateWithString(nullptr), nullptr);
+    EXPECT_EQ(qn::dateFromLengthTable(nullptr), nullptr);
+    const auto internet = make<NSISO8601DateFormatter>();
+    EXPECT_EQ(since1970(internet->dateFromString(u"2014-01-20T13:24:48+01:00"_ns)), sample);
+    for (const char *no : {"2014-01-20T12:24:48", "2014-01-20 12:24:48Z", "2014-01-20T12:24:48.000Z",
+                           "2014-1-20T12:24:48Z", "2014-01-20T12:24:48Z ", "2014-01-20T12:24:48+01"})
+        EXPECT_EQ(internet->dateFromString(string(no)), nullptr) << no;
+}
+
+TEST(FixedDatePattern, readsWhatICUReads) {
+    constexpr std::u16string_view characters = u"0123456789-+:. TZzJanMoxdy/,\t年٣";
+    Random random(4);
+    int read = 0, patterns = 0;
+    while (patterns < 200) {
+        const auto pattern = random.fixedPattern();
+        const auto fixed = FixedDatePattern::compile(pattern);
+        patterns += fixed.has_value();
+        const auto ours = formatter(pattern, u"GMT");
+        ICU icu(pattern, u"GMT");
+        for (int i = 0; i < 40 && fixed; ++i) {
+            auto units = ours.stringFromDate(at(random.milliseconds(1900) / 1000))->units();
+            for (auto changes = random.below(3); changes > 0; --changes)
+                units.replace(random.below(units.size()), 1, random.below(2), random.of(characters));
+            const double expected = icu.read(units);
+            const auto date = ours.dateFromString(make<NSString>(units));
+            ASSERT_EQ(date == nullptr, std::isnan(expected))
+                << text(make<NSString>(pattern + u" | " + units));
+            if (const auto parsed = fixed->parse(units)) {
+                ASSERT_NEAR(*parsed, expected, 1e-4) << text(make<NSString>(pattern + u" | " + units));
+                ++read;
+            }
+            if (date) {
+                ASSERT_NEAR(since1970(date), expected, 1e-3)
+                    << text(make<NSString>(pattern + u" | " + units));
+            }
+        }
+    }
+    EXPECT_GT(read, 2000);
+    for (const char16_t *no :
+         {u"", u"yyyy-MM", u"yy-MM-dd", u"yyyy-MM-dd hh", u"yyyy-MM-dd'T", u"yyyy-MM-dd''", u"Zyyyy-MM-dd",
+          u"yyyy'1'MM-dd", u"yyyy-MMMM-dd", u"yyyy'E'MM-dd", u"yyyy-MMM'ch'-dd"})
+        EXPECT_FALSE(FixedDatePattern::compile(no));
+}
+
+TEST(FixedDatePattern, writesWhatICUWrites) {
+    Random random(5);
+    for (const char16_t *zone :
+         {u"GMT", u"Europe/Berlin", u"America/St_Johns", u"Asia/Kathmandu", u"Pacific/Apia"})
+        for (const std::u16string pattern : {u"yyyy-MM-dd'T'HH:mm:ssZ", u"yyyyMMddHHmmss.SSSZ"}) {
+            const auto ours = formatter(pattern, zone);
+            ICU icu(pattern, zone);
+            for (int i = 0; i < 1000; ++i) {
+                const double milliseconds = random.milliseconds(i % 2 ? 55 : 12000);
+                const auto date = at(milliseconds / 1000 + (i % 3 ? 0.0004 : 0));
+                ASSERT_EQ(ours.stringFromDate(date)->units(), icu.write(milliseconds)) << milliseconds;
+            }
+        }
+}
+
+TEST(DateTexts, areTheSameAgainWhenReadAndWritten) {
+    constexpr std::u16string_view days[] = {u"yyyy-MM-dd", u"d. MMMM y", u"EEE, dd MMM y",
+                                            u"yyyyMMdd",   u"y-DDD",     u"YYYY-'W'ww-e",
+                                            u"u-MM-dd",    u"g",         u"y QQQ MM dd"};
+    constexpr std::u16string_view times[] = {u"",           u" HH:mm:ss",         u" HH:mm:ss.SSS",
+                                             u" HHmmssSSS", u" h:mm:ss.S a",      u" A",
+                                             u" kk:mm",     u" K:mm:ss,SSSSSS a", u" ss.SSSSSSSSS HH:mm"};
+    constexpr std::u16string_view zones[] = {u"", u"", u" Z", u" ZZZZZ", u" xxxx", u" VV", u" OOOO"};
+    constexpr const char16_t *places[] = {u"GMT",          u"Europe/Berlin",       u"America/Sao_Paulo",
+                                          u"Pacific/Apia", u"America/Mexico_City", u"Asia/Almaty",
+                                          u"Africa/Cairo", u"America/Havana",      u"Europe/Dublin"};
+    constexpr const char *locales[] = {"en_US_POSIX", "en_US_POSIX", "de_DE", "th_TH", "fa_IR", "ja_JP"};
+    Random random(6);
+    for (int round = 0; round < 2000; ++round) {
+        const auto pattern =
+            std::u16string(random.of(days)).append(random.of(times)).append(random.of(zones));
+        const NSDateFormatter formatter(make<NSString>(pattern), make<NSLocale>(random.of(locales)),
+                                        NSTimeZone::timeZoneWithName(make<NSString>(random.of(places))));
+        const auto written = formatter.stringFromDate(at(random.milliseconds(round % 3 ? 60 : 900) / 1000 +
+                                                         static_cast<double>(random.below(2)) / 8192));
+        const auto again = formatter.stringFromDate(formatter.dateFromString(written));
+        ASSERT_EQ(text(again), text(written)) << round << " " << text(make<NSString>(pattern));
+    }
+}
+
+TEST(DateTexts, surviveAnyPatternAndAnyText) {
+    constexpr std::u16string_view pieces[] = {u"y",
+                                              u"yyyy",
+                                              u"M",
+                                              u"MMMM",
+                                              u"dd",
+                                              u"HH",
+                                              u"mm",
+                                              u"ss",
+                                              u"SSS",
+                                              u"Z",
+                                              u"zzzz",
+                                              u"VV",
+                                              u"B",
+                                              u"QQQ",
+                                              u"YY",
+                                              u"w",
+                                              u"e",
+                                              u"A",
+                                              u"U",
+                                              u"r",
+                                              u"G",
+                                              u"'",
+                                              u"''",
+                                              u"'x",
+                                              u" ",
+                                              u":",
+                                              u".",
+                                              u"0",
+                                              u"2014",
+                                              u"00000000000000000",
+                                              u"4294969310",
+                                              u"18446744073709551616",
+                                              u"1e9",
+                                              u"-",
+                                              u"+01400",
+                                              u"Z",
+                                              u"Europe/Berlin",
+                                              u"GMT+1",
+                                              u"Jan",
+                                              u"Mon",
+                                              u"٢٠١٤",
+                                              u"一",
+                                              u"\xD83D",
+                                              u"\u200F",
+                                              u"AM",
+                                              u"\n",
+                                              u"t",
+                                              u"∞"};
+    constexpr const char *locales[] = {"en_US_POSIX",
+                                       "de_DE",
+                                       "ar_EG",
+                                       "zh_CN@calendar=chinese",
+                                       "en@numbers=roman",
+                                       "he@calendar=hebrew",
+                                       "zh@numbers=hant",
+                                       "ccp",
+                                       "@@@",
+                                       "x-y-z_$$$",
+                                       "en@calendar=nowhere",
+                                       ""};
+    Random random(7);
+    const auto any = [&] {
+        std::u16string units;
+        for (auto count = random.below(8); count > 0; --count) {
+            const auto piece = random.of(pieces);
+            for (auto times = random.below(10) ? 1 : random.below(60); times > 0; --times)
+                units += piece;
+        }
+        return make<NSString>(units);
+    };
+    for (int round = 0; round < 1500; ++round) {
+        const NSDateFormatter formatter(any(), make<NSLocale>(random.of(locales)), nullptr);
+        const auto date = at(random.milliseconds(random.below(3) ? 100 : 1e9) / 1000);
+        for (const auto &units : {any(), formatter.stringFromDate(date)})
+            if (const auto read = formatter.dateFromString(units)) {
+                ASSERT_TRUE(std::isfinite(since1970(read))) << text(units);
+            }
+    }
+    const std::pair<const char16_t *, std::string> table[] = {
+        {u"", ""},
+        {u"'x'", "x"},
+        {u"yyyy-MM-dd", "4294969310-01-20"},
+        {u"yyyy-MM-dd", "2E3-01-20"},
+        {u"yyyy-MM-dd", "0000000002014-01-20"},
+        {u"yyyy-MM-ddZ", "2014-01-20+01400"},
+        {u"yyyy-MM-dd ss.SSS", "2014-01-20 48.1250000000000"},
+        {u"yyyy-MM-dd ss.SSS", "2014-01-20 48." + std::string(35, '1')}};
+    for (const auto &[pattern, no] : table)
+        EXPECT_EQ(formatter(pattern, u"GMT").dateFromString(string(no)), nullptr) << no;
+    const auto longest = formatter(std::u16string(100000, u'y'), u"GMT");
+    EXPECT_EQ(longest.dateFromString(longest.stringFromDate(at(0))), nullptr);
+    EXPECT_EQ(
+        since1970(formatter(u"yyyy-MM-dd ss.SSS", u"GMT").dateFromString(u"2014-01-20 48.125000976562"_ns)),
+        1390176048 + 0.125000976562);
+    EXPECT_EQ(since1970(formatter(u"yyyy-MM-dd ss", u"GMT").dateFromString(u" 2014- 1-٢٠ 48"_ns)),
+              1390176048);
+}
+
+TEST(DateTexts, ofADayAloneAreItsFirstMoment) {
+    const std::tuple<const char16_t *, const char16_t *, const char16_t *, double> table[] = {
+        {u"America/Sao_Paulo", u"yyyy-MM-dd", u"2014-10-19", 1413687600}, // begins at 01:00
+        {u"America/Sao_Paulo", u"yy-MM-dd", u"14-10-19", 1413687600},
+        {u"GMT", u"yyyy-MM-dd VV", u"2014-10-19 America/Sao_Paulo", 1413687600},
+        {u"America/Havana", u"yyyy-MM-dd", u"2014-11-02", 1414900800}, // has two midnights
+        {u"America/Sao_Paulo", u"yyyy-MM-dd HH", u"2014-10-19 00", NAN},
+        {u"Pacific/Apia", u"yyyy-MM-dd", u"2011-12-30", NAN}, // was left out
+        {u"GMT", u"yyyy-MM-dd", u"2014-02-29", NAN}};
+    for (const auto &[zone, pattern, day, expected] : table) {
+        const double read = since1970(formatter(pattern, zone).dateFromString(make<NSString>(day)));
+        EXPECT_TRUE(read == expected || (std::isnan(read) && std::isnan(expected)))
+            << text(make<NSString>(day)) << " " << read;
+    }
+}
+
+TEST(DateTexts, areInTheSystemsTimeZones) {
+    const LocaleScope english("en_US");
+    Random random(8);
+    for (const char *name :
+         {"America/Mexico_City", "Africa/Cairo", "Asia/Almaty", "America/Nuuk", "America/Asuncion",
+          "Asia/Gaza", "Africa/Casablanca", "Asia/Manila", "Europe/Berlin", "Pacific/Apia"}) {
+        const EnvironmentScope library("TZ", name);
+        ::tzset();
+        const auto zone = NSTimeZone::timeZoneWithName(string(name));
+        NSTimeZone::setDefaultTimeZone(zone);
+        for (int i = 0; i < 100; ++i) {
+            const auto date = at(std::floor(random.milliseconds(100) / 1000));
+            const auto time = static_cast<std::time_t>(since1970(date));
+            std::tm broken{};
+            ::localtime_r(&time, &broken);
+            char expected[64];
+            std::strftime(expected, sizeof expected, "%d/%m/%Y %H:%M:%S", &broken);
+            const auto written = qn::stringWithFormat(date, u"dd/MM/yyyy HH:mm:ss"_ns);
+            ASSERT_EQ(text(written), expected) << name << " " << time;
+            ASSERT_EQ(qn::hour(date), broken.tm_hour) << name << " " << time;
+            const auto named = make<NSString>(written->units() + u" " + zone->nameUnits());
+            const auto read = qn::dateWithString(named, u"dd/MM/yyyy HH:mm:ss VV"_ns,
+                                                 NSTimeZone::timeZoneWithName(u"GMT"_ns), nullptr);
+            ASSERT_EQ(text(qn::stringWithFormat(read, u"dd/MM/yyyy HH:mm:ss"_ns)), text(written)) << name;
+        }
+    }
+    NSTimeZone::setDefaultTimeZone(nullptr);
+}
+
+TEST(Locale, isThatOfTheEnvironment) {
+    using Set = std::array<const char *, 4>; // LC_ALL, LC_TIME, LC_NUMERIC, LANG
+    const std::tuple<Set, const char *, const char *> table[] = {
+        {{nullptr, nullptr, nullptr, nullptr}, "en_US", "en_US"},
+        {{"", "", "", ""}, "en_US", "en_US"},
+        {{"", "de_DE.UTF-8", nullptr, "fr_FR.UTF-8"}, "de_DE", "fr_FR"},
+        {{nullptr, "", "ja_JP", "fr_FR"}, "fr_FR", "ja_JP"},
+        {{"C.UTF-8", "de_DE", "de_DE", "fr_FR"}, "en_US", "en_US"},
+        {{nullptr, "POSIX", "sr_RS.UTF-8@latin", "de_DE@euro"}, "en_US", "sr_Latn_RS"},
+        {{nullptr, "zh_CN.UTF-8@calendar=chinese", nullptr, "de_DE@euro"},
+         "zh_CN@calendar=chinese",
+         "de_DE"}};
+    for (const auto &[set, dates, numbers] : table) {
+        const EnvironmentScope all("LC_ALL", set[0]), time("LC_TIME", set[1]), numeric("LC_NUMERIC", set[2]),
+            language("LANG", set[3]);
+        EXPECT_EQ(NSLocaleCurrentIdentifier(NSLocaleCategory::Dates), dates);
+        EXPECT_EQ(NSLocaleCurrentIdentifier(NSLocaleCategory::Numbers), numbers);
+    }
+}
+
+TEST(DateTexts, followLocaleAndTimeZone) {
+    const LocaleScope german("de_DE");
+    const TimeZoneScope berlin(u"Europe/Berlin");
+    EXPECT_EQ(text(qn::stringWithFormat(at(sample), u"EEEE, d. MMMM yyyy HH:mm"_ns)),
+              "Montag, 20. Januar 2014 13:24");
+    EXPECT_EQ(since1970(qn::dateWithString(u"20. Januar 2014 13:24:48"_ns, u"d. MMMM yyyy HH:mm:ss"_ns)),
+              sample);
+    EXPECT_EQ(
+        text(qn::stringWithFormat(at(sample), u"d MMM yyyy HH:mm"_ns,
+                                  NSTimeZone::timeZoneWithName(u"Asia/Tokyo"_ns), make<NSLocale>("th_TH"))),
+        "20 ม.ค. 2557 21:24");
+    for (const char *no : {"20. Januar 2014 13:24:48 ", "20. Januar 2014", "32. Januar 2014 13:24:48",
+                           "30. März 2014 02:30:00", "x"})
+        EXPECT_EQ(qn::dateWithString(string(no), u"d. MMMM yyyy HH:mm:ss"_ns), nullptr) << no;
+    const std::string zeros(2000, '0');
+    EXPECT_EQ(qn::dateWithISOFormatString(string(zeros + "2014-01-20T12:24:48Z")), nullptr) << "too long";
+    EXPECT_EQ(qn::stringWithFormat(nullptr, u"yyyy"_ns), nullptr);
+    EXPECT_EQ(qn::stringWithFormat(at(NAN), u"yyyy"_ns), nullptr);
+    EXPECT_EQ(qn::dateWithString(u"2014"_ns, nullptr), nullptr);
+    EXPECT_EQ(qn::dateWithString(nullptr, u"yyyy"_ns), nullptr);
+    EXPECT_EQ(NSTimeZone::timeZoneWithName(u"Europe/Nowhere"_ns), nullptr);
+    EXPECT_EQ(text(qn::ISOFormatString(at(sample + 0.75))), "2014-01-20T13:24:48+0100");
+    const TimeZoneScope newYork(u"America/New_York"); // the shared formatter follows
+    EXPECT_EQ(text(qn::ISOFormatString(at(sample))), "2014-01-20T07:24:48-0500");
+    for (const double seconds : {sample, 0.0, -1.0, -1e10, -6e10, 253402300799.0})
+        EXPECT_EQ(since1970(qn::dateWithISOFormatString(qn::ISOFormatString(at(seconds + 0.25)))), seconds);
+}
+
+TEST(DateComponents, areThoseOfTheCurrentCalendar) {
+    const TimeZoneScope berlin(u"Europe/Berlin");
+    using Values = std::vector<NSInteger>;
+    const auto all = [](const Ref<NSDate> &date) {
+        Values values;
+        for (const auto part : {qn::era, qn::year, qn::month, qn::day, qn::hour, qn::minute, qn::second,
+                                qn::nanosecond, qn::weekday, qn::weekdayOrdinal, qn::weekOfMonth,
+                                qn::weekOfYear, qn::yearForWeekOfYear, qn::quarter})
+            values.push_back(part(date));
+        return values;
+    };
+    {
+        const LocaleScope german("de_DE");
+        EXPECT_EQ(all(at(sample + 0.5)),
+                  (Values{1, 2014, 1, 20, 13, 24, 48, 500000000, 2, 3, 4, 4, 2014, 1}));
+        EXPECT_EQ(all(at(1419980400)), (Values{1, 2014, 12, 31, 0, 0, 0, 0, 4, 5, 5, 1, 2015, 4}));
+        EXPECT_EQ(text(qn::timeZone(at(0))), "Europe/Berlin");
+        EXPECT_EQ(text(qn::calendar(at(0))->calendarIdentifier()), "gregorian");
+        EXPECT_EQ(qn::calendar(nullptr), nullptr);
+        EXPECT_EQ(qn::nanosecond(NSDate::dateWithTimeIntervalSinceReferenceDate(-1e-20)), 0);
+        for (const auto &date : {Ref<NSDate>(), at(NAN), at(INFINITY), at(-1e300), at(1.9e14)}) {
+            EXPECT_EQ(all(date), Values(14));
+            EXPECT_FALSE(qn::isLeapYear(date) || qn::isLeapMonth(date) || qn::isToday(date));
+        }
+        for (const auto &[day, leap] : {std::pair{"2000-07-01", true},
+                                        {"2024-07-01", true},
+                                        {"1900-07-01", false},
+                                        {"2023-07-01", false}})
+            EXPECT_EQ(qn::isLeapYear(qn::dateWithString(string(day))), leap) << day;
+    }
+    const LocaleScope thai("th_TH");
+    EXPECT_EQ(qn::year(at(sample)), 2557);
+    const LocaleScope chinese("zh_CN@calendar=chinese");
+    const auto inLeapMonth = qn::dateWithString(u"2014-11-01"_ns); // the second ninth month
+    EXPECT_EQ(qn::month(inLeapMonth), 9);
+    EXPECT_TRUE(qn::calendar(inLeapMonth)->components(NSCalendarUnit::Month, inLeapMonth)->leapMonth);
+    EXPECT_FALSE(qn::isLeapMonth(inLeapMonth)) << "asks for the quarter alone";
+    EXPECT_EQ(shown(qn::dateByAddingMonths(inLeapMonth, -1)), "2014-10-01 23:00:00")
+        << "an hour of winter time";
+}
+
+TEST(DateComponents, countInTheYearsOfTheCalendar) {
+    Random random(9);
+    for (const char *calendar : {"gregorian", "buddhist", "roc", "coptic", "ethiopic", "hebrew", "islamic",
+                                 "indian", "persian", "chinese"}) {
+        const LocaleScope german(("de_DE@calendar=" + std::string(calendar)).c_str());
+        for (int i = 0; i < 300; ++i) {
+            const auto date = at(random.milliseconds(1500) / 1000);
+            const NSInteger sinceMonday = (qn::weekday(date) + 5) % 7;
+            ASSERT_EQ(qn::yearForWeekOfYear(date), qn::year(qn::dateByAddingDays(date, 3 - sinceMonday)))
+                << calendar << " " << since1970(date); // a week is of the year that has its Thursday
+            ASSERT_EQ(qn::quarter(date), std::min<NSInteger>((qn::month(date) + 2) / 3, 4)) << calendar;
+        }
+    }
+    const LocaleScope coptic("en_US@calendar=coptic");
+    EXPECT_EQ(text(qn::stringWithFormat(at(1410000000), u"M 'Q'QQ QQQ qqqq, h 'o''clock'"_ns,
+                                        NSTimeZone::timeZoneWithName(u"GMT"_ns), nullptr)),
+              "13 Q04 Q4 4th quarter, 10 o'clock");
+    const LocaleScope indian("en_US@calendar=indian");
+    const auto year0 = at(-59680000000);
+    EXPECT_EQ(qn::year(year0), 0);
+    EXPECT_TRUE(qn::isLeapYear(year0));
+}
+
+TEST(DateArithmetic, isOfTheCalendarOrOfSeconds) {
+    const LocaleScope german("de_DE");
+    const TimeZoneScope berlin(u"Europe/Berlin");
+    const auto of = [](const char *day) {
+        return qn::dateWithString(string(day), u"yyyy-MM-dd HH:mm:ss"_ns);
+    };
+    const auto local = [](const Ref<NSDate> &date) { return shown(date, "Europe/Berlin"); };
+    EXPECT_EQ(local(qn::dateByAddingMonths(of("2014-01-31 12:00:00"), 1)), "2014-02-28 12:00:00");
+    EXPECT_EQ(local(qn::dateByAddingMonths(of("2014-03-28 02:30:00"), -14)), "2013-01-28 02:30:00");
+    EXPECT_EQ(local(qn::dateByAddingYears(of("2012-02-29 12:00:00"), 1)), "2013-02-28 12:00:00");
+    EXPECT_EQ(local(qn::dateByAddingYears(of("1582-01-01 12:00:00"), 1)), "1583-01-01 12:00:00");
+    const auto beforeJump = of("2014-03-29 12:00:00"); // clocks go forward in the night
+    EXPECT_EQ(local(qn::dateByAddingWeeks(beforeJump, 1)), "2014-04-05 12:00:00");
+    EXPECT_EQ(local(qn::dateByAddingDays(beforeJump, 1)), "2014-03-30 13:00:00");
+    EXPECT_EQ(since1970(qn::dateByAddingMonths(at(sample + 1e-6), 0)), since1970(at(sample + 1e-6)));
+    EXPECT_EQ(since1970(qn::dateByAddingDays(at(0.5), -1)), -86399.5);
+    EXPECT_EQ(since1970(qn::dateByAddingHours(at(0), 2)), 7200);
+    EXPECT_EQ(since1970(qn::dateByAddingMinutes(at(0), -2)), -120);
+    EXPECT_EQ(since1970(qn::dateByAddingSeconds(at(0), 3)), 3);
+    EXPECT_EQ(since1970(qn::dateByAddingDays(at(0), INT64_MAX)), -86400) << "wraps";
+    EXPECT_EQ(qn::dateByAddingDays(nullptr, 1), nullptr);
+    for (const auto operation : {qn::dateByAddingYears, qn::dateByAddingMonths, qn::dateByAddingWeeks}) {
+        EXPECT_EQ(operation(nullptr, 1), nullptr);
+        EXPECT_EQ(operation(at(NAN), 1), nullptr);
+        EXPECT_GT(since1970(operation(at(0), 5000000)), 3e12);
+        for (const NSInteger far :
+             {INT64_MIN, INT64_MAX, INT64_MAX - 1, NSInteger{1} << 32, NSInteger{-400000000}})
+            EXPECT_EQ(operation(at(0), far), nullptr) << far;
+    }
+}
+
+TEST(Today, runsFromMidnightToMidnight) {
+    const LocaleScope german("de_DE");
+    const TimeZoneScope berlin(u"Europe/Berlin");
+    constexpr double midnight = 1396134000; // 2014-03-30 00:00, a day of 23 hours
+    for (const double now : {midnight, midnight + 23 * 3600 - 0.001}) {
+        dispatch::ManualClock clock(now);
+        const dispatch::ClockScope scope(clock);
+        const auto which = [](double seconds) {
+            const auto date = at(seconds);
+            return std::string(qn::isYesterday(date) ? "y" : "") + (qn::isToday(date) ? "t" : "") +
+                   (qn::isTomorrow(date) ? "m" : "");
+        };
+        const std::pair<double, const char *> table[] = {
+            {-86400.01, ""}, {-86400, "y"},    {-0.01, "y"}, {0, "t"},         {82799.99, "t"},
+            {82800, "m"},    {169199.99, "m"}, {169200, ""}, {365 * 86400, ""}};
+        for (const auto &[offset, expected] : table)
+            EXPECT_EQ(which(midnight + offset), expected) << offset;
+    }
+}
+
+TEST(DateThreads, shareFormattersAndCalendar) {
+    const LocaleScope german("de_DE");
+    const TimeZoneScope berlin(u"Europe/Berlin");
+    dispatch::onThreads(4, [](int thread) {
+        for (int i = 0; i < 200; ++i) {
+            const auto date = at(sample + thread * 1000 + i);
+            const auto iso = qn::ISOFormatString(date);
+            const auto slow = make<NSString>(u" " + iso->units()); // a blank that only ICU takes
+            EXPECT_TRUE(date->isEqual(qn::dateWithISOFormatString(iso)));
+            EXPECT_TRUE(date->isEqual(qn::dateWithISOFormatString(slow)));
+            EXPECT_EQ(qn::minute(date), (24 + (48 + thread * 1000 + i) / 60) % 60);
+        }
+    });
+}

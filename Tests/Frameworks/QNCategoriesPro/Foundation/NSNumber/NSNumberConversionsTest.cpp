@@ -1,0 +1,146 @@
+// Texts to numbers, in several locales.
+#include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Tests/Support/LocaleScope.h"
+#include "Tests/Support/OnThreads.h"
+#include "Tests/Support/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+/// Type and value: "q 31", "B 1", "(none)".
+std::string number(const Ref<NSString> &value) {
+    const auto result = qn::numberWithString(value);
+    return result ? std::string(1, result->objCType()) + " " + text(result) : "(none)";
+}
+std::string number(std::string_view utf8) {
+    return number(string(utf8));
+}
+
+} // namespace
+
+TEST(NumberWithString, knowsWordsAndHexadecimal) {
+    const LocaleScope locale("de_DE");
+    const std::pair<std::string, const char *> table[] = {
+        {"true", "B 1"},   {"YES", "B 1"},     {"False", "B 0"},    {"nO", "B 0"},
+        {"nil", "(none)"}, {"NULL", "(none)"}, {"<null>", "(none)"}};
+    for (const auto &[word, expected] : table)
+        for (const std::string &padded : {word, " \n" + word + "\t ", "\u3000" + word})
+            EXPECT_EQ(number(padded), expected) << padded;
+    EXPECT_EQ(qn::numberWithString(u" yes"_ns), NSNumber::numberWithBool(true)) << "the one boolean";
+    EXPECT_EQ(qn::numberWithString(nullptr), nullptr);
+    const std::pair<const char *, const char *> hexadecimal[] = {
+        {" 0X1f\n", "q 31"}, {"0x0", "q 0"}, {"0x100000000", "q 4294967295"}, {"0x1 2", "q 1"}};
+    for (const auto &[value, expected] : hexadecimal)
+        EXPECT_EQ(number(value), expected) << value;
+    for (const char *no : {"", " ", "\r\n", "yes!", "truefalse", "y", "<nil>", "(null)", "0x", "0xg", "-0x10",
+                           "+0x10", "0x-1", " -0xF"})
+        EXPECT_EQ(number(no), "(none)") << no;
+}
+
+TEST(NumberWithString, followsTheCurrentLocale) {
+    struct Row {
+        const char *text, *en, *de, *fr, *ar;
+    };
+    const char *none = "(none)";
+    const Row table[] = {
+        {"12,345", "q 12345", "d 12.345", "d 12.345", "d 12.345"},
+        {"12.345", "d 12.345", "q 12345", "q 12345", "q 12345"},
+        {"1,234.5", "d 1234.5", none, none, none},
+        {"1.234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
+        {"1\u202F234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
+        {"١٢٬٣٤٥٫٥", none, "d 12345.5", "d 12345.5", "d 12345.5"},
+        {"1.5", "d 1.5", none, none, none},
+        {"1,5", none, "d 1.5", "d 1.5", "d 1.5"},
+        {"2.0", "q 2", none, none, none},
+    };
+    for (const Row &row : table) {
+        for (const auto &[locale, expected] : {std::pair{"en_US", row.en},
+                                               {"de_DE", row.de},
+                                               {"fr_FR", row.fr},
+                                               {"ar_EG", row.ar},
+                                               {"en_US_POSIX", row.en}}) {
+            const LocaleScope scope(locale);
+            EXPECT_EQ(number(row.text), expected) << row.text << " in " << locale;
+            for (const char *plain : {"42", "-5", "9223372036854775807", "-9223372036854775808"})
+                EXPECT_EQ(number(plain), std::string("q ") + plain) << locale;
+            EXPECT_EQ(number("٤٢"), "q 42") << locale;
+            for (const char *other : {" 12", "12 ", "12x", "5%", "--5", "+", "abc"})
+                EXPECT_EQ(number(other), none) << other << " in " << locale;
+        }
+    }
+}
+
+TEST(NumberWithString, givesADoubleBeyond64Bits) {
+    const LocaleScope locale("en_US");
+    const std::pair<std::string, std::string> table[] = {
+        {"9223372036854775808", "d 9.223372036854776e+18"},
+        {"-9,223,372,036,854,775,809", "d -9.223372036854776e+18"},
+        {"1E300", "d 1e+300"},
+        {"1E400", "d inf"},
+        {std::string(4096, '9'), "d inf"}};
+    for (const auto &[value, expected] : table)
+        EXPECT_EQ(number(value), expected) << value;
+    EXPECT_EQ(qn::numberWithString(make<NSString>(std::u16string(4097, u'9'))), nullptr) << "takes too long";
+}
+
+TEST(NumberWithString, answersManyThreadsAtOnce) {
+    const LocaleScope locale("en_US");
+    dispatch::onThreads(4, [](int) {
+        NSInteger sum = 0;
+        for (int i = 0; i < 100; ++i)
+            sum += qn::numberWithString(u"1,000"_ns)->integerValue() +
+                   qn::numberWithString(u"yes"_ns)->intValue();
+        EXPECT_EQ(sum, 100100);
+    });
+}
+
+TEST(NumberWithString, standsAnyText) {
+    const LocaleScope locale("en_US");
+    constexpr std::u16string_view alphabet = u"0123456789.,-+eExXaf \t∞\u0663\xD83D\xDE00\u0301%yno";
+    std::mt19937 random(34);
+    int numbers = 0;
+    for (int i = 0; i < 20000; ++i) {
+        std::u16string units(random() % 9, u'0');
+        for (char16_t &unit : units)
+            unit = alphabet[random() % alphabet.size()];
+        const auto value = make<NSString>(units), padded = make<NSString>(units + u"\n");
+        numbers += number(value) != "(none)";
+        if (qn::stringByTrim(value)->lowercaseString()->hasPrefix(u"0x"_ns)) {
+            ASSERT_EQ(number(padded), number(value));
+        } else {
+            ASSERT_TRUE(number(padded) == "(none)" || qn::numberWithString(padded)->isBoolean())
+                << "only words may be padded";
+        }
+    }
+    EXPECT_GT(numbers, 1000);
+}
+
+TEST(NumberValues, areCutToTheirWidth) {
+    const LocaleScope locale("en_US");
+    constexpr std::uint64_t wide = 0xFFFFFFFFFFFFFFFF;
+    const std::tuple<const char *, std::int64_t, std::uint64_t> table[] = {
+        {"abc", 0, 0},
+        {"yes", 1, 1},
+        {"-1", -1, wide},
+        {"65,664", 65664, 65664},
+        {"18446744073709551616", INT64_MAX, wide},
+        {"-18446744073709551616", INT64_MIN, 0x8000000000000000}};
+    for (const auto &[digits, expected, expectedUnsigned] : table) {
+        const auto value = string(digits);
+        EXPECT_EQ(qn::charValue(value), static_cast<std::int8_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedCharValue(value), static_cast<std::uint8_t>(expected)) << digits;
+        EXPECT_EQ(qn::shortValue(value), static_cast<std::int16_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedShortValue(value), static_cast<std::uint16_t>(expected)) << digits;
+        EXPECT_EQ(qn::unsignedIntValue(value), static_cast<std::uint32_t>(expected)) << digits;
+        EXPECT_EQ(qn::longValue(value), expected) << digits;
+        EXPECT_EQ(qn::unsignedLongValue(value), expectedUnsigned) << digits;
+        EXPECT_EQ(qn::unsignedLongLongValue(value), expectedUnsigned) << digits;
+        EXPECT_EQ(qn::unsignedIntegerValue(value), expectedUnsigned) << digits;
+    }
+    EXPECT_EQ(qn::charValue(nullptr), 0);
+}

@@ -1,0 +1,396 @@
+// Models written as JSON and text.
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelDescription.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/ModelWriter.h"
+#include "Platform/Foundation/Collections/NSAttributedString.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Numbers/NSDecimalNumber.h"
+#include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Tests/Frameworks/QNCategoriesPro/Foundation/NSObject/ModelTesting.h"
+#include "Tests/Support/Text.h"
+#include "Tests/Support/TimeZoneScope.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+class Paths : public NSObject {
+    NS_CLASS(Paths, NSObject)
+public:
+    id whole;
+    Ref<NSString> b, c, d;
+    static Ref<NSDictionary> mapper() {
+        return NSDictionary::dictionaryWithEntries(
+            {{u"whole"_ns, u"a"_ns}, {u"b"_ns, u"a.b"_ns}, {u"c"_ns, u"a.c"_ns}, {u"d"_ns, u"a.b"_ns}});
+    }
+};
+NS_IMPLEMENTATION(Paths) {
+    cls.property<&Paths::whole>("whole").property<&Paths::b>("b").property<&Paths::c>("c");
+    cls.property<&Paths::d>("d").classMethod<&Paths::mapper>("modelCustomPropertyMapper");
+}
+
+class Keyless : public NSObject {
+    NS_CLASS(Keyless, NSObject)
+public:
+    Ref<NSString> word = u"w"_ns;
+    static Ref<NSDictionary> mapper() { return NSDictionary::dictionaryWithEntries({{u"word"_ns, u""_ns}}); }
+};
+NS_IMPLEMENTATION(Keyless) {
+    cls.property<&Keyless::word>("word").classMethod<&Keyless::mapper>("modelCustomPropertyMapper");
+}
+
+class Hooked : public NSObject {
+    NS_CLASS(Hooked, NSObject)
+public:
+    Ref<NSString> word;
+    bool write(const Ref<NSMutableDictionary> &dictionary) const {
+        dictionary->setObject(NSNumber::numberWithUnsignedInteger(dictionary->count()), u"count"_ns);
+        return word != nullptr;
+    }
+};
+NS_IMPLEMENTATION(Hooked) {
+    cls.property<&Hooked::word>("word").method<&Hooked::write>("modelCustomTransformToDictionary:");
+}
+
+/// An array of one object that counts how often it is read.
+class CountingArray : public NSArray {
+    NS_CLASS(CountingArray, NSArray)
+public:
+    explicit CountingArray(id element) : element_(std::move(element)) {}
+    NSUInteger count() const override { return 1; }
+    id objectAtIndex(NSUInteger) const override {
+        ++reads;
+        return element_;
+    }
+    static inline NSUInteger reads = 0;
+
+private:
+    const id element_;
+};
+NS_IMPLEMENTATION(CountingArray) {}
+
+/// The JSON of an object, by way of an array around it so that it may be anything.
+std::string json(const id &object) {
+    return text(qn::modelToJSONString(NSArray::arrayWithObjects({NSURL::URLWithString(u"x"_ns), object})));
+}
+
+std::size_t countOf(std::string_view part, const std::string &whole) {
+    std::size_t count = 0;
+    for (auto at = whole.find(part); at != whole.npos; at = whole.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+TEST(ModelJSON, ofEveryKindOfObject) {
+    const TimeZoneScope berlin(u"Europe/Berlin");
+    const id date = NSDate::dateWithTimeIntervalSince1970(1390220688), null = NSNull::null();
+    const id data = NSData::data(), bare = make<NSObject>(), seven = NSNumber::numberWithInt(7);
+    const std::pair<id, const char *> table[] = {
+        {u"a"_ns, R"(["x","a"])"},
+        {date, R"(["x","2014-01-20T13:24:48+0100"])"},
+        {NSAttributedString::attributedStringWithString(u"t"_ns), R"(["x","t"])"},
+        {null, R"(["x"])"},
+        {data, R"(["x"])"},
+        {bare, R"(["x"])"},
+        {NSValue::valueWithPointer(nullptr), R"(["x"])"},
+        {NSDictionary::dictionaryWithEntries({{u"k"_ns, date}, {seven, null}, {u"d"_ns, data}}),
+         R"(["x",{"k":"2014-01-20T13:24:48+0100","7":null,"d":null}])"},
+        {NSArray::arrayWithObjects({date, null, data, bare, seven}),
+         R"(["x",["2014-01-20T13:24:48+0100",7]])"},
+        {NSArray::arrayWithObjects({null, seven}), R"(["x",[null,7]])"}, // valid as it is
+        {NSSet::setWithObjects({seven, data}), R"(["x",[7]])"},
+        {NSArray::arrayWithObjects(
+             {NSNumber::numberWithFloat(INFINITY), make<NSString>(u"a\xD800"),
+              NSDictionary::dictionaryWithEntries({{u"k"_ns, NSDecimalNumber::notANumber()}})}),
+         "[\"x\",[\"a\uFFFD\",{\"k\":null}]]"}, // one value does not cost the others
+    };
+    for (const auto &[object, expected] : table)
+        EXPECT_EQ(json(object), expected);
+    const id valid = NSDictionary::dictionaryWithEntries({{u"k"_ns, null}});
+    EXPECT_EQ(qn::modelToJSONObject(valid), valid);
+    for (const id &none : {id(), id(null), id(u"text"_ns), seven, bare, data})
+        EXPECT_TRUE(!qn::modelToJSONObject(none) && !qn::modelToJSONData(none) &&
+                    !qn::modelToJSONString(none));
+    EXPECT_EQ(ModelToJSONObjectRecursive(null), null);
+}
+
+TEST(ModelJSON, ofEveryKindOfProperty) {
+    const auto model = make<Everything>();
+    model->real = NAN;
+    model->wide = INFINITY;
+    EXPECT_EQ(text(qn::modelToJSONString(model)), R"({"flag":false,"whole":0,"large":0})");
+    model->fill();
+    EXPECT_EQ(text(qn::modelToJSONString(model)),
+              R"({"flag":true,"whole":-5,"large":18446744073709551615,"real":0.5,"wide":2.5,)"
+              R"("text":"a\nb","type":"Node","action":"run:","next":[1]})");
+}
+
+TEST(ModelJSON, firstWriterOfAKeyWins) {
+    const auto model = make<Paths>();
+    const auto written = [&] { return text(qn::modelToJSONString(model)); };
+    model->b = u"b"_ns;
+    model->c = u"c"_ns;
+    EXPECT_EQ(written(), R"({"a":{"c":"c"}})") << "the other of the two at a.b is at the head of the chain";
+    model->d = u"d"_ns;
+    EXPECT_EQ(written(), R"({"a":{"b":"d","c":"c"}})");
+    const auto given = NSMutableDictionary::dictionary();
+    given->setObject(u"own"_ns, u"b"_ns);
+    model->whole = given;
+    EXPECT_EQ(written(), R"({"a":{"b":"own","c":"c"}})");
+    EXPECT_EQ(given->count(), 1u) << "a copy took its place";
+    model->whole = u"text"_ns;
+    EXPECT_EQ(written(), R"({"a":"text"})");
+    EXPECT_EQ(text(qn::modelToJSONString(make<Keyless>())), "{}") << "it has properties, if no keys";
+}
+
+TEST(ModelJSON, hooksChangeOrRefuse) {
+    const auto model = make<Hooked>();
+    model->word = u"w"_ns;
+    EXPECT_EQ(text(qn::modelToJSONString(model)), R"({"word":"w","count":1})");
+    model->word = nullptr;
+    EXPECT_EQ(qn::modelToJSONObject(model), nullptr);
+    const id both = NSDictionary::dictionaryWithEntries({{u"k"_ns, model}});
+    EXPECT_EQ(text(qn::modelToJSONString(both)), R"({"k":null})");
+    EXPECT_EQ(text(qn::modelToJSONString(NSArray::arrayWithObjects({model}))), "[]");
+}
+
+namespace {
+
+/// Objects of every kind within each other, now and then within themselves.
+class RandomObjects {
+public:
+    explicit RandomObjects(std::mt19937 &random) : random_(random) {}
+    ~RandomObjects() {
+        for (const auto &node : nodes_)
+            node->next = nullptr;
+    }
+
+    id object(int depth) {
+        switch (random_() % (depth > 4 ? 12 : 22)) {
+        case 0:
+            return u"a\"/\\\u001f b"_ns;
+        case 1:
+            return NSNumber::numberWithDouble(static_cast<double>(random_()) / 1024);
+        case 2:
+            return NSNumber::numberWithBool(random_() % 2);
+        case 3:
+            return NSNumber::numberWithUnsignedLongLong(UINT64_MAX - random_());
+        case 4:
+            return NSNull::null();
+        case 5:
+            return NSDate::dateWithTimeIntervalSince1970(static_cast<double>(random_()));
+        case 6:
+            return NSURL::URLWithString(u"a:b/c"_ns);
+        case 7:
+            return NSData::data();
+        case 8:
+            return NSAttributedString::attributedStringWithString(u"ä€😀"_ns);
+        case 9:
+            return random_() % 20 ? nullptr : NSNumber::numberWithDouble(NAN);
+        case 10:
+            return random_() % 20 ? make<NSMutableString>(u"longer than eight") : make<NSString>(u"\xD800");
+        case 11:
+            return nodes_.empty() ? nullptr : id(nodes_[random_() % nodes_.size()]);
+        case 12:
+        case 13:
+            return NSArray::arrayWithObjects(some(depth));
+        case 14:
+            return NSSet::setWithArray(NSArray::arrayWithObjects(some(depth)));
+        case 15:
+        case 16:
+            return dictionary(depth);
+        case 17:
+            return filled(make<Paths>(), depth);
+        case 18:
+            return filled(make<Hooked>(), depth);
+        case 19:
+            return make<Keyless>();
+        case 20:
+            return node<Everything>(depth);
+        default:
+            return node<Node>(depth);
+        }
+    }
+
+private:
+    std::vector<id> some(int depth) {
+        std::vector<id> objects;
+        for (auto count = random_() % 4; count > 0; --count)
+            if (const id each = object(depth + 1))
+                objects.push_back(each);
+        return objects;
+    }
+
+    id dictionary(int depth) {
+        const auto result = NSMutableDictionary::dictionary();
+        for (const id &each : some(depth))
+            result->setObject(each, random_() % 9
+                                        ? id(NSString::stringWithFormat("%u", unsigned(random_() % 5)))
+                                        : id(NSNumber::numberWithInt(2)));
+        return result;
+    }
+
+    Ref<Paths> filled(const Ref<Paths> &paths, int depth) {
+        paths->whole = object(depth + 1);
+        paths->b = random_() % 2 ? u"b"_ns : nullptr;
+        paths->c = random_() % 2 ? u"c"_ns : nullptr;
+        return paths;
+    }
+    Ref<Hooked> filled(const Ref<Hooked> &hooked, int) {
+        hooked->word = random_() % 2 ? u"w"_ns : nullptr;
+        return hooked;
+    }
+
+    template <class T>
+    Ref<T> node(int depth) {
+        const auto made = make<T>();
+        if constexpr (std::is_same_v<T, Everything>) {
+            made->fill();
+            made->real = random_() % 2 ? NAN : 1.1f;
+            made->wide = random_() % 2 ? 1e400L : 0.1L;
+        }
+        nodes_.push_back(made);
+        made->next = object(depth + 1);
+        return made;
+    }
+
+    std::mt19937 &random_;
+    std::vector<Ref<Node>> nodes_;
+};
+
+std::string shown(const Ref<NSData> &json) {
+    return json ? std::string(reinterpret_cast<const char *>(json->bytes()), json->length()) : "none";
+}
+
+std::string byTheLongWay(const id &object) {
+    const id json = qn::modelToJSONObject(object);
+    return json ? shown(NSJSONSerialization::dataWithJSONObject(json, NSJSONWritingOptions::None, nullptr))
+                : "none";
+}
+
+/// "none" as well where it gives up.
+std::string straight(const id &object) {
+    const auto json = qn::writeModel(object);
+    return json ? shown(*json) : "none";
+}
+
+} // namespace
+
+TEST(ModelWriter, givesWhatTheLongWayGives) {
+    std::mt19937 random(45);
+    int texts = 0, refusals = 0;
+    for (int round = 0; round < 20000; ++round) {
+        RandomObjects objects(random);
+        const id object = objects.object(0);
+        const auto written = qn::writeModel(object);
+        ASSERT_EQ(written ? shown(*written) : "none", byTheLongWay(object)) << round;
+        texts += written && *written;
+        refusals += !written;
+    }
+    EXPECT_TRUE(texts > 5000 && refusals > 50) << texts << " " << refusals;
+}
+
+TEST(ModelWriter, nestsAsDeepAsTheLongWay) {
+    for (const int levels : {300, 511, 512, 513, 600})
+        for (const id &bottom : {id(u"text"_ns), id(NSData::data()), id(make<Node>())}) {
+            id array = bottom, mixed = bottom;
+            for (int level = 0; level < levels; ++level) {
+                array = NSArray::arrayWithObjects({array});
+                const auto node = make<Node>();
+                node->next = mixed;
+                mixed = level % 2 ? id(NSDictionary::dictionaryWithEntries({{u"k"_ns, node}})) : node;
+            }
+            for (const id &object : {array, mixed}) {
+                const auto written = qn::writeModel(object);
+                EXPECT_TRUE(written || levels > 500) << levels;
+                EXPECT_TRUE(!written || shown(*written) == byTheLongWay(object)) << levels;
+            }
+        }
+}
+
+TEST(ModelWriter, looksAtEachCollectionTwiceAtMost) {
+    constexpr NSUInteger levels = 400;
+    for (const auto write : {&straight, &byTheLongWay}) {
+        id tower = NSData::data();
+        for (NSUInteger level = 0; level < levels; ++level)
+            tower = make<CountingArray>(tower);
+        CountingArray::reads = 0;
+        EXPECT_EQ(write(tower), std::string(levels, '[') + std::string(levels, ']'));
+        EXPECT_LE(CountingArray::reads, 4 * levels);
+    }
+}
+
+TEST(ModelJSON, nestingHasAnEnd) {
+    const auto deep = chain(100000);
+    EXPECT_EQ(countOf("{", text(qn::modelToJSONString(deep))), 512u);
+    EXPECT_EQ(countOf("{\n", text(qn::modelDescription(deep))), 512u);
+    release(deep);
+
+    // Each of many nodes leads to all others of its list and to itself.
+    const auto list = NSMutableArray::array(), other = NSMutableArray::array();
+    for (int i = 0; i < 2; ++i) {
+        const auto node = make<Node>();
+        node->next = list;
+        list->addObject(node);
+    }
+    EXPECT_EQ(text(qn::modelToJSONString(list)), "[{},{}]");
+    EXPECT_EQ(countOf("<Node", text(qn::modelDescription(list))), 2u);
+    for (const id &node : list->allObjects())
+        as<Node>(node)->next = nullptr;
+}
+
+TEST(ModelDescription, ofEveryKindOfProperty) {
+    const auto model = make<Everything>();
+    const auto pointer = [](const void *address) { return text(NSString::stringWithFormat("%p", address)); };
+    const auto head = [&](const id &object, const char *name) {
+        return "<" + std::string(name) + ": " + pointer(object.get()) + ">";
+    };
+    EXPECT_EQ(
+        text(qn::modelDescription(model)),
+        head(model, "Everything") +
+            " {\n    action = <NULL>;\n    block = <nil>;\n    data = <nil>;\n    flag = 0;\n"
+            "    large = 0;\n    next = <nil>;\n    numbers = " +
+            pointer(model->numbers) + ";\n    pointer = " + pointer(nullptr) +
+            ";\n    real = 0;\n    size = " + text(NSValue::valueWith(model->size)) +
+            ";\n    text = <nil>;\n    type = <nil>;\n    value = <nil>;\n    whole = 0;\n    wide = 0\n}");
+    model->fill();
+    const auto filled = text(qn::modelDescription(model));
+    for (const std::string &line :
+         {std::string("action = run:;"), "block = " + head(model->block, "NSBlock") + ";",
+          std::string("next = [\n        1\n    ];"), "pointer = " + pointer(model.get()) + ";",
+          std::string("text = \"a\n    b\";"), std::string("type = Node;"), std::string("wide = 2.5\n")})
+        EXPECT_EQ(countOf("\n    " + line, filled), 1u) << line << filled;
+    EXPECT_EQ(text(qn::modelDescription(make<NSObject>())).find('{'), std::string::npos);
+}
+
+TEST(ModelDescription, ofEveryKindOfObject) {
+    const auto bytes = NSMutableData::dataWithLength(60);
+    const id one = NSNumber::numberWithInt(1);
+    const auto nested = NSDictionary::dictionaryWithEntries(
+        {{u"k"_ns, NSArray::arrayWithObjects({one, u"t"_ns})}, {one, NSNull::null()}});
+    const std::pair<id, std::string> table[] = {
+        {nullptr, "<nil>"},
+        {NSNull::null(), "<null>"},
+        {make<NSMutableString>(u"\"t"), "\"\"t\""},
+        {one, "1"},
+        {NSURL::URLWithString(u"a:b"_ns), "a:b"},
+        {bytes, text(bytes).substr(0, 100) + "..."},
+        {NSArray::array(), "[]"},
+        {NSSet::set(), "[]"},
+        {NSDictionary::dictionary(), "{}"},
+        {NSSet::setWithObjects({one}), "[\n    1\n]"},
+        {nested, "{\n    k = [\n        1;\n        \"t\"\n    ];\n    1 = <null>\n}"},
+    };
+    for (const auto &[object, expected] : table)
+        EXPECT_EQ(text(ModelDescription(object)), expected);
+    EXPECT_FALSE(qn::modelDescription(nullptr) || ModelDescriptionAddIndent(nullptr));
+}

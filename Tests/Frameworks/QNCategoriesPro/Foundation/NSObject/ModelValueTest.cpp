@@ -1,0 +1,378 @@
+// Models copied, compared and archived.
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Serialization/Archive/NSCoder.h"
+#include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
+#include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Tests/Frameworks/QNCategoriesPro/Foundation/NSObject/ModelTesting.h"
+#include "Tests/Support/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <random>
+
+namespace {
+
+/// Counts how often it is hashed.
+class Counted : public Node {
+    NS_CLASS(Counted, Node)
+public:
+    static inline int hashes = 0;
+    NSUInteger hash() const override {
+        ++hashes;
+        return Node::hash();
+    }
+};
+NS_IMPLEMENTATION(Counted) {}
+
+struct Span {
+    double from = 0, to = 0;
+};
+
+} // namespace
+
+template <>
+inline constexpr const char *runtime::customEncoding<Span> = "{Span=dd}";
+
+namespace {
+
+class Spanned : public Node {
+    NS_CLASS(Spanned, Node)
+public:
+    Span span;
+    std::int8_t small = 0;
+};
+NS_IMPLEMENTATION(Spanned) {
+    cls.property<&Spanned::span>("span").property<&Spanned::small>("small");
+}
+
+/// Leads to two others.
+class Fork : public Node {
+    NS_CLASS(Fork, Node)
+public:
+    id other;
+    std::int32_t number = 0;
+};
+NS_IMPLEMENTATION(Fork) {
+    cls.property<&Fork::other>("other").property<&Fork::number>("number");
+}
+
+/// Answers to keys by itself.
+class Masked : public Node {
+    NS_CLASS(Masked, Node)
+public:
+    Ref<NSString> name;
+    id valueForKey(const Ref<NSString> &) const override { return u"mask"_ns; }
+};
+NS_IMPLEMENTATION(Masked) {
+    cls.property<&Masked::name>("name");
+}
+
+/// Key-value coding prefers another method to the getter.
+class Veiled : public Node {
+    NS_CLASS(Veiled, Node)
+public:
+    Ref<NSString> name;
+    Ref<NSString> veil() const { return u"veil"_ns; }
+};
+NS_IMPLEMENTATION(Veiled) {
+    cls.property<&Veiled::name>("name").method<&Veiled::veil>("getName");
+}
+
+/// Keeps what it is given, as it is.
+class Notes : public NSCoder {
+    NS_CLASS(Notes, NSCoder)
+public:
+    void encodeObject(const id &object, const Ref<NSString> &key) override { kept->setObject(object, key); }
+    id decodeObjectForKey(const Ref<NSString> &key) override { return kept->objectForKey(key); }
+
+    const Ref<NSMutableDictionary> kept = NSMutableDictionary::dictionary();
+};
+NS_IMPLEMENTATION(Notes) {}
+
+Ref<Everything> filled() {
+    const auto model = make<Everything>();
+    model->fill();
+    return model;
+}
+
+id unarchived(const Ref<NSData> &archive) {
+    return NSKeyedUnarchiver::unarchivedObjectOfClasses({Node::class_(), NSString::class_(), NSData::class_(),
+                                                         NSNumber::class_(), NSValue::class_(),
+                                                         NSArray::class_(), NSNull::class_()},
+                                                        archive);
+}
+
+} // namespace
+
+TEST(ModelCopy, sharesWhatItRefersTo) {
+    const auto model = filled();
+    const long texts = model->text.use_count(), blocks = model->block.use_count();
+    {
+        const auto copy = as<Everything>(qn::modelCopy(model));
+        ASSERT_TRUE(copy && copy != model);
+        EXPECT_TRUE(copy->text == model->text && copy->value == model->value && copy->next == model->next);
+        EXPECT_TRUE(model->text.use_count() == texts + 1 && model->block.use_count() == blocks + 1);
+        EXPECT_TRUE(copy->flag && copy->whole == -5 && copy->large == UINT64_MAX && copy->wide == 2.5L);
+        EXPECT_TRUE(copy->type == Node::class_() && copy->action == model->action);
+        EXPECT_TRUE(copy->pointer == model->pointer && copy->size == model->size);
+        EXPECT_EQ(copy->numbers[1], 0) << "C arrays are not copied";
+        EXPECT_EQ(model.use_count(), 1);
+    }
+    EXPECT_TRUE(model->text.use_count() == texts && model->block.use_count() == blocks);
+    const id text = make<NSMutableString>(u"t"), null = NSNull::null();
+    EXPECT_TRUE(qn::modelCopy(text) != text && qn::modelCopy(text)->isEqual(text));
+    EXPECT_TRUE(qn::modelCopy(null) == null && !qn::modelCopy(nullptr));
+}
+
+TEST(ModelEquality, isOfTheSameClassAndValues) {
+    const auto model = filled(), other = filled();
+    other->block = model->block;
+    other->value = model->value;
+    EXPECT_TRUE(qn::modelIsEqual(model, other) && qn::modelHash(model) == qn::modelHash(other));
+    other->pointer = nullptr; // such types do not count
+    other->wide = 1;
+    other->action = nullptr;
+    EXPECT_TRUE(qn::modelIsEqual(model, other));
+    other->size.width = 2;
+    EXPECT_FALSE(qn::modelIsEqual(model, other));
+    other->size = model->size;
+    other->text = nullptr;
+    EXPECT_FALSE(qn::modelIsEqual(model, other) || qn::modelIsEqual(other, model));
+
+    EXPECT_FALSE(qn::modelIsEqual(make<Node>(), make<Counted>()) || qn::modelIsEqual(make<Node>(), nullptr));
+    const auto bare = make<NSObject>();
+    EXPECT_EQ(qn::modelHash(bare), reinterpret_cast<NSUInteger>(bare.get())) << "of nothing that counts";
+    EXPECT_FALSE(qn::modelIsEqual(bare, make<NSObject>()));
+    EXPECT_TRUE(qn::modelIsEqual(u"a"_ns, u"a"_ns) && qn::modelHash(u"a"_ns) == u"a"_ns->hash());
+    EXPECT_EQ(qn::modelHash(nullptr), 0u);
+}
+
+TEST(ModelEquality, readsAsKeyValueCodingDoes) {
+    const auto equalWithOtherNames = []<class T>(const Ref<T> &one, const Ref<T> &other) {
+        one->name = u"a"_ns;
+        other->name = u"b"_ns;
+        return qn::modelIsEqual(one, other);
+    };
+    EXPECT_TRUE(equalWithOtherNames(make<Masked>(), make<Masked>()));
+    EXPECT_TRUE(equalWithOtherNames(make<Veiled>(), make<Veiled>()));
+    const auto one = make<Everything>(), other = make<Everything>();
+    one->real = other->real = NAN;
+    EXPECT_TRUE(qn::modelIsEqual(one, other));
+}
+
+namespace {
+
+/// Random graphs of forks; a fork leads to earlier ones only, unless there may be cycles.
+class Forks {
+public:
+    Forks(std::mt19937 &random, bool cyclic) {
+        const std::size_t count = 1 + random() % 12;
+        while (forks_.size() < count)
+            forks_.push_back(make<Fork>());
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto pick = [&, bound = cyclic ? count : i]() -> std::size_t {
+                return random() % 4 && bound ? random() % bound : count;
+            };
+            links_.push_back({pick(), pick()});
+            forks_[i]->number = static_cast<std::int32_t>(random() % 2);
+        }
+        link();
+    }
+    /// The same graph of other objects.
+    Forks(const Forks &forks) : links_(forks.links_) {
+        for (const auto &fork : forks.forks_) {
+            forks_.push_back(make<Fork>());
+            forks_.back()->number = fork->number;
+        }
+        link();
+    }
+    ~Forks() {
+        for (const auto &fork : forks_)
+            fork->next = fork->other = nullptr;
+    }
+
+    const std::vector<Ref<Fork>> &all() const { return forks_; }
+
+    /// Of graphs without cycles: by fork a number, the same for the same contents, and what its hash has to
+    /// be.
+    std::vector<std::pair<std::size_t, NSUInteger>> contents() const {
+        std::map<std::tuple<std::int32_t, std::size_t, std::size_t>, std::size_t> numbers;
+        std::vector<std::pair<std::size_t, NSUInteger>> found;
+        for (std::size_t i = 0; i < forks_.size(); ++i) {
+            const auto at = [&](std::size_t link) {
+                return link < forks_.size() ? found[link] : std::pair<std::size_t, NSUInteger>(SIZE_MAX, 0);
+            };
+            const auto [next, other] = links_[i];
+            const auto number = forks_[i]->number;
+            const auto known = numbers.emplace(std::tuple(number, at(next).first, at(other).first), i);
+            found.push_back({known.first->second,
+                             at(next).second ^ at(other).second ^ NSNumber::numberWithInt(number)->hash()});
+        }
+        return found;
+    }
+
+private:
+    void link() {
+        const auto at = [&](std::size_t link) { return link < forks_.size() ? forks_[link] : nullptr; };
+        for (std::size_t i = 0; i < forks_.size(); ++i) {
+            forks_[i]->next = at(links_[i].first);
+            forks_[i]->other = at(links_[i].second);
+        }
+    }
+
+    std::vector<Ref<Fork>> forks_;
+    std::vector<std::pair<std::size_t, std::size_t>> links_; // by number; that behind the last is none
+};
+
+} // namespace
+
+TEST(ModelEquality, ofRandomGraphs) {
+    std::mt19937 random(43);
+    int equal = 0;
+    for (int round = 0; round < 400; ++round) {
+        const Forks forks(random, false);
+        const auto contents = forks.contents();
+        for (std::size_t i = 0; i < contents.size(); ++i) {
+            ASSERT_EQ(qn::modelHash(forks.all()[i]), contents[i].second);
+            for (std::size_t j = 0; j < contents.size(); ++j) {
+                const bool same = contents[i].first == contents[j].first;
+                ASSERT_EQ(qn::modelIsEqual(forks.all()[i], forks.all()[j]), same) << round;
+                equal += same && i != j;
+            }
+        }
+    }
+    EXPECT_GT(equal, 300);
+    for (int round = 0; round < 400; ++round) {
+        const Forks forks(random, true), copies(forks);
+        for (std::size_t i = 0; i < forks.all().size(); ++i) {
+            ASSERT_TRUE(qn::modelIsEqual(forks.all()[i], copies.all()[i])) << round;
+            const auto before = qn::modelHash(forks.all()[i]);
+            const auto around = make<Fork>(); // a walk that comes from elsewhere finds the same hash
+            around->next = forks.all()[random() % forks.all().size()];
+            around->other = forks.all()[i];
+            ASSERT_EQ(qn::modelHash(around),
+                      qn::modelHash(around->next) ^ before ^ NSNumber::numberWithInt(0)->hash());
+        }
+    }
+}
+
+TEST(ModelEquality, visitsEachModelOnce) {
+    const auto tower = [](const id &end) {
+        Ref<Fork> top;
+        for (int i = 0; i < 300; ++i) {
+            const auto fork = make<Fork>();
+            fork->next = fork->other =
+                top ? id(top) : end; // a way more for each level: 2 to the power of 300
+            top = fork;
+        }
+        return top;
+    };
+    const auto one = tower(u"end"_ns), same = tower(u"end"_ns), other = tower(u"END"_ns);
+    EXPECT_EQ(qn::modelHash(one), qn::modelHash(same));
+    EXPECT_TRUE(qn::modelIsEqual(one, same));
+    EXPECT_FALSE(qn::modelIsEqual(one, other));
+}
+
+TEST(ModelEquality, ofModelsThatLeadBackToThemselves) {
+    const auto ring = [](const id &end) {
+        const auto first = make<Node>(), second = make<Node>();
+        first->next = NSArray::arrayWithObjects({second, end});
+        second->next = NSArray::arrayWithObjects({first, first});
+        return first;
+    };
+    const auto one = ring(u"e"_ns), two = ring(u"e"_ns), three = ring(u"f"_ns);
+    EXPECT_TRUE(qn::modelIsEqual(one, two));
+    EXPECT_FALSE(qn::modelIsEqual(one, three));
+    for (const auto &each : {one, two, three})
+        each->next = nullptr;
+
+    const auto deep = chain(100000), same = chain(100000);
+    EXPECT_EQ(qn::modelHash(deep), qn::modelHash(same));
+    release(deep);
+    release(same);
+
+    constexpr int links = 400;
+    const auto counted = chain<Counted>(links), other = chain<Counted>(links);
+    EXPECT_TRUE(counted->isEqual(other));
+    EXPECT_LE(Counted::hashes, 6 * links) << "not all the rest of the chain at each link";
+    EXPECT_TRUE(other->isEqual(counted)) << "what is known is forgotten with the comparison";
+    as<Node>(other->next)->next = u"other"_ns;
+    EXPECT_FALSE(counted->isEqual(other));
+}
+
+TEST(ModelCoding, bringsBackWhatCanBeCoded) {
+    const auto model = filled();
+    model->next = make<Node>();
+    const auto again = as<Everything>(unarchived(NSKeyedArchiver::archivedDataWithRootObject(model)));
+    ASSERT_TRUE(again);
+    EXPECT_TRUE(again->flag && again->whole == -5 && again->real == 0.5f && again->wide == 2.5L);
+    EXPECT_TRUE(again->text->isEqual(model->text) && again->data->isEqual(model->data) &&
+                as<Node>(again->next));
+    EXPECT_TRUE(again->action == model->action && again->size == model->size);
+    EXPECT_FALSE(again->type || again->pointer || again->block || again->value || again->numbers[1]);
+    EXPECT_EQ(again->large, UINT64_MAX);
+
+    model->real = NAN;
+    model->wide = INFINITY;
+    model->next = NSValue::valueWith(CGSize{1, 1});
+    model->text = nullptr;
+    const auto less = as<Everything>(unarchived(NSKeyedArchiver::archivedDataWithRootObject(model)));
+    ASSERT_TRUE(less);
+    EXPECT_FALSE(NSKeyedArchiver::archivedDataWithRootObject(model->value)) << "a pointer";
+    EXPECT_TRUE(less->real == 0 && less->wide == 0 && !less->next && !less->text);
+    EXPECT_EQ(qn::modelInitWithCoder(model, nullptr), model);
+    EXPECT_TRUE(model->flag) << "nothing happens without a coder";
+}
+
+TEST(ModelCoding, worksWithAnyCoder) {
+    const auto model = make<Spanned>();
+    const auto notes = make<Notes>();
+    model->next = NSNull::null();
+    qn::modelEncodeWithCoder(model, notes);
+    EXPECT_EQ(text(notes->kept->allKeys()), text(NSArray::arrayWithObjects({u"small"_ns, u"next"_ns})))
+        << "of structures only those of geometry";
+    notes->kept->setObject(NSValue::valueWith(Span{1, 2}), u"span"_ns);
+    notes->kept->setObject(NSNumber::numberWithInt(300), u"small"_ns);
+    qn::modelInitWithCoder(model, notes);
+    EXPECT_TRUE(model->span.to == 2 && model->small == 44);
+    notes->kept->setObject(u"5"_ns, u"small"_ns);
+    notes->kept->setObject(NSValue::valueWith(CGSize{3, 4}), u"span"_ns);
+    notes->kept->removeObjectForKey(u"next"_ns);
+    qn::modelInitWithCoder(model, notes);
+    EXPECT_TRUE(model->span.to == 2 && model->small == 44 && !model->next);
+}
+
+TEST(ModelCoding, takesNothingThatDoesNotFit) {
+    // An archive of dictionaries in the place of objects, and of values of other kinds under the names.
+    const auto stranger = make<Everything>();
+    stranger->next = u"text"_ns;
+    const auto archive = NSKeyedArchiver::archivedDataWithRootObject(stranger);
+    std::string bytes(reinterpret_cast<const char *>(archive->bytes()), archive->length());
+    for (const auto &[from, to] : {std::pair("next", "text"),
+                                   {"next", "flag"},
+                                   {"next", "size"},
+                                   {"next", "data"},
+                                   {"Everything", "NSObject++"},
+                                   {"Everything", "Nobody    "}}) {
+        std::string changed = bytes;
+        for (auto at = changed.find(from); at != changed.npos; at = changed.find(from, at + 1))
+            changed.replace(at, std::string_view(from).size(), to);
+        const id object = unarchived(NSData::dataWithBytes(changed.data(), changed.size()));
+        if (const auto model = as<Everything>(object))
+            EXPECT_TRUE(!model->flag && model->size == CGSize() && !model->data) << to;
+        else
+            EXPECT_TRUE(!object && std::string_view(from) == "Everything") << to;
+    }
+    std::mt19937 random(6);
+    for (int i = 0; i < 2000; ++i) {
+        std::string changed = bytes;
+        for (auto changes = 1 + random() % 4; changes > 0; --changes)
+            changed[random() % changed.size()] = static_cast<char>(random());
+        const id object = unarchived(NSData::dataWithBytes(changed.data(), changed.size()));
+        EXPECT_TRUE(!object || object->description());
+    }
+}

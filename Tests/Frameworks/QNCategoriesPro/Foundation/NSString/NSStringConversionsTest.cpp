@@ -1,0 +1,182 @@
+// Escaping, sizes, versions, times, chance, types of files.
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Tests/Support/LocaleScope.h"
+#include "Tests/Support/Text.h"
+#include "Tests/Support/TimeZoneScope.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+
+namespace {
+
+const auto lone = std::u16string(1, 0xD83D);
+
+} // namespace
+
+TEST(Trim, takesWhiteSpaceOfBothEnds) {
+    EXPECT_EQ(text(qn::stringByTrim(u"\r\n a\tb \u3000"_ns)), "a\tb");
+    EXPECT_EQ(text(qn::stringByTrim(u" \n"_ns)), "");
+    EXPECT_EQ(qn::stringByTrim(nullptr), nullptr);
+    EXPECT_TRUE(qn::isAllNum(u"0123456789"_ns) && qn::isAllNum(u""_ns));
+    EXPECT_FALSE(qn::isAllNum(u"-1"_ns) || qn::isAllNum(u"1 "_ns) || qn::isAllNum(u"\u0663"_ns) ||
+                 qn::isAllNum(nullptr));
+    EXPECT_EQ(qn::rangeOfAll(u"a😀"_ns), NSMakeRange(0, 3));
+    EXPECT_EQ(qn::rangeOfAll(nullptr), NSMakeRange(0, 0));
+    EXPECT_EQ(text(qn::localized(u"No such key"_ns)), "No such key");
+    EXPECT_EQ(qn::localized(nullptr), nullptr);
+}
+
+TEST(UrlEscaping, leavesWhatAQueryAllows) {
+    const std::string inParts = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+    const std::string inQueries = inParts + "!$&'()*+,;=:@/?";
+    for (char unit = 0; unit < 0x7F; ++unit) {
+        const std::string one(1, unit);
+        char escape[4];
+        std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(unit));
+        EXPECT_EQ(text(qn::URLEncode(string(one))), inQueries.find(unit) == one.npos ? escape : one);
+        EXPECT_EQ(text(qn::URLEntityEncode(string(one))), inParts.find(unit) == one.npos ? escape : one);
+    }
+    EXPECT_EQ(text(qn::URLEncode(u"激ü\u007F"_ns)), "%E6%BF%80%C3%BC%7F");
+    EXPECT_EQ(text(qn::URLEncode(u""_ns)), "");
+    EXPECT_EQ(qn::URLEncode(nullptr), nullptr);
+}
+
+TEST(UrlEscaping, goesBothWays) {
+    EXPECT_EQ(text(qn::URLDecode(u"%e6%BF%80+%41ü%00"_ns)), std::string("激+Aü\0", 8));
+    for (const char *broken : {"%", "a%4", "%g0", "%0g", "%%41", "%C3", "%C3ü", "%ED%A0%80", "% 41", "%+1"}) {
+        EXPECT_EQ(qn::URLDecode(string(broken)), nullptr) << broken;
+        EXPECT_EQ(text(qn::URLEntityDecode(string(broken))), broken);
+    }
+    for (const auto &same : {make<NSString>(u"a " + lone), Ref<NSString>()}) {
+        EXPECT_EQ(qn::URLEntityEncode(same), same);
+        EXPECT_EQ(qn::URLEntityDecode(same), same);
+        EXPECT_EQ(qn::URLDecode(same), nullptr);
+    }
+    for (std::size_t length = 0; length < 300; ++length) { // over every border of the encoder's blocks
+        const std::u16string letters(length, u'a'), euros(length, u'€');
+        std::string escapes = "%F0%9F%98%80e%CC%81";
+        EXPECT_EQ(text(qn::URLEncode(make<NSString>(letters + u"😀e\u0301"))),
+                  std::string(length, 'a') + escapes);
+        for (std::size_t i = 0; i < length; ++i)
+            escapes.insert(0, "%E2%82%AC");
+        EXPECT_EQ(text(qn::URLEncode(make<NSString>(euros + u"😀e\u0301"))), escapes);
+        EXPECT_EQ(qn::URLEncode(make<NSString>(letters + lone)), nullptr);
+        EXPECT_EQ(qn::URLEncode(make<NSString>(letters + lone + letters)), nullptr);
+    }
+    const std::u16string_view alphabet[] = {u"%", u"4", u"1",      u"C3", u"%BC", u"%2",
+                                            u"ü", u"😀", u"\u0301", u" ",  lone};
+    std::mt19937 random(3);
+    for (int i = 0; i < 20000; ++i) {
+        std::u16string units;
+        for (auto pieces = random() % 7; pieces > 0; --pieces)
+            units += alphabet[random() % std::size(alphabet)];
+        const auto value = make<NSString>(units);
+        const bool whole = value->strictUTF8().has_value();
+        if (whole) {
+            ASSERT_EQ(qn::URLDecode(qn::URLEncode(value))->units(), units);
+            ASSERT_EQ(qn::URLDecode(qn::URLEntityEncode(value))->units(), units);
+        }
+        const auto decoded = qn::URLDecode(value);
+        ASSERT_TRUE(whole || !decoded);
+        ASSERT_TRUE(qn::URLEntityDecode(value)->isEqual(decoded ? decoded : value));
+    }
+}
+
+TEST(ConvertDataSize, picksTheLargestUnitThatFits) {
+    struct Row {
+        std::uint64_t size;
+        const char *file, *disk;
+    };
+    const Row table[] = {{0, "0B", "0B"},
+                         {999, "999.00B", "999.00B"},
+                         {1000, "1000.00B", "1.00KB"},
+                         {1023, "1023.00B", "1.02KB"},
+                         {1024, "1.00KB", "1.02KB"},
+                         {1536, "1.50KB", "1.54KB"},
+                         {999999, "976.56KB", "1000.00KB"},
+                         {1 << 20, "1.00MB", "1.05MB"},
+                         {1ull << 40, "1.00TB", "1.10TB"},
+                         {1000000000000000000, "888.18PB", "1.00EB"},
+                         {UINT64_MAX, "16.00EB", "18.45EB"}};
+    for (const auto &[size, file, disk] : table) {
+        EXPECT_EQ(text(qn::stringFromFileSize(size)), file);
+        EXPECT_EQ(text(qn::stringFromDiskSize(size)), disk);
+    }
+}
+
+TEST(CompareVesion, goesNumberByNumber) {
+    const auto compare = [](const char *current, const char *later) {
+        return qn::compareVesion(string(current), string(later));
+    };
+    EXPECT_EQ(compare("1.2", "1.10"), -1);
+    EXPECT_EQ(compare("1.02.3", "1.2.3"), 0);
+    EXPECT_EQ(compare("2", "1.9.1"), 1) << "decided before one ends";
+    EXPECT_EQ(compare("1.2b", "1. 3"), -1);
+    EXPECT_EQ(compare("99999999999999999999", "9223372036854775807"), 0) << "clamped";
+    EXPECT_EQ(compare("", "1.0") + compare("1.0", "\n ") + qn::compareVesion(nullptr, u"1"_ns) +
+                  qn::compareVesion(u"1"_ns, nullptr),
+              0);
+    EXPECT_EQ(raised([&] { return compare("1.2", "1.2.1"); }), NSRangeException);
+    EXPECT_EQ(raised([&] { return compare("1.2.1", "1.2"); }), NSRangeException);
+}
+
+TEST(RandomTexts, keepTheirForm) {
+    std::set<std::string> seen;
+    std::set<char> characters;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string uuid = text(qn::UUID()), word = text(qn::getRandomString());
+        EXPECT_THAT(uuid, testing::MatchesRegex(
+                              "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}"));
+        EXPECT_THAT(word, testing::MatchesRegex("[0-9A-Z]{4}"));
+        seen.insert(uuid);
+        characters.insert(word.begin(), word.end());
+    }
+    EXPECT_EQ(seen.size(), 1000u);
+    EXPECT_EQ(characters.size(), 36u);
+}
+
+TEST(TimeStamp, countsMilliseconds) {
+    dispatch::ManualClock clock(1390220688.75);
+    const dispatch::ClockScope scope(clock);
+    EXPECT_EQ(text(qn::timeStamp()), "1390220688750");
+    clock.setWallTime(0.000999);
+    EXPECT_EQ(text(qn::timeStamp()), "0");
+}
+
+TEST(TimeStampToString, followsLocaleAndTimeZone) {
+    const LocaleScope german("de_DE");
+    const TimeZoneScope shanghai(u"Asia/Shanghai");
+    const auto show = [](const char *seconds, const char *format) {
+        return text(qn::timeStampToString(string(seconds), string(format)));
+    };
+    EXPECT_EQ(show("1390220688", "yyyy-MM-dd HH:mm:ss"), "2014-01-20 20:24:48");
+    EXPECT_EQ(show(" 1390220688.9x", "EEEE, d. MMMM yyyy"), "Montag, 20. Januar 2014");
+    EXPECT_EQ(show("-1", "HH:mm:ss"), "07:59:59");
+    EXPECT_EQ(show("abc", "yyyy"), "1970");
+    EXPECT_EQ(show("0", ""), "");
+    const std::string longText(200, '-');
+    EXPECT_EQ(show("0", ("''" + longText).c_str()), "'" + longText);
+    EXPECT_NE(show("99999999999999999999", "yyyy"), "(none)");
+    EXPECT_NE(show("-99999999999999999999", "yyyy"), "(none)");
+    EXPECT_EQ(qn::timeStampToString(u"0"_ns, nullptr), nullptr);
+    EXPECT_EQ(qn::timeStampToString(nullptr, u"yyyy"_ns), nullptr);
+}
+
+TEST(MimeType, isThatOfTheExtension) {
+    const std::pair<const char *, const char *> table[] = {
+        {"png", "image/png"},        {".png", "image/png"},      {"/a.b/photo.PNG", "image/png"},
+        {"a.tar.txt", "text/plain"}, {"page.html", "text/html"}, {"a.pdf", "application/pdf"},
+        {"json", "application/json"}};
+    for (const auto &[path, expected] : table)
+        EXPECT_EQ(text(qn::MIMEType(string(path))), expected) << path;
+    for (const char *unknown :
+         {"x.unknownext", "", ".", "folder/", "/etc/Makefile", "a. ", "\n", "no extension"})
+        EXPECT_EQ(text(qn::MIMEType(string(unknown))), "application/octet-stream") << unknown;
+    EXPECT_EQ(text(qn::MIMEType(make<NSString>(lone))), "application/octet-stream");
+    EXPECT_EQ(text(qn::MIMEType(u"a.png\0x"_ns)), "application/octet-stream");
+    EXPECT_EQ(qn::MIMEType(nullptr), nullptr);
+}

@@ -1,0 +1,501 @@
+// Arrays beyond their primitives: ranges and index sets, order, tests, batches.
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSIndexSet.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Runtime/Object/Class.h"
+#include "Tests/Support/Shorthand.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <random>
+
+using testing::ElementsAre;
+
+namespace {
+
+using Objects = std::vector<id>;
+
+std::uint64_t valueOf(const id &object) {
+    return as<NSNumber>(object)->unsignedLongLongValue();
+}
+
+NSComparisonResult byValue(const id &first, const id &second) {
+    return static_cast<NSComparisonResult>((valueOf(first) > valueOf(second)) -
+                                           (valueOf(first) < valueOf(second)));
+}
+
+bool lessByValue(const id &first, const id &second) {
+    return valueOf(first) < valueOf(second);
+}
+
+Ref<NSArray> listOf(std::initializer_list<std::size_t> values) {
+    Objects objects;
+    std::transform(values.begin(), values.end(), std::back_inserter(objects), number);
+    return NSArray::arrayWithObjects(objects);
+}
+
+Ref<NSIndexSet> indexSet(auto... indexes) {
+    const auto set = NSMutableIndexSet::indexSet();
+    (set->addIndex(static_cast<NSUInteger>(indexes)), ...);
+    return set;
+}
+
+/// Cannot be compared.
+class Incomparable : public NSObject {
+    NS_CLASS(Incomparable, NSObject)
+public:
+    bool isEqual(const id &) const override { throw NSException("Mine", "no"); }
+};
+NS_IMPLEMENTATION(Incomparable) {}
+
+/// Overrides the primitives alone; everything else must follow from them.
+class PrimitiveArray final : public NSMutableArray {
+public:
+    NSUInteger count() const override { return objects_->count(); }
+    id objectAtIndex(NSUInteger index) const override { return objects_->objectAtIndex(index); }
+    void addObject(const id &object) override { objects_->addObject(object); }
+    void insertObject(const id &object, NSUInteger index) override { objects_->insertObject(object, index); }
+    void removeObjectAtIndex(NSUInteger index) override { objects_->removeObjectAtIndex(index); }
+    void removeLastObject() override { objects_->removeLastObject(); }
+    void replaceObjectAtIndex(NSUInteger index, const id &object) override {
+        objects_->replaceObjectAtIndex(index, object);
+    }
+
+private:
+    const Ref<NSMutableArray> objects_ = NSMutableArray::array();
+};
+
+/// Checks every reading operation against the list that the array should hold.
+void expectHolds(const NSMutableArray &array, const Objects &expected) {
+    ASSERT_EQ(array.allObjects(), expected);
+    EXPECT_EQ(array.firstObject(), expected.empty() ? nullptr : expected.front());
+    EXPECT_EQ(array.lastObject(), expected.empty() ? nullptr : expected.back());
+    Objects walked;
+    for (const id &object : array)
+        walked.push_back(object);
+    EXPECT_EQ(walked, expected);
+    EXPECT_EQ(array.objectEnumerator()->allObjects()->allObjects(), expected);
+    EXPECT_EQ(array.reverseObjectEnumerator()->allObjects()->allObjects(),
+              Objects(expected.rbegin(), expected.rend()));
+    const auto plain = NSArray::arrayWithObjects(expected);
+    EXPECT_TRUE(array.isEqual(plain) && plain->isEqual(array.self()) && array.copy()->isEqual(plain));
+    EXPECT_EQ(array.hash(), plain->hash());
+}
+
+/// Random changes, done to the array and to a plain list.
+class Twin {
+public:
+    Twin(Ref<NSMutableArray> itsArray, unsigned seed) : array(std::move(itsArray)), random_(seed) {}
+
+    void step() {
+        const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
+        const NSRange range{start, length};
+        const auto first = at(start), last = at(start + length);
+        const id object = number(pick(9));
+        const auto more = NSMutableArray::array();
+        for (std::size_t i = pick(4); i > 0; --i)
+            more->addObject(number(pick(9)));
+        const auto equals = [&](const id &other) { return other->isEqual(object); };
+        const std::size_t index = pick(size + 3); // now and then outside
+        const auto outside = [&](std::size_t bound) { return index < bound ? "" : NSRangeException; };
+        switch (pick(19)) {
+        case 0:
+            array->removeObject(object, range);
+            model.erase(std::remove_if(first, last, equals), last);
+            break;
+        case 1:
+            array->removeObjectIdenticalTo(length ? *first : object, range);
+            if (length)
+                model.erase(std::remove(first, last, id(*first)), last);
+            break;
+        case 2:
+            array->removeObjectsInArray(more);
+            std::erase_if(model, [&](const id &other) { return more->containsObject(other); });
+            break;
+        case 3:
+            array->removeObjectsInRange(range);
+            model.erase(first, last);
+            break;
+        case 4:
+        case 5: {
+            array->replaceObjectsInRange(range, more);
+            const auto place = model.erase(first, last);
+            const auto objects = more->allObjects();
+            model.insert(place, objects.begin(), objects.end());
+            break;
+        }
+        case 6: {
+            array->replaceObjectsInRange({start, 0}, array, range);
+            const Objects copied(first, last);
+            model.insert(first, copied.begin(), copied.end());
+            break;
+        }
+        case 7: {
+            const auto indexes = someIndexes(size);
+            array->removeObjectsAtIndexes(indexes);
+            std::size_t place = 0;
+            std::erase_if(model, [&](const id &) { return indexes->containsIndex(place++); });
+            break;
+        }
+        case 8: {
+            const auto indexes = someIndexes(size + 2);
+            const auto objects = NSMutableArray::array();
+            for (NSUInteger i = indexes->count(); i > 0; --i)
+                objects->addObject(number(pick(9)));
+            const bool fits = !indexes->count() || indexes->lastIndex() < size + indexes->count();
+            EXPECT_EQ(raised([&] { array->insertObjects(objects, indexes); }), fits ? "" : NSRangeException);
+            NSUInteger next = 0;
+            if (fits)
+                indexes->enumerateIndexesUsingBlock([&](NSUInteger place, bool &) {
+                    model.insert(at(place), objects->objectAtIndex(next++));
+                });
+            break;
+        }
+        case 9: {
+            const auto indexes = someIndexes(size);
+            const auto objects = array->objectsAtIndexes(indexes)->sortedArrayUsingComparator(byValue);
+            array->replaceObjectsAtIndexes(indexes, objects);
+            NSUInteger next = 0;
+            indexes->enumerateIndexesUsingBlock(
+                [&](NSUInteger place, bool &) { model[place] = objects->objectAtIndex(next++); });
+            break;
+        }
+        case 10:
+            array->setObject(object, start);
+            start == size ? model.push_back(object) : void(model[start] = object);
+            break;
+        case 11:
+            array->sortWithOptions(NSSortStable, byValue);
+            std::stable_sort(model.begin(), model.end(), lessByValue);
+            searchSorted(range);
+            break;
+        case 12:
+        case 13:
+        case 14:
+            array->addObjectsFromArray(more);
+            for (const id &added : more)
+                model.push_back(added);
+            break;
+        case 15:
+            EXPECT_EQ(raised([&] { array->removeObjectAtIndex(index); }), outside(size));
+            if (index < size)
+                model.erase(at(index));
+            break;
+        case 16:
+            for (std::size_t taken = pick(size + 1); taken > 0; --taken)
+                array->removeObjectAtIndex(0);
+            model.erase(model.begin(), model.end() - static_cast<std::ptrdiff_t>(array->count()));
+            break;
+        case 17:
+            array->removeLastObject();
+            model.resize(size - (size > 0));
+            break;
+        case 18:
+            EXPECT_EQ(raised([&] { array->exchangeObjectAtIndex(index, 0); }), outside(size));
+            if (index < size)
+                std::swap(model[index], model[0]);
+            break;
+        }
+        expectHolds(*array, model);
+    }
+
+    void read() {
+        const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
+        const id object = number(pick(9));
+        const auto matches = [&](const id &other, auto &&...) { return other->isEqual(object); };
+        const auto first = [&](Objects::iterator from, Objects::iterator to) {
+            const auto place = std::find_if(from, to, matches);
+            return place == to ? NSNotFound : indexOf(place);
+        };
+        EXPECT_EQ(array->indexOfObject(object), first(model.begin(), model.end()));
+        EXPECT_EQ(array->indexOfObject(object, {start, length}), first(at(start), at(start + length)));
+        EXPECT_EQ(array->indexOfObjectIdenticalTo(object, {start, length}), NSNotFound);
+        EXPECT_EQ(array->subarrayWithRange({start, length})->allObjects(),
+                  Objects(at(start), at(start + length)));
+        const auto indexes = someIndexes(size);
+        Objects chosen;
+        const auto passing = NSMutableIndexSet::indexSet();
+        for (std::size_t i = 0; i < size; ++i) {
+            if (!indexes->containsIndex(i))
+                continue;
+            chosen.push_back(model[i]);
+            if (matches(model[i]))
+                passing->addIndex(i);
+        }
+        EXPECT_EQ(array->objectsAtIndexes(indexes)->allObjects(), chosen);
+        EXPECT_TRUE(array->indexesOfObjectsAtIndexes(indexes, 0, matches)->isEqual(passing));
+        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, 0, matches), passing->firstIndex());
+        EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, NSEnumerationReverse, matches),
+                  passing->lastIndex());
+    }
+
+    const Ref<NSMutableArray> array;
+    Objects model;
+
+private:
+    std::size_t pick(std::size_t bound) { return random_() % bound; }
+    NSUInteger indexOf(Objects::iterator place) const {
+        return static_cast<NSUInteger>(place - Objects::const_iterator(model.begin()));
+    }
+    Objects::iterator at(std::size_t index) { return model.begin() + static_cast<std::ptrdiff_t>(index); }
+
+    Ref<NSIndexSet> someIndexes(std::size_t bound) {
+        const auto indexes = NSMutableIndexSet::indexSet();
+        for (std::size_t i = 0; i < bound; ++i)
+            if (pick(4) == 0)
+                indexes->addIndex(i);
+        return indexes;
+    }
+
+    void searchSorted(NSRange range) {
+        const auto first = at(range.location), last = at(range.end());
+        const id wanted = number(pick(10));
+        const auto lower = std::lower_bound(first, last, wanted, lessByValue),
+                   upper = std::upper_bound(first, last, wanted, lessByValue);
+        const auto search = [&](NSBinarySearchingOptions options) {
+            return array->indexOfObject(wanted, range, options, byValue);
+        };
+        constexpr auto place = NSBinarySearchingInsertionIndex;
+        EXPECT_EQ(search(NSBinarySearchingFirstEqual), lower == upper ? NSNotFound : indexOf(lower));
+        EXPECT_EQ(search(NSBinarySearchingLastEqual), lower == upper ? NSNotFound : indexOf(upper - 1));
+        EXPECT_EQ(search(place | NSBinarySearchingFirstEqual), indexOf(lower));
+        EXPECT_EQ(search(place | NSBinarySearchingLastEqual), indexOf(upper));
+        EXPECT_TRUE(search(place) >= indexOf(lower) && search(place) <= indexOf(upper));
+        EXPECT_EQ(search(0) == NSNotFound, lower == upper);
+    }
+
+    std::mt19937 random_;
+};
+
+} // namespace
+
+TEST(NSMutableArray, followsAPlainListThroughRandomChanges) {
+    for (const unsigned seed : {1u, 2u, 3u})
+        for (const auto &array : {NSMutableArray::array(), Ref<NSMutableArray>(make<PrimitiveArray>())}) {
+            SCOPED_TRACE(seed);
+            Twin twin(array, seed);
+            for (int step = 0; step < 3000 && !HasFailure(); ++step) {
+                twin.step();
+                twin.read();
+                if (twin.model.size() > 40) {
+                    array->setArray(array);
+                    array->removeAllObjects();
+                    twin.model.clear();
+                }
+            }
+        }
+}
+
+TEST(NSMutableArray, changesNothingWhenItRaises) {
+    const auto array = NSMutableArray::arrayWithArray(listOf({3, 1, 2}));
+    const auto two = listOf({8, 9});
+    constexpr NSUInteger far = ~NSUInteger{0},
+                         both = NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual;
+    const auto endless = NSIndexSet::indexSetWithIndexesInRange(NSMakeRange(0, NSNotFound));
+    const auto contradicting = [](const id &, const id &) -> NSComparisonResult {
+        throw NSException("Mine", "no");
+    };
+    const std::pair<std::function<void()>, const char *> table[] = {
+        {[&] { array->removeObjectsInRange(NSMakeRange(1, far)); }, NSRangeException},
+        {[&] { array->replaceObjectsInRange(NSMakeRange(4, 0), two); }, NSRangeException},
+        {[&] { array->replaceObjectsInRange(NSMakeRange(0, 1), two, NSMakeRange(1, 2)); }, NSRangeException},
+        {[&] { array->removeObject(number(1), NSMakeRange(2, 2)); }, NSRangeException},
+        {[&] { array->removeObjectsAtIndexes(indexSet(0, 3)); }, NSRangeException},
+        {[&] { array->removeObjectsAtIndexes(endless); }, NSRangeException},
+        {[&] { array->insertObjects(two, indexSet(0, 5)); }, NSRangeException},
+        {[&] { array->insertObjects(two, indexSet(0)); }, NSInvalidArgumentException},
+        {[&] { array->replaceObjectsAtIndexes(indexSet(0, 3), two); }, NSRangeException},
+        {[&] { array->replaceObjectsAtIndexes(nullptr, two); }, NSInvalidArgumentException},
+        {[&] { array->setObject(number(1), 4); }, NSRangeException},
+        {[&] { array->objectsAtIndexes(indexSet(1, 3)); }, NSRangeException},
+        {[&] { array->indexOfObject(nullptr, NSMakeRange(0, 3), 0, byValue); }, NSInvalidArgumentException},
+        {[&] { array->indexOfObject(number(1), NSMakeRange(0, 3), both, byValue); },
+         NSInvalidArgumentException},
+        {[&] { array->sortUsingComparator(contradicting); }, "Mine"},
+        {[&] { array->sortUsingSelector(sel_registerName("compare!:")); }, NSInvalidArgumentException},
+    };
+    for (std::size_t i = 0; i < std::size(table); ++i)
+        EXPECT_EQ(raised(table[i].first), table[i].second) << i;
+    EXPECT_EQ(elements(array), "3 1 2");
+    array->insertObjects(two, indexSet(0, 4)); // the last place there will be
+    EXPECT_EQ(elements(array), "8 3 1 2 9");
+    array->insertObject(make<Incomparable>(), 2);
+    EXPECT_EQ(raised([&] { array->removeObject(number(2)); }), "Mine");
+    EXPECT_EQ(array->count(), 6u);
+}
+
+TEST(NSArray, sortsInEveryWayAndStably) {
+    std::mt19937 random(7);
+    for (const std::size_t size : {0u, 1u, 2u, 3u, 17u, 1000u}) {
+        Objects objects;
+        for (std::size_t i = 0; i < size; ++i)
+            objects.push_back(number(random() % (size / 4 + 1)));
+        const auto array = NSArray::arrayWithObjects(objects);
+        std::stable_sort(objects.begin(), objects.end(), lessByValue);
+        int calls = 0;
+        const NSSortFunction function = [](const id &first, const id &second, void *context) {
+            ++*static_cast<int *>(context);
+            return static_cast<NSInteger>(byValue(first, second)) * 7;
+        };
+        EXPECT_EQ(array->sortedArrayUsingComparator(byValue)->allObjects(), objects);
+        EXPECT_EQ(array->sortedArrayWithOptions(NSSortConcurrent, byValue)->allObjects(), objects);
+        const auto sorted = array->sortedArrayUsingFunction(function, &calls, array->sortedArrayHint());
+        EXPECT_EQ(sorted->allObjects(), objects);
+        calls = 0;
+        EXPECT_EQ(sorted->sortedArrayUsingFunction(function, &calls)->allObjects(), objects);
+        EXPECT_LE(calls, static_cast<int>(size)) << "what is in order is left alone";
+        // A comparison that contradicts itself gives some order of the same elements.
+        auto shuffled = array
+                            ->sortedArrayUsingComparator([&](const id &, const id &) {
+                                return static_cast<NSComparisonResult>(static_cast<int>(random() % 3) - 1);
+                            })
+                            ->allObjects();
+        EXPECT_TRUE(std::is_permutation(shuffled.begin(), shuffled.end(), objects.begin()));
+    }
+    const auto words = NSMutableArray::arrayWithObjects({u"b"_ns, u"a"_ns, u"C"_ns});
+    EXPECT_EQ(elements(words->sortedArrayUsingSelector(sel_registerName("compare:"))), "C a b");
+    words->sortUsingSelector(sel_registerName("caseInsensitiveCompare:"));
+    EXPECT_EQ(elements(words), "a b C");
+}
+
+TEST(NSArray, walksAsAsked) {
+    const auto array = listOf({4, 5, 6, 7});
+    std::vector<NSUInteger> seen;
+    const auto note = [&](const id &object, NSUInteger index, bool &stop) {
+        EXPECT_EQ(valueOf(object), index + 4);
+        seen.push_back(index);
+        stop = seen.size() == 3;
+    };
+    array->enumerateObjectsWithOptions(NSEnumerationConcurrent, note);
+    EXPECT_THAT(seen, ElementsAre(0, 1, 2));
+    seen.clear();
+    array->enumerateObjectsWithOptions(NSEnumerationReverse, note);
+    EXPECT_THAT(seen, ElementsAre(3, 2, 1));
+    seen.clear();
+    array->enumerateObjectsAtIndexes(indexSet(0, 3), NSEnumerationReverse, note);
+    EXPECT_THAT(seen, ElementsAre(3, 0));
+    EXPECT_EQ(valueOf(array->firstObjectCommonWithArray(listOf({9, 6, 5}))), 5u);
+    EXPECT_EQ(array->firstObjectCommonWithArray(nullptr), nullptr);
+    EXPECT_EQ(elements(array->arrayByAddingObjectsFromArray(array)), "4 5 6 7 4 5 6 7");
+
+    const auto inner = NSMutableArray::array();
+    const auto twice = NSArray::arrayWithObjects({inner, inner});
+    twice->makeObjectsPerformSelector(sel_registerName("addObject:"), number(1));
+    EXPECT_EQ(elements(inner), "1 1");
+    twice->makeObjectsPerformSelector(sel_registerName("removeLastObject"));
+    EXPECT_EQ(inner->count(), 0u);
+    EXPECT_EQ(raised([&] { array->makeObjectsPerformSelector(sel_registerName("tick")); }),
+              NSInvalidArgumentException);
+}
+
+TEST(NSArray, rangeForKeepsItsContainerAndWalksNoneAsEmpty) {
+    std::vector<std::uint64_t> seen;
+    for (const id &object : listOf({1, 2, 3})->subarrayWithRange({1, 2}))
+        seen.push_back(valueOf(object));
+    for (const id &object : listOf({4, 5})->objectEnumerator())
+        seen.push_back(valueOf(object));
+    for (const id &object : Ref<NSArray>())
+        seen.push_back(valueOf(object));
+    EXPECT_THAT(seen, ElementsAre(2, 3, 4, 5));
+}
+
+TEST(NSArray, noticesChangesDuringAWalk) {
+    const std::function<void(NSMutableArray &)> changes[] = {
+        [](auto &array) { array.addObject(number(1)); },
+        [](auto &array) { array.insertObject(number(1), 0); },
+        [](auto &array) { array.removeObjectAtIndex(0); },
+        [](auto &array) { array.removeLastObject(); },
+        [](auto &array) { array.replaceObjectAtIndex(0, number(1)); },
+        [](auto &array) { array.removeAllObjects(); },
+        [](auto &array) { array.removeObject(array.firstObject()); },
+        [](auto &array) {
+            array.replaceObjectsInRange({0, 1}, nullptr);
+        },
+        [](auto &array) {
+            array.sortUsingComparator(
+                [](const id &, const id &) { return NSComparisonResult::OrderedDescending; });
+        },
+        [](auto &array) { array.exchangeObjectAtIndex(0, 0); },
+    };
+    // Each calls what it is given for an element, and tells it how to stop if it can.
+    using Visit = std::function<void(bool *stop)>;
+    const auto visiting = [](const Visit &visit) {
+        return [&](const id &, NSUInteger, bool &stop) { return visit(&stop), false; };
+    };
+    const auto walking = [](const auto &elements, const Visit &visit) {
+        for (const id &object : elements)
+            visit(object ? nullptr : nullptr);
+    };
+    const std::function<void(NSArray &, const Visit &)> walks[] = {
+        [&](NSArray &array, const Visit &visit) { walking(array, visit); },
+        [&](NSArray &array, const Visit &visit) {
+            const auto rest = array.objectEnumerator();
+            while (rest->nextObject())
+                visit(nullptr);
+        },
+        [&](NSArray &array, const Visit &visit) { walking(array.reverseObjectEnumerator(), visit); },
+        [&](NSArray &array, const Visit &visit) { array.enumerateObjectsUsingBlock(visiting(visit)); },
+        [&](NSArray &array, const Visit &visit) {
+            array.enumerateObjectsWithOptions(NSEnumerationReverse, visiting(visit));
+        },
+        [&](NSArray &array, const Visit &visit) {
+            array.enumerateObjectsAtIndexes(NSIndexSet::indexSetWithIndexesInRange({0, array.count()}), 0,
+                                            visiting(visit));
+        },
+        [&](NSArray &array, const Visit &visit) { array.indexOfObjectPassingTest(visiting(visit)); },
+        [&](NSArray &array, const Visit &visit) {
+            array.indexesOfObjectsWithOptions(NSEnumerationReverse, visiting(visit));
+        },
+    };
+    for (const std::size_t size : {1u, 5u, 40u})
+        for (std::size_t walk = 0; walk < std::size(walks); ++walk)
+            for (std::size_t change = 0; change < std::size(changes); ++change)
+                for (const bool stops : {false, true}) {
+                    SCOPED_TRACE("walk " + std::to_string(walk) + ", change " + std::to_string(change));
+                    const auto array = NSMutableArray::array();
+                    for (std::size_t i = 0; i < size; ++i)
+                        array->addObject(NSNumber::numberWithUnsignedLongLong(size - i));
+                    std::size_t steps = 0;
+                    bool stopped = false;
+                    const auto outcome = raised([&] {
+                        walks[walk](*array, [&](bool *stop) {
+                            if (++steps == 1)
+                                changes[change](*array);
+                            stopped = stops && stop;
+                            if (stopped)
+                                *stop = true;
+                        });
+                        return 0;
+                    });
+                    EXPECT_EQ(outcome, stopped ? "" : NSGenericException);
+                    EXPECT_EQ(steps, 1u);
+                }
+    const auto array = NSMutableArray::arrayWithArray(listOf({1, 2, 3}));
+    EXPECT_EQ(raised([&] {
+                  for (const id &object : array) {
+                      array->removeObjectIdenticalTo(number(valueOf(object)));
+                      array->removeObjectsInRange({0, 0});
+                  }
+              }),
+              "")
+        << "nothing was changed";
+    NSFastEnumerationState state;
+    id batch[2];
+    EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 2u);
+    EXPECT_EQ(valueOf(batch[1]), 2u);
+    EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 1u);
+    EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 0u);
+    array->addObject(number(4));
+    EXPECT_EQ(raised([&] { array->countByEnumeratingWithState(state, batch, 2); }), NSGenericException);
+}
+
+TEST(NSArray, comesFromFilesOfArraysOnly) {
+    const TemporaryFolder folder;
+    folder.put("table", "<plist><dict/></plist>");
+    EXPECT_EQ(NSArray::arrayWithContentsOfFile(string(folder.file("table").string())), nullptr);
+    const std::string elsewhere = "http://localhost" ZK_RESOURCES "/models.plist";
+    EXPECT_EQ(NSMutableArray::arrayWithContentsOfURL(NSURL::URLWithString(string(elsewhere))), nullptr);
+    EXPECT_EQ(NSMutableArray::arrayWithContentsOfFile(nullptr), nullptr);
+}

@@ -1,0 +1,318 @@
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSIndexSet.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Data/NSData.h"
+#include "Platform/Foundation/System/NSThread.h"
+#include "Platform/Runtime/Object/Class.h"
+#include "Tests/Support/Shorthand.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+
+using testing::ElementsAre;
+
+namespace {
+
+using Pairs = std::vector<std::pair<id, id>>;
+
+class Silent : public NSObject {
+public:
+    Ref<NSString> description() const override { return nullptr; }
+};
+
+/// The primitives alone.
+class PrimitiveDictionary final : public NSMutableDictionary {
+public:
+    NSUInteger count() const override { return entries_->count(); }
+    id objectForKey(const id &key) const override { return entries_->objectForKey(key); }
+    Ref<NSEnumerator> keyEnumerator() const override { return entries_->keyEnumerator(); }
+    void setObject(const id &object, const id &key) override { entries_->setObject(object, key); }
+    void removeObjectForKey(const id &key) override { entries_->removeObjectForKey(key); }
+
+private:
+    const Ref<NSMutableDictionary> entries_ = NSMutableDictionary::dictionary();
+};
+
+/// A key that equals others of its number and shares its hash with all of them.
+class CollidingKey : public NSObject {
+    NS_CLASS(CollidingKey, NSObject)
+public:
+    explicit CollidingKey(std::size_t keyNumber) : number(keyNumber) {}
+    bool isEqual(const id &other) const override {
+        const auto key = as<CollidingKey>(other);
+        return key && key->number == number;
+    }
+    NSUInteger hash() const override { return 3; }
+    id copy() const override { return self(); }
+
+    const std::size_t number;
+};
+NS_IMPLEMENTATION(CollidingKey) {}
+
+/// Looks around while it is being destroyed.
+class LastWords : public NSObject {
+public:
+    explicit LastWords(std::function<void()> speak) : speak_(std::move(speak)) {}
+    ~LastWords() override { speak_(); }
+
+private:
+    const std::function<void()> speak_;
+};
+
+id someKey(std::size_t value) {
+    return value % 3 == 0   ? id(NSString::stringWithFormat("key %lu", value))
+           : value % 3 == 1 ? id(number(value))
+                            : id(make<CollidingKey>(value));
+}
+
+void expectHolds(const NSMutableDictionary &dictionary, const Pairs &expected) {
+    ASSERT_EQ(dictionary.count(), expected.size());
+    Pairs walked, visited;
+    const auto keys = dictionary.allKeys(), values = dictionary.allValues();
+    for (NSUInteger i = 0; i < keys->count(); ++i)
+        walked.emplace_back(keys->objectAtIndex(i), values->objectAtIndex(i));
+    dictionary.enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
+        visited.emplace_back(key, value);
+        stop = visited.size() == 3;
+    });
+    EXPECT_EQ(walked, expected) << "in the order of insertion";
+    EXPECT_EQ(dictionary.keyEnumerator()->allObjects()->allObjects(), keys->allObjects());
+    EXPECT_EQ(dictionary.objectEnumerator()->allObjects()->allObjects(), values->allObjects());
+    const std::size_t most = std::min<std::size_t>(expected.size(), 3);
+    EXPECT_EQ(visited, Pairs(expected.begin(), expected.begin() + static_cast<std::ptrdiff_t>(most)));
+    EXPECT_TRUE(dictionary.copy()->isEqual(dictionary.self()) &&
+                dictionary.isEqual(dictionary.mutableCopy()));
+}
+
+void tryRandomOperations(const Ref<NSMutableDictionary> &dictionary, unsigned seed, std::size_t keys) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    Pairs model;
+    for (int step = 0; step < 1200 && !testing::Test::HasFailure(); ++step) {
+        const bool shrinking = step / 200 % 2;
+        const id key = someKey(random() % keys), value = NSNumber::numberWithInt(step);
+        const auto isSought = [&](const auto &entry) { return entry.first->isEqual(key); };
+        const auto found = std::find_if(model.begin(), model.end(), isSought);
+        const auto operation = random() % 100;
+        EXPECT_EQ(dictionary->objectForKey(key), found == model.end() ? nullptr : found->second);
+        if (operation < 2) {
+            dictionary->removeAllObjects();
+            model.clear();
+        } else if (operation < 4) {
+            dictionary->setDictionary(as<NSDictionary>(dictionary->copy()));
+        } else if (operation < (shrinking ? 75 : 35)) {
+            dictionary->removeObjectForKey(key);
+            std::erase_if(model, isSought);
+        } else {
+            dictionary->setObject(value, key);
+            found != model.end() ? void(found->second = value) : void(model.emplace_back(key, value));
+        }
+        expectHolds(*dictionary, model);
+    }
+}
+
+} // namespace
+
+TEST(NSMutableDictionary, followsAPlainListThroughRandomOperations) {
+    for (const unsigned seed : {1u, 2u}) {
+        for (const std::size_t keys : {6u, 12u, 90u}) {
+            tryRandomOperations(NSMutableDictionary::dictionary(), seed, keys);
+            tryRandomOperations(make<PrimitiveDictionary>(), seed, keys);
+        }
+    }
+}
+
+TEST(Collections, raiseOnWhatTheyCannotHoldOrHaveNot) {
+    const auto array = NSMutableArray::arrayWithObjects({number(1)});
+    const auto dictionary = NSMutableDictionary::dictionary();
+    constexpr NSUInteger far = ~NSUInteger{0};
+    const std::pair<std::string, const char *> table[] = {
+        {raised([&] { array->objectAtIndex(far); }), NSRangeException},
+        {raised([&] { array->insertObject(number(2), 2); }), NSRangeException},
+        {raised([&] { array->replaceObjectAtIndex(1, number(2)); }), NSRangeException},
+        {raised([&] { array->getObjects(NSMakeRange(1, far)); }), NSRangeException},
+        {raised([&] { array->addObject(nullptr); }), NSInvalidArgumentException},
+        {raised([&] { array->insertObject(nullptr, 0); }), NSInvalidArgumentException},
+        {raised([&] { array->replaceObjectAtIndex(0, nullptr); }), NSInvalidArgumentException},
+        {raised([&] { NSArray::arrayWithObjects(std::vector<id>(1)); }), NSInvalidArgumentException},
+        {raised([&] { dictionary->setObject(nullptr, u"k"_ns); }), NSInvalidArgumentException},
+        {raised([&] { dictionary->setObject(u"v"_ns, nullptr); }), NSInvalidArgumentException},
+        {raised([&] { dictionary->setObject(u"v"_ns, make<NSObject>()); }), NSInvalidArgumentException},
+        {raised([] {
+             NSDictionary::dictionaryWithEntries({{u"k"_ns, {}}});
+         }),
+         NSInvalidArgumentException},
+        // Reading, removing and taking over "none" does nothing.
+        {raised([&] { array->removeObject(nullptr), array->addObjectsFromArray(nullptr); }), ""},
+        {raised([&] { dictionary->removeObjectForKey(nullptr), dictionary->addEntriesFromDictionary({}); }),
+         ""},
+    };
+    for (const auto &[actual, expected] : table)
+        EXPECT_EQ(actual, expected);
+    EXPECT_EQ(array->count(), 1u) << "a refused change changes nothing";
+    EXPECT_EQ(dictionary->count(), 0u);
+    EXPECT_EQ(array->indexOfObject(nullptr), NSNotFound);
+    EXPECT_EQ(dictionary->objectForKey(nullptr), nullptr);
+}
+
+TEST(Collections, takeCapacitiesAsHints) {
+    for (const NSUInteger capacity : {NSUInteger{0}, NSUInteger{5}, NSUInteger{1} << 62, ~NSUInteger{0}}) {
+        const auto array = NSMutableArray::arrayWithCapacity(capacity);
+        const auto dictionary = NSMutableDictionary::dictionaryWithCapacity(capacity);
+        array->addObject(u"a"_ns);
+        dictionary->setObject(u"a"_ns, u"b"_ns);
+        EXPECT_EQ(array->count() + dictionary->count(), 2u);
+        EXPECT_LT(text(array->descriptionWithLocale(nullptr, capacity)).size(), 8u << 10)
+            << "and indentations";
+        EXPECT_LT(text(dictionary->descriptionWithLocale(nullptr, capacity)).size(), 8u << 10);
+    }
+}
+
+TEST(Collections, raiseForBlocksOfNone) {
+    const auto full = NSMutableArray::arrayWithObjects({u"b"_ns, u"a"_ns});
+    const auto entries = NSMutableDictionary::dictionaryWithObjects(full, full);
+    const auto everything = NSIndexSet::indexSetWithIndexesInRange({0, 2});
+    for (const auto &array : {full, NSMutableArray::array()})
+        for (const auto &dictionary : {entries, NSMutableDictionary::dictionary()}) {
+            const auto set = NSMutableSet::setWithArray(array);
+            const std::function<void()> operations[] = {
+                [&] { array->enumerateObjectsUsingBlock(nullptr); },
+                [&] { array->enumerateObjectsWithOptions(NSEnumerationReverse, nullptr); },
+                [&] { array->enumerateObjectsAtIndexes(everything, 0, nullptr); },
+                [&] { array->indexOfObjectPassingTest(nullptr); },
+                [&] { array->indexesOfObjectsPassingTest(nullptr); },
+                [&] { array->indexOfObjectAtIndexes(everything, 0, nullptr); },
+                [&] { array->indexesOfObjectsAtIndexes(everything, 0, nullptr); },
+                [&] { array->sortUsingComparator(nullptr); },
+                [&] { array->sortUsingFunction(nullptr, nullptr); },
+                [&] { array->sortedArrayWithOptions(NSSortStable, nullptr); },
+                [&] {
+                    array->indexOfObject(u"a"_ns, {0, array->count()}, 0, nullptr);
+                },
+                [&] { dictionary->enumerateKeysAndObjectsUsingBlock(nullptr); },
+                [&] { dictionary->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, nullptr); },
+                [&] { dictionary->keysOfEntriesPassingTest(nullptr); },
+                [&] { dictionary->keysSortedByValueUsingComparator(nullptr); },
+                [&] { set->enumerateObjectsUsingBlock(nullptr); },
+                [&] { set->objectsPassingTest(nullptr); },
+                [&] { everything->enumerateIndexesUsingBlock(nullptr); },
+                [&] { everything->enumerateRangesUsingBlock(nullptr); },
+                [] { NSThreadDetachNewThread(nullptr); },
+            };
+            for (std::size_t i = 0; i < std::size(operations); ++i)
+                EXPECT_EQ(raised([&] { return operations[i](), 0; }), NSInvalidArgumentException) << i;
+        }
+}
+
+TEST(Collections, copiesAndEquality) {
+    const auto changing = NSMutableArray::arrayWithObjects({number(1), u"a"_ns});
+    const id frozen = changing->copy();
+    const auto fixed =
+        NSArray::arrayWithObjects({NSNumber::numberWithDouble(1), make<NSMutableString>(u"a")});
+    EXPECT_TRUE(changing->isEqual(fixed) && fixed->isEqual(changing));
+    EXPECT_TRUE(!as<NSMutableArray>(frozen) && frozen->copy() == frozen);
+    changing->addObject(NSNull::null());
+    EXPECT_TRUE(frozen->isEqual(fixed));
+    EXPECT_FALSE(changing->isEqual(fixed) || fixed->isEqual(nullptr) || fixed->isEqual(NSData::data()));
+    EXPECT_EQ(text(changing->componentsJoinedByString(u", "_ns)), "1, a, <null>");
+
+    const auto key = make<NSMutableString>(u"name");
+    const auto dictionary = NSMutableDictionary::dictionary();
+    dictionary->setObject(u"one"_ns, key);
+    key->appendString(u"!"_ns);
+    EXPECT_EQ(text(dictionary->objectForKey(u"name"_ns)), "one") << "the key was copied";
+    EXPECT_EQ(dictionary->objectForKey(key), nullptr);
+    dictionary->setObject(u"two"_ns, u"name"_ns);
+    const auto entries =
+        NSDictionary::dictionaryWithEntries({{u"name"_ns, u"one"_ns}, {u"name"_ns, u"two"_ns}});
+    EXPECT_TRUE(dictionary->isEqual(entries) && dictionary->hash() == entries->hash())
+        << "the last one counts";
+    EXPECT_TRUE(!as<NSMutableDictionary>(dictionary->copy()) && entries->copy() == entries);
+    dictionary->setObject(number(1), NSNumber::numberWithDouble(1));
+    EXPECT_EQ(text(dictionary->objectForKey(NSNumber::numberWithBool(true))), "1");
+    EXPECT_FALSE(dictionary->isEqual(entries) || entries->isEqual(fixed) || entries->isEqual(nullptr));
+}
+
+TEST(Collections, areWholeWhileTheirElementsGo) {
+    const auto array = NSMutableArray::arrayWithObjects({u"a"_ns});
+    const auto dictionary = NSMutableDictionary::dictionary();
+    std::vector<std::string> seen;
+    const auto watching = [&] {
+        return make<LastWords>([&] {
+            seen.push_back(elements(array));
+            array->addObject(number(seen.size()));
+        });
+    };
+    array->addObject(watching());
+    array->removeObjectAtIndex(1);
+    array->addObject(watching());
+    array->replaceObjectAtIndex(2, u"b"_ns);
+    array->addObject(watching());
+    array->insertObject(watching(), 0);
+    array->removeAllObjects();
+    EXPECT_THAT(seen, ElementsAre("a", "a 1 b", "", "3"));
+    EXPECT_EQ(text(array->lastObject()), "4");
+
+    seen.clear();
+    const auto growing = [&] {
+        return make<LastWords>([&] {
+            seen.push_back(elements(dictionary->allKeys()));
+            for (std::size_t i = 0; i < 20; ++i) // makes the table grow meanwhile
+                dictionary->setObject(number(i), number(i));
+        });
+    };
+    dictionary->setObject(growing(), u"a"_ns);
+    dictionary->setObject(u"b"_ns, u"a"_ns);
+    dictionary->removeAllObjects();
+    dictionary->setObject(growing(), u"c"_ns);
+    dictionary->removeObjectForKey(u"c"_ns);
+    EXPECT_EQ(dictionary->count(), 20u);
+    dictionary->setObject(growing(), u"d"_ns);
+    dictionary->removeAllObjects();
+    EXPECT_EQ(dictionary->count(), 20u);
+    EXPECT_THAT(seen, ElementsAre("a", "", ""));
+
+    const auto element = make<NSObject>();
+    array->addObject(element);
+    const auto walk = array->objectEnumerator();
+    EXPECT_EQ(array.use_count(), 2) << "an enumerator keeps its array";
+    EXPECT_EQ(element.use_count(), 2);
+    array->removeObject(element);
+    EXPECT_EQ(element.use_count(), 1);
+}
+
+TEST(Collections, describeThemselves) {
+    const auto inner = NSDictionary::dictionaryWithEntries({{u"zebra"_ns, NSNumber::numberWithDouble(0.5)},
+                                                            {u"b b"_ns, NSArray::array()},
+                                                            {u"B"_ns, number(1)}});
+    const auto array = NSArray::arrayWithObjects(
+        {u"plain_1"_ns, u""_ns, u"two words"_ns, u"\"\\\n\t\r\x7Fü"_ns, NSNull::null(),
+         NSNumber::numberWithBool(true), NSNumber::numberWithInt(-5), inner});
+    EXPECT_EQ(text(array), R"((
+    plain_1,
+    "",
+    "two words",
+    "\"\\\n\t\r\U007f\U00fc",
+    "<null>",
+    1,
+    "-5",
+    {
+        B = 1;
+        "b b" = (
+        );
+        zebra = "0.5";
+    }
+))");
+    EXPECT_EQ(text(NSArray::array()) + text(NSDictionary::dictionary()), "(\n){\n}");
+    EXPECT_EQ(text(NSDictionary::dictionaryWithEntries({{u"b"_ns, number(1)}, {number(2), number(3)}})),
+              "{\n    b = 1;\n    2 = 3;\n}")
+        << "in the order of insertion";
+    const auto silent = NSArray::arrayWithObjects({make<Silent>()});
+    EXPECT_EQ(text(silent), "(\n    \"(null)\"\n)");
+    EXPECT_EQ(text(silent->componentsJoinedByString(u""_ns)), "(null)");
+    EXPECT_EQ(text(NSString::stringWithFormat("%@", make<Silent>())), "(null)");
+}

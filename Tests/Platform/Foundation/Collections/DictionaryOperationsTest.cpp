@@ -1,0 +1,219 @@
+// Dictionaries beyond their primitives, and sets.
+#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Runtime/Object/Class.h"
+#include "Tests/Support/Shorthand.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <set>
+
+namespace {
+
+/// The primitives alone.
+class PrimitiveSet final : public NSMutableSet {
+public:
+    NSUInteger count() const override { return objects_->count(); }
+    id member(const id &object) const override {
+        const NSUInteger index = objects_->indexOfObject(object);
+        return index == NSNotFound ? nullptr : objects_->objectAtIndex(index);
+    }
+    Ref<NSEnumerator> objectEnumerator() const override { return objects_->objectEnumerator(); }
+    void addObject(const id &object) override {
+        if (!member(object))
+            objects_->addObject(object);
+    }
+    void removeObject(const id &object) override { objects_->removeObject(object); }
+
+private:
+    const Ref<NSMutableArray> objects_ = NSMutableArray::array();
+};
+
+class DictionaryOperations : public testing::Test {
+protected:
+    const Ref<NSMutableDictionary> dictionary = NSMutableDictionary::dictionaryWithObjects(
+        NSArray::arrayWithObjects({u"z"_ns, u"a"_ns, u"m"_ns, u"a"_ns}),
+        NSArray::arrayWithObjects({u"one"_ns, u"two"_ns, u"three"_ns, u"four"_ns}));
+};
+
+} // namespace
+
+TEST_F(DictionaryOperations, findsAndOrdersKeysByTheirValues) {
+    EXPECT_EQ(elements(dictionary->allKeysForObject(u"a"_ns)), "two four");
+    EXPECT_EQ(dictionary->allKeysForObject(nullptr)->count(), 0u);
+    EXPECT_EQ(elements(dictionary->keysSortedByValueUsingSelector(sel_registerName("compare:"))),
+              "two four three one");
+    const auto backwards = [](const id &first, const id &second) {
+        return as<NSString>(second)->compare(as<NSString>(first));
+    };
+    EXPECT_EQ(elements(dictionary->keysSortedByValueWithOptions(NSSortStable, backwards)),
+              "one three two four");
+    const auto wanted = NSArray::arrayWithObjects({u"four"_ns, u"five"_ns});
+    EXPECT_EQ(elements(dictionary->objectsForKeys(wanted, NSNull::null())), "a <null>");
+    EXPECT_EQ(raised([&] { dictionary->objectsForKeys(wanted, nullptr); }), NSInvalidArgumentException);
+    const auto isA = [](const id &, const id &value, bool &stop) {
+        stop = value->isEqual(u"m"_ns);
+        return value->isEqual(u"a"_ns);
+    };
+    EXPECT_TRUE(dictionary->keysOfEntriesPassingTest(isA)->isEqual(NSSet::setWithObjects({u"two"_ns})));
+    EXPECT_TRUE(dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, isA)
+                    ->isEqual(NSSet::setWithObjects({u"four"_ns})));
+    id objects[3], keys[3];
+    dictionary->getObjects(objects, keys, 3);
+    EXPECT_EQ(text(objects[2]) + text(keys[0]), "mone");
+    dictionary->getObjects(nullptr, keys, 1);
+    dictionary->getObjects(objects, nullptr, 0);
+}
+
+TEST_F(DictionaryOperations, changesByListAndBySubscript) {
+    dictionary->removeObjectsForKeys(NSArray::arrayWithObjects({u"one"_ns, u"nine"_ns, u"two"_ns}));
+    dictionary->setObjectForKeyedSubscript(nullptr, u"three"_ns);
+    dictionary->setObjectForKeyedSubscript(u"q\"ü"_ns, u"a b"_ns);
+    EXPECT_EQ(text(dictionary->objectForKeyedSubscript(u"four"_ns)), "a");
+    EXPECT_EQ(text(dictionary->descriptionInStringsFileFormat()),
+              "\"a b\" = \"q\\\"\\U00fc\";\n\"four\" = \"a\";\n");
+    EXPECT_EQ(raised([&] { NSDictionary::dictionaryWithObjects(dictionary->allKeys(), nullptr); }),
+              NSInvalidArgumentException);
+    const auto word = make<NSMutableString>(u"x");
+    const auto shared =
+        NSMutableDictionary::dictionaryWithDictionary(NSDictionary::dictionaryWithEntries({{u"k"_ns, word}}));
+    const auto copied = NSMutableDictionary::dictionaryWithDictionary(shared, true);
+    word->appendString(u"y"_ns);
+    EXPECT_EQ(text(shared->objectForKey(u"k"_ns)) + text(copied->objectForKey(u"k"_ns)), "xyx");
+}
+
+TEST_F(DictionaryOperations, walksNoticeNewAndLostKeysButTakeNewValues) {
+    for (const id &key : dictionary)
+        dictionary->setObject(key, key);
+    EXPECT_EQ(text(dictionary->objectForKey(u"two"_ns)), "two");
+    const auto set = NSMutableSet::setWithArray(dictionary->allKeys());
+    const auto walking = [&](auto change, bool stops = false) {
+        const auto visit = [&](const id &key, const id &, bool &stop) {
+            change(key);
+            stop = stops;
+            return false;
+        };
+        const auto visitObject = [&](const id &object, bool &stop) { return visit(object, nullptr, stop); };
+        const auto walkingAll = [&](const auto &elements) {
+            for (const id &element : elements)
+                change(element);
+        };
+        const std::function<void()> stoppable[] = {
+            [&] { dictionary->enumerateKeysAndObjectsUsingBlock(visit); },
+            [&] { dictionary->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, visit); },
+            [&] { dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, visit); },
+            [&] { set->enumerateObjectsUsingBlock(visitObject); },
+            [&] { set->objectsPassingTest(visitObject); },
+        };
+        const std::function<void()> others[] = {
+            [&] { walkingAll(dictionary); }, [&] { walkingAll(dictionary->keyEnumerator()); },
+            [&] { walkingAll(dictionary->objectEnumerator()); }, [&] { walkingAll(set); },
+            [&] { walkingAll(set->objectEnumerator()); }};
+        std::set<std::string> outcomes;
+        for (const auto &walk : stoppable)
+            outcomes.insert(raised([&] { return walk(), 0; }));
+        for (const auto &walk : others)
+            if (!stops)
+                outcomes.insert(raised([&] { return walk(), 0; }));
+        return outcomes;
+    };
+    const std::set<std::string> noticed{NSGenericException}, nothing{""};
+    const auto grow = [&](const id &) {
+        dictionary->setObject(number(1), number(dictionary->count()));
+        set->addObject(number(set->count()));
+    };
+    EXPECT_EQ(walking(grow), noticed);
+    EXPECT_EQ(walking(grow, true), nothing);
+    EXPECT_EQ(walking([&](const id &) {
+                  dictionary->removeObjectForKey(dictionary->allKeys()->lastObject());
+                  set->removeObject(set->anyObject());
+              }),
+              noticed);
+    EXPECT_EQ(walking([&](const id &) {
+                  dictionary->removeAllObjects();
+                  set->removeAllObjects();
+                  grow(nullptr);
+              }),
+              noticed);
+}
+
+TEST(NSSet, followsAStandardSetThroughRandomChanges) {
+    for (const auto &set : {NSMutableSet::set(), Ref<NSMutableSet>(make<PrimitiveSet>())}) {
+        std::mt19937 random(5);
+        std::set<std::size_t> model;
+        for (int step = 0; step < 2000 && !HasFatalFailure(); ++step) {
+            std::set<std::size_t> others;
+            const auto list = NSMutableArray::array();
+            for (std::size_t i = random() % 12; i > 0; --i) {
+                const std::size_t member = random() % 30;
+                others.insert(member);
+                list->addObject(number(member));
+            }
+            const auto other = NSSet::setWithArray(list);
+            const std::size_t value = random() % 30;
+            const auto isOther = [&](std::size_t member) { return others.contains(member); };
+            EXPECT_EQ(set->isSubsetOfSet(other), std::all_of(model.begin(), model.end(), isOther));
+            EXPECT_EQ(set->intersectsSet(other), std::any_of(model.begin(), model.end(), isOther));
+            switch (random() % 8) {
+            case 0:
+                set->unionSet(other);
+                model.insert(others.begin(), others.end());
+                break;
+            case 1:
+                set->minusSet(other);
+                std::erase_if(model, isOther);
+                break;
+            case 2:
+                set->intersectSet(other);
+                std::erase_if(model, std::not_fn(isOther));
+                break;
+            case 3: {
+                const bool itself = random() % 2;
+                set->setSet(itself ? set : other);
+                model = itself ? model : others;
+                break;
+            }
+            case 4:
+                set->removeObject(number(value));
+                model.erase(value);
+                break;
+            default:
+                set->addObject(number(value));
+                model.insert(value);
+            }
+            std::set<std::size_t> walked;
+            for (const id &object : set)
+                walked.insert(as<NSNumber>(object)->unsignedLongLongValue());
+            ASSERT_EQ(walked, model);
+            ASSERT_EQ(set->count(), model.size());
+            ASSERT_EQ(set->containsObject(number(value)), model.contains(value));
+            const id copy = set->copy();
+            ASSERT_TRUE(copy->isEqual(set) && set->isEqual(copy) && copy->hash() == set->hash());
+        }
+    }
+}
+
+TEST(NSSet, keepsTheFirstOfEqualsAndDescribesItself) {
+    const auto first = number(1);
+    const auto set = NSMutableSet::setWithArray(NSArray::arrayWithObjects({first, number(1), u"a b"_ns}));
+    EXPECT_EQ(set->member(NSNumber::numberWithDouble(1)), first);
+    EXPECT_EQ(set->anyObject(), first);
+    EXPECT_EQ(text(set), "{(\n    1,\n    \"a b\"\n)}");
+    EXPECT_EQ(text(NSArray::arrayWithObjects({set->setByAddingObject(NSSet::set())})),
+              "(\n    {(\n        1,\n        \"a b\",\n        {(\n        )}\n    )}\n)");
+    EXPECT_EQ(raised([&] { set->addObject(nullptr); }), NSInvalidArgumentException);
+    EXPECT_EQ(set->objectsPassingTest([&](const id &object, bool &) { return object == first; })->count(),
+              1u);
+    EXPECT_EQ(raised([&] {
+                  for (const id &object : set)
+                      set->removeObject(object);
+              }),
+              NSGenericException);
+    EXPECT_EQ(set->anyObject()->isEqual(u"a b"_ns), true);
+    set->removeAllObjects();
+    EXPECT_EQ(set->anyObject(), nullptr);
+}

@@ -1,0 +1,374 @@
+// Keyed archives: every kind of object there and back, shared and cyclic ones, hostile bytes.
+#include "Platform/Foundation/Collections/NSAttributedString.h"
+#include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Numbers/NSDecimalNumber.h"
+#include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
+#include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
+#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Platform/Foundation/Serialization/PropertyList/PropertyListUID.h"
+#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Runtime/Object/Message.h"
+#include "Tests/Support/RandomObjects.h"
+#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Text.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace std::string_literals;
+
+/// A class of a program's own with every kind of value.
+class ArchiveNode : public NSObject {
+    NS_CLASS(ArchiveNode, NSObject)
+public:
+    enum Conduct : std::int32_t { Plain, RefusesToBeRead, Raises, GivesAnother };
+
+    void encodeWithCoder(const Ref<NSCoder> &coder) {
+        coder->encodeObject(name, u"$name"_ns);
+        coder->encodeObject(next, u"next"_ns);
+        coder->encodeObject(owner.lock(), u"owner"_ns);
+        coder->encodeInt(conduct, u"conduct"_ns);
+        coder->encodeInt64(INT64_MIN, u"wide"_ns);
+        coder->encodeBool(true, u"flag"_ns);
+        coder->encodeFloat(0.5f, u"narrow"_ns);
+        coder->encodeDouble(0.1, u"floating"_ns);
+        coder->encodeBytes("\0\1", 2, u"bytes"_ns);
+    }
+
+    id initWithCoder(const Ref<NSCoder> &coder) {
+        name = as<NSString>(coder->decodeObjectForKey(u"$name"_ns));
+        next = coder->decodeObjectForKey(u"next"_ns);
+        owner = coder->decodeObjectForKey(u"owner"_ns);
+        conduct = coder->decodeIntForKey(u"conduct"_ns);
+        const auto bytes = coder->decodeBytesForKey(u"bytes"_ns);
+        readAll = coder->decodeInt64ForKey(u"wide"_ns) == INT64_MIN && coder->decodeBoolForKey(u"flag"_ns) &&
+                  coder->decodeFloatForKey(u"narrow"_ns) == 0.5f &&
+                  coder->decodeDoubleForKey(u"floating"_ns) == 0.1 && text(bytes) == "<0001>" &&
+                  coder->containsValueForKey(u"next"_ns) && !coder->containsValueForKey(u"missing"_ns) &&
+                  !coder->decodeObjectForKey(u"missing"_ns) && coder->decodeInt32ForKey(u"missing"_ns) == 0;
+        if (conduct == Raises)
+            throw NSException(NSGenericException, "no such node");
+        return conduct == RefusesToBeRead ? nullptr
+               : conduct == GivesAnother  ? id(make<ArchiveNode>())
+                                          : self();
+    }
+
+    Ref<NSString> name;
+    id next;
+    Weak<NSObject> owner;
+    std::int32_t conduct = Plain;
+    bool readAll = false;
+};
+
+NS_IMPLEMENTATION(ArchiveNode) {
+    cls.method<&ArchiveNode::encodeWithCoder>("encodeWithCoder:")
+        .method<&ArchiveNode::initWithCoder>("initWithCoder:");
+}
+
+namespace {
+
+const std::vector<Class> anything = {NSObject::class_()};
+
+Ref<NSData> archived(const id &object) {
+    return NSKeyedArchiver::archivedDataWithRootObject(object);
+}
+
+/// The object, or the reason why there is none.
+std::string read(const Ref<NSData> &archive, const std::vector<Class> &classes = anything) {
+    Ref<NSError> error;
+    const id object = NSKeyedUnarchiver::unarchivedObjectOfClasses(classes, archive, &error);
+    return error ? text(error->userInfo()->objectForKey(NSDebugDescriptionErrorKey())) : text(object);
+}
+
+id readBack(const id &object) {
+    return NSKeyedUnarchiver::unarchivedObjectOfClasses(anything, archived(object));
+}
+
+Ref<ArchiveNode> node(const id &next = nullptr, std::int32_t conduct = ArchiveNode::Plain) {
+    const auto made = make<ArchiveNode>();
+    made->name = u"node"_ns;
+    made->next = next;
+    made->conduct = conduct;
+    return made;
+}
+
+// Archives made by hand.
+
+id uid(std::uint64_t index) {
+    return make<PropertyListUID>(index);
+}
+
+id uids(const std::vector<std::uint64_t> &indexes) {
+    const auto list = NSMutableArray::array();
+    for (const std::uint64_t index : indexes)
+        list->addObject(uid(index));
+    return list;
+}
+
+/// `objects` stand behind "$null" and the classes: 1 NSArray, 2 NSSet, 3 ArchiveNode. The first is 4, the
+/// root.
+Ref<NSData> archive(const std::vector<id> &objects) {
+    const auto all = NSMutableArray::arrayWithObjects({u"$null"_ns});
+    for (const char *name : {"NSArray", "NSSet", "ArchiveNode"})
+        all->addObject(NSDictionary::dictionaryWithEntries({{string("$classname"), string(name)}}));
+    for (const id &object : objects)
+        all->addObject(object);
+    return NSPropertyListSerialization::dataWithPropertyList(
+        NSDictionary::dictionaryWithEntries(
+            {{string("$version"), NSNumber::numberWithInt(100000)},
+             {string("$archiver"), u"NSKeyedArchiver"_ns},
+             {string("$top"), NSDictionary::dictionaryWithEntries({{string("root"), uid(4)}})},
+             {string("$objects"), all}}),
+        NSPropertyListFormat::BinaryFormat_v1_0);
+}
+
+id instance(std::uint64_t cls, const char *name, const id &value) {
+    return NSDictionary::dictionaryWithEntries({{string("$class"), uid(cls)}, {string(name), value}});
+}
+
+id collection(std::uint64_t cls, const std::vector<std::uint64_t> &elements) {
+    return instance(cls, "NS.objects", uids(elements));
+}
+
+/// A chain of `count` arrays, each in the next; read inside out when `inTurn`, so that reading nests little.
+Ref<NSData> chain(std::uint64_t count, bool inTurn) {
+    std::vector<id> objects;
+    std::vector<std::uint64_t> all;
+    for (std::uint64_t i = 1; i < count; ++i) {
+        all.push_back(4 + count - i);
+        objects.push_back(
+            collection(1, i + 1 == count ? std::vector<std::uint64_t>() : std::vector{4 + i + 1}));
+    }
+    objects.insert(objects.begin(), collection(1, inTurn ? all : std::vector<std::uint64_t>{5}));
+    return archive(objects);
+}
+
+} // namespace
+
+TEST(KeyedArchive, bringsEveryKindBack) {
+    const auto attributed =
+        NSMutableAttributedString::attributedStringWithString(string(std::string(300, 'a')));
+    attributed->addAttribute(u"k"_ns, u"1"_ns, {2, 200});
+    const auto decimal = [](const std::string &digits) {
+        return NSDecimalNumber::decimalNumberWithString(string(digits));
+    };
+    const id list = NSArray::arrayWithObjects({u"a"_ns, NSArray::array(), NSNull::null()});
+    const id table = NSDictionary::dictionaryWithEntries({{u"k"_ns, list}, {list, u"v"_ns}});
+    const id data = NSData::dataWithBytes("\0\1", 2);
+    const id set = NSSet::setWithObjects({u"a"_ns, NSNumber::numberWithInt(1)});
+    const id one = NSAttributedString::attributedStringWithString(u"one"_ns, as<NSDictionary>(table));
+    const id objects[] = {u"激光"_ns,
+                          NSNumber::numberWithDouble(-INFINITY),
+                          decimal("-12.50"),
+                          decimal("0"),
+                          decimal("x"),
+                          decimal(std::string(38, '9')),
+                          decimal("-1e164"),
+                          decimal("1e-128"),
+                          data,
+                          NSDate::dateWithTimeIntervalSinceReferenceDate(-0.25),
+                          NSNull::null(),
+                          list,
+                          table,
+                          NSURL::URLWithString(u"usb://Zelkor/L200?serial=1"_ns),
+                          set,
+                          NSAttributedString::attributedStringWithString(u""_ns),
+                          one,
+                          attributed->copy()};
+    for (const id &object : objects) {
+        const id again = readBack(object);
+        ASSERT_TRUE(again && again->isEqual(object)) << text(object) << " is " << text(again);
+        EXPECT_EQ(again->isa(),
+                  object->isa()->isSubclassOf(NSNumber::class_()) ? again->isa() : object->isa());
+        EXPECT_EQ(again->isKindOfClass(NSDecimalNumber::class_()), as<NSDecimalNumber>(object) != nullptr);
+    }
+    for (const id &object : {id(u"a"_ns), data, list, table, set, one}) {
+        const id changeable = object->mutableCopy(), again = readBack(changeable);
+        ASSERT_TRUE(again && again->isEqual(object));
+        EXPECT_EQ(again->isa(), changeable->isa());
+    }
+    EXPECT_EQ(text(readBack(attributed)), text(attributed));
+    constexpr unsigned seed = 41;
+    RandomObjects random(seed, RandomObjects::Kind::PropertyList);
+    for (int round = 0; round < 300; ++round) {
+        const id object = random.container(), again = readBack(object);
+        ASSERT_TRUE(again && again->isEqual(object)) << seed << text(object);
+    }
+}
+
+TEST(KeyedArchive, isReadByOthers) {
+    const auto one = NSMutableString::string();
+    one->setString(u"one"_ns);
+    const TemporaryFolder folder;
+    const auto bytes = archived(NSArray::arrayWithObjects({one, u"two"_ns, one}));
+    folder.put("ours", {reinterpret_cast<const char *>(bytes->bytes()), bytes->length()});
+    const std::string command =
+        "python3 -c 'import plistlib, sys; print(plistlib.load(sys.stdin.buffer))' <'" +
+        folder.file("ours").string() + "' >'" + folder.file("theirs").string() + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    EXPECT_EQ(folder.get("theirs"),
+              "{'$version': 100000, '$archiver': 'NSKeyedArchiver', '$top': {'root': UID(1)}, '$objects': ["
+              "'$null', {'NS.objects': [UID(2), UID(4), UID(2)], '$class': UID(5)}, "
+              "{'NS.string': 'one', '$class': UID(3)}, "
+              "{'$classname': 'NSMutableString', '$classes': ['NSMutableString', 'NSString', 'NSObject']}, "
+              "'two', {'$classname': 'NSArray', '$classes': ['NSArray', 'NSObject']}]}\n");
+}
+
+TEST(KeyedArchive, keepsWhatIsSharedAndWhatLeadsBack) {
+    const auto leaf = node();
+    const auto both = as<NSArray>(readBack(NSArray::arrayWithObjects({leaf, node(leaf)})));
+    const auto first = as<ArchiveNode>(both->objectAtIndex(0)),
+               second = as<ArchiveNode>(both->objectAtIndex(1));
+    EXPECT_EQ(second->next, first);
+    EXPECT_TRUE(first->readAll && second->readAll);
+    EXPECT_EQ(text(first->name), "node");
+    // A cycle through a program's own objects, here by a list and a weak reference.
+    const auto root = node(), child = node();
+    child->owner = root;
+    root->next = NSArray::arrayWithObjects({child});
+    const auto again = as<ArchiveNode>(readBack(root));
+    EXPECT_EQ(as<ArchiveNode>(as<NSArray>(again->next)->firstObject())->owner.lock(), again);
+    const auto itself = NSMutableArray::array();
+    itself->addObject(itself);
+    EXPECT_EQ(read(archived(itself)), "A collection holds itself.");
+    itself->removeAllObjects();
+    // A set would compare the child while the root is not read yet.
+    root->next = NSSet::setWithObjects({child});
+    EXPECT_EQ(read(archived(root)),
+              "The elements of a set or the keys of a dictionary cost too much to compare.");
+    root->conduct = ArchiveNode::GivesAnother;
+    root->next = child;
+    EXPECT_EQ(read(archived(root)), "The values of the object 1 make no \"ArchiveNode\".");
+}
+
+TEST(KeyedArchive, makesOnlyWhatIsAllowed) {
+    const auto books = archived(NSArray::arrayWithObjects({node(), u"text"_ns}));
+    const Class list = NSArray::class_(), own = ArchiveNode::class_(), words = NSString::class_();
+    EXPECT_THAT(read(books, {list, own, words}), testing::HasSubstr("ArchiveNode: 0x"));
+    EXPECT_EQ(read(books, {own, words}), "The class \"NSArray\" is not allowed.");
+    EXPECT_EQ(read(books, {list, words}), "The class \"ArchiveNode\" is not allowed.");
+    EXPECT_EQ(read(books, {list, own}), "The class \"NSString\" is not allowed.");
+    EXPECT_EQ(read(books, {}), "The class \"NSArray\" is not allowed.");
+    EXPECT_NE(NSKeyedUnarchiver::unarchivedObjectOfClass(list, archived(NSMutableArray::array())), nullptr);
+    EXPECT_EQ(read(archived(NSMutableArray::array()), {NSMutableDictionary::class_()}),
+              "The class \"NSMutableArray\" is not allowed.");
+    EXPECT_EQ(read(archived(node(nullptr, ArchiveNode::RefusesToBeRead))),
+              "The values of the object 1 make no \"ArchiveNode\".");
+    EXPECT_EQ(read(archived(node(nullptr, ArchiveNode::Raises))), "no such node");
+}
+
+TEST(KeyedArchive, refusesToWrite) {
+    id deep = NSArray::array();
+    for (int i = 1; i < 512; ++i)
+        deep = NSArray::arrayWithObjects({deep});
+    EXPECT_TRUE(readBack(deep)->isEqual(deep));
+    const std::pair<id, std::string> table[] = {
+        {nullptr, "There is no object."},
+        {NSArray::arrayWithObjects({make<NSObject>()}), "The class \"NSObject\" has no encodeWithCoder:."},
+        {NSArray::arrayWithObjects({node(), ArchiveNode::class_()->self()}), // described before
+         "The class \"ArchiveNode\" has no encodeWithCoder:."},
+        {NSArray::arrayWithObjects({deep}), "The objects nest too deep."},
+        {make<NSString>(std::u16string{0xDC00}),
+         "At $objects[1]: expected a text in which no surrogate stands alone."},
+    };
+    for (const auto &[object, reason] : table) {
+        Ref<NSError> error;
+        EXPECT_EQ(NSKeyedArchiver::archivedDataWithRootObject(object, &error), nullptr);
+        ASSERT_NE(error, nullptr) << reason;
+        EXPECT_EQ(text(error->userInfo()->objectForKey(NSDebugDescriptionErrorKey())), reason);
+    }
+    const auto coder = make<NSKeyedArchiver>();
+    EXPECT_EQ(raised([&] { return coder->encodeBool(true, nullptr), 0; }), NSInvalidArgumentException);
+    EXPECT_EQ(raised([&] { return coder->decodeBoolForKey(u"k"_ns); }), NSInvalidArgumentException);
+}
+
+TEST(KeyedArchive, refusesHostileArchives) {
+    // A tower of arrays that hold the next one twice; many arrays of one text, fewer of a program's object.
+    std::vector<id> shared{collection(2, {5})};
+    for (std::uint64_t i = 6; i < 206; ++i)
+        shared.push_back(collection(1, {i, i}));
+    shared.push_back(collection(1, {}));
+    const auto alike = [](std::uint64_t count, const id &element) {
+        std::vector<id> objects{nullptr};
+        std::vector<std::uint64_t> elements;
+        for (std::uint64_t i = 1; i <= count; ++i) {
+            objects.push_back(collection(1, {4 + count + 1}));
+            elements.push_back(4 + i);
+        }
+        objects.front() = collection(2, elements);
+        objects.push_back(element);
+        return archive(objects);
+    };
+    const auto number = NSNumber::numberWithDouble(1e10);
+    const std::string nothing = "A value that should refer to an object refers to none.";
+    const std::string unknown = "The object 4 is of no known class.", deep = "The objects nest too deep.";
+    const std::string costly = "The elements of a set or the keys of a dictionary cost too much to compare.";
+    const auto noArray = "The values of the object 4 make no \"NSArray\"."s;
+    const std::pair<Ref<NSData>, std::string> table[] = {
+        {nullptr, "The archive is not a binary property list."},
+        {NSData::dataWithBytes("bplist00", 8),
+         "The archive is damaged. Byte 8: expected a trailer of 32 bytes."},
+        {NSPropertyListSerialization::dataWithPropertyList(NSDictionary::dictionary(),
+                                                           NSPropertyListFormat::BinaryFormat_v1_0),
+         "The property list is not a keyed archive."},
+        {archive({}), nothing},
+        {archive({collection(1, {4})}), "A collection holds itself."},
+        {archive({collection(2, {5}), collection(1, {4})}), "A collection holds itself."},
+        {archive({collection(1, {99})}), nothing},
+        {archive({collection(1, {0})}), noArray},
+        {archive({instance(1, "NS.objects", number)}), noArray},
+        {archive({instance(1, "NS.objects", NSArray::arrayWithObjects({number}))}), nothing},
+        {archive({collection(0, {})}), unknown},
+        {archive({collection(99, {})}), unknown},
+        {archive({collection(4, {})}), unknown},
+        {archive({uid(4)}), unknown},
+        {archive({NSDictionary::dictionary()}), unknown},
+        {archive({instance(5, "k", number), instance(0, "$classname", u"NoSuchClass"_ns)}), unknown},
+        {archive({instance(5, "k", number), instance(0, "$classname", u"PropertyListUID"_ns)}),
+         "The values of the object 4 make no \"PropertyListUID\"."},
+        {archive({instance(3, "next", number)}), nothing},
+        {archive({instance(3, "conduct", u"text"_ns)}), "The value of \"conduct\" is not a number."},
+        {archive({instance(3, "conduct", number)}),
+         "The value of \"conduct\" is not a whole number of 32 bits."},
+        {archive({instance(3, "conduct", uid(0))}), "The value of \"conduct\" is no text, number or data."},
+        {archive({instance(3, "bytes", number)}), "The value of \"bytes\" is not data."},
+        {chain(513, false), deep},
+        {chain(10000, false), deep},
+        {chain(10000, true), deep},
+        {archive(shared), costly},
+        {alike(20000, u"text"_ns), costly},
+        {alike(1000, instance(3, "conduct", NSNumber::numberWithInt(0))), costly},
+    };
+    for (const auto &[bytes, reason] : table)
+        EXPECT_EQ(read(bytes), reason);
+    EXPECT_EQ(read(archive({u"fine"_ns})), "fine");
+    EXPECT_EQ(read(chain(512, false)).substr(0, 1), "(");
+    const auto whole = archived(node());
+    for (NSUInteger length = 0; length < whole->length(); ++length)
+        EXPECT_THAT(read(whole->subdataWithRange({0, length})), testing::StartsWith("The archive is"));
+}
+
+TEST(KeyedArchive, anyMutationIsReadOrRefused) {
+    constexpr unsigned seed = 42;
+    SCOPED_TRACE(seed);
+    RandomObjects random(seed, RandomObjects::Kind::PropertyList);
+    std::size_t accepted = 0;
+    for (int round = 0; round < 4000; ++round) {
+        const auto attributed = NSMutableAttributedString::attributedStringWithString(u"abc"_ns);
+        attributed->addAttribute(u"k"_ns, NSDecimalNumber::decimalNumberWithString(u"1.5"_ns), {1, 1});
+        const auto bytes = as<NSMutableData>(
+            archived(NSArray::arrayWithObjects(
+                         {random.container(2), NSSet::setWithObjects({random.text()}), node(attributed)}))
+                ->mutableCopy());
+        for (std::size_t changes = 1 + random.below(3); changes > 0; --changes) {
+            auto &byte = bytes->mutableBytes()[random.below(bytes->length())];
+            byte = static_cast<std::uint8_t>(random.below(2) ? byte + 1 : random.below(256));
+        }
+        Ref<NSError> error;
+        const id object = NSKeyedUnarchiver::unarchivedObjectOfClasses(anything, bytes, &error);
+        accepted += object != nullptr;
+        ASSERT_FALSE(object && error);
+    }
+    EXPECT_GT(accepted, 200u);
+}
