@@ -1,8 +1,8 @@
 // Walking arrays: enumerators, blocks, tests, selectors and batches.
-#include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Platform/Runtime/Object/Message.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 
@@ -34,7 +34,7 @@ private:
 
 /// A visitor that stops at the first element that passes and leaves its index in `found`.
 NSArray::Visitor firstPassing(const NSArray::Test &test, NSUInteger &found) {
-    collections::checkBlock("NSArray indexOfObjectPassingTest:", test);
+    runtime::checkBlock("NSArray indexOfObjectPassingTest:", test);
     return [&](const id &object, NSUInteger index, bool &stop) {
         if (test(object, index, stop)) {
             found = index;
@@ -45,7 +45,7 @@ NSArray::Visitor firstPassing(const NSArray::Test &test, NSUInteger &found) {
 
 /// A visitor that collects the indexes of the elements that pass.
 NSArray::Visitor allPassing(const NSArray::Test &test, NSMutableIndexSet &found) {
-    collections::checkBlock("NSArray indexesOfObjectsPassingTest:", test);
+    runtime::checkBlock("NSArray indexesOfObjectsPassingTest:", test);
     return [&](const id &object, NSUInteger index, bool &stop) {
         if (test(object, index, stop))
             found.addIndex(index);
@@ -77,7 +77,7 @@ void NSArray::enumerateObjectsUsingBlock(const Visitor &visitor) const {
 }
 
 void NSArray::enumerateObjectsWithOptions(NSEnumerationOptions options, const Visitor &visitor) const {
-    collections::checkBlock("NSArray enumerateObjectsWithOptions:usingBlock:", visitor);
+    runtime::checkBlock("NSArray enumerateObjectsWithOptions:usingBlock:", visitor);
     const Walk walk(*this, visitor);
     const NSUInteger size = walk.count();
     bool stop = false;
@@ -88,11 +88,11 @@ void NSArray::enumerateObjectsWithOptions(NSEnumerationOptions options, const Vi
 void NSArray::enumerateObjectsAtIndexes(const Ref<NSIndexSet> &indexes, NSEnumerationOptions options,
                                         const Visitor &visitor) const {
     constexpr auto operation = "NSArray enumerateObjectsAtIndexes:options:usingBlock:";
-    collections::checkBlock(operation, visitor);
+    runtime::checkBlock(operation, visitor);
     if (!indexes || !indexes->count())
         return;
     const Walk walk(*this, visitor);
-    collections::checkIndex(operation, indexes->lastIndex(), walk.count());
+    runtime::checkIndex(operation, indexes->lastIndex(), walk.count());
     indexes->enumerateIndexesWithOptions(options,
                                          [&](NSUInteger index, bool &stop) { walk.visit(index, stop); });
 }

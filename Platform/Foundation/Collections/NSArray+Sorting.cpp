@@ -1,16 +1,14 @@
 // Sorting arrays, and searching in sorted ones.
-#include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/StableSort.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Runtime/Object/Message.h"
-
-using namespace collections;
+#include "Platform/Runtime/Object/Raise.h"
 
 namespace {
 
 NSComparator comparatorOf(NSSortFunction function, void *context) {
-    checkBlock("NSArray sortedArrayUsingFunction:context:", function);
+    runtime::checkBlock("NSArray sortedArrayUsingFunction:context:", function);
     return [=](const id &first, const id &second) {
         const NSInteger order = function(first, second, context);
         return order < 0   ? NSComparisonResult::OrderedAscending
@@ -65,7 +63,7 @@ Ref<NSArray> NSArray::sortedArrayUsingComparator(const NSComparator &comparator)
 }
 
 Ref<NSArray> NSArray::sortedArrayWithOptions(NSSortOptions, const NSComparator &comparator) const {
-    checkBlock("NSArray sortedArrayWithOptions:usingComparator:", comparator);
+    runtime::checkBlock("NSArray sortedArrayWithOptions:usingComparator:", comparator);
     return arrayWithObjects(stableSorted(allObjects(), [&](const id &earlier, const id &later) {
         return comparator(earlier, later) == NSComparisonResult::OrderedDescending;
     }));
@@ -75,10 +73,11 @@ NSUInteger NSArray::indexOfObject(const id &object, NSRange sortedRange, NSBinar
                                   const NSComparator &comparator) const {
     constexpr auto operation = "NSArray indexOfObject:inSortedRange:options:usingComparator:";
     constexpr auto bothEnds = NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual;
-    checkObject(operation, object);
-    checkArgument(operation, (options & bothEnds) != bothEnds, "first and last equal exclude each other");
-    checkBlock(operation, comparator);
-    checkRange(operation, sortedRange, count());
+    runtime::checkObject(operation, object);
+    runtime::checkArgument(operation, (options & bothEnds) != bothEnds,
+                           "first and last equal exclude each other");
+    runtime::checkBlock(operation, comparator);
+    runtime::checkRange(operation, sortedRange, count());
     const NSUInteger lower = partitionPoint(*this, sortedRange, [&](const id &element) {
         return comparator(element, object) == NSComparisonResult::OrderedAscending;
     });

@@ -3,11 +3,10 @@
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/CollectionDescription.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
-#include "Platform/Foundation/Data/NSData.h"
-#include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
-#include "Platform/Foundation/System/NSURL.h"
+#include "Platform/Foundation/Data/CapacityHint.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 
@@ -40,12 +39,8 @@ namespace {
 
 std::vector<id> checked(const char *operation, std::vector<id> objects) {
     for (const id &object : objects)
-        checkObject(operation, object);
+        runtime::checkObject(operation, object);
     return objects;
-}
-
-Ref<NSMutableArray> mutableOrNone(const Ref<NSArray> &array) {
-    return array ? NSMutableArray::arrayWithArray(array) : nullptr;
 }
 
 /// The ordinary immutable array.
@@ -60,7 +55,7 @@ public:
         return &none;
     }
     id objectAtIndex(NSUInteger index) const override {
-        checkIndex("NSArray objectAtIndex:", index, objects_.size());
+        runtime::checkIndex("NSArray objectAtIndex:", index, objects_.size());
         return objects_[index];
     }
 
@@ -80,7 +75,7 @@ public:
     }
     const NSMutationCount *mutations() const override { return &mutations_; }
     id objectAtIndex(NSUInteger index) const override {
-        checkIndex("NSArray objectAtIndex:", index, count());
+        runtime::checkIndex("NSArray objectAtIndex:", index, count());
         return objects_[drained_ + index];
     }
     NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
@@ -89,18 +84,18 @@ public:
         return NSMutableArray::countByEnumeratingWithState(state, objects, count);
     }
     void addObject(const id &object) override {
-        checkObject("NSMutableArray addObject:", object);
+        runtime::checkObject("NSMutableArray addObject:", object);
         objects_.push_back(object);
         mutations_.increase();
     }
     void insertObject(const id &object, NSUInteger index) override {
-        checkObject("NSMutableArray insertObject:atIndex:", object);
-        checkIndex("NSMutableArray insertObject:atIndex:", index, count() + 1);
+        runtime::checkObject("NSMutableArray insertObject:atIndex:", object);
+        runtime::checkIndex("NSMutableArray insertObject:atIndex:", index, count() + 1);
         objects_.insert(at(index), object);
         mutations_.increase();
     }
     void removeObjectAtIndex(NSUInteger index) override {
-        checkIndex("NSMutableArray removeObjectAtIndex:", index, count());
+        runtime::checkIndex("NSMutableArray removeObjectAtIndex:", index, count());
         mutations_.increase();
         const id released = std::move(*at(index));
         if (index > 0)
@@ -113,8 +108,8 @@ public:
             removeObjectAtIndex(count() - 1);
     }
     void replaceObjectAtIndex(NSUInteger index, const id &object) override {
-        checkObject("NSMutableArray replaceObjectAtIndex:withObject:", object);
-        checkIndex("NSMutableArray replaceObjectAtIndex:withObject:", index, count());
+        runtime::checkObject("NSMutableArray replaceObjectAtIndex:withObject:", object);
+        runtime::checkIndex("NSMutableArray replaceObjectAtIndex:withObject:", index, count());
         mutations_.increase();
         const id released = std::exchange(*at(index), object);
     }
@@ -125,7 +120,7 @@ public:
     }
     using NSMutableArray::replaceObjectsInRange;
     void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) override {
-        checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, count());
+        runtime::checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, count());
         const auto replacements = objectsOf(objects);
         if (range.length == 0 && replacements.empty())
             return;
@@ -187,17 +182,8 @@ Ref<NSArray> NSArray::arrayWithArray(const Ref<NSArray> &array) {
     return make<PlainArray>(objectsOf(array));
 }
 
-Ref<NSArray> NSArray::arrayWithContentsOfFile(const Ref<NSString> &path) {
-    const auto data = path ? NSData::dataWithContentsOfFile(path->utf8()) : nullptr;
-    return as<NSArray>(NSPropertyListSerialization::propertyListWithData(data));
-}
-
-Ref<NSArray> NSArray::arrayWithContentsOfURL(const Ref<NSURL> &url) {
-    return url && url->isFileURL() ? arrayWithContentsOfFile(url->path()) : nullptr;
-}
-
 std::vector<id> NSArray::getObjects(NSRange range) const {
-    checkRange("NSArray getObjects:range:", range, count());
+    runtime::checkRange("NSArray getObjects:range:", range, count());
     std::vector<id> objects;
     objects.reserve(range.length);
     for (NSUInteger i = range.location; i < range.end(); ++i)
@@ -225,7 +211,7 @@ NSUInteger NSArray::indexOfObject(const id &object) const {
 }
 
 NSUInteger NSArray::indexOfObject(const id &object, NSRange range) const {
-    checkRange("NSArray indexOfObject:inRange:", range, count());
+    runtime::checkRange("NSArray indexOfObject:inRange:", range, count());
     for (NSUInteger i = range.location; object && i < range.end(); ++i)
         if (equal(objectAtIndex(i), object))
             return i;
@@ -240,7 +226,7 @@ NSUInteger NSArray::indexOfObjectIdenticalTo(const id &object) const {
 }
 
 NSUInteger NSArray::indexOfObjectIdenticalTo(const id &object, NSRange range) const {
-    checkRange("NSArray indexOfObjectIdenticalTo:inRange:", range, count());
+    runtime::checkRange("NSArray indexOfObjectIdenticalTo:inRange:", range, count());
     for (NSUInteger i = range.location; object && i < range.end(); ++i)
         if (objectAtIndex(i) == object)
             return i;
@@ -322,12 +308,4 @@ Ref<NSMutableArray> NSMutableArray::arrayWithObjects(std::vector<id> objects) {
 
 Ref<NSMutableArray> NSMutableArray::arrayWithArray(const Ref<NSArray> &array) {
     return make<PlainMutableArray>(objectsOf(array));
-}
-
-Ref<NSMutableArray> NSMutableArray::arrayWithContentsOfFile(const Ref<NSString> &path) {
-    return mutableOrNone(NSArray::arrayWithContentsOfFile(path));
-}
-
-Ref<NSMutableArray> NSMutableArray::arrayWithContentsOfURL(const Ref<NSURL> &url) {
-    return mutableOrNone(NSArray::arrayWithContentsOfURL(url));
 }

@@ -17,11 +17,6 @@ namespace {
 
 using Runs = NSAttributedString::Runs;
 
-void check(const char *operation, bool fits) {
-    if (!fits)
-        throw NSException(NSRangeException, std::string("-[") + operation + "]: out of bounds");
-}
-
 Runs oneRun(NSUInteger length, const Ref<NSDictionary> &attributes) {
     if (length == 0)
         return {};
@@ -65,7 +60,7 @@ NSUInteger NSAttributedString::length() const {
 }
 
 Ref<NSDictionary> NSAttributedString::attributesAtIndex(NSUInteger index, NSRange *effectiveRange) const {
-    check("NSAttributedString attributesAtIndex:effectiveRange:", index < length());
+    runtime::checkIndex("NSAttributedString attributesAtIndex:effectiveRange:", index, length());
     const auto run = runs_.upper_bound(index);
     const NSUInteger start = run == runs_.begin() ? 0 : std::prev(run)->first;
     if (effectiveRange)
@@ -78,7 +73,7 @@ id NSAttributedString::attribute(const Ref<NSString> &name, NSUInteger index, NS
 }
 
 Ref<NSAttributedString> NSAttributedString::attributedSubstringFromRange(NSRange range) const {
-    check("NSAttributedString attributedSubstringFromRange:", range.fits(length()));
+    runtime::checkRange("NSAttributedString attributedSubstringFromRange:", range, length());
     Runs runs;
     NSUInteger end = range.location;
     for (auto run = runs_.upper_bound(end); end < range.end(); ++run) {
@@ -149,7 +144,7 @@ void NSMutableAttributedString::cutAt(NSUInteger index) {
 /// become alike are one again.
 template <class Change>
 void NSMutableAttributedString::change(const char *operation, NSRange range, const Change &change) {
-    check(operation, range.fits(length()));
+    runtime::checkRange(operation, range, length());
     if (range.length == 0)
         return;
     cutAt(range.location);

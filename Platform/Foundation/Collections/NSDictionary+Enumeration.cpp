@@ -1,10 +1,10 @@
 // Walking dictionaries, testing their entries, and their keys in the order of their values.
-#include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Collections/StableSort.h"
 #include "Platform/Runtime/Object/Message.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 Ref<NSEnumerator> NSDictionary::objectEnumerator() const {
     return make<NSEnumerator>(
@@ -15,7 +15,7 @@ Ref<NSEnumerator> NSDictionary::objectEnumerator() const {
 }
 
 void NSDictionary::enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const {
-    collections::checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
+    runtime::checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
     const auto keys = keyEnumerator();
     bool stop = false;
     for (id key; !stop && (key = keys->nextObject());)
@@ -28,7 +28,7 @@ void NSDictionary::enumerateKeysAndObjectsWithOptions(NSEnumerationOptions optio
         enumerateKeysAndObjectsUsingBlock(visitor);
         return;
     }
-    collections::checkBlock("NSDictionary enumerateKeysAndObjectsWithOptions:usingBlock:", visitor);
+    runtime::checkBlock("NSDictionary enumerateKeysAndObjectsWithOptions:usingBlock:", visitor);
     const NSMutationWatch changes(mutations());
     const auto entries = allEntries();
     bool stop = false;
@@ -45,7 +45,7 @@ Ref<NSSet> NSDictionary::keysOfEntriesPassingTest(const Test &test) const {
 }
 
 Ref<NSSet> NSDictionary::keysOfEntriesWithOptions(NSEnumerationOptions options, const Test &test) const {
-    collections::checkBlock("NSDictionary keysOfEntriesPassingTest:", test);
+    runtime::checkBlock("NSDictionary keysOfEntriesPassingTest:", test);
     const auto keys = NSMutableSet::set();
     enumerateKeysAndObjectsWithOptions(options, [&](const id &key, const id &value, bool &stop) {
         if (test(key, value, stop))
@@ -65,7 +65,7 @@ Ref<NSArray> NSDictionary::keysSortedByValueUsingComparator(const NSComparator &
 }
 
 Ref<NSArray> NSDictionary::keysSortedByValueWithOptions(NSSortOptions, const NSComparator &comparator) const {
-    collections::checkBlock("NSDictionary keysSortedByValueUsingComparator:", comparator);
+    runtime::checkBlock("NSDictionary keysSortedByValueUsingComparator:", comparator);
     std::vector<id> keys;
     for (const auto &entry : stableSorted(allEntries(), [&](const auto &earlier, const auto &later) {
              return comparator(earlier.second, later.second) == NSComparisonResult::OrderedDescending;

@@ -4,8 +4,10 @@
 #include "Platform/Foundation/Collections/CollectionDescription.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/ObjectTable.h"
+#include "Platform/Foundation/Data/CapacityHint.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 
@@ -35,8 +37,8 @@ namespace {
 
 /// False when only the value of an equal key was replaced.
 bool checkedSet(ObjectTable &table, const id &key, const id &value) {
-    checkArgument("NSDictionary setObject:forKey:", key != nullptr, "key cannot be nil");
-    checkObject("NSDictionary setObject:forKey:", value);
+    runtime::checkArgument("NSDictionary setObject:forKey:", key != nullptr, "key cannot be nil");
+    runtime::checkObject("NSDictionary setObject:forKey:", value);
     return table.set(key->copy(), value);
 }
 
@@ -62,7 +64,7 @@ public:
             NSMutationWatch(&mutations_));
     }
     void enumerateKeysAndObjectsUsingBlock(const NSDictionary::Visitor &visitor) const override {
-        checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
+        runtime::checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
         const id keep = this->self(); // the visitor may let it go
         const NSMutationWatch changes(&mutations_);
         NSUInteger position = 0;
@@ -123,8 +125,8 @@ ObjectTable tableOf(const id *objects, const id *keys, NSUInteger count) {
 
 ObjectTable tableOf(const Ref<NSArray> &objects, const Ref<NSArray> &keys) {
     const auto values = objectsOf(objects), names = objectsOf(keys);
-    checkArgument("NSDictionary initWithObjects:forKeys:", values.size() == names.size(),
-                  "as many objects as keys are needed");
+    runtime::checkArgument("NSDictionary initWithObjects:forKeys:", values.size() == names.size(),
+                           "as many objects as keys are needed");
     return tableOf(values.data(), names.data(), names.size());
 }
 

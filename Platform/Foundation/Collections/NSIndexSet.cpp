@@ -1,9 +1,9 @@
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 
-#include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Data/KeyedHash.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 
@@ -25,7 +25,7 @@ NSRange between(NSUInteger start, NSUInteger end) {
 } // namespace
 
 Ref<NSIndexSet> NSIndexSet::indexSetWithIndexesInRange(NSRange range) {
-    collections::checkRange("NSIndexSet initWithIndexesInRange:", range, NSNotFound);
+    runtime::checkRange("NSIndexSet initWithIndexesInRange:", range, NSNotFound);
     return make<NSIndexSet>(range.length ? std::vector<NSRange>{range} : std::vector<NSRange>());
 }
 
@@ -72,7 +72,7 @@ NSUInteger NSIndexSet::indexLessThanOrEqualToIndex(NSUInteger index) const {
 }
 
 void NSIndexSet::enumerateIndexesWithOptions(NSEnumerationOptions options, const Visitor &visitor) const {
-    collections::checkBlock("NSIndexSet enumerateIndexesWithOptions:usingBlock:", visitor);
+    runtime::checkBlock("NSIndexSet enumerateIndexesWithOptions:usingBlock:", visitor);
     auto ranges = ranges_; // the visitor may change the set
     const bool backwards = options & NSEnumerationReverse;
     if (backwards)
@@ -84,7 +84,7 @@ void NSIndexSet::enumerateIndexesWithOptions(NSEnumerationOptions options, const
 }
 
 void NSIndexSet::enumerateRangesUsingBlock(const RangeVisitor &visitor) const {
-    collections::checkBlock("NSIndexSet enumerateRangesUsingBlock:", visitor);
+    runtime::checkBlock("NSIndexSet enumerateRangesUsingBlock:", visitor);
     const auto ranges = ranges_;
     bool stop = false;
     for (auto i = ranges.begin(); !stop && i != ranges.end(); ++i)
@@ -113,7 +113,7 @@ id NSIndexSet::mutableCopy() const {
 }
 
 void NSMutableIndexSet::addIndexesInRange(NSRange range) {
-    collections::checkRange("NSMutableIndexSet addIndexesInRange:", range, NSNotFound);
+    runtime::checkRange("NSMutableIndexSet addIndexesInRange:", range, NSNotFound);
     if (!range.length)
         return;
     // Everything that touches or overlaps the new range becomes one with it.

@@ -2,6 +2,7 @@
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 using namespace collections;
 
@@ -18,12 +19,12 @@ std::vector<NSUInteger> indexesOf(const Ref<NSIndexSet> &indexes) {
 /// NSRangeException unless every index is below `bound`.
 void checkIndexes(const char *operation, const Ref<NSIndexSet> &indexes, NSUInteger bound) {
     if (indexes && indexes->count())
-        checkIndex(operation, indexes->lastIndex(), bound);
+        runtime::checkIndex(operation, indexes->lastIndex(), bound);
 }
 
 void checkCount(const char *operation, const Ref<NSIndexSet> &indexes, NSUInteger count) {
-    checkArgument(operation, count == (indexes ? indexes->count() : 0),
-                  "as many indexes as objects are needed");
+    runtime::checkArgument(operation, count == (indexes ? indexes->count() : 0),
+                           "as many indexes as objects are needed");
 }
 
 /// The indexes of the elements of the range that match, ascending.
@@ -79,7 +80,7 @@ void NSMutableArray::removeObject(const id &object) {
 }
 
 void NSMutableArray::removeObject(const id &object, NSRange range) {
-    checkRange("NSMutableArray removeObject:inRange:", range, count());
+    runtime::checkRange("NSMutableArray removeObject:inRange:", range, count());
     removeObjectsAt(placesWhere(*this, range, [&](const id &element) { return equal(element, object); }));
 }
 
@@ -89,7 +90,7 @@ void NSMutableArray::removeObjectIdenticalTo(const id &object) {
 }
 
 void NSMutableArray::removeObjectIdenticalTo(const id &object, NSRange range) {
-    checkRange("NSMutableArray removeObjectIdenticalTo:inRange:", range, count());
+    runtime::checkRange("NSMutableArray removeObjectIdenticalTo:inRange:", range, count());
     removeObjectsAt(
         placesWhere(*this, range, [&](const id &element) { return element && element == object; }));
 }
@@ -100,12 +101,12 @@ void NSMutableArray::removeObjectsInArray(const Ref<NSArray> &array) {
 }
 
 void NSMutableArray::removeObjectsInRange(NSRange range) {
-    checkRange("NSMutableArray removeObjectsInRange:", range, count());
+    runtime::checkRange("NSMutableArray removeObjectsInRange:", range, count());
     replaceObjectsInRange(range, nullptr);
 }
 
 void NSMutableArray::replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) {
-    checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, count());
+    runtime::checkRange("NSMutableArray replaceObjectsInRange:withObjectsFromArray:", range, count());
     const auto replacements = objectsOf(objects);
     const NSUInteger common = std::min<NSUInteger>(range.length, replacements.size());
     for (NSUInteger i = 0; i < common; ++i)

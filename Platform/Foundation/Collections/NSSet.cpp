@@ -6,6 +6,7 @@
 #include "Platform/Foundation/Collections/ObjectTable.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 NS_IMPLEMENTATION(NSSet) {
     cls.instantiate([]() -> id { return set(); })
@@ -24,7 +25,7 @@ namespace {
 
 /// False when an equal element was there, which stays.
 bool checkedAdd(ObjectTable &table, const id &object) {
-    collections::checkObject("NSSet addObject:", object);
+    runtime::checkObject("NSSet addObject:", object);
     return table.add(object, object);
 }
 
@@ -113,7 +114,7 @@ Ref<NSArray> NSSet::allObjects() const {
 }
 
 void NSSet::enumerateObjectsUsingBlock(const Visitor &visitor) const {
-    collections::checkBlock("NSSet enumerateObjectsUsingBlock:", visitor);
+    runtime::checkBlock("NSSet enumerateObjectsUsingBlock:", visitor);
     bool stop = false;
     const auto objects = objectEnumerator();
     for (id object; !stop && (object = objects->nextObject());)
@@ -121,7 +122,7 @@ void NSSet::enumerateObjectsUsingBlock(const Visitor &visitor) const {
 }
 
 Ref<NSSet> NSSet::objectsPassingTest(const Test &test) const {
-    collections::checkBlock("NSSet objectsPassingTest:", test);
+    runtime::checkBlock("NSSet objectsPassingTest:", test);
     ObjectTable passed;
     enumerateObjectsUsingBlock([&](const id &object, bool &stop) {
         if (test(object, stop))

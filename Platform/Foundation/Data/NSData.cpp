@@ -1,6 +1,6 @@
 #include "Platform/Foundation/Data/NSData.h"
 
-#include "Platform/Foundation/Collections/CollectionArguments.h"
+#include "Platform/Foundation/Data/CapacityHint.h"
 #include "Platform/Foundation/Data/KeyedHash.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
@@ -45,11 +45,7 @@ Ref<NSData> NSData::dataWithContentsOfFile(const std::string &path) {
 }
 
 Ref<NSData> NSData::subdataWithRange(NSRange range) const {
-    if (!range.fits(length()))
-        throw NSException(NSRangeException, "-[NSData subdataWithRange:]: range {" +
-                                                std::to_string(range.location) + ", " +
-                                                std::to_string(range.length) + "} exceeds data length " +
-                                                std::to_string(length()));
+    runtime::checkRange("NSData subdataWithRange:", range, length());
     return dataWithBytes(bytes() + range.location, range.length);
 }
 
@@ -81,7 +77,7 @@ id NSData::mutableCopy() const {
 
 Ref<NSMutableData> NSMutableData::dataWithCapacity(NSUInteger capacity) {
     auto data = make<NSMutableData>();
-    data->bytes_.reserve(collections::reservedFor(capacity));
+    data->bytes_.reserve(reservedFor(capacity));
     return data;
 }
 

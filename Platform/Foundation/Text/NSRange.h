@@ -1,6 +1,7 @@
 // A run of positions in a text, a byte buffer or an array.
 #pragma once
 
+#include "Platform/Runtime/Object/Raise.h"
 #include "Platform/Runtime/Object/Ref.h"
 
 struct NSRange {
@@ -16,3 +17,12 @@ struct NSRange {
 constexpr NSRange NSMakeRange(NSUInteger location, NSUInteger length) {
     return {location, length};
 }
+
+namespace runtime {
+
+/// NSRangeException unless the range lies within `count`.
+inline void checkRange(const char *operation, NSRange range, NSUInteger count) {
+    checkRange(operation, range.location, range.length, count);
+}
+
+} // namespace runtime

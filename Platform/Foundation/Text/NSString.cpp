@@ -1,13 +1,12 @@
 #include "Platform/Foundation/Text/NSString.h"
 
-#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Data/KeyedHash.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/Unicode.h"
 #include "Platform/Foundation/Text/UnicodeText.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Platform/Runtime/Object/NSException.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 #include <cstring>
@@ -23,20 +22,6 @@ NS_IMPLEMENTATION(NSMutableString) {}
 
 namespace {
 
-void checkRange(const char *operation, NSRange range, NSUInteger length) {
-    if (!range.fits(length))
-        throw NSException(NSRangeException, std::string("-[NSString ") + operation + "]: range {" +
-                                                std::to_string(range.location) + ", " +
-                                                std::to_string(range.length) + "} out of bounds; length " +
-                                                std::to_string(length));
-}
-
-void checkArgument(const char *operation, const auto &argument) {
-    if (!argument)
-        throw NSException(NSInvalidArgumentException,
-                          std::string("-[NSString ") + operation + "]: nil argument");
-}
-
 NSComparisonResult comparisonResult(int order) {
     return order < 0   ? NSComparisonResult::OrderedAscending
            : order > 0 ? NSComparisonResult::OrderedDescending
@@ -46,7 +31,7 @@ NSComparisonResult comparisonResult(int order) {
 } // namespace
 
 Ref<NSString> NSString::stringWithString(const Ref<NSString> &text) {
-    checkArgument("stringWithString:", text);
+    runtime::checkObject("NSString stringWithString:", text);
     return as<NSString>(text->copy());
 }
 
@@ -65,7 +50,7 @@ Ref<NSString> NSString::stringWithASCIIString(const char *bytes) {
 }
 
 unichar NSString::characterAtIndex(NSUInteger index) const {
-    checkRange("characterAtIndex:", {index, 1}, length());
+    runtime::checkRange("NSString characterAtIndex:", {index, 1}, length());
     return units_[index];
 }
 
@@ -115,22 +100,22 @@ id NSString::mutableCopy() const {
 }
 
 NSComparisonResult NSString::compare(const Ref<NSString> &other) const {
-    checkArgument("compare:", other);
+    runtime::checkObject("NSString compare:", other);
     return comparisonResult(units_.compare(other->units_));
 }
 
 NSComparisonResult NSString::caseInsensitiveCompare(const Ref<NSString> &other) const {
-    checkArgument("caseInsensitiveCompare:", other);
+    runtime::checkObject("NSString caseInsensitiveCompare:", other);
     return comparisonResult(unicode::compareIgnoringCase(units_, other->units_));
 }
 
 bool NSString::hasPrefix(const Ref<NSString> &prefix) const {
-    checkArgument("hasPrefix:", prefix);
+    runtime::checkObject("NSString hasPrefix:", prefix);
     return units_.starts_with(prefix->units_);
 }
 
 bool NSString::hasSuffix(const Ref<NSString> &suffix) const {
-    checkArgument("hasSuffix:", suffix);
+    runtime::checkObject("NSString hasSuffix:", suffix);
     return units_.ends_with(suffix->units_);
 }
 
@@ -139,18 +124,18 @@ bool NSString::containsString(const Ref<NSString> &text) const {
 }
 
 NSRange NSString::rangeOfString(const Ref<NSString> &text) const {
-    checkArgument("rangeOfString:", text);
+    runtime::checkObject("NSString rangeOfString:", text);
     const auto found = text->units_.empty() ? std::u16string::npos : units_.find(text->units_);
     return found == std::u16string::npos ? NSRange{NSNotFound, 0} : NSRange{found, text->length()};
 }
 
 Ref<NSString> NSString::substringWithRange(NSRange range) const {
-    checkRange("substringWithRange:", range, length());
+    runtime::checkRange("NSString substringWithRange:", range, length());
     return make<NSString>(units_.substr(range.location, range.length));
 }
 
 Ref<NSString> NSString::substringFromIndex(NSUInteger index) const {
-    checkRange("substringFromIndex:", {index, 0}, length());
+    runtime::checkRange("NSString substringFromIndex:", {index, 0}, length());
     return make<NSString>(units_.substr(index));
 }
 
@@ -159,14 +144,14 @@ Ref<NSString> NSString::substringToIndex(NSUInteger index) const {
 }
 
 Ref<NSString> NSString::stringByAppendingString(const Ref<NSString> &text) const {
-    checkArgument("stringByAppendingString:", text);
+    runtime::checkObject("NSString stringByAppendingString:", text);
     return make<NSString>(units_ + text->units_);
 }
 
 Ref<NSString> NSString::stringByReplacingOccurrencesOfString(const Ref<NSString> &target,
                                                              const Ref<NSString> &replacement) const {
-    checkArgument("stringByReplacingOccurrencesOfString:withString:", target);
-    checkArgument("stringByReplacingOccurrencesOfString:withString:", replacement);
+    runtime::checkObject("NSString stringByReplacingOccurrencesOfString:withString:", target);
+    runtime::checkObject("NSString stringByReplacingOccurrencesOfString:withString:", replacement);
     std::u16string result;
     std::size_t at = 0;
     for (std::size_t found;
@@ -180,25 +165,13 @@ Ref<NSString> NSString::stringByReplacingOccurrencesOfString(const Ref<NSString>
 }
 
 Ref<NSString> NSString::stringByTrimmingCharactersInSet(const Ref<NSCharacterSet> &set) const {
-    checkArgument("stringByTrimmingCharactersInSet:", set);
+    runtime::checkObject("NSString stringByTrimmingCharactersInSet:", set);
     std::u16string_view rest = units_;
     while (!rest.empty() && set->characterIsMember(rest.front()))
         rest.remove_prefix(1);
     while (!rest.empty() && set->characterIsMember(rest.back()))
         rest.remove_suffix(1);
     return make<NSString>(std::u16string(rest));
-}
-
-Ref<NSArray> NSString::componentsSeparatedByString(const Ref<NSString> &separator) const {
-    checkArgument("componentsSeparatedByString:", separator);
-    const auto parts = NSMutableArray::array();
-    std::size_t at = 0;
-    for (std::size_t found;
-         !separator->units_.empty() && (found = units_.find(separator->units_, at)) != std::u16string::npos;
-         at = found + separator->length())
-        parts->addObject(make<NSString>(units_.substr(at, found - at)));
-    parts->addObject(make<NSString>(units_.substr(at)));
-    return as<NSArray>(parts->copy());
 }
 
 Ref<NSString> NSString::pathExtension() const {
@@ -219,22 +192,22 @@ Ref<NSString> NSString::uppercaseString() const {
 }
 
 NSRange NSString::rangeOfComposedCharacterSequencesForRange(NSRange range) const {
-    checkRange("rangeOfComposedCharacterSequencesForRange:", range, length());
+    runtime::checkRange("NSString rangeOfComposedCharacterSequencesForRange:", range, length());
     return unicode::widenedToCharacters(units_, range);
 }
 
 void NSMutableString::appendString(const Ref<NSString> &text) {
-    checkArgument("appendString:", text);
+    runtime::checkObject("NSString appendString:", text);
     units_ += text->units();
 }
 
 void NSMutableString::setString(const Ref<NSString> &text) {
-    checkArgument("setString:", text);
+    runtime::checkObject("NSString setString:", text);
     units_ = text->units();
 }
 
 void NSMutableString::replaceCharactersInRange(NSRange range, const Ref<NSString> &text) {
-    checkArgument("replaceCharactersInRange:withString:", text);
-    checkRange("replaceCharactersInRange:withString:", range, length());
+    runtime::checkObject("NSString replaceCharactersInRange:withString:", text);
+    runtime::checkRange("NSString replaceCharactersInRange:withString:", range, length());
     units_.replace(range.location, range.length, text->units());
 }

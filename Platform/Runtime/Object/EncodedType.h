@@ -120,4 +120,17 @@ constexpr std::optional<EncodedType> firstType(std::string_view text, int depth)
     return type;
 }
 
+/// The type at `index` of a method's encoding, the result being the first; empty past the end.
+constexpr std::string_view typeAt(std::string_view types, std::size_t index) {
+    for (;; --index) {
+        const auto type = firstType(types);
+        if (!type)
+            return {};
+        if (index == 0)
+            return types.substr(0, type->length);
+        types.remove_prefix(type->length);
+        types.remove_prefix(std::min(types.find_first_not_of("0123456789"), types.size()));
+    }
+}
+
 } // namespace runtime

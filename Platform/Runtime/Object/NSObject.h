@@ -54,7 +54,7 @@ public:
     /// A mutable copy. Raises NSInvalidArgumentException for a class that cannot be copied.
     virtual id mutableCopy() const;
 
-    // Key-value coding, told in Foundation/NSKeyValueCoding.h.
+    // Key-value coding, told in KeyValueCoding/NSKeyValueCoding.h.
     virtual id valueForKey(const Ref<NSString> &key) const;
     virtual void setValue(const id &value, const Ref<NSString> &forKey);
 

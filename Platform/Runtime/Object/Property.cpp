@@ -2,7 +2,6 @@
 
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSException.h"
-#include "Platform/Runtime/Reflection/Reflection.h"
 
 #include <algorithm>
 #include <set>
@@ -118,8 +117,10 @@ std::string_view comparable(std::string_view encoding) {
 
 /// Whether the method takes nothing and gives a value of the type, or takes one and gives nothing.
 bool isAccessor(Method method, std::string_view type, bool isSetter) {
-    const std::string result = method_copyReturnType(method), argument = method_copyArgumentType(method, 2);
-    return method_getNumberOfArguments(method) == (isSetter ? 3 : 2) &&
+    const auto part = [&](std::size_t index) { return runtime::typeAt(method->types, index); };
+    const std::size_t parts = isSetter ? 4 : 3; // the result, the receiver, the selector and what is set
+    const std::string_view result = part(0), argument = part(3);
+    return !part(parts - 1).empty() && part(parts).empty() &&
            (isSetter ? result == "v" && comparable(argument) == comparable(type)
                      : comparable(result) == comparable(type));
 }

@@ -1,21 +1,6 @@
 #include "Platform/Runtime/Reflection/Reflection.h"
 
-namespace {
-
-/// The type at `index` of a method's encoding, the result being the first; empty past the end.
-std::string_view typeAt(std::string_view types, std::size_t index) {
-    for (;; --index) {
-        const auto type = runtime::firstType(types);
-        if (!type)
-            return {};
-        if (index == 0)
-            return types.substr(0, type->length);
-        types.remove_prefix(type->length);
-        types.remove_prefix(std::min(types.find_first_not_of("0123456789"), types.size()));
-    }
-}
-
-} // namespace
+using runtime::typeAt;
 
 std::vector<Method> class_copyMethodList(Class cls) {
     return cls ? cls->methods() : std::vector<Method>();

@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
+#include "Frameworks/QNCategoriesPro/DateFromLengthTable.h"
 #include "Platform/Foundation/Dates/NSCalendar.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/Dates/NSDateFormatter.h"

@@ -28,12 +28,9 @@
 // Threads: any, while nobody changes the objects. Getters and hooks may raise, nothing else does.
 #pragma once
 
-#include "Platform/Runtime/Object/NSObject.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/JSONObjectWriter.h"
 
 class NSData;
-
-/// The JSON of any object, as the table tells.
-id ModelToJSONObjectRecursive(const id &object);
 
 namespace qn {
 

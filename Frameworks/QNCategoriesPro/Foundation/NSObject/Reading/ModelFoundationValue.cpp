@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelFoundationValue.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
+#include "Frameworks/QNCategoriesPro/DateFromLengthTable.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelNumberValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelISOFormatter.h"
 #include "Platform/Foundation/Collections/NSAttributedString.h"

@@ -2,9 +2,9 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelJSON.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelISOFormatter.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelWalk.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/JSONObjectWriter.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/ModelWriting.h"
 #include "Platform/Foundation/Collections/NSAttributedString.h"
 #include "Platform/Foundation/Collections/NSSet.h"

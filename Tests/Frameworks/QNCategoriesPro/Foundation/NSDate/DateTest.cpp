@@ -1,5 +1,5 @@
 // Dates: components, arithmetic, texts and back; what is read fast beside ICU.
-#include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
+#include "Frameworks/QNCategoriesPro/DateFromLengthTable.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Foundation/Dates/FixedDatePattern.h"

@@ -1,4 +1,4 @@
-#include "Frameworks/QNCategoriesPro/Foundation/NSDate/DateFromLengthTable.h"
+#include "Frameworks/QNCategoriesPro/DateFromLengthTable.h"
 
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/Dates/NSDateFormatter.h"

@@ -1,0 +1,26 @@
+// Checks of arguments, which raise with the name of the operation.
+//
+//     runtime::checkIndex("NSArray objectAtIndex:", index, count());
+//     // NSRangeException: -[NSArray objectAtIndex:]: index 3 beyond bounds; count 2
+#pragma once
+
+#include "Platform/Runtime/Object/Ref.h"
+
+namespace runtime {
+
+/// NSRangeException unless `index` is below `bound`.
+void checkIndex(const char *operation, NSUInteger index, NSUInteger bound);
+/// NSRangeException unless the range lies within `count`.
+void checkRange(const char *operation, NSUInteger location, NSUInteger length, NSUInteger count);
+/// NSInvalidArgumentException unless `valid`.
+void checkArgument(const char *operation, bool valid, const char *fault);
+/// NSInvalidArgumentException for none.
+void checkObject(const char *operation, const auto &object) {
+    checkArgument(operation, object != nullptr, "object cannot be nil");
+}
+/// NSInvalidArgumentException for a block, a comparator or a function of none.
+void checkBlock(const char *operation, const auto &block) {
+    checkArgument(operation, static_cast<bool>(block), "block cannot be nil");
+}
+
+} // namespace runtime
