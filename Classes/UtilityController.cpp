@@ -2,7 +2,6 @@
 
 #include "Classes/AppDelegate.h"
 #include "Classes/TipWindow.h"
-#include "Platform/Dispatch/Queues/Once.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Runtime/Object/Class.h"
@@ -13,10 +12,8 @@ NS_IMPLEMENTATION(UtilityController) {
 }
 
 Ref<UtilityController> UtilityController::shareInstance() {
-    static dispatch::Once token;
-    static Ref<UtilityController> *instance;
-    dispatch::once(token, [] { instance = new Ref<UtilityController>(new UtilityController); });
-    return *instance; // NOLINT(clang-analyzer-core.NonNullParamChecker): set by once
+    static const Ref<UtilityController> &instance = *new Ref<UtilityController>(new UtilityController);
+    return instance;
 }
 
 UtilityController::UtilityController() : printerNameArray_(NSMutableArray::array()) {}

@@ -3,7 +3,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Dispatch/Queues/Once.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Transport/zkcomtl.h"
@@ -37,10 +36,8 @@ Ref<ZKUSB> recordOf(const tl_usb_device_info &device) {
 } // namespace
 
 Ref<ZKManager> ZKManager::shared() {
-    static dispatch::Once token;
-    static Ref<ZKManager> *manager;
-    dispatch::once(token, [] { manager = new Ref<ZKManager>(new ZKManager); });
-    return *manager; // NOLINT(clang-analyzer-core.NonNullParamChecker): set by once
+    static const Ref<ZKManager> &manager = *new Ref<ZKManager>(new ZKManager);
+    return manager;
 }
 
 Ref<ZKSafeMutableArray> ZKManager::printerList() {

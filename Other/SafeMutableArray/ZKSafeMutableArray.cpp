@@ -1,7 +1,6 @@
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 
 #include "Platform/Dispatch/Queues/ConcurrentQueue.h"
-#include "Platform/Dispatch/Queues/Once.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSException.h"
@@ -19,10 +18,8 @@ constexpr NSUInteger absentFromStore = ~NSUInteger{0};
 ZKSafeMutableArray::ZKSafeMutableArray() : _array(NSMutableArray::arrayWithCapacity(10)) {}
 
 dispatch::ConcurrentQueue &ZKSafeMutableArray::syncQueue() {
-    static dispatch::Once token;
-    static dispatch::ConcurrentQueue *queue;
-    dispatch::once(token, [] { queue = new dispatch::ConcurrentQueue("com.zelkor.safeArray"); });
-    return *queue; // NOLINT(clang-analyzer-core.uninitialized.UndefReturn): set by once
+    static auto &queue = *new dispatch::ConcurrentQueue("com.zelkor.safeArray");
+    return queue;
 }
 
 NSUInteger ZKSafeMutableArray::count() const {

@@ -1,4 +1,3 @@
-#include "Platform/Dispatch/Queues/Once.h"
 #include "Platform/Dispatch/Queues/Semaphore.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Support/OnThreads.h"
@@ -6,30 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <stdexcept>
 #include <thread>
 
 namespace dispatch {
 
 using namespace std::chrono_literals;
-
-TEST(Once, runsOnceUnderContention) {
-    Once token;
-    int runs = 0; // unguarded: a second run or a caller too early is a race
-    onThreads(8, [&](int) {
-        once(token, [&] { ++runs; });
-        EXPECT_EQ(runs, 1);
-    });
-}
-
-TEST(Once, triesAgainAfterAnException) {
-    Once token;
-    EXPECT_THROW(once(token, [] { throw std::runtime_error("first"); }), std::runtime_error);
-    int runs = 0;
-    once(token, [&] { ++runs; });
-    once(token, [&] { ++runs; });
-    EXPECT_EQ(runs, 1);
-}
 
 TEST(Semaphore, countsAndExcludes) {
     Semaphore two(2);
