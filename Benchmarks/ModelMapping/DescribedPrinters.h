@@ -3,12 +3,7 @@
 
 #include "Benchmarks/ModelMapping/StructPrinters.h"
 
-struct DescribedPrinters {
-    using Text = std::string;
-    using Objects = std::vector<StructPrinter>;
-
-    static Text text(const std::string &document) { return document; }
+struct DescribedPrinters : StructPrinters {
     static Objects read(const Text &text);
     static Text write(const Objects &objects);
-    static std::size_t count(const Objects &objects) { return objects.size(); }
 };
