@@ -1,5 +1,6 @@
 #include "Platform/Transport/PrinterUri.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Transport/Utf8.h"
 
 #include <charconv>
@@ -14,17 +15,8 @@ constexpr std::string_view scheme = "usb://";
 constexpr std::string_view serialItem = "?serial=";
 constexpr std::size_t longestText = 255; // bytes of a field of a device record, without its end
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
-char lowerCase(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 bool staysInUri(char character) {
-    const char lower = lowerCase(character);
-    return isDigit(character) || (lower >= 'a' && lower <= 'z') ||
+    return ascii::isLetter(character) || ascii::isDigit(character) ||
            std::string_view("-._~!$&'()*+,;=:@/?").find(character) != std::string_view::npos;
 }
 
@@ -65,9 +57,9 @@ std::string joined(std::string_view manufacturer, std::string_view product) {
 
 // As CUPS names a printer: "Zelkor" and "Zelkor L200" give "L200".
 std::string_view withoutManufacturer(std::string_view product, std::string_view manufacturer) {
-    const bool begins =
-        product.size() > manufacturer.size() &&
-        std::ranges::equal(manufacturer, product.substr(0, manufacturer.size()), {}, lowerCase, lowerCase);
+    const bool begins = product.size() > manufacturer.size() &&
+                        std::ranges::equal(manufacturer, product.substr(0, manufacturer.size()), {},
+                                           ascii::lowerCase<char>, ascii::lowerCase<char>);
     if (manufacturer.empty() || !begins) {
         return product;
     }

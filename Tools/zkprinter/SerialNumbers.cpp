@@ -1,5 +1,6 @@
 #include "Tools/zkprinter/SerialNumbers.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Text/Unicode.h"
 
 #include <algorithm>
@@ -15,17 +16,8 @@ constexpr std::size_t longestWord = 24;    // for a serial number, with what sta
 constexpr std::size_t shortestAddress = 5; // digits
 constexpr std::string_view blanks = " \t\r\n";
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
-char lowerCase(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 bool isPlain(char character) {
-    const char lower = lowerCase(character);
-    return isDigit(character) || (lower >= 'a' && lower <= 'z');
+    return ascii::isLetter(character) || ascii::isDigit(character);
 }
 
 bool isWordCharacter(char character) {
@@ -84,7 +76,7 @@ public:
         for (std::size_t at = 0; at <= original.size(); ++at)
             from_.push_back(at);
         do // an escape may be in capitals, and may stand for one
-            std::ranges::transform(text_, text_.begin(), lowerCase);
+            std::ranges::transform(text_, text_.begin(), ascii::lowerCase<char>);
         while (unescape());
     }
 

@@ -2,6 +2,8 @@
 // which is quoted with ' where it has letters ('' is one quotation mark).
 #pragma once
 
+#include "Platform/Ascii/Ascii.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -9,9 +11,6 @@
 /// in the end.
 template <class Field, class Text>
 bool walkDatePattern(std::u16string_view pattern, Field field, Text text) {
-    const auto isLetter = [](char16_t unit) {
-        return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
-    };
     bool quoted = false;
     for (std::size_t i = 0; i < pattern.size();) {
         const char16_t unit = pattern[i];
@@ -21,7 +20,7 @@ bool walkDatePattern(std::u16string_view pattern, Field field, Text text) {
             ++end;
         } else if (unit == u'\'') {
             quoted = !quoted;
-        } else if (quoted || !isLetter(unit)) {
+        } else if (quoted || !ascii::isLetter(unit)) {
             text(unit);
         } else {
             end = std::min(pattern.find_first_not_of(unit, i), pattern.size());

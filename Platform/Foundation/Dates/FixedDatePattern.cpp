@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Dates/FixedDatePattern.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Dates/DatePatternFields.h"
 
 #include <algorithm>
@@ -12,14 +13,6 @@ namespace {
 constexpr std::u16string_view weekdayNames[] = {u"Sun", u"Mon", u"Tue", u"Wed", u"Thu", u"Fri", u"Sat"};
 constexpr std::u16string_view monthNames[] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
                                               u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
-
-bool isLetter(char16_t unit) {
-    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
-}
-
-bool isDigit(char16_t unit) {
-    return unit >= u'0' && unit <= u'9';
-}
 
 bool isJulian(int year, int month, int day) {
     return std::tuple(year, month, day) < std::tuple(1582, 10, 15);
@@ -91,7 +84,8 @@ private:
 
     void number(std::size_t width, int least, int most, int &value) {
         const auto digits = rest_.substr(0, width);
-        ok_ = ok_ && digits.size() == width && std::all_of(digits.begin(), digits.end(), isDigit);
+        ok_ = ok_ && digits.size() == width &&
+              std::all_of(digits.begin(), digits.end(), ascii::isDigit<char16_t>);
         if (!ok_)
             return;
         value = 0;
@@ -214,7 +208,7 @@ bool FixedDatePattern::canFollow(Field field, Step next) {
         return next.literal == u' ';
     case Field::Weekday:
     case Field::MonthName:
-        return !isLetter(next.literal);
+        return !ascii::isLetter(next.literal);
     default:
         return next.literal < 0x80 && next.literal != u'e' && next.literal != u'E';
     }
@@ -230,22 +224,25 @@ bool FixedDatePattern::isSound() const {
         if (!canFollow(steps_[i].field, steps_[i + 1]))
             return false;
     return has(Field::Year) && has(Field::Month, Field::MonthName) && has(Field::Day) &&
-           std::none_of(steps_.begin(), steps_.end(),
-                        [](const Step &step) { return isDigit(step.literal) || step.literal == u'\''; });
+           std::none_of(steps_.begin(), steps_.end(), [](const Step &step) {
+               return ascii::isDigit(step.literal) || step.literal == u'\'';
+           });
 }
 
 std::optional<FixedDatePattern> FixedDatePattern::compile(std::u16string_view pattern) {
     FixedDatePattern made;
-    bool known = true;
+    bool understood = true;
     const bool closed = walkDatePattern(
         pattern,
-        [&](char16_t letter, std::size_t count) { known = known && made.add(std::u16string(count, letter)); },
+        [&](char16_t letter, std::size_t count) {
+            understood = understood && made.add(std::u16string(count, letter));
+        },
         [&](char16_t unit) {
             made.steps_.push_back({Field::Literal, unit});
         });
     made.namesOffset_ = std::any_of(made.steps_.begin(), made.steps_.end(),
                                     [](const Step &step) { return step.field == Field::Offset; });
-    return closed && known && made.isSound() ? std::optional(made) : std::nullopt;
+    return closed && understood && made.isSound() ? std::optional(made) : std::nullopt;
 }
 
 std::optional<double> FixedDatePattern::parse(std::u16string_view text) const {
@@ -258,10 +255,10 @@ std::optional<double> FixedDatePattern::parse(std::u16string_view text) const {
 std::optional<std::u16string> FixedDatePattern::format(double milliseconds, int offset) const {
     using namespace std::chrono;
     // A day away from the limits, so that no offset passes them.
-    constexpr sys_time<std::chrono::milliseconds> first = sys_days(1583y / 1 / 2),
-                                                  last = sys_days(9999y / 12 / 30);
-    if (!(milliseconds >= static_cast<double>(first.time_since_epoch().count()) &&
-          milliseconds <= static_cast<double>(last.time_since_epoch().count())))
+    constexpr sys_time<std::chrono::milliseconds> earliest = sys_days(1583y / 1 / 2),
+                                                  latest = sys_days(9999y / 12 / 30);
+    if (!(milliseconds >= static_cast<double>(earliest.time_since_epoch().count()) &&
+          milliseconds <= static_cast<double>(latest.time_since_epoch().count())))
         return std::nullopt;
     const std::chrono::milliseconds count(static_cast<std::int64_t>(milliseconds));
     Writer writer(sys_time<std::chrono::milliseconds>(count), offset);

@@ -1,5 +1,7 @@
 #include "Platform/Foundation/Dates/PosixTimeZone.h"
 
+#include "Platform/Ascii/Ascii.h"
+
 #include <algorithm>
 #include <chrono>
 #include <limits>
@@ -7,14 +9,6 @@
 namespace {
 
 constexpr int daysBeforeMarch = 59;
-
-bool isLetter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 /// The offsets of winter and summer; where summer has the smaller one, it is winter that adds.
 std::pair<TimeZoneRules::Offset, TimeZoneRules::Offset> seasons(std::int32_t standard, std::int32_t summer) {
@@ -58,7 +52,7 @@ private:
     void name() {
         const bool quoted = take('<');
         const auto end = std::find_if_not(rest_.begin(), rest_.end(), [quoted](char one) {
-            return isLetter(one) || (quoted && (isDigit(one) || one == '+' || one == '-'));
+            return ascii::isLetter(one) || (quoted && (ascii::isDigit(one) || one == '+' || one == '-'));
         });
         const auto length = static_cast<std::size_t>(end - rest_.begin());
         ok_ = ok_ && length >= 3;
@@ -69,7 +63,7 @@ private:
 
     int number(int least, int most) {
         int value = -1;
-        while (!rest_.empty() && isDigit(rest_.front()) && value <= most) {
+        while (!rest_.empty() && ascii::isDigit(rest_.front()) && value <= most) {
             value = std::max(value, 0) * 10 + (rest_.front() - '0');
             rest_.remove_prefix(1);
         }
@@ -164,9 +158,9 @@ TimeZoneRules PosixTimeZone::rulesAfter(TimeZoneRules::Offset first,
     if (changes.empty())
         return rules();
     constexpr std::int64_t longAgo = -100'000'000'000; // what ends still earlier has no year
-    const std::int64_t last = std::max(changes.back().time, longAgo);
-    const year_month_day day(floor<days>(sys_seconds(seconds(last))));
-    const auto following = changesFrom(static_cast<int>(day.year()), last);
+    const std::int64_t latest = std::max(changes.back().time, longAgo);
+    const year_month_day day(floor<days>(sys_seconds(seconds(latest))));
+    const auto following = changesFrom(static_cast<int>(day.year()), latest);
     const std::size_t repeating = changes.size();
     changes.insert(changes.end(), following.begin(), following.end());
     return {first, std::move(changes), repeating};

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/KeyValueCoding/NSKeyValueCoding.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Runtime/Object/NSException.h"
@@ -12,8 +13,8 @@ namespace {
 /// "title" to "Title": the first character, as people see it, in upper case.
 std::string capitalized(std::string_view name) {
     const auto isPlain = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
-    if (!name.empty() && name[0] >= 'a' && name[0] <= 'z' && (name.size() == 1 || isPlain(name[1])))
-        return static_cast<char>(name[0] - 'a' + 'A') + std::string(name.substr(1));
+    if (!name.empty() && ascii::isLowerCase(name[0]) && (name.size() == 1 || isPlain(name[1])))
+        return ascii::upperCase(name[0]) + std::string(name.substr(1));
     const auto text = NSString::stringWithUTF8String(name);
     if (!text || text->length() == 0)
         return std::string(name);

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Numbers/NSDecimal.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Numbers/DecimalText.h"
 #include "Platform/Runtime/Object/NSException.h"
 
@@ -8,10 +9,6 @@
 #include <limits>
 
 namespace {
-
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
 
 bool takeSign(std::string_view &text) {
     const bool negative = text.starts_with('-');
@@ -70,7 +67,7 @@ NSDecimal NSDecimal::read(std::string_view text) {
     made.isNegative = takeSign(text);
     bool anyDigit = false, fraction = false;
     std::size_t at = 0;
-    for (; at < text.size() && (isDigit(text[at]) || (text[at] == '.' && !fraction)); ++at) {
+    for (; at < text.size() && (ascii::isDigit(text[at]) || (text[at] == '.' && !fraction)); ++at) {
         if (text[at] == '.') {
             fraction = true;
             continue;

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Text/Format.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/Unicode.h"
 #include "Platform/Runtime/Object/Class.h"
@@ -96,7 +97,7 @@ private:
     /// "2$" gives 2 and is consumed; anything else gives 0 and is left alone.
     std::size_t takePosition() {
         std::size_t end = at_, value = 0;
-        while (end < format_.size() && format_[end] >= '0' && format_[end] <= '9' && value < 1000)
+        while (end < format_.size() && ascii::isDigit(format_[end]) && value < 1000)
             value = value * 10 + static_cast<std::size_t>(format_[end++] - '0');
         if (value == 0 || end >= format_.size() || format_[end] != '$')
             return 0;
@@ -122,7 +123,7 @@ private:
             return static_cast<int>(std::clamp<std::int64_t>(value, -widestField, widestField));
         }
         std::optional<int> value;
-        while (at_ < format_.size() && format_[at_] >= '0' && format_[at_] <= '9')
+        while (at_ < format_.size() && ascii::isDigit(format_[at_]))
             value = std::min(value.value_or(0) * 10 + (format_[at_++] - '0'), widestField);
         return value;
     }

@@ -3,6 +3,8 @@
 // Any text may be given; what is no encoding yields nothing.
 #pragma once
 
+#include "Platform/Ascii/Ascii.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <optional>
@@ -52,7 +54,7 @@ constexpr std::optional<EncodedType> objectType(std::string_view text) {
 /// `[`, a count, a type and `]`.
 constexpr std::optional<EncodedType> arrayType(std::string_view text, int depth) {
     std::size_t at = 1, count = 0;
-    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at)
+    for (; at < text.size() && ascii::isDigit(text[at]); ++at)
         count = std::min(count * 10 + static_cast<std::size_t>(text[at] - '0'), largestType);
     const auto element = firstType(text.substr(at), depth + 1);
     if (!element)

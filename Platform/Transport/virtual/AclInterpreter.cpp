@@ -1,5 +1,7 @@
 #include "Platform/Transport/virtual/AclInterpreter.h"
 
+#include "Platform/Ascii/Ascii.h"
+
 #include <algorithm>
 #include <array>
 
@@ -15,10 +17,6 @@ size_t bigEndian16(const std::vector<uint8_t> &bytes, size_t offset) {
     return static_cast<size_t>(bytes[offset] << 8 | bytes[offset + 1]);
 }
 
-char upperCase(char character) {
-    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
-}
-
 // In upper case; an equals sign is a word of its own.
 std::vector<std::string> wordsOf(std::string_view line) {
     std::vector<std::string> words;
@@ -30,7 +28,7 @@ std::vector<std::string> wordsOf(std::string_view line) {
             words.emplace_back();
         }
         if (!blank) {
-            words.back().push_back(upperCase(character));
+            words.back().push_back(ascii::upperCase(character));
         }
         continues = !blank && !alone;
     }

@@ -2,6 +2,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLReferences.h"
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Text/NSRegularExpression.h"
 #include "Platform/Foundation/Text/NSString.h"
 
@@ -17,10 +18,6 @@ bool isLineBreak(char16_t unit) {
 
 bool isWhiteSpace(char16_t unit) {
     return unit == u' ' || unit == u'\t' || isLineBreak(unit);
-}
-
-bool isLetter(char16_t unit) {
-    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
 
 /// Takes pieces off the front of a text.
@@ -90,7 +87,7 @@ void skipTag(Cursor &cursor, std::u16string &out) {
         return cursor.skipPast(u"-->");
     if (cursor.skip(u"script"))
         return cursor.skipPast(u"</script>");
-    if (cursor.skip(u"/") && !isInlineName(std::u16string(cursor.run(isLetter))))
+    if (cursor.skip(u"/") && !isInlineName(std::u16string(cursor.run(ascii::isLetter<char16_t>))))
         appendBlank(out, cursor);
     cursor.skipPast(u">");
 }

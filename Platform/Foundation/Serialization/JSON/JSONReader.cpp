@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Serialization/JSON/JSONReader.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Numbers/DecimalText.h"
 
 #include <boost/json/basic_parser_impl.hpp>
@@ -109,10 +110,6 @@ private:
     std::size_t begin_ = 0, end_ = 0;   // of the last of them
 };
 
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-
 /// What the parser takes exponents of: 32 bits.
 constexpr std::size_t longestExponent = 9;
 
@@ -120,12 +117,12 @@ constexpr std::size_t longestExponent = 9;
 /// end when there is none. One byte in ten is looked at.
 std::string_view nextLongExponent(std::string_view text) {
     for (std::size_t at = longestExponent; at < text.size(); at += longestExponent + 1) {
-        if (!isDigit(text[at]))
+        if (!ascii::isDigit(text[at]))
             continue;
         std::size_t begin = at, end = at;
-        while (begin > 0 && isDigit(text[begin - 1]))
+        while (begin > 0 && ascii::isDigit(text[begin - 1]))
             --begin;
-        while (end < text.size() && isDigit(text[end]))
+        while (end < text.size() && ascii::isDigit(text[end]))
             ++end;
         const std::string_view before = text.substr(0, begin);
         const std::size_t mark = before.find_last_not_of("+-");

@@ -4,25 +4,17 @@
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/KindOfClass.h"
 
-#include <array>
 #include <cmath>
 
 json::Kind json::kindOf(const NSObject *object) {
-    static const std::array<std::pair<Class, Kind>, 5> kinds = {{{NSString::class_(), Kind::string},
-                                                                 {NSNumber::class_(), Kind::number},
-                                                                 {NSDictionary::class_(), Kind::dictionary},
-                                                                 {NSArray::class_(), Kind::array},
-                                                                 {NSNull::class_(), Kind::null}}};
-    const Class own = object ? object->isa() : nullptr;
-    for (const auto &[cls, kind] : kinds)
-        if (own == cls)
-            return kind;
-    for (const auto &[cls, kind] : kinds)
-        if (own && own->isSubclassOf(cls))
-            return kind;
-    return Kind::other;
+    static const std::pair<Class, Kind> kinds[] = {{NSString::class_(), Kind::string},
+                                                   {NSNumber::class_(), Kind::number},
+                                                   {NSDictionary::class_(), Kind::dictionary},
+                                                   {NSArray::class_(), Kind::array},
+                                                   {NSNull::class_(), Kind::null}};
+    return runtime::kindOfClass(object, kinds, Kind::other);
 }
 
 /// `depth` is the number of containers around the value.

@@ -89,16 +89,16 @@ private:
 
     /// The object as it is to be handed out. It is in `depth` containers, and referred to from `from`.
     id value(std::uint64_t index, unsigned depth, std::size_t from) {
-        const id made = object(index, depth, from);
+        id made = object(index, depth, from);
         if (!made)
             return nullptr;
         const Kind kind = places_[index].kind;
-        return kind == data || kind == ascii || kind == utf16 ? objects_.leaf(made) : made;
+        return kind == data || kind == asciiText || kind == utf16Text ? objects_.leaf(made) : made;
     }
 
     id key(std::uint64_t index, unsigned depth, std::size_t from) {
-        const id made = object(index, depth, from);
-        if (made && places_[index].kind != ascii && places_[index].kind != utf16)
+        id made = object(index, depth, from);
+        if (made && places_[index].kind != asciiText && places_[index].kind != utf16Text)
             return refuse(from, "a text as a key");
         return made;
     }
@@ -181,11 +181,11 @@ private:
             object.count = object.low + 1;
             break;
         case data:
-        case ascii:
-        case utf16:
+        case asciiText:
+        case utf16Text:
         case array:
         case dictionary:
-            unit = object.kind == utf16        ? 2
+            unit = object.kind == utf16Text    ? 2
                    : object.kind == array      ? referenceSize_
                    : object.kind == dictionary ? 2 * referenceSize_
                                                : 1;
@@ -232,13 +232,13 @@ private:
             const auto bytes = contents(object);
             return pool_.make<NSData>(std::vector<std::uint8_t>(bytes.begin(), bytes.end()));
         }
-        case ascii: {
+        case asciiText: {
             const auto bytes = contents(object);
             if (std::any_of(bytes.begin(), bytes.end(), [](char byte) { return byte < 0; }))
                 return refuse(object.start, "a text of ASCII characters");
             return pool_.make<NSString>(std::u16string(bytes.begin(), bytes.end()));
         }
-        case utf16: {
+        case utf16Text: {
             std::u16string units(object.count, u'\0');
             for (std::size_t i = 0; i < units.size(); ++i)
                 units[i] = static_cast<char16_t>(number(object.contents + 2 * i, 2));

@@ -98,7 +98,7 @@ private:
             std::all_of(units.begin(), units.end(), [](char16_t unit) { return unit < 0x80; });
         if (!isASCII && unicode::loneSurrogate(units))
             return refuse("a text in which no surrogate stands alone");
-        appendCount(leaves_, isASCII ? format::ascii : format::utf16, units.size());
+        appendCount(leaves_, isASCII ? format::asciiText : format::utf16Text, units.size());
         if (isASCII)
             leaves_.insert(leaves_.end(), units.begin(), units.end());
         else

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Serialization/PropertyList/OpenStepPropertyListReader.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Data/HexDigit.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Text/NSString.h"
@@ -28,7 +29,7 @@ bool isBlank(char16_t unit) {
 }
 
 bool isPlain(char16_t unit) {
-    return (unit >= '0' && unit <= '9') || (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z') ||
+    return ascii::isLetter(unit) || ascii::isDigit(unit) ||
            std::u16string_view(u"_$/:.-").find(unit) != std::u16string_view::npos;
 }
 

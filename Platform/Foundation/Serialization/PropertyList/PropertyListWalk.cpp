@@ -8,32 +8,21 @@
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListUID.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Runtime/Object/Class.h"
-
-#include <array>
+#include "Platform/Runtime/Object/KindOfClass.h"
 
 namespace {
 
 enum class Kind { text, number, dictionary, array, data, date, reference, other };
 
-/// Ordinary objects are told by their very class, others by their ancestors.
 Kind kindOf(const NSObject *object) {
-    static const std::array<std::pair<Class, Kind>, 7> kinds = {
-        {{NSString::class_(), Kind::text},
-         {NSNumber::class_(), Kind::number},
-         {NSDictionary::class_(), Kind::dictionary},
-         {NSArray::class_(), Kind::array},
-         {NSData::class_(), Kind::data},
-         {NSDate::class_(), Kind::date},
-         {PropertyListUID::class_(), Kind::reference}}};
-    const Class own = object ? object->isa() : nullptr;
-    for (const auto &[cls, kind] : kinds)
-        if (own == cls)
-            return kind;
-    for (const auto &[cls, kind] : kinds)
-        if (own && own->isSubclassOf(cls))
-            return kind;
-    return Kind::other;
+    static const std::pair<Class, Kind> kinds[] = {{NSString::class_(), Kind::text},
+                                                   {NSNumber::class_(), Kind::number},
+                                                   {NSDictionary::class_(), Kind::dictionary},
+                                                   {NSArray::class_(), Kind::array},
+                                                   {NSData::class_(), Kind::data},
+                                                   {NSDate::class_(), Kind::date},
+                                                   {PropertyListUID::class_(), Kind::reference}};
+    return runtime::kindOfClass(object, kinds, Kind::other);
 }
 
 template <class T>

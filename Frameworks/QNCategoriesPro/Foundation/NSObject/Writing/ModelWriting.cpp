@@ -10,7 +10,7 @@
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/KindOfClass.h"
 
 qn::WrittenKind qn::writtenKindOf(const NSObject &object) {
     using Kind = WrittenKind;
@@ -24,14 +24,7 @@ qn::WrittenKind qn::writtenKindOf(const NSObject &object) {
                                                    {NSSet::class_(), Kind::Set},
                                                    {NSAttributedString::class_(), Kind::AttributedString},
                                                    {NSData::class_(), Kind::Data}};
-    const Class own = object.isa();
-    for (const auto &[cls, kind] : kinds)
-        if (own == cls)
-            return kind;
-    for (const auto &[cls, kind] : kinds)
-        if (own->isSubclassOf(cls))
-            return kind;
-    return Kind::Model;
+    return runtime::kindOfClass(&object, kinds, Kind::Model);
 }
 
 bool qn::isNull(const id &object) {
