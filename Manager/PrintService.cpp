@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::size_t longestSignOfLife = 64 * 1024; // bytes
+constexpr std::size_t longestSignOfLife = 65536; // bytes
 
 /// One look at the print service, shared by who asks and who waits for the answer.
 class Inquiry {

@@ -69,7 +69,7 @@ QFont titleFont(QFont base) {
     return base;
 }
 
-QFont noteFont(QFont base) {
+QFont noteFont(const QFont &base) {
     return scaled(base, 0.9);
 }
 

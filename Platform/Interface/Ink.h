@@ -17,7 +17,7 @@ QPalette readableColors(const QPalette &desktop);
 
 /// The letters of titles (1.25 of the base size, semibold) and of notes (0.9 of it).
 QFont titleFont(QFont base);
-QFont noteFont(QFont base);
+QFont noteFont(const QFont &base);
 
 /// So many logical pixels where letters have their usual size; more where they are larger.
 int measure(const QFont &font, int pixels);

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Collections/CollectionDescription.h"
 
+#include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Collections/NSSet.h"
@@ -11,8 +12,7 @@
 namespace {
 
 bool isWordUnit(char16_t unit) {
-    return (unit >= '0' && unit <= '9') || (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z') ||
-           unit == '_';
+    return ascii::isLetter(unit) || ascii::isDigit(unit) || unit == '_';
 }
 
 void appendEscaped(std::u16string &out, char16_t unit) {
@@ -47,7 +47,7 @@ void appendEscaped(std::u16string &out, char16_t unit) {
 Ref<NSString> elementDescription(const id &element, const id &locale) {
     const SEL localized = sel_registerName("descriptionWithLocale:");
     if (locale && element->respondsToSelector(localized))
-        if (const auto text = as<NSString>(objc_msgSend<id>(element, localized, locale)))
+        if (auto text = as<NSString>(objc_msgSend<id>(element, localized, locale)))
             return text;
     return descriptionOf(*element);
 }

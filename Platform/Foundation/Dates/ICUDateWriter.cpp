@@ -97,7 +97,8 @@ std::optional<std::u16string> ICUDateWriter::format(double seconds, int microsec
     icu::UnicodeString text;
     icu::FieldPositionIterator fields;
     const std::unique_ptr<icu::Calendar> calendar(format_->icu.getCalendar()->clone());
-    calendar->setTime(seconds * 1000 + microseconds / 1000, status);
+    const int milliseconds = microseconds / 1000;
+    calendar->setTime(seconds * 1000 + milliseconds, status);
     const bool isMonth13 = ofMonth13_ && calendar->get(UCAL_MONTH, status) == UCAL_UNDECIMBER;
     (isMonth13 ? ofMonth13_ : format_)->icu.format(*calendar, text, &fields, status);
     if (U_FAILURE(status))

@@ -118,9 +118,10 @@ Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date) const {
     if (!date || !std::isfinite(date->timeIntervalSinceReferenceDate()) || !fitsICU(format_))
         return nullptr;
     const auto [seconds, microseconds] = moment(*date, fractionDigits_);
+    const int milliseconds = microseconds / 1000;
     const auto zone = this->zone();
     if (fixed_)
-        if (auto text = fixed_->format(seconds * 1000 + microseconds / 1000, offsetAt(seconds, *zone)))
+        if (auto text = fixed_->format(seconds * 1000 + milliseconds, offsetAt(seconds, *zone)))
             return make<NSString>(std::move(*text));
     const std::scoped_lock guard(lock_);
     Opened &icu = opened(zone);

@@ -39,8 +39,7 @@ Ref<NSTimeZone> makeZone(const TimeZoneDatabase::Zone &zone) {
 Ref<NSTimeZone> machinesZone() {
     TimeZoneDatabase &database = TimeZoneDatabase::system();
     const char *text = std::getenv("TZ");
-    if (const auto zone =
-            makeZone(text ? database.zoneOfEnvironment(text) : database.zoneOfFile("/etc/localtime")))
+    if (auto zone = makeZone(text ? database.zoneOfEnvironment(text) : database.zoneOfFile("/etc/localtime")))
         return zone;
     NSLog("time zone %s is not known; times are in UTC", text ? text : "/etc/localtime");
     return makeZone(database.zoneOfEnvironment(""));

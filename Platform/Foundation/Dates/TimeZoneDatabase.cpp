@@ -51,7 +51,7 @@ TimeZoneDatabase::Rules TimeZoneDatabase::rules(const std::string &name) {
     const std::scoped_lock guard(lock_);
     if (const auto found = known_.find(name); found != known_.end())
         return found->second;
-    const Rules read = rulesOfFile(folder_ / name);
+    Rules read = rulesOfFile(folder_ / name);
     if (read)
         known_.emplace(name, read);
     return read;

@@ -160,7 +160,7 @@ Reason JSONWriter::number(const NSNumber &value) {
 std::size_t JSONWriter::putPlain(const char16_t *units, std::size_t count, char *out) const {
     using Units = std::int16_t __attribute__((vector_size(16)));
     using Bytes = std::int8_t __attribute__((vector_size(8)));
-    const auto slash = static_cast<std::int16_t>(escapes_['/'] ? '/' : '"');
+    const std::int16_t slash = escapes_['/'] ? std::int16_t{'/'} : std::int16_t{'"'};
     std::size_t done = 0;
     for (; done + 8 <= count; done += 8) {
         Units unit;

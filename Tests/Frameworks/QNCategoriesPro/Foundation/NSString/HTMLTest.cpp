@@ -269,11 +269,11 @@ TEST(NewLinesAsBRs, countsBreaks) {
         {"\r\n", 1},       {"\n\n", 2}, {"\r\n\r\n", 2},   {"\n\r\n", 3},
         {"\r\n\n\r\n", 4}, {"\n\r", 2}, {"\r\n\r\n\r", 3}, {"\f\u0085\u2028\u2029\r", 5}};
     EXPECT_EQ(text(qn::stringWithNewLinesAsBRs(u" \t\v"_ns)), " \t\v");
-    for (const auto &[breaks, count] : table) {
+    for (const auto &[lines, count] : table) {
         std::string expected = "a";
         for (std::size_t i = 0; i < count; ++i)
             expected += "<br />";
-        EXPECT_EQ(text(qn::stringWithNewLinesAsBRs(string("a" + std::string(breaks) + "b"))), expected + "b");
+        EXPECT_EQ(text(qn::stringWithNewLinesAsBRs(string("a" + std::string(lines) + "b"))), expected + "b");
     }
 }
 
