@@ -148,9 +148,12 @@ Ivar objc_class::findIvar(std::string_view name) const {
     return nullptr;
 }
 
-void objc_class::addProtocol(std::string_view name) {
+bool objc_class::addProtocol(std::string_view name) {
     const std::scoped_lock guard(writing_);
+    if (std::ranges::find(protocols_, name) != protocols_.end())
+        return false;
     protocols_.emplace_back(name);
+    return true;
 }
 
 bool objc_class::conformsToProtocol(std::string_view name) const {
@@ -187,6 +190,8 @@ Class objc_class::declareClass(const runtime::ClassAnnouncement &announcement, C
 }
 
 Class objc_class::registerClass(const char *name, Class superclass, const Declare &declare) {
+    if (!name || !*name)
+        throw NSException(NSInvalidArgumentException, "a class cannot be made at run time without a name");
     auto &registry = runtime::ClassRegistry::shared();
     if (!registry.claim(name, nullptr))
         return nullptr;
@@ -196,6 +201,14 @@ Class objc_class::registerClass(const char *name, Class superclass, const Declar
         registry.abandon(name);
         throw;
     }
+}
+
+void runtime::declareInstantiation(Class cls, objc_class::Instantiate function, bool isFirst) {
+    if (!isFirst || !function)
+        throw NSException(NSInvalidArgumentException, "class " + cls->name() +
+                                                          ": the way to make instances is " +
+                                                          (function ? "declared twice" : "none"));
+    cls->instantiate = std::move(function);
 }
 
 Class objc_getClass(std::string_view name) {

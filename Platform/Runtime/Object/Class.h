@@ -27,7 +27,8 @@ struct objc_class final : NSObject {
     /// a property whose accessors are not of its type; whatever `declare` raises leaves no class behind.
     static Class declareClass(const runtime::ClassAnnouncement &announcement, Class superclass,
                               const Declare &declare);
-    /// Makes a class at run time in the same way. Null when another class has the name.
+    /// Makes a class at run time in the same way. Null when another class has the name. Raises
+    /// NSInvalidArgumentException for an empty name or none.
     static Class registerClass(const char *name, Class superclass, const Declare &declare = nullptr);
 
     /// A class is an instance of its meta-class; a meta-class of the root's meta-class.
@@ -63,7 +64,8 @@ struct objc_class final : NSObject {
     /// The instance variable of that name of this class or a superclass; none when there is none.
     Ivar findIvar(std::string_view name) const;
 
-    void addProtocol(std::string_view name);
+    /// False when the class itself conforms to it already.
+    bool addProtocol(std::string_view name);
     /// Whether this class or a superclass conforms to the protocol.
     bool conformsToProtocol(std::string_view name) const;
 
@@ -97,6 +99,9 @@ id class_createInstance(Class cls);
 Class objc_getClass(std::string_view name);
 
 namespace runtime {
+
+/// For declarations. Raises NSInvalidArgumentException unless it is the first of the class, and for none.
+void declareInstantiation(Class cls, objc_class::Instantiate function, bool isFirst);
 
 /// Gives the class a member function or a free function as an operation; false when it has the selector.
 template <auto Function>
@@ -182,13 +187,13 @@ public:
 
     /// The class conforms to the protocol, which is no more than a name.
     ClassBuilder &protocol(const char *name) {
-        cls_->addProtocol(name);
+        runtime::declareProtocol(cls_, name);
         return *this;
     }
 
     /// Replaces the way `class_createInstance` makes an instance, e.g. for a singleton.
     ClassBuilder &instantiate(objc_class::Instantiate function) {
-        cls_->instantiate = std::move(function);
+        runtime::declareInstantiation(cls_, std::move(function), !std::exchange(instantiates_, true));
         return *this;
     }
 
@@ -202,6 +207,7 @@ private:
     }
 
     Class cls_;
+    bool instantiates_ = false; // in a way of its own
 };
 
 #define NS_IMPLEMENTATION(Type)                                                                              \

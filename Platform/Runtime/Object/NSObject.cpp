@@ -26,6 +26,13 @@ bool NSObject::respondsToSelector(SEL selector) const {
     return isa()->findMethod(selector) != nullptr;
 }
 
+void NSObject::raiseUnowned() const {
+    throw NSException(NSInvalidArgumentException,
+                      "-[" + isa()->name() +
+                          " self]: nobody owns the object, which is being made or ended, or "
+                          "does not live in a Ref");
+}
+
 namespace {
 [[noreturn]] id raiseNotCopyable(const NSObject &object, const char *operation) {
     throw NSException(NSInvalidArgumentException, "-[" + object.isa()->name() + " " + operation +

@@ -62,9 +62,17 @@ public:
     bool isMemberOfClass(Class cls) const { return isa() == cls; }
     bool respondsToSelector(SEL selector) const;
 
-    id self() const { return std::const_pointer_cast<NSObject>(shared_from_this()); }
+    /// The object for whoever is to keep it. Raises NSInvalidArgumentException when nobody owns it: on the
+    /// stack, and in its constructors and destructors.
+    id self() const {
+        if (auto object = weak_from_this().lock()) [[likely]]
+            return std::const_pointer_cast<NSObject>(std::move(object));
+        raiseUnowned();
+    }
 
 private:
+    [[noreturn]] void raiseUnowned() const;
+
     static const runtime::ClassAnnouncement announcement_;
     static void declare(ClassBuilder<NSObject> &cls);
 };

@@ -103,6 +103,11 @@ std::string setterOf(const objc_property &property) {
     return name ? *name : runtime::setterName(property.name);
 }
 
+/// Whether an encoding can tell it.
+bool isProtocolName(std::string_view name) {
+    return !name.empty() && name.find_first_of("<>\"") == name.npos;
+}
+
 void addAccessor(Class cls, const std::string &property, objc_method accessor, const std::string &selector) {
     accessor.name = sel_registerName(selector);
     if (!cls->declareMethod(std::move(accessor)))
@@ -155,12 +160,25 @@ void runtime::declareMethod(Class cls, objc_method method, const char *selector)
                           "class " + cls->name() + ": the operation " + selector + " is declared twice");
 }
 
+void runtime::declareProtocol(Class cls, std::string_view name) {
+    if (!isProtocolName(name))
+        throw NSException(NSInvalidArgumentException, "class " + cls->name() + ": the protocol's name \"" +
+                                                          std::string(name) + "\" is malformed");
+    if (!cls->addProtocol(name))
+        throw NSException(NSInvalidArgumentException, "class " + cls->name() + ": the protocol " +
+                                                          std::string(name) + " is declared twice");
+}
+
 void runtime::declareProperty(Class cls, Declaration declaration, const std::string &name,
                               std::string_view attributeText) {
     if (name.empty())
         refuse(cls, name, "it has no name");
-    if (declaration.elementClass && !declaration.isObject)
+    if (declaration.elementClass && !declaration.mayHoldObjects)
         refuse(cls, name, "only collections have elements");
+    if (declaration.protocols.size() > 0 && (!declaration.isObject || declaration.type == "@?"))
+        refuse(cls, name, "only objects of a class have protocols");
+    if (!std::ranges::all_of(declaration.protocols, isProtocolName))
+        refuse(cls, name, "a protocol's name is malformed");
     const objc_property property{
         name, complete(declaration, AttributeReader(cls, name, declaration).read(attributeText), name),
         declaration.cls, declaration.elementClass};

@@ -21,8 +21,9 @@
 // unless the class has a method of that name, listed before or after: that one is the accessor then. Private
 // members may be named, since the declaration is part of the class. A declaration that contradicts itself or
 // another one of the class raises NSInvalidArgumentException: a second property or instance variable of one
-// name, an accessor that is not of the property's type, attributes that exclude each other. The attributes,
-// separated by commas and kept in the runtime's order:
+// name, an accessor that is not of the property's type, attributes that exclude each other; and so does what
+// would have no effect, such as elements of what holds none. The attributes, separated by commas and kept in
+// the runtime's order:
 //
 // | attribute | meaning                                                                                   |
 // |-----------|-------------------------------------------------------------------------------------------|
@@ -87,17 +88,20 @@ struct Declaration {
     bool isWeak = false;
     Class (*cls)() = nullptr;
     Class (*elementClass)() = nullptr;
+    bool mayHoldObjects = false; ///< a collection, or any object
+    Protocols protocols{};
     std::optional<std::ptrdiff_t> offset{};
     std::optional<objc_method> get{};
     std::optional<objc_method> set{};
     std::optional<objc_method> setCopy{};
 };
 
-// What contradicts the declarations before raises NSInvalidArgumentException.
+// What contradicts the declarations before, or would have no effect, raises NSInvalidArgumentException.
 void declareProperty(Class cls, Declaration declaration, const std::string &name,
                      std::string_view attributes);
 void declareIvar(Class cls, const Declaration &declaration, const std::string &name);
 void declareMethod(Class cls, objc_method method, const char *selector);
+void declareProtocol(Class cls, std::string_view name);
 /// Once all is declared: whether the accessors of the properties are of their types, where a class has a
 /// method for an inherited property as well as where it inherits one for a property of its own.
 void checkAccessors(Class cls);
@@ -106,13 +110,20 @@ template <class M>
 Declaration declarationOf(Protocols protocols) {
     if constexpr (isObject<M>) {
         using T = typename M::element_type;
+        constexpr bool isAny = std::is_same_v<T, NSObject>;
         if constexpr (isBlock<T>)
-            return {"@?", true};
+            return {.type = "@?", .isObject = true, .protocols = protocols};
         else
-            return {objectEncoding(T::declaredName, protocols), true, isWeak<M>,
-                    std::is_same_v<T, NSObject> ? nullptr : &T::class_};
-    } else
-        return {typeEncoding<M>()};
+            return {.type = objectEncoding(T::declaredName, protocols),
+                    .isObject = true,
+                    .isWeak = isWeak<M>,
+                    .cls = isAny ? nullptr : &T::class_,
+                    .mayHoldObjects = isAny || requires(const T &object){*object.begin();
+    }
+    , .protocols = protocols
+};
+}
+else return {.type = typeEncoding<M>(), .protocols = protocols};
 }
 
 template <class T, class M, M T::*Member>

@@ -243,6 +243,17 @@ TEST(Ownership, countsExactly) {
     EXPECT_EQ(weak.lock(), object);
     object = nullptr;
     EXPECT_EQ(weak.lock(), nullptr);
+
+    struct Ending final : Violin {
+        explicit Ending(std::string &text) : seen(text) {}
+        ~Ending() override {
+            seen = complaint([&] { self(); });
+        }
+        std::string &seen;
+    };
+    std::string atEnd;
+    make<Ending>(atEnd);
+    EXPECT_THAT(atEnd, StartsWith("NSInvalidArgumentException -[Violin self]: nobody owns the object"));
 }
 
 TEST(Block, isAnObjectThatIsCalled) {

@@ -214,6 +214,15 @@ TEST(Property, whatWouldBeIgnoredIsRefused) {
          "it is read-only and has a setter"},
         {[](Builder &cls) { cls.property<&Draft::pages>(""); }, "it has no name"},
         {[](Builder &cls) { cls.property<&Draft::pages, Author>("n"); }, "only collections have elements"},
+        {[](Builder &cls) { cls.property<&Draft::text, Author>("n"); }, "only collections have elements"},
+        {[](Builder &cls) { cls.property<&Draft::pages>("n", "", {"P"}); },
+         "only objects of a class have protocols"},
+        {[](Builder &cls) { cls.property<Ref<Block<void()>>>("n", "D", {"P"}); },
+         "only objects of a class have protocols"},
+        {[](Builder &cls) {
+             cls.property<&Draft::text>("n", "", {"P", "<Q>"});
+         },
+         "a protocol's name is malformed"},
         {[](Builder &cls) { cls.property<&Draft::text>("n").property<&Draft::pages>("n"); },
          "it is declared twice"},
         {[](Builder &cls) { cls.property<&Draft::pages>("m", "Gn").property<&Draft::pages>("n"); },
@@ -231,6 +240,12 @@ TEST(Property, whatWouldBeIgnoredIsRefused) {
          "class Refused: the instance variable _m is declared twice"},
         {[](Builder &cls) { cls.method<&Draft::takePages>("n").method<&Draft::takePages>("n"); },
          "class Refused: the operation n is declared twice"},
+        {[](Builder &cls) { cls.protocol("P").protocol("P"); },
+         "class Refused: the protocol P is declared twice"},
+        {[](Builder &cls) { cls.protocol(""); }, "class Refused: the protocol's name \"\" is malformed"},
+        {[](Builder &cls) { cls.instantiate(&make<Draft>).instantiate(&make<Draft>); },
+         "class Refused: the way to make instances is declared twice"},
+        {[](Builder &cls) { cls.instantiate(nullptr); }, "class Refused: the way to make instances is none"},
         {[](Builder &cls) { cls.method<&Draft::putPages>("setText:"); },
          "class Refused, property \"text\": setText: is no accessor of the type @\"NSString\", its types are "
          "v20@0:8i16"},
@@ -282,6 +297,8 @@ TEST(Reflection, classesAndMembersMadeAtRunTime) {
     });
     ASSERT_TRUE(made);
     EXPECT_EQ(objc_registerSubclass<Book>("Atlas"), nullptr) << "the name is taken";
+    for (const char *name : {"", static_cast<const char *>(nullptr)})
+        EXPECT_NE(complaint([&] { objc_registerSubclass<Book>(name); }), "");
     const id atlas = class_createInstance(objc_getClass("Atlas"));
     EXPECT_TRUE(atlas->isMemberOfClass(made) && as<Book>(atlas));
     EXPECT_EQ(objc_msgSend<std::int32_t>(atlas, "maps"_sel), 12);
