@@ -1,6 +1,7 @@
 #include "Manager/PrintService.h"
 
 #include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Dispatch/Time/DetachedThread.h"
 
 #include <array>
 #include <condition_variable>
@@ -8,7 +9,6 @@
 #include <mutex>
 #include <optional>
 #include <sys/socket.h>
-#include <thread>
 
 namespace {
 
@@ -123,6 +123,7 @@ private:
 
 PrintServiceAnswer askPrintService() {
     const auto inquiry = std::make_shared<Inquiry>();
-    std::thread([inquiry] { inquiry->ask(); }).detach();
+    if (!dispatch::startDetachedThread([inquiry] { inquiry->ask(); }))
+        return {.server = cupsServer()};
     return inquiry->await();
 }

@@ -24,7 +24,8 @@ inline constexpr std::chrono::milliseconds printServicePatience{4000};
 /// connection. Blocks for as long as it takes to answer, but no longer than `printServicePatience` of the
 /// current clock: then it does not answer. Any thread.
 ///
-/// The asking is done by a thread of its own. One that is given up ends at once, unless the print service
-/// fell silent between the sign of life and the queues: as the default connection is the library's own, its
-/// thread then waits on until the other side closes or the process ends.
+/// The asking is done by a thread of its own; where the system has none left, nobody answers. One that is
+/// given up ends at once, unless the print service fell silent between the sign of life and the queues: as
+/// the default connection is the library's own, its thread then waits on until the other side closes or the
+/// process ends.
 PrintServiceAnswer askPrintService();

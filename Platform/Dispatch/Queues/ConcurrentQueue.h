@@ -13,8 +13,9 @@
 // additions. Calling `sync` or `barrierSync` from inside a block of the same queue is forbidden: it may
 // wait for itself. Submitting asynchronously from there is fine.
 //
-// Errors: what a synchronous function throws reaches its caller. An asynchronous block that throws ends
-// the process.
+// Errors: what a synchronous function throws reaches its caller, and the queue goes on. An asynchronous block
+// that throws ends the process. NSException is raised for a block of none, and by the asynchronous calls when
+// the pool can have no thread at all.
 //
 // Life: the queue may be destroyed with asynchronous blocks outstanding, even by one of them; they still
 // run. It must not be destroyed during a call of one of its members.
@@ -22,6 +23,7 @@
 
 #include "Platform/Dispatch/Queues/Queue.h"
 #include "Platform/Dispatch/Queues/Turnstile.h"
+#include "Platform/Dispatch/Time/BlockArgument.h"
 
 #include <memory>
 #include <string>
@@ -40,6 +42,7 @@ public:
     /// Runs `read` now, side by side with other readers, and returns what it returns.
     template <class F>
     std::invoke_result_t<F &> sync(F &&read) const {
+        checkBlock("dispatch::ConcurrentQueue::sync", read);
         const Reading reading(*turnstile_);
         return read();
     }
@@ -47,6 +50,7 @@ public:
     /// Runs `write` alone and returns what it returns.
     template <class F>
     std::invoke_result_t<F &> barrierSync(F &&write) {
+        checkBlock("dispatch::ConcurrentQueue::barrierSync", write);
         const Writing writing(*turnstile_);
         return write();
     }

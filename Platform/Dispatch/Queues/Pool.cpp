@@ -1,8 +1,10 @@
 #include "Platform/Dispatch/Queues/Pool.h"
 
+#include "Platform/Dispatch/Time/BlockArgument.h"
+#include "Platform/Dispatch/Time/DetachedThread.h"
+
 #include <algorithm>
 #include <chrono>
-#include <system_error>
 #include <thread>
 
 namespace dispatch {
@@ -25,6 +27,8 @@ std::size_t Pool::threadCount() const {
 }
 
 void Pool::submit(Block job) {
+    checkBlock("dispatch::Pool::submit", job);
+    requireThread();
     std::unique_lock lock(mutex_);
     jobs_.push_back(std::move(job));
     if (idle_ > waking_) {
@@ -38,21 +42,22 @@ void Pool::submit(Block job) {
     }
 }
 
+void Pool::startFirstThread() {
+    const std::lock_guard lock(mutex_);
+    if (threads_ == 0 && !startThread())
+        throw NSException(NSGenericException, "dispatch: no thread can be had to run blocks on");
+}
+
 bool Pool::startThread() {
-    try {
-        std::thread([this] { work(); }).detach();
-    } catch (const std::system_error &) {
-        return false; // the watcher tries again
-    }
+    if (!startDetachedThread([this] { work(); }))
+        return false;
     ++threads_;
+    hasThread_.store(true, std::memory_order_release);
     return true;
 }
 
 void Pool::startWatcher() {
-    if (watched_)
-        return;
-    std::thread([this] { watch(); }).detach();
-    watched_ = true;
+    watched_ = watched_ || startDetachedThread([this] { watch(); });
 }
 
 void Pool::work() {

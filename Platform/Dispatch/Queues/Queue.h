@@ -2,7 +2,8 @@
 //
 //     globalQueue().async([=] { exchange(printer); });
 //
-// Threads: `async` is safe from every thread and never waits for a block. A block must not throw.
+// Threads: `async` is safe from every thread and never waits for a block. A block must not throw. Every queue
+// raises NSInvalidArgumentException for a block of none; one that runs on the pool also what that raises.
 #pragma once
 
 #include <functional>

@@ -1,9 +1,15 @@
 #include "Platform/Dispatch/Queues/TimerSource.h"
 
+#include "Platform/Runtime/Object/NSException.h"
+
 #include <mutex>
 #include <utility>
 
 namespace dispatch {
+
+using namespace std::chrono_literals;
+
+static constexpr auto patience = 100ms; // with a queue that cannot take a tick
 
 // Shared with the blocks in the queue. Alarms are cancelled only with the mutex released: their function
 // takes it.
@@ -57,9 +63,10 @@ void TimerSource::State::setHandler(Block handler) {
 
 void TimerSource::State::resume() {
     const std::lock_guard lock(mutex_);
-    if (std::exchange(resumed_, true) || cancelled_)
+    if (resumed_ || cancelled_)
         return;
     arm(start_);
+    resumed_ = true;
 }
 
 void TimerSource::State::cancel() {
@@ -97,7 +104,16 @@ void TimerSource::State::fallDue(unsigned schedule) {
 }
 
 void TimerSource::State::submit() {
-    queue_.async([self = shared_from_this()] { self->runHandler(); });
+    try {
+        queue_.async([self = shared_from_this()] { self->runHandler(); });
+    } catch (const NSException &) { // on a thread of the clock or the queue, where nobody could hear of it
+        Alarm former;
+        const std::lock_guard lock(mutex_);
+        former = std::move(alarm_);
+        active_ = false;
+        if (!cancelled_)
+            arm(clock_.now() + patience);
+    }
 }
 
 void TimerSource::State::runHandler() {

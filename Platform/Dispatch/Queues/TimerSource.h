@@ -9,6 +9,8 @@
 // missed ones are skipped. A tick that falls due while the handler is queued or running is kept, and any
 // number of them are kept as one: the handler never runs twice at a time.
 //
+// A queue that raises instead of taking a tick is offered it again a little later.
+//
 // Threads: every member is safe from every thread, also from inside the handler, but must not be called
 // while holding a lock that the queue's `async` takes. Destruction cancels.
 //
@@ -34,9 +36,11 @@ public:
     /// `distantFuture()` never does; a period of zero or less makes it tick once.
     void setTimer(Instant start, std::chrono::nanoseconds period);
 
+    /// None: ticks pass.
     void setHandler(Block handler);
 
-    /// Starts ticking; a source is born at rest. Calling it again does nothing.
+    /// Starts ticking; a source is born at rest. Calling it again does nothing. Raises what the clock raises
+    /// that can have no thread, as `setTimer` does of a source that ticks.
     void resume();
 
     /// For good: no handler starts after it, not even a queued one, and the handler's captured objects are

@@ -1,5 +1,6 @@
 #include "Platform/Dispatch/Time/AlarmList.h"
 
+#include "Platform/Dispatch/Time/BlockArgument.h"
 #include "Platform/Dispatch/Time/Clock.h"
 
 namespace dispatch {
@@ -26,6 +27,7 @@ void Alarm::cancel() noexcept {
 }
 
 Alarm AlarmList::add(Instant deadline, std::function<void()> function) {
+    checkBlock("dispatch::Clock::callAt", function);
     const std::lock_guard lock(mutex_);
     auto entry = std::make_shared<AlarmEntry>();
     entry->key = {deadline, added_++};

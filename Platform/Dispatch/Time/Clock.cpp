@@ -1,9 +1,10 @@
 #include "Platform/Dispatch/Time/Clock.h"
 
 #include "Platform/Dispatch/Time/AlarmList.h"
+#include "Platform/Dispatch/Time/DetachedThread.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <atomic>
-#include <thread>
 
 namespace dispatch {
 
@@ -37,16 +38,23 @@ bool SystemClock::waitUntil(std::unique_lock<std::mutex> &lock, std::condition_v
 }
 
 Alarm SystemClock::callAt(Instant deadline, std::function<void()> function) {
-    std::call_once(started_, [this] {
-        alarms_ = std::make_shared<AlarmList>();
-        std::thread([this] { runAlarms(); }).detach();
-    });
-    return alarms_->add(deadline, std::move(function));
+    return alarms().add(deadline, std::move(function));
 }
 
-void SystemClock::runAlarms() {
+AlarmList &SystemClock::alarms() {
+    const std::lock_guard lock(starting_);
+    if (!alarms_) {
+        auto made = std::make_shared<AlarmList>();
+        if (!startDetachedThread([this, made] { runAlarms(*made); }))
+            throw NSException(NSGenericException, "dispatch: no thread can be had to call alarms on");
+        alarms_ = std::move(made);
+    }
+    return *alarms_;
+}
+
+void SystemClock::runAlarms(AlarmList &alarms) {
     for (;;)
-        alarms_->run(*alarms_->takeWhenDue(*this));
+        alarms.run(*alarms.takeWhenDue(*this));
 }
 
 ClockScope::ClockScope(Clock &clock) : previous_(replacement.exchange(&clock, std::memory_order_acq_rel)) {}

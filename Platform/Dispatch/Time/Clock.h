@@ -35,7 +35,8 @@ public:
                            Instant deadline) = 0;
 
     /// Runs `function` once, at or after `deadline`, on the clock's own thread. It must be short (all
-    /// alarms share that thread) and must not throw.
+    /// alarms share that thread) and must not throw. Raises NSInvalidArgumentException for none, and
+    /// NSGenericException when the clock can have no thread.
     virtual Alarm callAt(Instant deadline, std::function<void()> function) = 0;
 
     /// The process-wide clock, the system clock unless a `ClockScope` says otherwise.
@@ -43,7 +44,7 @@ public:
 };
 
 /// The machine's own clocks. Its thread starts with the first alarm and is never joined, so that the
-/// process can end at once.
+/// process can end at once; where none could be had, the next alarm tries again.
 class SystemClock final : public Clock {
 public:
     static SystemClock &shared();
@@ -56,10 +57,11 @@ public:
 
 private:
     SystemClock() = default;
-    void runAlarms();
+    AlarmList &alarms();
+    void runAlarms(AlarmList &alarms);
 
-    std::shared_ptr<AlarmList> alarms_;
-    std::once_flag started_;
+    std::mutex starting_;
+    std::shared_ptr<AlarmList> alarms_; // guarded by starting_; stays once its thread runs
 };
 
 /// Makes `clock` the current one as long as the scope lives. Scopes nest.

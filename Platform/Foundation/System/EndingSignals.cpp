@@ -1,8 +1,9 @@
 #include "Platform/Foundation/System/EndingSignals.h"
 
+#include "Platform/Dispatch/Time/DetachedThread.h"
+
 #include <csignal>
 #include <cstdlib>
-#include <thread>
 #include <utility>
 
 namespace dispatch {
@@ -35,7 +36,8 @@ void endOnSignals(std::function<void()> before) {
         if (!isIgnored(signal))
             sigaddset(&signals, signal);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    std::thread([signals, before = std::move(before)] { awaitEnd(signals, before); }).detach();
+    if (!startDetachedThread([signals, before = std::move(before)] { awaitEnd(signals, before); }))
+        pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 } // namespace dispatch

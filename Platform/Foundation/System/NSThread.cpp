@@ -1,16 +1,10 @@
 #include "Platform/Foundation/System/NSThread.h"
 
-#include "Platform/Runtime/Object/NSException.h"
-
-#include <system_error>
-#include <thread>
+#include "Platform/Dispatch/Time/BlockArgument.h"
+#include "Platform/Dispatch/Time/DetachedThread.h"
 
 void NSThreadDetachNewThread(std::function<void()> block) {
-    if (!block)
-        throw NSException(NSInvalidArgumentException, "NSThreadDetachNewThread: block cannot be nil");
-    try {
-        std::thread(std::move(block)).detach();
-    } catch (const std::system_error &error) {
-        throw NSException(NSGenericException, std::string("NSThreadDetachNewThread: ") + error.what());
-    }
+    dispatch::checkBlock("NSThreadDetachNewThread", block);
+    if (!dispatch::startDetachedThread(std::move(block)))
+        throw NSException(NSGenericException, "NSThreadDetachNewThread: no thread can be had");
 }
