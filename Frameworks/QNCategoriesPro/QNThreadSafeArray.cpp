@@ -1,5 +1,8 @@
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
 
+#include "Frameworks/QNCategoriesPro/BothLocks.h"
+#include "Platform/Foundation/Collections/CollectionDescription.h"
+#include "Platform/Foundation/Collections/CollectionEquality.h"
 #include "Platform/Runtime/Object/Class.h"
 
 NS_IMPLEMENTATION(QNThreadSafeArray) {}
@@ -36,14 +39,32 @@ Ref<QNThreadSafeArray> QNThreadSafeArray::initWithContentsOfURL(const Ref<NSURL>
     return guarded(NSMutableArray::arrayWithContentsOfURL(url));
 }
 
+Ref<NSString> QNThreadSafeArray::componentsJoinedByString(const Ref<NSString> &separator) const {
+    return collectionDescription(*this, [&] { return locked()->componentsJoinedByString(separator); });
+}
+
+Ref<NSString> QNThreadSafeArray::descriptionWithLocale(const id &locale) const {
+    return collectionDescription(*this, [&] { return locked()->descriptionWithLocale(locale); });
+}
+
+Ref<NSString> QNThreadSafeArray::descriptionWithLocale(const id &locale, NSUInteger indent) const {
+    return collectionDescription(*this, [&] { return locked()->descriptionWithLocale(locale, indent); });
+}
+
+Ref<NSString> QNThreadSafeArray::description() const {
+    return collectionDescription(*this, [&] { return locked()->description(); });
+}
+
 bool QNThreadSafeArray::isEqualToArray(const Ref<NSArray> &other) const {
     if (other.get() == this)
         return true;
     const auto guarded = as<QNThreadSafeArray>(other);
     if (!guarded)
         return false;
-    const auto mine = locked(), theirs = guarded->locked();
-    return mine->isEqualToArray(guarded->_arr);
+    return collections::areEqual(*this, *guarded, [&] {
+        const BothLocks locks(*this, _lock, *guarded, guarded->_lock);
+        return _arr->isEqualToArray(guarded->_arr);
+    });
 }
 
 bool QNThreadSafeArray::isEqual(const id &other) const {

@@ -30,10 +30,9 @@
 // Making an array of another one, and comparing an ordinary array with a guarded one, take one lock at a
 // time.
 //
-// Of an array that holds itself, directly or in what it holds, everything waits for ever that asks for the
-// texts of elements under the lock: `description`, and with it logs and formats, `componentsJoinedByString`,
-// and the two JSON texts of the library. What reads a snapshot ends: NSJSONSerialization has no JSON for it,
-// models leave the inner one out, and keyed archives hold it once.
+// An array may hold itself, directly or in what it holds. Its texts, also those in logs and formats, show the
+// inner one as "<QNThreadSafeArray: 0x…>"; it is equal to another one as far as both can be told apart; it
+// has no JSON and no property list; models leave the inner one out, and keyed archives hold it once.
 //
 // * Enumerators are made under the lock but used without it: they are not safe against writers, and raise
 //   NSGenericException when they notice one.
@@ -102,9 +101,7 @@ public:
     Ref<NSArray> subarrayWithRange(NSRange range) const override {
         return locked()->subarrayWithRange(range);
     }
-    Ref<NSString> componentsJoinedByString(const Ref<NSString> &separator) const override {
-        return locked()->componentsJoinedByString(separator);
-    }
+    Ref<NSString> componentsJoinedByString(const Ref<NSString> &separator) const override;
     Ref<NSEnumerator> objectEnumerator() const override { return locked()->objectEnumerator(); }
     Ref<NSEnumerator> reverseObjectEnumerator() const override { return locked()->reverseObjectEnumerator(); }
     void enumerateObjectsUsingBlock(const Visitor &visitor) const override {
@@ -170,14 +167,10 @@ public:
                              const NSComparator &comparator) const override {
         return locked()->indexOfObject(object, sortedRange, options, comparator);
     }
-    Ref<NSString> descriptionWithLocale(const id &locale) const override {
-        return locked()->descriptionWithLocale(locale);
-    }
-    Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const override {
-        return locked()->descriptionWithLocale(locale, indent);
-    }
+    Ref<NSString> descriptionWithLocale(const id &locale) const override;
+    Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const override;
     NSUInteger hash() const override { return locked()->hash(); }
-    Ref<NSString> description() const override { return locked()->description(); }
+    Ref<NSString> description() const override;
 
     void addObject(const id &object) override { locked()->addObject(object); }
     void insertObject(const id &object, NSUInteger index) override { locked()->insertObject(object, index); }

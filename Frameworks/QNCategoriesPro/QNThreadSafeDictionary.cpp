@@ -1,5 +1,8 @@
 #include "Frameworks/QNCategoriesPro/QNThreadSafeDictionary.h"
 
+#include "Frameworks/QNCategoriesPro/BothLocks.h"
+#include "Platform/Foundation/Collections/CollectionDescription.h"
+#include "Platform/Foundation/Collections/CollectionEquality.h"
 #include "Platform/Runtime/Object/Class.h"
 
 NS_IMPLEMENTATION(QNThreadSafeDictionary) {}
@@ -35,14 +38,32 @@ Ref<QNThreadSafeDictionary> QNThreadSafeDictionary::initWithDictionary(const Ref
     return guarded(NSMutableDictionary::dictionaryWithDictionary(dictionary, copyItems));
 }
 
+Ref<NSString> QNThreadSafeDictionary::descriptionWithLocale(const id &locale) const {
+    return collectionDescription(*this, [&] { return locked()->descriptionWithLocale(locale); });
+}
+
+Ref<NSString> QNThreadSafeDictionary::descriptionWithLocale(const id &locale, NSUInteger indent) const {
+    return collectionDescription(*this, [&] { return locked()->descriptionWithLocale(locale, indent); });
+}
+
+Ref<NSString> QNThreadSafeDictionary::descriptionInStringsFileFormat() const {
+    return collectionDescription(*this, [&] { return locked()->descriptionInStringsFileFormat(); });
+}
+
+Ref<NSString> QNThreadSafeDictionary::description() const {
+    return collectionDescription(*this, [&] { return locked()->description(); });
+}
+
 bool QNThreadSafeDictionary::isEqualToDictionary(const Ref<NSDictionary> &other) const {
     if (other.get() == this)
         return true;
     const auto guarded = as<QNThreadSafeDictionary>(other);
     if (!guarded)
         return false;
-    const auto mine = locked(), theirs = guarded->locked();
-    return mine->isEqualToDictionary(guarded->_dic);
+    return collections::areEqual(*this, *guarded, [&] {
+        const BothLocks locks(*this, _lock, *guarded, guarded->_lock);
+        return _dic->isEqualToDictionary(guarded->_dic);
+    });
 }
 
 bool QNThreadSafeDictionary::isEqual(const id &other) const {

@@ -18,9 +18,7 @@
 // | `allKeysForObject`, equality, `description`,                            | guarded array                |
 // | `descriptionInStringsFileFormat`, and the JSON texts of the library     |                              |
 //
-// Of a dictionary that holds itself, directly or in what it holds, `description`, and with it logs and
-// formats, `descriptionInStringsFileFormat`, and the JSON texts of the library wait for ever;
-// NSJSONSerialization has no JSON for it, models leave the inner one out, and keyed archives hold it once.
+// A dictionary may hold itself, directly or in what it holds; a guarded array tells what that means.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
@@ -92,17 +90,11 @@ public:
                                            NSUInteger count) const override {
         return locked()->countByEnumeratingWithState(state, keys, count);
     }
-    Ref<NSString> descriptionWithLocale(const id &locale) const override {
-        return locked()->descriptionWithLocale(locale);
-    }
-    Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const override {
-        return locked()->descriptionWithLocale(locale, indent);
-    }
-    Ref<NSString> descriptionInStringsFileFormat() const override {
-        return locked()->descriptionInStringsFileFormat();
-    }
+    Ref<NSString> descriptionWithLocale(const id &locale) const override;
+    Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const override;
+    Ref<NSString> descriptionInStringsFileFormat() const override;
     NSUInteger hash() const override { return locked()->hash(); }
-    Ref<NSString> description() const override { return locked()->description(); }
+    Ref<NSString> description() const override;
 
     void setObject(const id &object, const id &key) override { locked()->setObject(object, key); }
     void removeObjectForKey(const id &key) override { locked()->removeObjectForKey(key); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/OneStep.h"
+#include "Platform/Foundation/Serialization/JSON/JSONWalk.h"
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Runtime/Object/NSObject.h"
 
@@ -26,6 +27,9 @@ Ref<NSString> jsonText(const id &collection, NSJSONWritingOptions options);
 /// The same, as one step on a guarded collection.
 template <class Collection>
 Ref<NSString> jsonText(const Ref<Collection> &collection, NSJSONWritingOptions options) {
+    if (!collection)
+        return nullptr;
+    const json::LockedVisit visit(*collection);
     return oneStep(collection, [=](Collection &contents) { return jsonText(contents.self(), options); });
 }
 

@@ -2,6 +2,8 @@
 
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/CollectionDescription.h"
+#include "Platform/Foundation/Collections/CollectionEnds.h"
+#include "Platform/Foundation/Collections/CollectionEquality.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Platform/Foundation/Data/CapacityHint.h"
 #include "Platform/Foundation/Text/NSString.h"
@@ -43,10 +45,15 @@ std::vector<id> checked(const char *operation, std::vector<id> objects) {
     return objects;
 }
 
+void keep(std::vector<id> &kept, id &element) {
+    kept.push_back(std::move(element));
+}
+
 /// The ordinary immutable array.
 class PlainArray final : public NSArray {
 public:
     explicit PlainArray(std::vector<id> objects) : objects_(std::move(objects)) {}
+    ~PlainArray() override { Ends::letGo(objects_, keep); }
 
     NSUInteger count() const override { return objects_.size(); }
     std::optional<std::span<const id>> elements() const override { return objects_; }
@@ -60,7 +67,7 @@ public:
     }
 
 private:
-    const std::vector<id> objects_;
+    std::vector<id> objects_; ///< changed only by its end
 };
 
 /// The ordinary mutable array. What leaves it outlives the change: its end may look at the array. Taking the
@@ -68,6 +75,7 @@ private:
 class PlainMutableArray final : public NSMutableArray {
 public:
     explicit PlainMutableArray(std::vector<id> objects) : objects_(std::move(objects)) {}
+    ~PlainMutableArray() override { Ends::letGo(objects_, keep); }
 
     NSUInteger count() const override { return objects_.size() - drained_; }
     std::optional<std::span<const id>> elements() const override {
@@ -268,10 +276,7 @@ Ref<NSString> NSArray::componentsJoinedByString(const Ref<NSString> &separator) 
 }
 
 bool NSArray::isEqualToArray(const Ref<NSArray> &other) const {
-    if (!other || other->count() != count())
-        return false;
-    const auto mine = allObjects(), theirs = other->allObjects();
-    return std::equal(mine.begin(), mine.end(), theirs.begin(), theirs.end(), equal);
+    return other && areEqual(*this, *other);
 }
 
 bool NSArray::isEqual(const id &other) const {
@@ -279,13 +284,20 @@ bool NSArray::isEqual(const id &other) const {
 }
 
 Ref<NSString> NSArray::descriptionWithLocale(const id &locale, NSUInteger indent) const {
-    const std::u16string blanks = indentation(indent);
-    std::u16string text = u"(";
-    enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
-        text += (index ? u",\n" : u"\n") + blanks + u"    " +
-                collectionElementDescription(object, locale, indent + 1);
+    return collectionDescription(*this, [&] {
+        const std::u16string blanks = indentation(indent);
+        std::u16string text = u"(";
+        enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
+            text += (index ? u",\n" : u"\n") + blanks + u"    " +
+                    collectionElementDescription(object, locale, indent + 1);
+        });
+        return make<NSString>(text + u"\n" + blanks + u")");
     });
-    return make<NSString>(text + u"\n" + blanks + u")");
+}
+
+void NSArray::performAsOneStep(const std::function<void(NSArray &contents)> &operation) {
+    runtime::checkBlock("NSArray performAsOneStep:", operation);
+    operation(*this);
 }
 
 id NSArray::mutableCopy() const {

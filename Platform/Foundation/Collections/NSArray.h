@@ -128,7 +128,8 @@ public:
     virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
         return descriptionWithLocale(locale, 0);
     }
-    /// `indent` counts levels of four blanks, 512 at most.
+    /// `indent` counts levels of four blanks, 512 at most. A collection within itself, or within 512 others,
+    /// is no more than "<Class: 0x…>".
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     id copy() const override { return self(); }
     id mutableCopy() const override;
@@ -136,9 +137,7 @@ public:
     /// Runs `operation` on the array that holds the elements, as one step: alone with it where a lock guards
     /// it. For operations of several calls in a row; the operation uses `contents`, never the receiver. The
     /// contents of a mutable array are mutable.
-    virtual void performAsOneStep(const std::function<void(NSArray &contents)> &operation) {
-        operation(*this);
-    }
+    virtual void performAsOneStep(const std::function<void(NSArray &contents)> &operation);
 };
 
 class NSMutableArray : public NSArray {

@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/CollectionDescription.h"
+#include "Platform/Foundation/Collections/CollectionEquality.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/ObjectTable.h"
 #include "Platform/Foundation/Data/CapacityHint.h"
@@ -221,14 +222,7 @@ void NSDictionary::getObjects(id *objects, id *keys, NSUInteger count) const {
 }
 
 bool NSDictionary::isEqualToDictionary(const Ref<NSDictionary> &other) const {
-    if (!other || other->count() != count())
-        return false;
-    bool same = true;
-    enumerateKeysAndObjectsUsingBlock([&](const id &key, const id &value, bool &stop) {
-        same = equal(value, other->objectForKey(key));
-        stop = !same;
-    });
-    return same;
+    return other && areEqual(*this, *other);
 }
 
 bool NSDictionary::isEqual(const id &other) const {
@@ -236,12 +230,14 @@ bool NSDictionary::isEqual(const id &other) const {
 }
 
 Ref<NSString> NSDictionary::descriptionWithLocale(const id &locale, NSUInteger indent) const {
-    const std::u16string blanks = indentation(indent);
-    std::u16string text = u"{\n";
-    for (const auto &[key, value] : entriesToDescribe(*this))
-        text += blanks + u"    " + collectionElementDescription(key, locale, indent + 1) + u" = " +
-                collectionElementDescription(value, locale, indent + 1) + u";\n";
-    return make<NSString>(text + blanks + u"}");
+    return collectionDescription(*this, [&] {
+        const std::u16string blanks = indentation(indent);
+        std::u16string text = u"{\n";
+        for (const auto &[key, value] : entriesToDescribe(*this))
+            text += blanks + u"    " + collectionElementDescription(key, locale, indent + 1) + u" = " +
+                    collectionElementDescription(value, locale, indent + 1) + u";\n";
+        return make<NSString>(text + blanks + u"}");
+    });
 }
 
 Ref<NSString> NSDictionary::descriptionInStringsFileFormat() const {
@@ -250,6 +246,11 @@ Ref<NSString> NSDictionary::descriptionInStringsFileFormat() const {
         text += quotedDescription(descriptionOf(*key)->units()) + u" = " +
                 quotedDescription(descriptionOf(*value)->units()) + u";\n";
     return make<NSString>(std::move(text));
+}
+
+void NSDictionary::performAsOneStep(const std::function<void(NSDictionary &contents)> &operation) {
+    runtime::checkBlock("NSDictionary performAsOneStep:", operation);
+    operation(*this);
 }
 
 id NSDictionary::mutableCopy() const {

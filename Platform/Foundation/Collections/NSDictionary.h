@@ -97,7 +97,8 @@ public:
     virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
         return descriptionWithLocale(locale, 0);
     }
-    /// `indent` counts levels of four blanks, 512 at most.
+    /// `indent` counts levels of four blanks, 512 at most. A collection within itself, or within 512 others,
+    /// is no more than "<Class: 0x…>".
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     /// One line `"key" = "value";` an entry, in the same order.
     virtual Ref<NSString> descriptionInStringsFileFormat() const;
@@ -107,9 +108,7 @@ public:
     /// Runs `operation` on the dictionary that holds the entries, as one step: alone with it where a lock
     /// guards it. For operations of several calls in a row; the operation uses `contents`, never the
     /// receiver. The contents of a mutable dictionary are mutable.
-    virtual void performAsOneStep(const std::function<void(NSDictionary &contents)> &operation) {
-        operation(*this);
-    }
+    virtual void performAsOneStep(const std::function<void(NSDictionary &contents)> &operation);
 };
 
 class NSMutableDictionary : public NSDictionary {

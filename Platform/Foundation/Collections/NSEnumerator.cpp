@@ -2,9 +2,15 @@
 
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 NS_IMPLEMENTATION(NSEnumerator) {
     cls.method<&NSEnumerator::nextObject>("nextObject");
+}
+
+NSEnumerator::NSEnumerator(std::function<id()> next, NSMutationWatch changes)
+    : next_(std::move(next)), changes_(changes) {
+    runtime::checkBlock("NSEnumerator initWithNext:", next_);
 }
 
 Ref<NSArray> NSEnumerator::allObjects() {

@@ -11,9 +11,9 @@ class NSArray;
 class NSEnumerator : public NSObject {
     NS_CLASS(NSEnumerator, NSObject)
 public:
-    /// `next` gives one object a call, none at the end, and keeps what `changes` watches.
-    explicit NSEnumerator(std::function<id()> next, NSMutationWatch changes = NSMutationWatch())
-        : next_(std::move(next)), changes_(changes) {}
+    /// `next` gives one object a call, none at the end, and keeps what `changes` watches. Raises
+    /// NSInvalidArgumentException for none.
+    explicit NSEnumerator(std::function<id()> next, NSMutationWatch changes = NSMutationWatch());
 
     id nextObject() {
         changes_.check();

@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/CollectionDescription.h"
+#include "Platform/Foundation/Collections/CollectionEquality.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/ObjectTable.h"
 #include "Platform/Foundation/Text/NSString.h"
@@ -163,7 +164,8 @@ Ref<NSSet> NSSet::setByAddingObject(const id &object) const {
 }
 
 bool NSSet::isEqualToSet(const Ref<NSSet> &other) const {
-    return other && other->count() == count() && isSubsetOfSet(other);
+    return other && other->count() == count() &&
+           collections::areEqual(*this, *other, [&] { return isSubsetOfSet(other); });
 }
 
 bool NSSet::isEqual(const id &other) const {
@@ -171,12 +173,14 @@ bool NSSet::isEqual(const id &other) const {
 }
 
 Ref<NSString> NSSet::descriptionWithLocale(const id &locale, NSUInteger indent) const {
-    const std::u16string blanks = indentation(indent);
-    std::u16string text = u"{(";
-    for (const id &object : *this)
-        text += (text.size() > 2 ? u",\n" : u"\n") + blanks + u"    " +
-                collectionElementDescription(object, locale, indent + 1);
-    return make<NSString>(text + u"\n" + blanks + u")}");
+    return collectionDescription(*this, [&] {
+        const std::u16string blanks = indentation(indent);
+        std::u16string text = u"{(";
+        for (const id &object : *this)
+            text += (text.size() > 2 ? u",\n" : u"\n") + blanks + u"    " +
+                    collectionElementDescription(object, locale, indent + 1);
+        return make<NSString>(text + u"\n" + blanks + u")}");
+    });
 }
 
 id NSSet::mutableCopy() const {

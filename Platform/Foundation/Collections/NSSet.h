@@ -60,7 +60,8 @@ public:
     virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
         return descriptionWithLocale(locale, 0);
     }
-    /// `indent` counts levels of four blanks, 512 at most.
+    /// `indent` counts levels of four blanks, 512 at most. A collection within itself, or within 512 others,
+    /// is no more than "<Class: 0x…>".
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     id copy() const override { return self(); }
     id mutableCopy() const override;

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Collections/ObjectTable.h"
 
+#include "Platform/Foundation/Collections/CollectionEnds.h"
 #include "Platform/Foundation/Collections/ContentsHash.h"
 
 #include <algorithm>
@@ -14,6 +15,13 @@ NSUInteger spread(NSUInteger hash) {
 }
 
 } // namespace
+
+ObjectTable::~ObjectTable() {
+    collections::Ends::letGo(entries_, [](std::vector<id> &kept, Entry &entry) {
+        kept.push_back(std::move(entry.key));
+        kept.push_back(std::move(entry.value));
+    });
+}
 
 NSUInteger ObjectTable::hashOf(const id &key) const {
     return byContents_ ? contentsHash(key) : key->hash();

@@ -24,6 +24,10 @@ public:
 
     /// With room for `count` entries.
     explicit ObjectTable(NSUInteger count = 0) { entries_.reserve(count); }
+    ObjectTable(ObjectTable &&) = default;
+    ObjectTable &operator=(ObjectTable &&) = default;
+    /// However deep its entries nest.
+    ~ObjectTable();
 
     NSUInteger count() const { return live_; }
     /// In the order of insertion; one without a key was removed. Valid until the table changes.

@@ -489,6 +489,12 @@ TEST(GuardedContainers, giveTheLockBackWhatever) {
     EXPECT_EQ(raised([&] { dictionary->setObject(nullptr, word(0)); }), NSInvalidArgumentException);
     EXPECT_EQ(raised([&] { dictionary->keysOfEntriesPassingTest(refuse); }), "Mine");
     EXPECT_EQ(dictionary->count(), 1u);
+    const auto refusing = [&] {
+        return QNThreadSafeArray::initWithArray(NSArray::arrayWithObjects({make<TellingElement>(refuse)}));
+    };
+    const auto one = refusing(), two = refusing();
+    EXPECT_EQ(raised([&] { static_cast<void>(one->isEqual(two)); }), "Mine");
+    EXPECT_EQ(one->count() + two->count(), 2u);
 
     NSFastEnumerationState state;
     id batch[1];
@@ -620,41 +626,41 @@ TEST(GuardedContainers, takeTheLocksTheySay) {
     EXPECT_TRUE(one->isEqual(two) && held);
 }
 
-TEST(GuardedContainers, thatHoldThemselvesWaitOrEndAsTheySay) {
-    const auto newArray = [] {
-        const auto array = QNThreadSafeArray::array();
-        array->addObject(array);
-        return array;
-    };
-    const auto newDictionary = [] {
-        const auto dictionary = QNThreadSafeDictionary::array();
-        dictionary->setObject(dictionary, word(0));
-        return dictionary;
-    };
-    const auto array = newArray();
-    const auto dictionary = newDictionary();
-    for (const id &itself : {id(array), id(dictionary)}) {
-        EXPECT_TRUE(comesToItsEnd([=] {
+TEST(GuardedContainers, mayHoldThemselves) {
+    const auto array = QNThreadSafeArray::array(), otherArray = QNThreadSafeArray::array();
+    array->addObject(array);
+    otherArray->addObject(QNThreadSafeArray::initWithArray(NSArray::arrayWithObjects({otherArray})));
+    const auto dictionary = QNThreadSafeDictionary::array(),
+               otherDictionary = QNThreadSafeDictionary::array();
+    dictionary->setObject(NSArray::arrayWithObjects({dictionary}), word(0));
+    otherDictionary->setObject(NSArray::arrayWithObjects({otherDictionary}), word(0));
+    const std::string innerArray = text(array->NSObject::description());
+    const std::string innerDictionary = text(dictionary->NSObject::description());
+    EXPECT_TRUE(comesToItsEnd([=] {
+        for (const id &itself : {id(array), id(dictionary)}) {
             EXPECT_EQ(NSJSONSerialization::dataWithJSONObject(itself, NSJSONWritingOptions::None, nullptr),
                       nullptr);
             EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(itself));
-            EXPECT_EQ(text(qn::modelToJSONString(itself)), itself == array ? "[]" : "{\"a\":null}");
+            EXPECT_EQ(text(qn::modelToJSONString(itself)), itself == array ? "[]" : "{\"a\":[]}");
             EXPECT_TRUE(NSKeyedArchiver::archivedDataWithRootObject(itself));
-            EXPECT_TRUE(itself->copy()->isEqual(itself));
-        }));
-    }
-    array->removeAllObjects();
-    dictionary->removeAllObjects();
-    const std::function<void()> endless[] = {
-        [=] { static_cast<void>(newArray()->description()); },
-        [=] { NSString::stringWithFormat("%@", newArray()); },
-        [=] { static_cast<void>(newArray()->componentsJoinedByString(nullptr)); },
-        [=] { qn::jsonStringEncoded(newArray()); },
-        [=] { qn::jsonPrettyStringEncoded(newArray()); },
-        [=] { static_cast<void>(newDictionary()->description()); },
-        [=] { static_cast<void>(newDictionary()->descriptionInStringsFileFormat()); },
-        [=] { qn::jsonString(newDictionary()); },
-    };
-    for (std::size_t i = 0; i < std::size(endless); ++i) // each leaves a thread asleep
-        EXPECT_FALSE(comesToItsEnd(endless[i])) << i;
+            EXPECT_TRUE(itself->copy()->isEqual(itself) && itself->hash() == 1);
+        }
+        EXPECT_EQ(text(array), "(\n    " + innerArray + "\n)");
+        EXPECT_EQ(text(array->componentsJoinedByString(nullptr)), innerArray);
+        EXPECT_EQ(text(NSString::stringWithFormat("%@", dictionary)),
+                  "{\n    a = (\n        " + innerDictionary + "\n    );\n}");
+        EXPECT_EQ(text(dictionary->descriptionInStringsFileFormat()),
+                  "\"a\" = \"(\\n    " + innerDictionary + "\\n)\";\n");
+        EXPECT_FALSE(qn::plistData(array) || qn::plistString(dictionary));
+        EXPECT_FALSE(qn::jsonStringEncoded(array) || qn::jsonPrettyStringEncoded(array));
+        EXPECT_FALSE(qn::jsonString(dictionary) || qn::jsonPrettyStringEncoded(dictionary));
+        EXPECT_TRUE(array->isEqual(otherArray) && otherArray->isEqual(array));
+        EXPECT_TRUE(dictionary->isEqual(otherDictionary));
+        otherDictionary->setObject(word(0), word(0));
+        EXPECT_FALSE(dictionary->isEqual(otherDictionary));
+    }));
+    for (const auto &each : {array, otherArray})
+        each->removeAllObjects();
+    for (const auto &each : {dictionary, otherDictionary})
+        each->removeAllObjects();
 }

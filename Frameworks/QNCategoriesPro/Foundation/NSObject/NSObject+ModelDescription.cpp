@@ -1,17 +1,17 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelDescription.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
 #include "Platform/Foundation/Collections/NSNull.h"
 #include "Platform/Foundation/Collections/NSSet.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 #include "Platform/Runtime/Object/NSException.h"
 
 #include <algorithm>
 
 namespace {
 
-using Visit = qn::ModelVisit<struct Description>;
+using Visit = ObjectVisit<struct Description>;
 using qn::FoundationKind;
 using Text = Ref<NSString>;
 

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Collections/ObjectTable.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 
 #include <functional>
 #include <span>
@@ -42,6 +43,9 @@ Reason eachItem(std::span<const Item> items, ObjectOf objectOf, Visit visit) {
     return nullptr;
 }
 
+/// For who makes JSON of a guarded collection while he holds its lock: it cannot be walked within itself.
+using LockedVisit = ObjectVisit<struct WritingLocked>;
+
 /// Every entry of the dictionary, in the same way.
 template <class Visit>
 Reason eachEntry(const NSDictionary &dictionary, Visit visit) {
@@ -49,6 +53,8 @@ Reason eachEntry(const NSDictionary &dictionary, Visit visit) {
         return eachItem(
             table->entries(), [](const auto &entry) -> const id & { return entry.value; },
             [&](const auto &entry) { return entry.key ? visit(entry.key, entry.value) : nullptr; });
+    if (LockedVisit::isWithin(dictionary))
+        return tooDeep;
     for (const auto &[key, value] : dictionary.allEntries()) // without the lock of a guarded one
         if (Reason reason = visit(key, value))
             return reason;
@@ -63,6 +69,8 @@ Reason eachElement(const NSArray &array, Visit visit) {
     };
     if (const auto elements = array.elements())
         return walk(*elements);
+    if (LockedVisit::isWithin(array))
+        return tooDeep;
     return walk(array.allObjects());
 }
 

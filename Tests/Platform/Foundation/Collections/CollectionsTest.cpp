@@ -1,3 +1,4 @@
+#include "Platform/Foundation/Collections/ContentsHash.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Platform/Foundation/Collections/NSNull.h"
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <random>
 
@@ -202,6 +204,9 @@ TEST(Collections, raiseForBlocksOfNone) {
                 [&] { everything->enumerateIndexesUsingBlock(nullptr); },
                 [&] { everything->enumerateRangesUsingBlock(nullptr); },
                 [] { NSThreadDetachNewThread(nullptr); },
+                [&] { array->performAsOneStep(nullptr); },
+                [&] { dictionary->performAsOneStep(nullptr); },
+                [] { make<NSEnumerator>(nullptr); },
             };
             for (std::size_t i = 0; i < std::size(operations); ++i)
                 EXPECT_EQ(raised([&] { return operations[i](), 0; }), NSInvalidArgumentException) << i;
@@ -235,6 +240,66 @@ TEST(Collections, copiesAndEquality) {
     dictionary->setObject(number(1), NSNumber::numberWithDouble(1));
     EXPECT_EQ(text(dictionary->objectForKey(NSNumber::numberWithBool(true))), "1");
     EXPECT_FALSE(dictionary->isEqual(entries) || entries->isEqual(fixed) || entries->isEqual(nullptr));
+}
+
+TEST(Collections, mayHoldThemselves) {
+    const auto made = [](const Ref<NSString> &more) -> std::array<id, 3> {
+        const auto array = NSMutableArray::array(), element = NSMutableArray::arrayWithObjects({more});
+        array->addObjectsFromArray(NSArray::arrayWithObjects({array, more, array}));
+        const auto dictionary = NSMutableDictionary::dictionary();
+        dictionary->setObject(NSArray::arrayWithObjects({dictionary, more}), u"k"_ns);
+        const auto set = NSMutableSet::setWithArray(NSArray::arrayWithObjects({element}));
+        element->replaceObjectAtIndex(0, set); // its hash stays
+        return {array, dictionary, set};
+    };
+    const auto inner = [](const id &object) { return text(object->NSObject::description()); };
+    const auto some = made(u"x"_ns), same = made(u"x"_ns), others = made(u"y"_ns);
+    EXPECT_EQ(text(some[0]), "(\n    " + inner(some[0]) + ",\n    x,\n    " + inner(some[0]) + "\n)");
+    EXPECT_EQ(text(some[1]), "{\n    k = (\n        " + inner(some[1]) + ",\n        x\n    );\n}");
+    EXPECT_EQ(text(some[2]), "{(\n    (\n        " + inner(some[2]) + "\n    )\n)}");
+    for (std::size_t i = 0; i < some.size(); ++i) {
+        EXPECT_TRUE(some[i]->isEqual(same[i]) && some[i]->hash() == same[i]->hash()) << i;
+        EXPECT_EQ(some[i]->isEqual(others[i]), i == 2) << "only the sets hold nothing else";
+        EXPECT_TRUE(some[i]->copy()->isEqual(some[i])) << i;
+        EXPECT_TRUE(contentsHash(some[i]) == some[i]->hash()) << i;
+    }
+    for (const auto &each : {some, same, others}) {
+        as<NSMutableArray>(each[0])->removeAllObjects();
+        as<NSMutableDictionary>(each[1])->removeAllObjects();
+        as<NSMutableSet>(each[2])->removeAllObjects();
+    }
+}
+
+TEST(Collections, nestAsDeepAsMemoryReaches) {
+    const std::function<id(const id &)> around[] = {
+        [](const id &inner) { return NSArray::arrayWithObjects({inner}); },
+        [](const id &inner) { return NSMutableArray::arrayWithObjects({inner}); },
+        [](const id &inner) {
+            return NSDictionary::dictionaryWithEntries({{u"k"_ns, inner}});
+        },
+        [](const id &inner) { return NSSet::setWithObjects({inner}); },
+    };
+    const auto nested = [](const auto &wrap, int levels, id inner) {
+        for (; levels > 0; --levels)
+            inner = wrap(inner);
+        return inner;
+    };
+    constexpr int deep = 100'000;
+    for (const auto &wrap : around) {
+        const id one = nested(wrap, deep, number(1));
+        EXPECT_EQ(one->hash(), 1u);
+        EXPECT_THAT(text(one), testing::HasSubstr(" <" + one->isa()->name() + ": 0x"));
+        const bool isSet = as<NSSet>(one) != nullptr;
+        EXPECT_EQ(one->isEqual(nested(wrap, deep, number(1))), !isSet);
+        EXPECT_FALSE(one->isEqual(nested(wrap, deep, number(2))));
+        EXPECT_TRUE(nested(wrap, 500, number(1))->isEqual(nested(wrap, 500, number(1))));
+        id shared = number(1), sharedToo = number(1); // as many ways as 2^64
+        for (int level = 0; level < 64 && !isSet; ++level) {
+            shared = NSArray::arrayWithObjects({wrap(shared), shared});
+            sharedToo = NSArray::arrayWithObjects({wrap(sharedToo), sharedToo});
+        }
+        EXPECT_TRUE(shared->isEqual(sharedToo));
+    }
 }
 
 TEST(Collections, areWholeWhileTheirElementsGo) {

@@ -1,10 +1,10 @@
 // The dictionaries that the thread is filling models with, each in the middle of the one before.
 #pragma once
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 
 namespace qn {
 
-using ModelNesting = ModelVisit<struct Filling>;
+using ModelNesting = ObjectVisit<struct Filling>;
 
 } // namespace qn

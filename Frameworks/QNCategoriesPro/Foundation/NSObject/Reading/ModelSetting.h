@@ -1,6 +1,6 @@
 // The steps by which a dictionary fills a model. Callers map with NSObject+Model.h.
 //
-// Models nest at most `deepestModels` levels, and none is made of a dictionary within itself: what lies
+// Models nest at most `deepestVisits` levels, and none is made of a dictionary within itself: what lies
 // deeper is left out. So no dictionary, however built, exhausts the stack or keeps a mapping from ending.
 // One that holds the same dictionaries many times over, though, is mapped as many times.
 //
@@ -8,7 +8,7 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 
 /// What is being filled, with what. The caller keeps all three.
 struct ModelSetContext {

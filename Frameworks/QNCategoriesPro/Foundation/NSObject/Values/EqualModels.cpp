@@ -1,8 +1,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/EqualModels.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/NumberType.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,7 +65,7 @@ private:
 };
 
 bool qn::EqualModels::areEqual(const id &model, const id &other, const _QNModelMeta &meta) {
-    if (depth_ >= deepestModels)
+    if (depth_ >= deepestVisits)
         return setOf(model) == setOf(other);
     if (!meta._leadsToModels)
         return haveEqualValues(model, other, meta);

@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelHashes.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 
 #include <algorithm>
 
@@ -49,7 +49,7 @@ private:
 };
 
 NSUInteger qn::ModelHashes::hash(const id &model, const _QNModelMeta &meta) {
-    if (depth_ >= deepestModels)
+    if (depth_ >= deepestVisits)
         return 0;
     if (!meta._leadsToModels)
         return hashOfValues(*model, meta);

@@ -1,12 +1,12 @@
 // What writing models as JSON knows, whether as objects or straight as text.
 #pragma once
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 
 namespace qn {
 
 /// The objects that the thread is writing, each in the middle of the one before.
-using ModelWriting = ModelVisit<struct Writing>;
+using ModelWriting = ObjectVisit<struct Writing>;
 
 /// What becomes of an object.
 enum class WrittenKind { Text, Plain, Dictionary, Set, Array, URL, AttributedString, Date, Data, Model };

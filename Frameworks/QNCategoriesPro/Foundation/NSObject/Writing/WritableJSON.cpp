@@ -1,8 +1,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/WritableJSON.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelVisit.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelWalk.h"
 #include "Platform/Foundation/Collections/NSNull.h"
+#include "Platform/Foundation/Collections/ObjectVisit.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Text/NSString.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-using Visit = qn::ModelVisit<struct MakingWritable>;
+using Visit = ObjectVisit<struct MakingWritable>;
 
 Ref<NSString> writableText(const NSString &text) {
     return NSString::stringWithUTF8String(text.utf8());

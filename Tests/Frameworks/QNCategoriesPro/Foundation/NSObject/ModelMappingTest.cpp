@@ -257,7 +257,7 @@ TEST(ModelMapping, nestingHasAnEnd) {
     int depth = 0;
     for (auto model = qn::modelWithDictionary<Letters>(innermost); model; model = model->child)
         ++depth;
-    EXPECT_EQ(depth, qn::deepestModels);
+    EXPECT_EQ(depth, deepestVisits);
     // Unwinds level by level: to let go of it at once would take a frame a level.
     for (auto outer = as<NSDictionary>(std::exchange(innermost, nullptr)); outer;)
         outer = as<NSDictionary>(outer->objectForKey(u"child"_ns));

@@ -1,0 +1,14 @@
+#include "Platform/Foundation/Collections/CollectionEnds.h"
+
+#include <memory>
+
+void collections::Ends::letPostponedGo() noexcept {
+    const std::unique_ptr<std::vector<std::vector<id>>> owner(postponed);
+    ++levels; // what is postponed meanwhile goes to the end of the list
+    while (!postponed->empty()) {
+        const auto going = std::move(postponed->back());
+        postponed->pop_back();
+    }
+    --levels;
+    postponed = nullptr;
+}
