@@ -50,7 +50,10 @@ Ref<QNClassInfo> QNClassInfo::classInfoWithClass(Class cls) {
     }
     const auto info = initWithClass(cls);
     const SemaphoreLock guard(cache().lock);
-    return cache().records(info->isMeta())[cls] = info;
+    auto &slot = cache().records(info->isMeta())[cls];
+    if (slot)
+        slot->setNeedUpdate();
+    return slot = info;
 }
 
 Ref<QNClassInfo> QNClassInfo::classInfoWithClassName(const Ref<NSString> &name) {
@@ -78,11 +81,11 @@ void QNClassInfo::_update() {
     auto methods = infosByName(class_copyMethodList(_cls), &QNClassMethodInfo::initWithMethod);
     auto properties = infosByName(class_copyPropertyList(_cls), &QNClassPropertyInfo::initWithProperty);
     auto ivars = infosByName(class_copyIvarList(_cls), &QNClassIvarInfo::initWithIvar);
-    {
-        const std::scoped_lock guard(_reading);
-        _methodInfos.swap(methods);
-        _propertyInfos.swap(properties);
-        _ivarInfos.swap(ivars);
-    }
+    const std::scoped_lock guard(_reading);
+    if (marks < _marksSeen)
+        return; // an update that began later was faster
+    _methodInfos.swap(methods);
+    _propertyInfos.swap(properties);
+    _ivarInfos.swap(ivars);
     _marksSeen = marks;
 }

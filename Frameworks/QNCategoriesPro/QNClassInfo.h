@@ -8,7 +8,8 @@
 // rebuilds it, and it stays the same object.
 //
 // Threads: any. One lock guards the cache; rebuilding runs under it, building a new record does not. So of
-// two threads that ask first at once each may get a record of its own; later callers get the one stored last.
+// two threads that ask first at once each may get a record of its own; later callers get the one stored last,
+// and the other stays marked, since marks to come will not reach it.
 // Who reads a record while it is rebuilt sees each dictionary either as it was or as it will be.
 #pragma once
 
@@ -34,6 +35,9 @@ public:
     void _update();
     void setNeedUpdate() { ++_marks; }
     bool needUpdate() const { return _marks != _marksSeen; }
+    /// How often the record has been marked, and how many of these marks what it holds is newer than.
+    std::uint64_t marks() const { return _marks; }
+    std::uint64_t marksSeen() const { return _marksSeen; }
 
     Class cls() const { return _cls; }
     /// Null for a root class.

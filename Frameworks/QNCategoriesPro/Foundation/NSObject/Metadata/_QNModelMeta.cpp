@@ -132,6 +132,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
         return nullptr;
     auto meta = make<_QNModelMeta>();
     meta->_classInfo = classInfo;
+    meta->_marksSeen = classInfo->marksSeen(); // before anything is read that the next mark may be about
     meta->_nsType = qn::foundationKindOf(cls);
     Properties properties(classInfo);
     const auto metas = properties.collect();
@@ -159,7 +160,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
 }
 
 bool _QNModelMeta::isStale() const {
-    return _classInfo->needUpdate() ||
+    return _classInfo->marks() != _marksSeen ||
            (_namesKnown != 0 && _namesKnown != runtime::ClassRegistry::shared().namesKnown());
 }
 

@@ -8,7 +8,8 @@
 // name the old one did not know; who still has the old one may go on with it.
 //
 // Threads: any. One lock guards the cache; building runs outside it, so of two threads that ask first at once
-// each may get a record of its own, and later callers the one stored last.
+// each may get a record of its own, and later callers the one stored last. A record that was begun before the
+// latest mark is never taken for a fresh one, in whatever order they are stored.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelKeyIndex.h"
@@ -69,5 +70,6 @@ private:
     bool runsOwnCode() const;
     void findModelClasses();
 
+    std::uint64_t _marksSeen = 0;  // of those on the record of the class, when this one was begun
     std::uint64_t _namesKnown = 0; // to the registry of classes, if a name met was of none; otherwise 0
 };

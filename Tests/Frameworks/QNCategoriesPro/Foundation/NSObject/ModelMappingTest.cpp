@@ -13,6 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 Ref<NSArray> list(std::initializer_list<id> objects) {
@@ -83,6 +85,18 @@ Ref<NSArray> someNames() {
 
 Ref<NSArray> oneName() {
     return list({u"a"_ns});
+}
+
+/// While the record of this class is built, a newer one is built and stored, as another thread might.
+Class overtaken = nullptr;
+
+Ref<NSDictionary> overtakingMapper() {
+    if (const Class cls = std::exchange(overtaken, nullptr)) {
+        class_addProperty(cls, "late", {{"T", "@\"NSString\""}, {"G", "b"}, {"S", "setB:"}});
+        QNClassInfo::classInfoWithClass(cls)->setNeedUpdate();
+        _QNModelMeta::metaWithClass(cls);
+    }
+    return nullptr;
 }
 
 Ref<NSDictionary> oneA() {
@@ -303,12 +317,27 @@ TEST(ModelMeta, isKeptUntilTheClassIsMarked) {
 
 TEST(ModelMeta, threadsMapAClassThatIsMarkedMeanwhile) {
     const Class cls = lettersWith("BusyLetters", nullptr);
+    const auto knows = [&](const std::string &property) {
+        return _QNModelMeta::metaWithClass(cls)->headForKey(text(property)) != nullptr;
+    };
     const auto info = _QNModelMeta::metaWithClass(cls)->_classInfo;
     dispatch::onThreads(3, [&](int thread) {
         for (int round = 0; round < 200; ++round)
-            if (thread == 0)
+            if (thread == 0) {
+                const std::string late = "late" + std::to_string(round);
+                class_addProperty(cls, late, {{"T", "@\"NSString\""}, {"G", "b"}, {"S", "setB:"}});
                 info->setNeedUpdate();
-            else
+                EXPECT_TRUE(knows(late)) << "who marks sees what is new at once";
+            } else
                 EXPECT_EQ(mapped(cls, R"({"a":"A","child":{"b":"B"}})"), "A----");
     });
+    EXPECT_TRUE(knows("late199")) << "whoever stored a record last";
+}
+
+TEST(ModelMeta, oneThatWasBegunBeforeAMarkDoesNotStay) {
+    const Class cls =
+        lettersWith("OvertakenLetters", classHook<&overtakingMapper>("modelCustomPropertyMapper"));
+    overtaken = cls;
+    _QNModelMeta::metaWithClass(cls);
+    EXPECT_TRUE(!overtaken && _QNModelMeta::metaWithClass(cls)->headForKey(u"late"_ns));
 }
