@@ -92,6 +92,11 @@ private:
         std::size_t count; ///< elements, entries or bytes
     };
 
+    struct Slot {
+        std::size_t number = 0; ///< of the leaf, plus 1; 0 when free
+        std::uint64_t hash = 0;
+    };
+
     bool text(const NSString &text) override {
         const std::u16string &units = text.units();
         const bool isASCII =
@@ -187,14 +192,17 @@ private:
         } else {
             if (2 * shared_ >= slots_.size())
                 growSlots();
-            std::size_t &slot = slotOf(start, count);
-            if (slot > 0) {
+            const std::uint64_t hash = keyedHash(leafBytes(start, count));
+            Slot &slot = slotOf(hash, [&](const Object &object) {
+                return leafBytes(object.start, object.count) == leafBytes(start, count);
+            });
+            if (slot.number > 0) {
                 leaves_.resize(start);
-                last_ = slot - 1;
+                last_ = slot.number - 1;
                 return true;
             }
             last_ = objects_.size();
-            slot = last_ + 1;
+            slot = {last_ + 1, hash};
             ++shared_;
         }
         objects_.push_back({leaf, start, count});
@@ -206,31 +214,31 @@ private:
         return {reinterpret_cast<const char *>(leaves_.data()) + start, count};
     }
 
-    /// Where the number of the shared leaf with these bytes stands, or can be put.
-    std::size_t &slotOf(std::size_t start, std::size_t count) {
-        const auto bytes = leafBytes(start, count);
+    /// Where the shared leaf of this hash that is the same stands, or can be put.
+    template <class IsSame>
+    Slot &slotOf(std::uint64_t hash, const IsSame &isSame) {
         const std::size_t mask = slots_.size() - 1;
-        for (std::size_t at = keyedHash(bytes) & mask;; at = (at + 1) & mask) {
-            std::size_t &slot = slots_[at];
-            if (slot == 0 || leafBytes(objects_[slot - 1].start, objects_[slot - 1].count) == bytes)
+        for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+            Slot &slot = slots_[at];
+            if (slot.number == 0 || (slot.hash == hash && isSame(objects_[slot.number - 1])))
                 return slot;
         }
     }
 
     void growSlots() {
         const auto old =
-            std::exchange(slots_, std::vector<std::size_t>(std::max<std::size_t>(64, 2 * slots_.size())));
-        for (const std::size_t slot : old)
-            if (slot > 0)
-                slotOf(objects_[slot - 1].start, objects_[slot - 1].count) = slot;
+            std::exchange(slots_, std::vector<Slot>(std::max<std::size_t>(64, 2 * slots_.size())));
+        for (const Slot &slot : old)
+            if (slot.number > 0)
+                slotOf(slot.hash, [](const Object &) { return false; }) = slot;
     }
 
     std::vector<Object> objects_;
     std::vector<std::size_t> references_; ///< of the containers, as numbers of objects
     Bytes leaves_;
-    std::size_t end_ = 0;            ///< of the leaves that are objects
-    std::size_t last_ = 0;           ///< the number of the object visited last
-    std::vector<std::size_t> slots_; ///< a table of the leaves that are shared: number + 1, 0 when free
+    std::size_t end_ = 0;     ///< of the leaves that are objects
+    std::size_t last_ = 0;    ///< the number of the object visited last
+    std::vector<Slot> slots_; ///< a table of the leaves that are shared
     std::size_t shared_ = 0;
 };
 
