@@ -5,11 +5,11 @@
 
 void ShownSettings::select(const Ref<NSString> &deviceUri, const std::optional<Printer> &bound,
                            bool isAttached, bool isReady) {
-    const bool isSelected = bound && namesPrinter(deviceUri, *bound);
-    if (bound != owner_ || (isSelected && !isReady))
+    isSelected_ = bound && namesPrinter(deviceUri, *bound);
+    if (bound != owner_ || (isSelected_ && !isReady))
         level_ = Level::notRead;
     owner_ = bound;
-    if (isSelected && isReady)
+    if (isSelected_ && isReady)
         obstacle_ = Obstacle::none;
     else if (!isAttached)
         obstacle_ = Obstacle::notAttached;

@@ -29,7 +29,7 @@ public:
 
     enum class Level { notRead, reading, read, chosen, set, refused };
 
-    /// Why the selected printer is not the one whose settings are shown.
+    /// Why the settings that are shown are not those that the selected printer has now.
     enum class Obstacle { none, notAttached, notReady, notFound };
 
     /// A queue over USB was selected; `bound` is the printer that its settings are those of, or none.
@@ -52,10 +52,13 @@ public:
     /// The printer whose settings are shown, or none.
     const std::optional<Printer> &owner() const { return owner_; }
     Obstacle obstacle() const { return obstacle_; }
+    /// Whether the owner is the selected printer.
+    bool isSelected() const { return isSelected_; }
     Level level() const { return level_; }
 
 private:
     std::optional<Printer> owner_;
+    bool isSelected_ = false;
     Obstacle obstacle_ = Obstacle::none;
     Level level_ = Level::notRead;
     int readings_ = 0;

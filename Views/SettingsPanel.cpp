@@ -45,9 +45,12 @@ QString ownerWords(Obstacle obstacle, const QString &owner) {
     return {};
 }
 
-QString nobodyWords(Obstacle obstacle) {
-    return words(obstacle == Obstacle::notReady ? u"No Printer, Not Ready"_ns
-                                                : u"No Printer, Not Attached"_ns);
+/// Where there is no other printer to name.
+QString obstacleWords(Obstacle obstacle) {
+    return obstacle == Obstacle::none
+               ? QString()
+               : words(obstacle == Obstacle::notReady ? u"No Printer, Not Ready"_ns
+                                                      : u"No Printer, Not Attached"_ns);
 }
 
 /// So that a word of a printer, however long, widens nothing: a very long one may be broken anywhere.
@@ -116,14 +119,15 @@ void SettingsPanel::showOwner(const ShownSettings &settings) {
     if (!owner) {
         printerTitle_->showText({});
         serialNumber_->showText({});
-        ownerNote_->showText(nobodyWords(settings.obstacle()));
+        ownerNote_->showText(obstacleWords(settings.obstacle()));
         return;
     }
     const QString product = breakable(QString::fromStdString(owner->product));
     const QString serial = breakable(QString::fromStdString(owner->serial));
     printerTitle_->showText(product);
     serialNumber_->showText(serial.isEmpty() ? QString() : words(u"Serial Number"_ns, serial));
-    ownerNote_->showText(ownerWords(settings.obstacle(), product));
+    ownerNote_->showText(settings.isSelected() ? obstacleWords(settings.obstacle())
+                                               : ownerWords(settings.obstacle(), product));
 }
 
 void SettingsPanel::setStacked(bool stacked) {

@@ -277,16 +277,20 @@ const QueueName &utilityMainView::nameAt(NSInteger row) {
 
 NSTableRow utilityMainView::lookOfRow(NSTableView &, NSInteger row) {
     NSTableRow look;
-    switch (connectionOf(textOf(entryAt(row), u"deviceUri"_ns), *ZKManager::shared()->printerList())) {
+    const auto deviceUri = textOf(entryAt(row), u"deviceUri"_ns);
+    switch (connectionOf(deviceUri, *ZKManager::shared()->printerList())) {
     case QueueConnection::network:
         look.symbol = Symbol::networkPrinter;
         look.detail = words(u"Network"_ns);
         break;
-    case QueueConnection::usbAttached:
-        look.symbol = Symbol::printer;
-        look.detail = words(u"USB, Attached"_ns);
+    case QueueConnection::usbAttached: {
+        const bool isReady = !notReady.contains(toQString(deviceUri));
+        look.symbol = isReady ? Symbol::printer : Symbol::failingPrinter;
+        look.detail = words(isReady ? u"USB, Attached"_ns : u"USB, Not Ready"_ns);
         break;
+    }
     case QueueConnection::usbNotAttached:
+        notReady.remove(toQString(deviceUri)); // which may have changed when it comes back
         look.symbol = Symbol::missingPrinter;
         look.detail = words(u"USB, Not Attached"_ns);
         break;
@@ -314,9 +318,11 @@ void utilityMainView::tableViewSelectionDidChange(NSTableView &table) {
     if (!usb)
         return panel->showWarning();
     if (getUsbPrinterStatus(deviceUri)) {
+        notReady.remove(toQString(deviceUri));
         getUsbPrinterToner(deviceUri);
         runTip(u"Get Printer Status"_ns, secondsOfAReadingTip, false);
     } else {
+        notReady.insert(toQString(deviceUri));
         showOwner(deviceUri, false);
         runTip(u"Printer Status Tip"_ns, secondsOfAReadingTip, true, Symbol::warning);
     }

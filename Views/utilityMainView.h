@@ -17,6 +17,7 @@
 #include "Platform/Interface/NSTableView.h"
 #include "Platform/Interface/Outlet.h"
 
+#include <QSet>
 #include <QWidget>
 
 #include <optional>
@@ -120,6 +121,7 @@ private:
     [[maybe_unused]] bool isSuccessGetToner = false;
     Ref<ZKUSB> _usbPrinter;
     ShownSettings settings;
+    QSet<QString> notReady; // the URIs of the queues whose printers were not, when last asked
     std::optional<QueueList::State> queues_; // none while the print service is being asked
     bool isAskingForQueues = false;
     std::vector<QueueName> names;

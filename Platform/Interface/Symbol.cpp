@@ -1,5 +1,7 @@
 #include "Platform/Interface/Symbol.h"
 
+#include "Platform/Interface/ThemeSymbol.h"
+
 #include <QPainter>
 #include <QPolygonF>
 
@@ -15,6 +17,15 @@ void drawPrinter(QPainter &painter) {
         QPolygonF{{7, 17.5}, {3, 17.5}, {3, 9}, {21, 9}, {21, 17.5}, {17, 17.5}}); // the case
     painter.drawRect(QRectF(7, 14, 10, 6.5));                                      // paper that comes out
     painter.drawLine(QPointF(17.5, 11.75), QPointF(18, 11.75));                    // its lamp
+}
+
+void drawFailingPrinter(QPainter &painter) {
+    painter.save();
+    painter.scale(0.8, 0.8);
+    drawPrinter(painter);
+    painter.restore();
+    painter.drawLine(QPointF(21, 12.5), QPointF(21, 17.5));
+    painter.drawLine(QPointF(21, 20.5), QPointF(21, 20.6));
 }
 
 void drawStroke(QPainter &painter) {
@@ -53,35 +64,37 @@ void drawFailure(QPainter &painter) {
     painter.drawLine(QPointF(15.5, 8.5), QPointF(8.5, 15.5));
 }
 
+void drawOurs(QPainter &painter, Symbol symbol) {
+    switch (symbol) {
+    case Symbol::printer:
+    case Symbol::missingPrinter:
+        return drawPrinter(painter);
+    case Symbol::networkPrinter:
+        return drawNetwork(painter);
+    case Symbol::failingPrinter:
+        return drawFailingPrinter(painter);
+    case Symbol::success:
+        return drawSuccess(painter);
+    case Symbol::warning:
+        return drawWarning(painter);
+    case Symbol::failure:
+        return drawFailure(painter);
+    }
+}
+
 } // namespace
 
 void drawSymbol(QPainter &painter, Symbol symbol, const QRectF &square, const QColor &color) {
+    const bool isOfTheme = drawThemeSymbol(painter, symbol, square, color);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(square.topLeft());
     painter.scale(square.width() / field, square.height() / field);
     painter.setPen(QPen(color, line, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    switch (symbol) {
-    case Symbol::printer:
-        drawPrinter(painter);
-        break;
-    case Symbol::missingPrinter:
-        drawPrinter(painter);
+    if (!isOfTheme)
+        drawOurs(painter, symbol);
+    if (symbol == Symbol::missingPrinter)
         drawStroke(painter);
-        break;
-    case Symbol::networkPrinter:
-        drawNetwork(painter);
-        break;
-    case Symbol::success:
-        drawSuccess(painter);
-        break;
-    case Symbol::warning:
-        drawWarning(painter);
-        break;
-    case Symbol::failure:
-        drawFailure(painter);
-        break;
-    }
     painter.restore();
 }
 

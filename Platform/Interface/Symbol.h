@@ -1,5 +1,5 @@
-// Small drawn pictures that say in one look what a text says at length. They are drawn, not loaded: sharp at
-// every scale, and in the colour of the text beside them.
+// Small pictures that say in one look what a text says at length: those of the desktop's icon theme, or our
+// own, which are drawn: sharp at every scale, and in the colour of the text beside them.
 //
 // Threads: the main thread.
 #pragma once
@@ -16,6 +16,7 @@ enum class Symbol {
     printer,        ///< a printer on its cable
     missingPrinter, ///< its outline, crossed out
     networkPrinter, ///< a printer in a network
+    failingPrinter, ///< a printer that is not ready
     success,
     warning,
     failure,

@@ -6,8 +6,10 @@
 #include "Tests/Window/WindowTesting.h"
 
 #include <QAbstractItemView>
+#include <QIcon>
 #include <QImage>
 #include <QMenuBar>
+#include <QPainter>
 #include <QScreen>
 
 namespace {
@@ -155,6 +157,51 @@ TEST(WindowPlaceTest, isOnAScreen) {
     };
     for (const auto &[remembered, areas, place] : rows)
         EXPECT_EQ(WindowPlace::fitting(remembered, wished, areas), place) << remembered.x();
+}
+
+// Drawn into a picture: the theme's in the colour of the text, its coloured one as it is, or ours.
+TEST(SymbolTest, isOfTheThemeWhenTheThemeHasAllOfItsKind) {
+    QtTesting qt;
+    const TemporaryFolder themes;
+    const auto drawn = [](Symbol symbol) {
+        QImage image(24, 24, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        drawSymbol(painter, symbol, image.rect(), Qt::blue);
+        return image;
+    };
+    const auto colorsOf = [&](Symbol symbol) {
+        const QImage image = drawn(symbol);
+        QSet<QRgb> colors;
+        for (int i = 0; i < image.width() * image.height(); ++i)
+            if (const QColor color = image.pixelColor(i % 24, i / 24); color.alpha() == 255)
+                colors += color.rgb();
+        return colors;
+    };
+    int stage = 0; // each a theme of its own, since what was looked for once is remembered
+    const auto use = [&](const std::vector<std::string> &names) {
+        const std::string theme = "theme" + std::to_string(++stage);
+        themes.put(theme + "/index.theme", "[Icon Theme]\nName=Some\nDirectories=24\n[24]\nSize=24\n");
+        QImage image(24, 24, QImage::Format_ARGB32);
+        image.fill(Qt::red);
+        for (const std::string &name : names)
+            EXPECT_TRUE(image.save(QString::fromStdString(themes.put(theme + "/24/" + name + ".png", ""))));
+        QIcon::setThemeSearchPaths({QString::fromStdString(themes.path())});
+        QIcon::setThemeName(QString::fromStdString(theme));
+    };
+    const QSet<QRgb> blue = {QColor(Qt::blue).rgb()}, red = {QColor(Qt::red).rgb()};
+    use({"printer", "printer-network"});
+    EXPECT_EQ(colorsOf(Symbol::printer), blue) << "the theme lacks one";
+    use({"printer", "printer-network", "printer-error"});
+    EXPECT_EQ(colorsOf(Symbol::printer), red);
+    EXPECT_TRUE(colorsOf(Symbol::missingPrinter).contains(blue)) << "with our stroke";
+    EXPECT_EQ(colorsOf(Symbol::warning), blue) << "of another kind";
+    use({"printer", "printer-network", "printer-error", "printer-symbolic", "printer-network-symbolic",
+         "printer-error-symbolic", "dialog-warning", "dialog-error", "emblem-ok"});
+    for (const Symbol symbol : {Symbol::printer, Symbol::networkPrinter, Symbol::failingPrinter})
+        EXPECT_EQ(drawn(symbol).pixelColor(0, 0), QColor(Qt::blue)) << "where ours is empty";
+    for (const Symbol symbol : {Symbol::success, Symbol::warning, Symbol::failure})
+        EXPECT_EQ(colorsOf(symbol), red);
 }
 
 TEST_F(WindowTest, comesBackWhereItWas) {

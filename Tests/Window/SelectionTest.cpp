@@ -122,9 +122,16 @@ TEST_F(CupsWindowTest, saysWhoseSettingsItShows) {
     const NSTableRow plain = table->lookOf(3), attached = table->lookOf(laser);
     EXPECT_TRUE(plain.isNameMuted && plain.more.contains(QStringLiteral("Zelkor_Plain")));
     EXPECT_EQ(attached.detail, words("USB, Attached"));
+    plugLaser(fault("status_fails"));
+    EXPECT_EQ(choose(laser), Tips{notReady});
+    EXPECT_EQ(table->lookOf(laser).detail, words("USB, Not Ready"));
+    EXPECT_EQ(says("ownerNote"), words("No Printer, Not Ready")) << "which are its own settings";
     std::filesystem::remove(printers.file("SN0001.json"));
     qt.elapse(2s);
     EXPECT_EQ(table->lookOf(laser).detail, words("USB, Not Attached")) << "within one pass";
+    plugLaser();
+    qt.elapse(2s);
+    EXPECT_EQ(table->lookOf(laser).detail, words("USB, Attached")) << "it may be ready now";
 }
 
 TEST_F(WindowTest, anEmptyListSaysWhy) {
