@@ -36,7 +36,7 @@ TEST_F(WindowTest, isSpoken) {
         QString name, description;
     } rows[] = {
         {table, QAccessible::Table, words("Printer List"), words("No Print Service")},
-        {popUp, QAccessible::ComboBox, popUp->currentText(), {}},
+        {popUp, QAccessible::ComboBox, withoutMnemonic(words("Consumable Reminder")), words("Close")},
         {confirm, QAccessible::Button, withoutMnemonic(words("Confirm")), words("Confirm Description")},
         {part<QWidget>("tips"), QAccessible::StaticText, words("Consumable Prompt Settings"), {}},
         {part<QWidget>("explanation"), QAccessible::StaticText, words("Reminder Explanation"), {}},
@@ -50,10 +50,19 @@ TEST_F(WindowTest, isSpoken) {
         EXPECT_EQ(spoken(widget).text(QAccessible::Name), name);
         EXPECT_EQ(spoken(widget).text(QAccessible::Description), description);
     }
-    // Screen readers name a pop-up by its label.
-    const auto labels = spoken(popUp).relations(QAccessible::Label);
-    ASSERT_EQ(labels.size(), 1);
-    EXPECT_EQ(labels.front().first->object(), part<QLabel>("tips1"));
+    EXPECT_EQ(spoken(popUp).text(QAccessible::Value), words("Close"));
+    popUp->setAccessibleDescription(QStringLiteral("of a printer"));
+    popUp->setCurrentIndex(1);
+    EXPECT_EQ(spoken(popUp).text(QAccessible::Description),
+              words("Two Percent") + QStringLiteral(" · of a printer"));
+    ASSERT_EQ(spoken(popUp).childCount(), 1);
+    EXPECT_EQ(spoken(popUp).indexOfChild(spoken(popUp).child(0)), 0);
+    EXPECT_EQ(spoken(popUp).child(0)->parent()->object(), popUp) << "its choices";
+    EXPECT_EQ(spoken(popUp).child(0)->childCount(), 10);
+    for (const bool open : {true, false}) {
+        spoken(popUp).actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+        EXPECT_EQ(spoken(popUp).state().expanded, open);
+    }
     addQueue("Sample Laser", networkUri);
     EXPECT_EQ(spoken(table).tableInterface()->cellAt(0, 0)->text(QAccessible::Name),
               QStringLiteral("Sample Laser, ") + words("Network"));
