@@ -7,6 +7,7 @@
 
 #include <QAccessibleWidget>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
@@ -17,6 +18,11 @@ namespace {
 QAccessibleInterface *accessibleTip(const QString &, QObject *object) {
     auto *tip = qobject_cast<TipWindow *>(object);
     return tip ? new QAccessibleWidget(tip, QAccessible::AlertMessage) : nullptr;
+}
+
+/// Where programs cannot place their windows, they still can those that belong to another one.
+Qt::WindowType placeableKind() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) ? Qt::ToolTip : Qt::Dialog;
 }
 
 } // namespace
@@ -105,11 +111,12 @@ void TipWindow::setParentFrame(const NSRect &frame) {
     _parentFrame = frame;
 }
 
-// Only the timer ends a tip: neither Escape nor the window manager closes it.
+// Only the timer ends a tip, or the end of the window it is over: neither Escape nor the window manager
+// closes it.
 void TipWindow::keyPressEvent(QKeyEvent *event) {
     event->accept();
 }
 
 void TipWindow::closeEvent(QCloseEvent *event) {
-    event->ignore();
+    event->setAccepted(parentWidget() && !parentWidget()->window()->isVisible());
 }

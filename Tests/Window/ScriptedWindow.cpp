@@ -3,7 +3,7 @@
 //
 //     scripted-window words      says its title and a label, and closes its window
 //     scripted-window exchange   selects a printer, closes its window while the printer is still being read
-//     scripted-window modal      the same, but during the status tip
+//     scripted-window modal      the same, but during the status tip, once that is on the screen
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
 #include "Classes/TipWindow.h"
@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QTimer>
+#include <QWindow>
 
 #include <cstdio>
 
@@ -69,8 +70,11 @@ private:
         auto &tip = *outlet<TipWindow>(window_, "tipWindow");
         if (table.model()->rowCount() == 0 || (tip.isVisible() && !reading))
             return;
-        if (reading && name_ == QLatin1String("modal"))
-            return close(event->timerId(), tip.isVisible() ? "modal" : "not modal");
+        if (reading && name_ == QLatin1String("modal")) {
+            if (!tip.isVisible() || tip.windowHandle()->isExposed())
+                close(event->timerId(), tip.isVisible() ? "modal" : "not modal");
+            return;
+        }
         if (reading && !tip.isVisible())
             return close(event->timerId(), "reading");
         if (reading) {
