@@ -1,6 +1,7 @@
 #include "Classes/TipWindow.h"
 
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Interface/BalancedText.h"
 #include "Platform/Interface/Ink.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/QtText.h"
@@ -11,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
+#include <QPainter>
 #include <QProgressBar>
 
 namespace {
@@ -27,7 +29,7 @@ Qt::WindowType placeableKind() {
 
 } // namespace
 
-TipWindow::TipWindow(QWidget *parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {
+TipWindow::TipWindow(QWidget *parent) : QDialog(parent, placeableKind() | Qt::FramelessWindowHint) {
     QAccessible::installFactory(accessibleTip); // once, however often it is installed
 }
 
@@ -67,23 +69,18 @@ int TipWindow::highest(const QFont &font) {
     return measure(font, 96);
 }
 
-// As narrow as it can be without needing another line: so no line is left with a single character or word.
+// As narrow as it can be without needing another line.
 void TipWindow::wrapMessage() {
     const QMargins edge = outlet<QLayout>(*this, "tipRows")->contentsMargins();
-    const int frame = 2 * outlet<QFrame>(*this, "tipFrame")->frameWidth();
+    const QMargins frame = outlet<QLayout>(*this, "tipEdge")->contentsMargins();
     const int symbol =
         symbolView->isHidden() ? 0 : symbolView->width() + outlet<QLayout>(*this, "tipLine")->spacing();
     message->setMinimumWidth(0);
     message->setMaximumWidth(QWIDGETSIZE_MAX);
-    int fits = std::max(widest(font()) - edge.left() - edge.right() - frame - symbol,
-                        message->minimumSizeHint().width());
-    const int height = message->heightForWidth(fits);
-    int narrow = message->minimumSizeHint().width() - 1;
-    while (fits - narrow > 1) {
-        const int middle = (narrow + fits) / 2;
-        (message->heightForWidth(middle) > height ? narrow : fits) = middle;
-    }
-    message->setFixedWidth(fits);
+    const int least = message->minimumSizeHint().width();
+    const int room = widest(font()) - edge.left() - edge.right() - frame.left() - frame.right() - symbol;
+    message->setFixedWidth(balancedWidth(least, std::max(room, least),
+                                         [this](int width) { return message->heightForWidth(width); }));
 }
 
 void TipWindow::center() {
@@ -109,6 +106,14 @@ NSRect TipWindow::parentFrame() const {
 void TipWindow::setParentFrame(const NSRect &frame) {
     const std::scoped_lock guard(frameLock_);
     _parentFrame = frame;
+}
+
+// A line around it parts it from the window beneath, also where both are dark and nothing casts a shadow.
+void TipWindow::paintEvent(QPaintEvent *event) {
+    QDialog::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(lineInk(palette().color(foregroundRole()), palette().color(backgroundRole())));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 // Only the timer ends a tip, or the end of the window it is over: neither Escape nor the window manager

@@ -11,6 +11,9 @@
 /// readable at all.
 QColor mutedInk(const QColor &text, const QColor &ground);
 
+/// The colour of a line that parts two areas of that ground.
+QColor lineInk(const QColor &text, const QColor &ground);
+
 /// The colours that have to differ from the desktop's for texts to be readable, and no others: selections and
 /// place-holders.
 QPalette readableColors(const QPalette &desktop);

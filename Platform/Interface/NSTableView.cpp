@@ -1,6 +1,7 @@
 #include "Platform/Interface/NSTableView.h"
 
 #include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Interface/BalancedText.h"
 #include "Platform/Interface/QtText.h"
 #include "Platform/Interface/TableRowDelegate.h"
 
@@ -347,8 +348,18 @@ void NSTableView::paintPlaceholder() {
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const int margin = placeholderMargin();
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin), placeholderFlags,
-                     placeholderText_);
+    QRect place = viewport()->rect().adjusted(margin, margin, -margin, -margin);
+    const auto boundsFor = [&](int width) {
+        return fontMetrics().boundingRect(QRect(0, 0, width, place.height()), placeholderFlags,
+                                          placeholderText_);
+    };
+    const QPoint center = place.center();
+    place.setWidth(balancedWidth(1, place.width(), [&](int width) {
+        const QRect bounds = boundsFor(width);
+        return bounds.width() > width ? QWIDGETSIZE_MAX : bounds.height(); // a word wider than that
+    }));
+    place.moveCenter(center);
+    painter.drawText(place, placeholderFlags, placeholderText_);
 }
 
 void NSTableView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {
