@@ -8,6 +8,8 @@
 #include <QBoxLayout>
 #include <QComboBox>
 
+#include <algorithm>
+
 namespace {
 
 using Level = ShownSettings::Level;
@@ -128,6 +130,11 @@ void SettingsPanel::showOwner(const ShownSettings &settings) {
     serialNumber_->showText(serial.isEmpty() ? QString() : words(u"Serial Number"_ns, serial));
     ownerNote_->showText(settings.isSelected() ? obstacleWords(settings.obstacle())
                                                : ownerWords(settings.obstacle(), product));
+}
+
+bool SettingsPanel::isBlank() const {
+    const auto views = findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    return std::all_of(views.begin(), views.end(), [](const QWidget *view) { return view->isHidden(); });
 }
 
 void SettingsPanel::setStacked(bool stacked) {

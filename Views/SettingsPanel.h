@@ -25,6 +25,9 @@ public:
     /// Nothing but what the view shows of a queue that has no settings.
     void showWarning();
 
+    /// Whether there is nothing in the panel.
+    bool isBlank() const;
+
     /// Beside the list everything stands in one column, above it the controls in one row.
     void setStacked(bool stacked);
     /// Where the lowest of the controls ends, within the panel, when it is as wide as that.

@@ -186,6 +186,7 @@ void utilityMainView::showListState() {
     search->setVisible(rows > shortList);
     if (!printerName)
         panel->showHint(rows == 0 ? QString() : words(u"Printer List Description"_ns));
+    arrange();
 }
 
 void utilityMainView::takeRemedy() {
@@ -315,8 +316,10 @@ void utilityMainView::tableViewSelectionDidChange(NSTableView &table) {
     const auto deviceUri = textOf(printerName, u"deviceUri"_ns);
     const bool usb = isUsb(deviceUri);
     showSettings(usb);
-    if (!usb)
-        return panel->showWarning();
+    if (!usb) {
+        panel->showWarning();
+        return arrange();
+    }
     if (getUsbPrinterStatus(deviceUri)) {
         notReady.remove(toQString(deviceUri));
         getUsbPrinterToner(deviceUri);
@@ -460,6 +463,7 @@ void utilityMainView::arrange() {
     columns->setDirection(stacked ? QBoxLayout::BottomToTop : QBoxLayout::LeftToRight);
     panel->setStacked(stacked);
     auto *const place = panel->parentWidget();
+    place->setVisible(!stacked || !panel->isBlank()); // above the list, an empty one is but a bar
     place->setMinimumWidth(stacked ? 0 : measure(font(), 248));
     place->setMaximumWidth(stacked ? QWIDGETSIZE_MAX : std::min(beside, measure(font(), 320)));
     updateGeometry();

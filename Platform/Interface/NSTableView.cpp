@@ -271,6 +271,14 @@ void NSTableView::showEvent(QShowEvent *event) {
         requestPaint();
 }
 
+// A selected row that could be seen stays in view when there is less room.
+void NSTableView::resizeEvent(QResizeEvent *event) {
+    QTableView::resizeEvent(event);
+    const int row = static_cast<int>(selectedRow());
+    if (row != -1 && visualRect(model_->index(row, 0)).intersects(QRect(QPoint(), event->oldSize())))
+        scrollTo(model_->index(row, 0));
+}
+
 void NSTableView::changeEvent(QEvent *event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange)

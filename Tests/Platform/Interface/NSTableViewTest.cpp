@@ -212,6 +212,22 @@ TEST_F(NSTableViewTest, tellsASelectionThatCanBeSeen) {
     }
 }
 
+TEST_F(NSTableViewTest, keepsTheSelectedRowInViewWithLessRoom) {
+    open(20);
+    const int last = visibleRows() - 3;
+    table.selectRow(last);
+    const auto isInView = [&] {
+        QtTesting::settle();
+        return table.viewport()->rect().contains(table.visualRect(table.model()->index(last, 0)));
+    };
+    EXPECT_TRUE(isInView());
+    table.resize(300, 150);
+    EXPECT_TRUE(isInView());
+    table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum());
+    table.resize(300, 140);
+    EXPECT_FALSE(isInView()) << "who looks elsewhere is left there";
+}
+
 TEST_F(NSTableViewTest, canBeNarrowed) {
     open(30);
     table.selectRow(4);
