@@ -33,9 +33,9 @@ void takeReport(QProcess &program, QWidget &window) {
 
 void Help::showAbout(QWidget &window) {
     const QString version = words(u"Version"_ns, QStringLiteral(ZK_VERSION));
-    const QString system =
+    const QString system = isolated(
         QStringLiteral("%1 · Linux %2 · Qt %3")
-            .arg(QSysInfo::prettyProductName(), QSysInfo::kernelVersion(), QString::fromLatin1(qVersion()));
+            .arg(QSysInfo::prettyProductName(), QSysInfo::kernelVersion(), QString::fromLatin1(qVersion())));
     auto *box = new QMessageBox(&window);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowTitle(window.windowTitle());

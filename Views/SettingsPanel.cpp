@@ -126,7 +126,7 @@ void SettingsPanel::showOwner(const ShownSettings &settings) {
     }
     const QString product = breakable(QString::fromStdString(owner->product));
     const QString serial = breakable(QString::fromStdString(owner->serial));
-    printerTitle_->showText(product);
+    printerTitle_->showText(isolated(product));
     serialNumber_->showText(serial.isEmpty() ? QString() : words(u"Serial Number"_ns, serial));
     ownerNote_->showText(settings.isSelected() ? obstacleWords(settings.obstacle())
                                                : ownerWords(settings.obstacle(), product));

@@ -301,7 +301,7 @@ NSTableRow utilityMainView::lookOfRow(NSTableView &, NSInteger row) {
     look.name = toQString(name.text);
     look.isNameMuted = name.isQueueName;
     if (name.isShared && !name.isQueueName)
-        look.detail = QStringLiteral("%1 · %2").arg(look.detail, queue);
+        look.detail = QStringLiteral("%1 · %2").arg(look.detail, isolated(queue));
     if (name.isShared || name.isQueueName)
         look.more = words(u"Queue"_ns, queue);
     return look;

@@ -38,6 +38,10 @@ void BackgroundView::paintEvent(QPaintEvent *) {
     wash.setColorAt(0, none);
     wash.setColorAt(1, accent);
     painter.fillRect(rect(), wash);
+    if (isRightToLeft()) {
+        painter.translate(width(), 0);
+        painter.scale(-1, 1);
+    }
     painter.fillPath(wave(size(), 0.80, 0.80, 0.72), accent);
     painter.fillPath(wave(size(), 0.90, 0.86, 0.84), accent);
 }

@@ -1,12 +1,28 @@
 #include "Platform/Interface/NSApplication.h"
 
+#include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/ModalSession.h"
 #include "Platform/Interface/RunLoopBridge.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 namespace {
+
 NSApplication *theApplication = nullptr;
+
+/// Has Qt show its own words, those of standard buttons and context menus, in the language of all others,
+/// where it has them; and windows begin on the side on which its lines do.
+void speak(const QLocale &language) {
+    QGuiApplication::setLayoutDirection(language.textDirection());
+    auto *const words = new QTranslator(qApp);
+    if (words->load(language, QStringLiteral("qtbase"), QStringLiteral("_"),
+                    QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(words);
+}
+
 } // namespace
 
 NSApplication::NSApplication()
@@ -15,6 +31,9 @@ NSApplication::NSApplication()
     Q_ASSERT(!theApplication);
     theApplication = this;
     QObject::connect(modal_.get(), &ModalSession::modeChanged, bridge_.get(), [this] { bridge_->wake(); });
+    const std::string language = NSLocalizationLanguage();
+    if (language != "en")
+        speak(QLocale(QString::fromStdString(language)));
 }
 
 NSApplication::~NSApplication() {

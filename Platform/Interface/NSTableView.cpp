@@ -68,13 +68,15 @@ private:
     }
     /// Only for what the cell itself does not tell.
     QVariant toolTip(int row) const {
-        const NSTableRow look = table_.lookOf(row);
+        NSTableRow look = table_.lookOf(row);
+        look.name = isolated(look.name);
         const auto &cells = static_cast<const TableRowDelegate &>(*table_.itemDelegate());
         if (look.more.isEmpty() && !cells.isCutOff(row, table_.columnWidth(0)))
             return {};
-        // Tool tips would take a text with tags for one with formats.
-        return QStringLiteral("<span>%1</span>")
-            .arg(linesOf(look)
+        // Tool tips would take a text with tags for one with formats, and a foreign name tells no direction.
+        return QStringLiteral("<div dir=\"%1\">%2</div>")
+            .arg(QLatin1String(table_.isRightToLeft() ? "rtl" : "ltr"),
+                 linesOf(look)
                      .join(QLatin1Char('\n'))
                      .toHtmlEscaped()
                      .replace(QLatin1Char('\n'), QStringLiteral("<br/>")));
@@ -172,6 +174,11 @@ int NSTableView::placeholderMargin() const {
 NSInteger NSTableView::selectedRow() const {
     const QModelIndexList rows = selectionModel()->selectedRows();
     return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+// Qt's own looks for a column beyond the last one where lines begin on the right, and selects nothing there.
+void NSTableView::selectRow(int row) {
+    setCurrentIndex(model_->index(row, 0));
 }
 
 QString NSTableView::textAt(int row) const {

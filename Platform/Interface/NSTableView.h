@@ -99,6 +99,7 @@ public:
     void reloadAtOnce();
     /// −1 when no row is selected.
     NSInteger selectedRow() const;
+    void selectRow(int row);
 
     /// Tells the delegate of the selected row once more. Nothing without one.
     void selectAgain();

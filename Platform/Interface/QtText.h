@@ -11,6 +11,10 @@ inline QString toQString(const Ref<NSString> &text) {
                 : QString();
 }
 
+/// A foreign text for a place in a sentence: shown in its own direction, and not turning around what stands
+/// beside it. Its own marks of direction are left out.
+QString isolated(const QString &text);
+
 inline Ref<NSString> toNSString(const QString &text) {
     return make<NSString>(text.toStdU16String());
 }

@@ -2,6 +2,7 @@
 
 #include "Platform/Interface/Ink.h"
 #include "Platform/Interface/NSTableView.h"
+#include "Platform/Interface/QtText.h"
 #include "Platform/Interface/Symbol.h"
 
 #include <QPainter>
@@ -77,7 +78,7 @@ void TableRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &give
         place.setTop(place.top() + nameHeight);
     };
     painter->save();
-    draw(look.name, table_.font(), look.isNameMuted ? muted : ink);
+    draw(isolated(look.name), table_.font(), look.isNameMuted ? muted : ink);
     draw(look.detail, detailFont(), muted);
     painter->restore();
 }

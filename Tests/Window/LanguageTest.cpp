@@ -3,16 +3,23 @@
 
 #include <QAbstractButton>
 #include <QHeaderView>
+#include <QMenuBar>
 
 namespace {
 
 /// A language, and how large the letters are to be.
-using Reader = std::tuple<const char *, int>;
+using Reader = std::tuple<std::string, int>;
+
+struct InArabic {
+    InArabic() { ::setenv("LANGUAGE", "ar", 1); }
+};
+
+class RightToLeftTest : InArabic, public WindowTest {};
 
 /// Sets the language before the application reads it.
 class WithLanguage : public testing::WithParamInterface<Reader> {
 protected:
-    WithLanguage() { ::setenv("LANGUAGE", std::get<0>(GetParam()), 1); }
+    WithLanguage() { ::setenv("LANGUAGE", std::get<0>(GetParam()).c_str(), 1); }
 
     static int scale() { return std::get<1>(GetParam()); }
 };
@@ -56,7 +63,7 @@ protected:
             EXPECT_GE(widget->height(), needed(*widget).height()) << name;
             EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry())) << name;
         }
-        EXPECT_GT(seen, 0);
+        EXPECT_GT(seen, 0) << root.objectName().toStdString();
     }
 };
 
@@ -126,10 +133,49 @@ TEST_P(RoomTest, isEnough) {
         }
 }
 
+TEST_F(RightToLeftTest, everythingBeginsOnTheRight) {
+    openWithLaser();
+    choose(0);
+    const auto place = [&](const char *name) {
+        const auto *widget = part<QWidget>(name);
+        return QRect(widget->mapTo(widget->window(), QPoint()), widget->size());
+    };
+    EXPECT_LT(place("panel").right(), place("scanResultsView").left());
+    EXPECT_GT(part<QMenuBar>("mainMenu")->actionGeometry(part<QMenu>("fileMenu")->menuAction()).left(),
+              part<QMenuBar>("mainMenu")->actionGeometry(part<QMenu>("helpMenu")->menuAction()).right());
+    tip->setSymbol(Symbol::warning);
+    tip->show();
+    QtTesting::settle();
+    EXPECT_GT(place("tipSymbol").left(), place("message").right());
+    // The ink of a row is on its right, though its name is Latin.
+    const QImage row = table->viewport()->grab({0, 0, table->columnWidth(0), table->rowHeight(0)}).toImage();
+    const auto inked = [&](int from, int to) {
+        QSet<QRgb> colors;
+        for (int x = from; x < to; ++x)
+            for (int y = 4; y < row.height() - 4; ++y)
+                colors += row.pixel(x, y);
+        return colors.size() > 1;
+    };
+    EXPECT_TRUE(inked(row.width() / 2, row.width() - 4));
+    EXPECT_FALSE(inked(4, row.width() / 4));
+}
+
+TEST_F(RightToLeftTest, foreignTextsKeepTheirDirectionAndTurnNothingAround) {
+    plug("1-2.", "L200 A.");
+    open();
+    addQueue("L200", "usb://Zelkor/L200%20A.?serial=1-2.");
+    choose(0);
+    EXPECT_EQ(part<QLabel>("printerTitle")->text(), QStringLiteral(u"\u2068L200 A.\u2069"));
+    EXPECT_TRUE(part<QLabel>("serialNumber")->text().endsWith(QStringLiteral(u" \u20681-2.\u2069")));
+    EXPECT_EQ(isolated(QStringLiteral(u"a\u2069\u202Eb\u2067")), QStringLiteral(u"\u2068ab\u2069"))
+        << "whatever they hold";
+}
+
 INSTANTIATE_TEST_SUITE_P(Languages, RoomTest,
-                         testing::Combine(testing::Values("de", "en", "es", "fr", "ja", "zh_CN", "zh_TW"),
+                         testing::Combine(testing::Values("ar", "de", "en", "es", "fr", "ja", "zh_CN",
+                                                          "zh_TW"),
                                           testing::Values(1, 2)),
                          [](const auto &reader) {
                              return std::get<0>(reader.param) +
-                                    std::string(std::get<1>(reader.param) == 1 ? "" : "InLargeLetters");
+                                    (std::get<1>(reader.param) == 1 ? "" : "InLargeLetters");
                          });

@@ -31,7 +31,7 @@ std::string subviews(const QWidget &container) {
     return names;
 }
 
-class PaletteTest : public WindowTest, public testing::WithParamInterface<const char *> {};
+class PaletteTest : public WindowTest, public testing::WithParamInterface<std::string> {};
 
 QPalette palette(bool dark) {
     QPalette made(dark ? QColor(0x35, 0x35, 0x35) : QColor(0xEF, 0xEF, 0xEF));
@@ -97,7 +97,7 @@ TEST_F(WindowTest, hasAMenuAndOneContentView) {
 }
 
 TEST_P(PaletteTest, textsAreReadable) {
-    const bool startsDark = GetParam() == std::string("dark");
+    const bool startsDark = GetParam() == "dark";
     QApplication::setPalette(palette(startsDark));
     openWithLaser();
     EXPECT_EQ(choose(0), Tips{reading});
@@ -225,4 +225,4 @@ TEST_F(WindowTest, aPlainGroundIsWhite) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktops, PaletteTest, testing::Values("light", "dark"),
-                         [](const auto &desktop) { return std::string(desktop.param); });
+                         [](const auto &desktop) { return desktop.param; });

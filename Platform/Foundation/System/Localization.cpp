@@ -9,6 +9,7 @@
 #include <libintl.h>
 #include <mutex>
 #include <set>
+#include <string_view>
 
 namespace {
 
@@ -71,6 +72,16 @@ void NSLocalizationPrepare() {
     const std::string preferred = environment("LANGUAGE");
     const std::string own = !preferred.empty() ? preferred : plain ? std::string() : language;
     setenv("LANGUAGE", (own.empty() ? "en" : withRelatives(own) + "en").c_str(), 1);
+}
+
+std::string NSLocalizationLanguage() {
+    static constexpr std::string_view field = "Language: ";
+    const std::string_view header = dgettext(domainOf("Localizable"), "");
+    const std::size_t at = header.find(field);
+    if (at == std::string_view::npos)
+        return "en";
+    const std::string_view rest = header.substr(at + field.size());
+    return std::string(rest.substr(0, rest.find('\n')));
 }
 
 Ref<NSString> NSLocalizedStringFromTable(const Ref<NSString> &key, const Ref<NSString> &value,

@@ -14,6 +14,9 @@ class NSString;
 /// locale that the machine does not have is served all the same, as long as there is a catalogue for it.
 void NSLocalizationPrepare();
 
+/// The language of the texts, as its catalogue calls it, e.g. "zh_TW".
+std::string NSLocalizationLanguage();
+
 /// The text of the key in the table; when the table lacks it, `value`, or the key itself when that is empty.
 Ref<NSString> NSLocalizedStringFromTable(const Ref<NSString> &key, const Ref<NSString> &value,
                                          const std::string &table);

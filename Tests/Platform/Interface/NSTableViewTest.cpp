@@ -262,7 +262,8 @@ TEST_F(NSTableViewTest, showsTextsAsTheyAre) {
     table.resize(120, 300);
     QtTesting::settle();
     EXPECT_EQ(cell.data(Qt::ToolTipRole).toString(),
-              QStringLiteral("<span>&lt;b&gt;A &amp; B&lt;/b&gt; 0</span>"));
+              QStringLiteral("<div dir=\"ltr\">%1</div>")
+                  .arg(isolated(QStringLiteral("&lt;b&gt;A &amp; B&lt;/b&gt; 0"))));
     for (const int points : {9, 30, 12}) {
         QFont font = table.font();
         font.setPointSize(points);
