@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
 #include <QSysInfo>
@@ -21,8 +22,8 @@ void say(QWidget &window, QMessageBox::Icon icon, const QString &text, const QSt
 
 void takeReport(QProcess &program, QWidget &window) {
     const QByteArray report = program.readAllStandardOutput();
-    const bool made =
-        program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0 && !report.isEmpty();
+    // Its status says when something is wrong on this computer, which is what the report is about.
+    const bool made = program.exitStatus() == QProcess::NormalExit && !report.isEmpty();
     if (made)
         QApplication::clipboard()->setText(QString::fromUtf8(report));
     say(window, made ? QMessageBox::Information : QMessageBox::Warning,
@@ -62,6 +63,6 @@ void Help::copyDiagnostics(QWidget &window) {
                          takeReport(*program, window);
                          program->deleteLater();
                      });
-    program->start(QDir(QApplication::applicationDirPath()).filePath(QStringLiteral("zkprinter")),
-                   {QStringLiteral("diagnose")});
+    const QDir programs = QFileInfo(QCoreApplication::applicationFilePath()).dir();
+    program->start(programs.filePath(QStringLiteral("zkprinter")), {QStringLiteral("diagnose")});
 }

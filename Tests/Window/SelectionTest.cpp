@@ -7,6 +7,10 @@
 #include <QTest>
 
 #include <filesystem>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace {
 
@@ -17,6 +21,44 @@ const Tip notReady = {"Printer Status Tip", Indicator::none, 3};
 
 class CupsWindowTest : public WindowTest {
     const PrivateCups cups_{true};
+};
+
+/// Takes every connection and never says a word.
+class SilentPrintService {
+public:
+    explicit SilentPrintService(const std::filesystem::path &socketFile) {
+        sockaddr_un address = {AF_UNIX, {}};
+        socketFile.string().copy(address.sun_path, sizeof address.sun_path - 1);
+        EXPECT_EQ(::bind(socket_, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+        EXPECT_EQ(::listen(socket_, 8), 0);
+    }
+    SilentPrintService(const SilentPrintService &) = delete;
+    SilentPrintService &operator=(const SilentPrintService &) = delete;
+    ~SilentPrintService() { ::close(socket_); }
+
+    bool isAsked() const {
+        pollfd calls = {socket_, POLLIN, 0};
+        return ::poll(&calls, 1, 0) == 1;
+    }
+
+private:
+    const int socket_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+};
+
+/// Sees the first time that a view is painted, and whether something held already then.
+struct PaintWatch : QObject {
+    PaintWatch(QWidget &view, std::function<bool()> condition) : condition_(std::move(condition)) {
+        view.installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override {
+        if (event->type() == QEvent::Paint && !std::exchange(painted, true))
+            conditionAtFirst = condition_();
+        return false;
+    }
+    bool painted = false, conditionAtFirst = false;
+
+private:
+    std::function<bool()> condition_;
 };
 
 std::string fault(const std::string &name) {
@@ -145,6 +187,22 @@ TEST_F(WindowTest, anEmptyListSaysWhy) {
     EXPECT_TRUE(QtTesting::eventually([&] { return view->areQueuesRead(); }));
     EXPECT_EQ(table->placeholderText(), words("No Printers"));
     EXPECT_EQ(logged("****numOfDests:"), 2);
+}
+
+TEST_F(WindowTest, isPaintedBeforeItAsksAPrintServiceThatNeverAnswers) {
+    const SilentPrintService service(printers.file("no-server"));
+    show();
+    PaintWatch watch(*table->viewport(), [&] { return service.isAsked(); });
+    EXPECT_TRUE(QtTesting::eventually([&] { return service.isAsked(); }));
+    EXPECT_TRUE(watch.painted && !watch.conditionAtFirst);
+    EXPECT_EQ(table->placeholderText(), words("Looking For Printers"));
+    EXPECT_FALSE(view->areQueuesRead());
+    EXPECT_TRUE(QtTesting::eventually([&] {
+        qt.advance(1s);
+        return view->areQueuesRead();
+    }));
+    EXPECT_EQ(table->placeholderText(), words("No Print Service"));
+    EXPECT_EQ(part<QPushButton>("remedy")->text(), words("Read Again"));
 }
 
 TEST_F(WindowTest, aLongListCanBeNarrowed) {

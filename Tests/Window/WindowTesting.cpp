@@ -32,7 +32,7 @@ int WindowTest::thresholdOf(const std::string &serial) const {
     return file.object().value(QLatin1String("threshold")).toInt(-1);
 }
 
-void WindowTest::open() {
+void WindowTest::show() {
     interface = std::make_unique<MainInterface>(application);
     window = interface->window.get();
     view = window->UtilityMainView();
@@ -41,6 +41,10 @@ void WindowTest::open() {
     confirm = part<QPushButton>("cofirmBtn");
     tip = part<TipWindow>("tipWindow");
     window->show();
+}
+
+void WindowTest::open() {
+    show();
     EXPECT_TRUE(QtTesting::eventually([&] {
         const auto entries = UtilityController::shareInstance()->printerNameArray()->count();
         return view->areQueuesRead() && table->model()->rowCount() == static_cast<int>(entries);

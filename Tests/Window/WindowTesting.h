@@ -64,6 +64,8 @@ protected:
     int thresholdOf(const std::string &serial) const;
 
     /// Makes the window from its description and shows it.
+    void show();
+    /// The same, and waits until its list is read.
     void open();
     /// Adds a row to the table and waits until it is there.
     void addQueue(const char *name, const char *uri);
