@@ -1,6 +1,7 @@
 #include "Classes/TipWindow.h"
 
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Interface/AccessibleView.h"
 #include "Platform/Interface/BalancedText.h"
 #include "Platform/Interface/Ink.h"
 #include "Platform/Interface/NSApplication.h"
@@ -17,10 +18,9 @@
 
 namespace {
 
-QAccessibleInterface *accessibleTip(const QString &, QObject *object) {
-    auto *tip = qobject_cast<TipWindow *>(object);
-    return tip ? new QAccessibleWidget(tip, QAccessible::AlertMessage) : nullptr;
-}
+struct AccessibleTip final : QAccessibleWidget {
+    explicit AccessibleTip(TipWindow *tip) : QAccessibleWidget(tip, QAccessible::AlertMessage) {}
+};
 
 /// Where programs cannot place their windows, they still can those that belong to another one.
 Qt::WindowType placeableKind() {
@@ -30,7 +30,7 @@ Qt::WindowType placeableKind() {
 } // namespace
 
 TipWindow::TipWindow(QWidget *parent) : QDialog(parent, placeableKind() | Qt::FramelessWindowHint) {
-    QAccessible::installFactory(accessibleTip); // once, however often it is installed
+    tellScreenReadersBy<TipWindow, AccessibleTip>();
 }
 
 void TipWindow::awakeFromNib() {

@@ -1,5 +1,6 @@
 #include "Platform/Interface/FillingView.h"
 
+#include "Platform/Interface/AccessibleView.h"
 #include "Platform/Interface/BackgroundView.h"
 
 #include <QAccessibleWidget>
@@ -32,15 +33,10 @@ private:
     }
 };
 
-QAccessibleInterface *accessibleFilling(const QString &, QObject *object) {
-    auto *const view = qobject_cast<FillingView *>(object);
-    return view ? new AccessibleFilling(view) : nullptr;
-}
-
 } // namespace
 
 FillingView::FillingView(QWidget *parent) : QWidget(parent) {
-    QAccessible::installFactory(accessibleFilling); // once, however often it is installed
+    tellScreenReadersBy<FillingView, AccessibleFilling>();
     auto *layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
 }

@@ -1,5 +1,7 @@
 #include "Platform/Interface/NSPopUpButton.h"
 
+#include "Platform/Interface/AccessibleView.h"
+
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
 
@@ -53,15 +55,10 @@ private:
     QComboBox &popUp() const { return static_cast<QComboBox &>(*widget()); }
 };
 
-QAccessibleInterface *accessiblePopUp(const QString &, QObject *object) {
-    auto *const popUp = qobject_cast<NSPopUpButton *>(object);
-    return popUp ? new AccessiblePopUp(popUp) : nullptr;
-}
-
 } // namespace
 
 NSPopUpButton::NSPopUpButton(QWidget *parent) : QComboBox(parent) {
-    QAccessible::installFactory(accessiblePopUp); // once, however often it is installed
+    tellScreenReadersBy<NSPopUpButton, AccessiblePopUp>();
     connect(this, &QComboBox::currentTextChanged, this, [this] {
         QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
         QAccessible::updateAccessibility(&changed);
