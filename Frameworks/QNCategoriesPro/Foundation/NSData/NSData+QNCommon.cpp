@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <zlib.h>
 
 Ref<NSString> qn::UTF8String(const Ref<NSData> &data) {
     if (!data)
@@ -85,12 +84,4 @@ id qn::jsonValueDecoded(const Ref<NSData> &data) {
 
 Ref<NSData> qn::dataNamed(const Ref<NSString> &name) {
     return name ? NSBundle::mainBundle().dataForResource(name->utf8(), "") : nullptr;
-}
-
-std::uint32_t qn::crc32(const Ref<NSData> &data) {
-    return data ? static_cast<std::uint32_t>(crc32_z(0, data->bytes(), data->length())) : 0;
-}
-
-Ref<NSString> qn::crc32String(const Ref<NSData> &data) {
-    return data ? NSString::stringWithFormat("%08x", crc32(data)) : nullptr;
 }

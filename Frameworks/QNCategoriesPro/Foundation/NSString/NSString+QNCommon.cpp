@@ -4,7 +4,6 @@
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/System/Localization.h"
 #include "Platform/Foundation/System/NSBundle.h"
-#include "Platform/Foundation/System/UniformType.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSString.h"
 
@@ -15,13 +14,6 @@ Ref<NSString> resourceText(const Ref<NSString> &name, const std::string &type) {
     return data ? NSString::stringWithUTF8String(
                       {reinterpret_cast<const char *>(data->bytes()), data->length()})
                 : nullptr;
-}
-
-Ref<NSString> extensionOf(const Ref<NSString> &text) {
-    auto extension = text->pathExtension();
-    if (qn::stringByTrim(extension)->length() > 0)
-        return extension;
-    return text->hasPrefix(u"."_ns) ? text->substringFromIndex(1) : text;
 }
 
 } // namespace
@@ -49,13 +41,6 @@ Ref<NSString> qn::localized(const Ref<NSString> &key) {
 
 id qn::jsonValueDecoded(const Ref<NSString> &text) {
     return jsonValueDecoded(dataValue(text));
-}
-
-Ref<NSString> qn::MIMEType(const Ref<NSString> &text) {
-    if (!text)
-        return nullptr;
-    const auto type = preferredMIMETypeForExtension(extensionOf(text)->utf8());
-    return NSString::stringWithUTF8String(type.value_or("application/octet-stream"));
 }
 
 Ref<NSString> qn::stringNamed(const Ref<NSString> &name) {
