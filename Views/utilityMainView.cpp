@@ -183,7 +183,10 @@ void utilityMainView::showListState() {
     scanResultsView->setAccessibleDescription(rows == 0 ? text : words(u"Printer List Description"_ns));
     remedy->setText(way);
     remedy->setVisible(!way.isEmpty());
-    search->setVisible(rows > shortList);
+    const bool isLong = rows > shortList;
+    search->setVisible(isLong);
+    if (isLong)
+        search->setClearButtonEnabled(true); // whose picture is looked for in all icon themes
     if (!printerName)
         panel->showHint(rows == 0 ? QString() : words(u"Printer List Description"_ns));
     arrange();
