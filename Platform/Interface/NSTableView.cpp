@@ -4,6 +4,8 @@
 #include "Platform/Interface/BalancedText.h"
 #include "Platform/Interface/QtText.h"
 #include "Platform/Interface/TableRowDelegate.h"
+#include "Platform/RunLoop/NSRunLoop.h"
+#include "Platform/Runtime/Object/Class.h"
 
 #include <QAbstractTableModel>
 #include <QApplication>
@@ -13,6 +15,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QWindow>
 
 using dispatch::Clock;
 
@@ -85,6 +88,28 @@ private:
     NSTableView &table_;
     int rows_ = 0;
 };
+
+/// What the timer of a reload calls.
+class TableReload final : public NSObject {
+    NS_CLASS(TableReload, NSObject)
+public:
+    explicit TableReload(NSTableView &table) : table_(&table) {}
+
+    /// Has it done after the other timers that are due: one of them may change what the table shows.
+    void reload() {
+        dispatch::mainQueue().async([table = table_] {
+            if (table)
+                table->reloadIfSeen();
+        });
+    }
+
+private:
+    const QPointer<NSTableView> table_;
+};
+
+NS_IMPLEMENTATION(TableReload) {
+    cls.method<&TableReload::reload>("reload");
+}
 
 /// The heading, over the symbols of the rows.
 class NSTableHeader final : public QHeaderView {
@@ -196,27 +221,39 @@ NSTableRow NSTableView::lookOf(int row) const {
 void NSTableView::reloadData() {
     if (std::exchange(reloadWanted_, true))
         return;
-    requestPaint();
+    arrangeReload();
 }
 
 void NSTableView::reloadAtOnce() {
     nextReload_ = Clock::current().now();
     reloadWanted_ = true;
-    requestPaint();
+    arrangeReload();
 }
 
-void NSTableView::requestPaint() {
-    Clock &clock = Clock::current();
-    if (clock.now() >= nextReload_) {
+void NSTableView::arrangeReload() {
+    const std::chrono::duration<double> wait = nextReload_ - Clock::current().now();
+    if (reloadTimer_)
+        reloadTimer_->invalidate();
+    if (wait.count() <= 0) {
         viewport()->update(0, 0, 1, 1); // any paint will do; what changed is painted once it is known
         return;
     }
-    alarm_ = clock.callAt(nextReload_, [table = QPointer<NSTableView>(this)] {
-        dispatch::mainQueue().async([table] {
-            if (table)
-                table->viewport()->update(0, 0, 1, 1);
-        });
-    });
+    reloadTimer_ = NSTimer::timerWithTimeInterval(wait.count(), make<TableReload>(*this),
+                                                  sel_registerName("reload"), nullptr, false);
+    reloadTimer_->setTolerance(std::chrono::duration<double>(reloadPatience).count());
+    NSRunLoop::mainRunLoop()->addTimer(reloadTimer_, NSRunLoopCommonModes);
+}
+
+// Without a paint, which costs more than all else in a quiet window. Unseen, it waits for the paint that
+// comes first when the table is seen again.
+void NSTableView::reloadIfSeen() {
+    const QWindow *const shownIn = window()->windowHandle();
+    if (reloadIsDue() && isVisible() && shownIn && shownIn->isExposed())
+        reloadNow();
+}
+
+bool NSTableView::reloadIsDue() const {
+    return reloadWanted_ && Clock::current().now() >= nextReload_;
 }
 
 void NSTableView::reloadNow() {
@@ -265,7 +302,7 @@ int NSTableView::firstShownRow() const {
 }
 
 void NSTableView::paintEvent(QPaintEvent *event) {
-    if (reloadWanted_ && Clock::current().now() >= nextReload_)
+    if (reloadIsDue())
         reloadNow();
     QTableView::paintEvent(event);
     if (firstShownRow() < 0)
@@ -275,7 +312,7 @@ void NSTableView::paintEvent(QPaintEvent *event) {
 void NSTableView::showEvent(QShowEvent *event) {
     QTableView::showEvent(event);
     if (reloadWanted_)
-        requestPaint();
+        arrangeReload();
 }
 
 // A selected row that could be seen stays in view when there is less room.

@@ -1,9 +1,9 @@
 // A table that asks a data source for what it shows, a cell at a time.
 //
 // `reloadData` keeps selection and scroll position; a selected row that is there no more leaves no row
-// selected. It has the data source asked for its number of rows once, when the table is next painted: so a
-// data source that answers by asking for the next reload keeps the table current at a small cost, paced by
-// `reloadPace`, and only while the table can be seen.
+// selected. It has the data source asked for its number of rows once, as soon as the table can be seen: so a
+// data source that answers by asking for the next reload keeps the table current at a small cost: paced by
+// `reloadPace`, with the next timer that wakes the thread anyway, and only while the table can be seen.
 //
 // The delegate hears of a selection when the row is in view, painted and announced: soon after a click, and
 // after moves by the keyboard once the keys have rested for `keyRest`. A selection that is confirmed (Return,
@@ -26,6 +26,7 @@
 class NSString;
 class NSTableView;
 class NSTableModel;
+class NSTimer;
 class TableRowDelegate;
 
 /// A column of a table, known by its identifier; the heading is what people see.
@@ -68,8 +69,10 @@ class NSTableView final : public QTableView {
     Q_PROPERTY(QString columnIdentifier READ columnIdentifier WRITE setColumnIdentifier)
     Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
 public:
-    /// No two reloads are painted within this time.
+    /// No two reloads are done within this time ...
     static constexpr std::chrono::milliseconds reloadPace{250};
+    /// ... and none waits for company longer than this beyond it.
+    static constexpr std::chrono::milliseconds reloadPatience{2000};
     /// Who walks through a list by the keyboard stays at least this long where he wants to be.
     static constexpr std::chrono::milliseconds keyRest{250};
 
@@ -93,7 +96,8 @@ public:
     /// Room for a few rows, and for what the table says when it is empty.
     QSize minimumSizeHint() const override;
 
-    /// Has the number of rows asked and the visible cells compared when the table is next painted.
+    /// Has the number of rows asked and the visible cells compared soon: when the table is next painted, or
+    /// after pace and patience.
     void reloadData();
     /// The same without regard to the pace: the data source knows that it has other rows now.
     void reloadAtOnce();
@@ -133,7 +137,10 @@ protected:
 private:
     void fitRows();
     int placeholderMargin() const;
-    void requestPaint();
+    friend class TableReload;
+    void arrangeReload();
+    void reloadIfSeen();
+    bool reloadIsDue() const;
     void reloadNow();
     std::vector<NSTableRow> visibleRows() const;
     void applyFilter(int firstRow);
@@ -151,7 +158,7 @@ private:
     NSTableViewDelegate *delegate_ = nullptr;
     bool reloadWanted_ = false;
     dispatch::Instant nextReload_;
-    dispatch::Alarm alarm_;
+    Ref<NSTimer> reloadTimer_;
     std::vector<NSTableRow> shown_;
     std::function<bool(int)> filter_;
 

@@ -95,8 +95,7 @@ Instant NSRunLoop::nextInstant(NSRunLoopMode mode) {
     Instant next = Instant::distantFuture();
     if (found != timers_.end())
         for (const Ref<NSTimer> &timer : found->second)
-            if (timer->valid_ && !timer->ticking_)
-                next = std::min(next, timer->fireInstant_);
+            next = std::min(next, timer->latestInstant());
     return next;
 }
 

@@ -46,7 +46,7 @@ public:
     /// Serves what is due in `mode`, main-queue blocks first, then timers by date, and returns at once.
     /// True when anything ran.
     bool runOnce(NSRunLoopMode mode);
-    /// When the next timer of `mode` is due; never when it has none.
+    /// Until when the loop may sleep for the timers of `mode`; for ever when it has none.
     dispatch::Instant nextInstant(NSRunLoopMode mode);
 
     /// Serves `mode` until `stop`. Nests: `stop` ends the innermost run, or the next one when none is under

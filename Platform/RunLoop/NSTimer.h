@@ -5,7 +5,8 @@
 //
 // A scheduled timer is kept by its run loop, and keeps its target and user info, until it is invalid. A timer
 // that does not repeat becomes invalid after it fired. A repeating one fires on the grid of its first fire
-// date; dates it was too late for are skipped.
+// date; dates it was too late for are skipped. One that may be late (`setTolerance`) does not wake the thread
+// for itself while something else does in time.
 //
 // Threads: a timer belongs to the thread of its run loop.
 #pragma once
@@ -13,6 +14,9 @@
 #include "Platform/Dispatch/Time/Instant.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Runtime/Object/NSObject.h"
+
+#include <algorithm>
+#include <chrono>
 
 /// The interval that counts, in seconds: 0.1 ms for one of less than a nanosecond, of zero, negative or not a
 /// number.
@@ -49,10 +53,21 @@ public:
     /// Moves the next date, and the grid with it.
     void setFireDate(const Ref<NSDate> &date);
 
+    /// How much later than its date the timer may fire, in seconds; 0 when nothing was said. The run loop
+    /// sleeps until then, and fires the timer as soon as it is awake after the date. To be set before a run
+    /// loop has the timer.
+    void setTolerance(NSTimeInterval seconds) {
+        tolerance_ = nanosecondsFromTimeInterval(std::max(seconds, 0.0));
+    }
+
 private:
     friend class NSRunLoop;
 
     bool isDue(dispatch::Instant now) const { return valid_ && !ticking_ && fireInstant_ <= now; }
+    /// When the run loop has to be awake for it.
+    dispatch::Instant latestInstant() const {
+        return valid_ && !ticking_ ? fireInstant_ + tolerance_ : dispatch::Instant::distantFuture();
+    }
     /// Fires on behalf of the run loop and moves on to the next date.
     void tick();
 
@@ -65,4 +80,5 @@ private:
     bool ticking_ = false; // a nested run loop does not fire the timer that it runs in
     bool moved_ = false;   // to another date, since the tick began
     dispatch::Instant fireInstant_;
+    std::chrono::nanoseconds tolerance_{0};
 };

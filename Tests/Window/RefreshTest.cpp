@@ -1,4 +1,6 @@
 // What goes on by itself: discovery, and the table that keeps itself current.
+#include "Manager/ZKManager.h"
+#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 #include "Tests/Window/WindowTesting.h"
 
 #include <QTimer>
@@ -13,12 +15,14 @@ public:
     explicit Counted(NSTableViewDataSource &source) : source_(source) {}
     NSInteger numberOfRowsInTableView(NSTableView &table) override {
         ++counts;
+        printers = ZKManager::shared()->printerList()->count();
         return source_.numberOfRowsInTableView(table);
     }
     Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) override {
         return source_.tableView(table, column, row);
     }
     int counts = 0;
+    NSUInteger printers = 0; // in the list at the latest count
 
 private:
     NSTableViewDataSource &source_;
@@ -51,6 +55,20 @@ TEST_F(WindowTest, discoversEveryTwoSecondsButNotDuringTips) {
     EXPECT_EQ(during, before) << "not while a tip is up";
     QtTesting::settle();
     EXPECT_EQ(passes(), before + 1) << "the one that was missed, at once";
+}
+
+TEST_F(WindowTest, theTableIsReadAfterThePassThatWokeTheThread) {
+    openWithLaser();
+    Counted counted(*view);
+    table->setDataSource(&counted);
+    QtTesting::settle();
+    EXPECT_EQ(counted.printers, 1);
+    const int before = counted.counts;
+    std::filesystem::remove(printers.file("SN0001.json"));
+    qt.advance(2s);
+    EXPECT_TRUE(QtTesting::eventually([&] { return counted.counts > before; }));
+    EXPECT_EQ(counted.printers, 0) << "what the pass found out, at once";
+    table->setDataSource(view);
 }
 
 TEST_F(WindowTest, theTableStaysCurrentForAThousandReloads) {

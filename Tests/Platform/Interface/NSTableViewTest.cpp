@@ -44,6 +44,17 @@ public:
     std::function<void()> onSelection;
 };
 
+/// Counts how often a widget is painted.
+class Paints : public QObject {
+public:
+    explicit Paints(QWidget &widget) { widget.installEventFilter(this); }
+    int count = 0;
+    bool eventFilter(QObject *, QEvent *event) override {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
 class NSTableViewTest : public testing::Test {
 protected:
     using Selections = std::vector<NSInteger>;
@@ -101,12 +112,17 @@ TEST_F(NSTableViewTest, reloadsAtItsPaceWhileItIsSeen) {
     const int before = rows.counts;
     QtTesting::settle();
     EXPECT_EQ(rows.counts, before) << "not before the pace says so";
+    EXPECT_EQ(NSRunLoop::mainRunLoop()->nextInstant(NSDefaultRunLoopMode),
+              qt.clock.now() + NSTableView::reloadPace + NSTableView::reloadPatience)
+        << "nor is the thread woken for it before that";
+    const Paints paints(*table.viewport());
     for (int i = 0; i < 20; ++i) {
         reload();
         table.reloadData(); // merged with the one under way
         table.reloadData();
     }
     EXPECT_EQ(rows.counts, before + 20);
+    EXPECT_EQ(paints.count, 0) << "nothing has changed";
 
     table.hide();
     for (int i = 0; i < 20; ++i)

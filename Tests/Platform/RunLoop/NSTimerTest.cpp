@@ -125,6 +125,26 @@ TEST_F(NSTimerTest, fireDateMovesTheGrid) {
     EXPECT_EQ(loop->nextInstant(NSDefaultRunLoopMode), clock.now() + 3s) << "waiting does not";
 }
 
+TEST_F(NSTimerTest, onesThatMayBeLateFireInCompany) {
+    std::vector<std::int64_t> late;
+    add(2, ticks);
+    const auto patient = add(0.5, late);
+    patient->setTolerance(1.75);
+    EXPECT_EQ(loop->nextInstant(NSDefaultRunLoopMode), clock.now() + 2s);
+    advanceAndRun(2s);
+    EXPECT_THAT(late, ElementsAre(2000));
+    EXPECT_EQ(loop->nextInstant(NSDefaultRunLoopMode), clock.now() + 2s) << "of the one that must not";
+    advanceAndRun(700ms);
+    EXPECT_THAT(late, ElementsAre(2000, 2700)) << "whatever the loop is awake for";
+    EXPECT_EQ(loop->nextInstant(NSDefaultRunLoopMode), clock.now() + 1300ms);
+    add(0.1, [](const Ref<NSTimer> &timer) { timer->invalidate(); });
+    advanceAndRun(100ms);
+    EXPECT_THAT(ticks, ElementsAre(2000)) << "tolerance is not earliness";
+    EXPECT_THAT(late, ElementsAre(2000, 2700));
+    patient->setTolerance(-1);
+    EXPECT_EQ(loop->nextInstant(NSDefaultRunLoopMode), Instant(3s)) << "on its grid still";
+}
+
 TEST_F(NSTimerTest, fireDateSetInATickWins) {
     double next = 0;
     const auto timer = add(2, [&](const Ref<NSTimer> &ticking) {
