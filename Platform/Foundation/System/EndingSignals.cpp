@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <pthread.h>
 #include <utility>
 
 namespace dispatch {
@@ -30,13 +31,14 @@ void awaitEnd(const sigset_t &signals, const std::function<void()> &before) {
 
 void endOnSignals(std::function<void()> before) {
     std::signal(SIGPIPE, SIG_IGN);
-    sigset_t signals;
+    static sigset_t signals; // as long as processes are forked
     sigemptyset(&signals);
     for (const int signal : endings)
         if (!isIgnored(signal))
             sigaddset(&signals, signal);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    if (!startDetachedThread([signals, before = std::move(before)] { awaitEnd(signals, before); }))
+    pthread_atfork(nullptr, nullptr, [] { pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); });
+    if (!startDetachedThread([before = std::move(before)] { awaitEnd(signals, before); }))
         pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 

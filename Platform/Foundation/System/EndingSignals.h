@@ -11,6 +11,8 @@ namespace dispatch {
 /// to a pipe that nobody reads any more fails (EPIPE) and does not end the process. Where no thread can be
 /// had, the signals end the process as they do by themselves.
 ///
+/// Processes that are forked get the signals as usual, and so do the programs that they become.
+///
 /// Call it once, before any other thread starts: none of them is to get the signals.
 void endOnSignals(std::function<void()> before = {});
 
