@@ -1,62 +1,56 @@
-// The window from process start to its first painted table, then the end. Built twice: as ours, and as a
-// plain Qt window with a table of the same size, which is the floor to compare with.
-#ifdef ZK_PLAIN_WINDOW
-#include <QHeaderView>
-#include <QMainWindow>
-#include <QStandardItemModel>
-#include <QTableView>
-#else
-#include "Classes/MainInterface.h"
-#include "Classes/MyMainWindow.h"
-#include "Platform/Foundation/System/Localization.h"
-#include "Platform/Interface/NSApplication.h"
-#include "Platform/Interface/NSTableView.h"
-#endif
-
-#include <QApplication>
+// Ends the program it is linked into at its first paint, so that its run as a process is its start.
+//
+//     first_paint             ends when a table has been painted for the first time
+//     first_paint --rows      ends when it has been painted with rows in it
+//     first_paint --stay      never ends: what a window costs that is left alone. Each byte of its standard
+//     input is
+//                             answered with a line: the voluntary context switches of all its threads so far
+#include <QCoreApplication>
 #include <QEvent>
+#include <QTableView>
 
+#include <cstdio>
+#include <sys/resource.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
 
-/// Ends the process once the table has been painted with rows in it.
 class EndAfterPaint final : public QObject {
 public:
-    explicit EndAfterPaint(QTableView &table) : table_(table) { table.viewport()->installEventFilter(this); }
+    explicit EndAfterPaint(int rows) : rows_(rows) {}
 
-    bool eventFilter(QObject *, QEvent *event) override {
-        if (event->type() == QEvent::Paint && table_.model()->rowCount() > 0)
+    bool eventFilter(QObject *target, QEvent *event) override {
+        if (event->type() == QEvent::Paint && isWanted(qobject_cast<const QTableView *>(target->parent())))
+            // After the paint, once it is shown as well.
             QMetaObject::invokeMethod(
                 this, [] { _exit(0); }, Qt::QueuedConnection);
         return false;
     }
 
 private:
-    QTableView &table_;
+    bool isWanted(const QTableView *table) const { return table && table->model()->rowCount() >= rows_; }
+
+    const int rows_;
 };
+
+void answerWithSwitches() {
+    for (char request; read(STDIN_FILENO, &request, 1) == 1;) {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage); // of threads that have ended, too
+        std::printf("%ld\n", usage.ru_nvcsw);
+        std::fflush(stdout);
+    }
+}
+
+void watch() {
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.contains(QStringLiteral("--stay")))
+        return std::thread(answerWithSwitches).detach();
+    static EndAfterPaint end(arguments.contains(QStringLiteral("--rows")) ? 1 : 0);
+    qApp->installEventFilter(&end);
+}
 
 } // namespace
 
-int main(int argc, char **argv) {
-#ifdef ZK_PLAIN_WINDOW
-    const QApplication application(argc, argv);
-    QMainWindow window;
-    auto *table = new QTableView;
-    QStandardItemModel model(5, 1);
-    table->setModel(&model);
-    window.setCentralWidget(table);
-    window.resize(760, 460);
-    const EndAfterPaint end(*table);
-    window.show();
-    return QApplication::exec();
-#else
-    NSLocalizationPrepare();
-    const QApplication qtApplication(argc, argv);
-    NSApplication application;
-    const MainInterface interface(application);
-    const EndAfterPaint end(*interface.window->findChild<NSTableView *>());
-    interface.window->show();
-    return application.run();
-#endif
-}
+Q_COREAPP_STARTUP_FUNCTION(watch)
