@@ -28,6 +28,14 @@ QueueName nameOf(const id &object) {
 
 } // namespace
 
+bool QueueName::isFoundBy(const Ref<NSString> &typed) const {
+    return soughtText.rangeOf(typed).length > 0 || soughtQueue.rangeOf(typed).length > 0;
+}
+
+bool QueueName::beginsWith(const Ref<NSString> &typed) const {
+    return soughtText.hasPrefix(typed);
+}
+
 std::vector<QueueName> queueNames(const NSArray &entries) {
     std::vector<QueueName> names;
     std::map<std::u16string, int> uses;

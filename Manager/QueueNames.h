@@ -3,7 +3,7 @@
 // Threads: the thread that the entries belong to.
 #pragma once
 
-#include "Platform/Runtime/Object/Ref.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/Pinyin/PinyinText.h"
 
 #include <vector>
 
@@ -15,6 +15,12 @@ struct QueueName {
     Ref<NSString> queue;      ///< the queue's name
     bool isQueueName = false; ///< there is no description
     bool isShared = false;    ///< another queue has the same text
+    qn::PinyinText soughtText{text}, soughtQueue{queue};
+
+    /// Whether either has what somebody typed, Chinese also by its pinyin.
+    bool isFoundBy(const Ref<NSString> &typed) const;
+    /// Whether the text begins with it.
+    bool beginsWith(const Ref<NSString> &typed) const;
 };
 
 /// The names of table entries (see QueueMatching.h), one an entry.

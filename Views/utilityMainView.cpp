@@ -218,11 +218,8 @@ void utilityMainView::narrow(const QString &text) {
     if (wanted.isEmpty())
         scanResultsView->setFilter(nullptr);
     else
-        scanResultsView->setFilter([this, wanted](int row) {
-            const QueueName &name = nameAt(row);
-            return toQString(name.text).contains(wanted, Qt::CaseInsensitive) ||
-                   toQString(name.queue).contains(wanted, Qt::CaseInsensitive);
-        });
+        scanResultsView->setFilter(
+            [this, typed = toNSString(wanted)](int row) { return nameAt(row).isFoundBy(typed); });
     showListState();
 }
 
@@ -277,6 +274,10 @@ const QueueName &utilityMainView::nameAt(NSInteger row) {
     static const QueueName none = {NSString::string(), NSString::string()};
     const auto index = static_cast<std::size_t>(row);
     return index < names.size() ? names[index] : none;
+}
+
+bool utilityMainView::isTypeSelectMatch(NSTableView &, NSInteger row, const Ref<NSString> &typed) {
+    return nameAt(row).beginsWith(typed);
 }
 
 NSTableRow utilityMainView::lookOfRow(NSTableView &, NSInteger row) {

@@ -52,6 +52,7 @@ public:
     NSInteger numberOfRowsInTableView(NSTableView &table) override;
     Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) override;
     NSTableRow lookOfRow(NSTableView &table, NSInteger row) override;
+    bool isTypeSelectMatch(NSTableView &table, NSInteger row, const Ref<NSString> &typed) override;
     void tableViewSelectionDidChange(NSTableView &table) override;
 
     /// Whether the printer is in a normal state. Blocks for up to two seconds.

@@ -49,6 +49,17 @@ public:
                                                                         : QVariant();
     }
 
+    /// For Qt's search for what is typed: the first row from `start` on and around, of those that are shown.
+    QModelIndexList match(const QModelIndex &start, int, const QVariant &value, int,
+                          Qt::MatchFlags) const override {
+        const QString typed = value.toString();
+        for (int i = 0; i < rows_ && !typed.isEmpty(); ++i)
+            if (const int row = (start.row() + i) % rows_;
+                !table_.isRowHidden(row) && table_.isTypeSelectMatch(row, typed))
+                return {index(row, 0)};
+        return {};
+    }
+
     /// Rows come and go at the end, so that the selection of the others stays.
     void setRows(int rows) {
         if (rows > rows_) {
@@ -138,6 +149,10 @@ protected:
     }
 };
 
+bool NSTableViewDataSource::isTypeSelectMatch(NSTableView &table, NSInteger row, const Ref<NSString> &typed) {
+    return table.lookOf(static_cast<int>(row)).name.startsWith(toQString(typed), Qt::CaseInsensitive);
+}
+
 NSTableView::NSTableView(QWidget *parent)
     : QTableView(parent), model_(new NSTableModel(*this)), rows_(new TableRowDelegate(*this)) {
     setModel(model_);
@@ -216,6 +231,10 @@ NSTableRow NSTableView::lookOf(int row) const {
     if (QString text = textAt(row); !text.trimmed().isEmpty())
         look.name = std::move(text);
     return look;
+}
+
+bool NSTableView::isTypeSelectMatch(int row, const QString &typed) const {
+    return source_ && source_->isTypeSelectMatch(const_cast<NSTableView &>(*this), row, toNSString(typed));
 }
 
 void NSTableView::reloadData() {

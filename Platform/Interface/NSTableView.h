@@ -55,6 +55,8 @@ public:
     virtual Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) = 0;
     /// What stands around that text.
     virtual NSTableRow lookOfRow(NSTableView &, NSInteger) { return {}; }
+    /// Whether what somebody types, which is never empty, leads to the row: the beginning of its name.
+    virtual bool isTypeSelectMatch(NSTableView &table, NSInteger row, const Ref<NSString> &typed);
 };
 
 /// Is told what the user does with a table.
@@ -119,6 +121,7 @@ public:
     /// All of the row; the name is the cell's text unless that is blank.
     NSTableRow lookOf(int row) const;
     const NSTableColumn &column() const { return column_; }
+    bool isTypeSelectMatch(int row, const QString &typed) const;
 
     void keyboardSearch(const QString &text) override;
 

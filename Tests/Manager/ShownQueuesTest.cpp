@@ -50,6 +50,22 @@ TEST(ShownQueues, aQueueWithoutDescriptionIsCalledByItsName) {
     EXPECT_EQ(seen, "Laser/a shared; b/b name; c/c name; Laser/d shared; ");
 }
 
+TEST(ShownQueues, areFoundByWhatIsTyped) {
+    const auto entries = NSMutableArray::array();
+    entries->addObject(entry("三楼 Laser 打印机", "Zelkor_3F"));
+    const std::vector<QueueName> names = queueNames(*entries);
+    const struct {
+        const char *typed;
+        bool found, begun;
+    } rows[] = {{"sanl", true, true},   {"三楼 l", true, true}, {"laser dyj", true, false},
+                {"_3f", true, false},   {"r d", true, false},   {"yinji", true, false},
+                {"lou3", false, false}, {"", false, false}};
+    for (const auto &[typed, found, begun] : rows) {
+        EXPECT_EQ(names[0].isFoundBy(textOf(typed)), found) << typed;
+        EXPECT_EQ(names[0].beginsWith(textOf(typed)), begun) << typed;
+    }
+}
+
 TEST(ShownQueues, theDesktopsOwnSettingsGoFirst) {
     const struct {
         const char *desktops;

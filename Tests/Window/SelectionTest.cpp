@@ -222,6 +222,14 @@ TEST_F(WindowTest, aLongListCanBeNarrowed) {
     EXPECT_EQ(table->placeholderText(), words("No Match"));
     QTest::keyClick(&search, Qt::Key_Escape);
     EXPECT_EQ(table->firstShownRow(), 0);
+
+    addQueue("三楼打印机", networkUri);
+    QTest::keyClicks(&search, QStringLiteral("dyj"));
+    EXPECT_EQ(table->firstShownRow(), 13);
+    QTest::keyClick(&search, Qt::Key_Escape);
+    QApplication::setKeyboardInputInterval(3'600'000); // however slow the machine is
+    QTest::keyClicks(table, QStringLiteral("sanl"));
+    EXPECT_EQ(table->selectedRow(), 13) << "Chinese by its sound";
 }
 
 TEST_F(WindowTest, aRejectedReadIsSaidInASecondTip) {

@@ -266,6 +266,24 @@ TEST_F(NSTableViewTest, canBeNarrowed) {
     EXPECT_EQ(table.firstShownRow(), 0);
 }
 
+TEST_F(NSTableViewTest, isSearchedByTyping) {
+    open(30);
+    table.setFocus();
+    const int interval = QApplication::keyboardInputInterval();
+    QApplication::setKeyboardInputInterval(3'600'000); // however slow the machine is
+    QTest::keyClicks(&table, QStringLiteral("row 2"));
+    EXPECT_EQ(table.selectedRow(), 2);
+    QTest::keyClicks(&table, QStringLiteral("1"));
+    EXPECT_EQ(table.selectedRow(), 21);
+    table.keyboardSearch(QString()); // begins anew
+    table.setFilter([](int row) { return row % 10 == 7; });
+    QTest::keyClicks(&table, QStringLiteral("ROW 2"));
+    EXPECT_EQ(table.selectedRow(), 27) << "none that is not shown";
+    QTest::keyClicks(&table, QStringLiteral("x"));
+    EXPECT_EQ(table.selectedRow(), 27);
+    QApplication::setKeyboardInputInterval(interval);
+}
+
 TEST_F(NSTableViewTest, showsTextsAsTheyAre) {
     open(1);
     EXPECT_EQ(table.tableColumnWithIdentifier(QStringLiteral("OTHER")), nullptr);
