@@ -1,8 +1,11 @@
 // The report for the support.
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+Validation.h"
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/System/URLParts.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Tools/zkprinter/Commands.h"
+#include "Tools/zkprinter/HostFacts.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Reason.h"
 #include "Tools/zkprinter/Report.h"
@@ -54,13 +57,33 @@ FactValue shownUri(const Queue &queue) {
                                  : queue.deviceUri->substr(0, queue.deviceUri->find(':') + 1) + "…";
 }
 
+/// How the other end of a network queue is called: an address may have been given to another machine since.
+FactValue hostKind(const Queue &queue) {
+    const auto uri = NSString::stringWithUTF8String(queue.deviceUri.value_or(""));
+    const auto authority = uri ? URLParts(uri->units()).authority : std::nullopt;
+    if (!authority)
+        return {};
+    std::u16string_view host = authority->substr(authority->rfind(u'@') + 1);
+    if (host.starts_with(u'['))
+        host = host.substr(1, host.find(u']') - 1);
+    else
+        host = host.substr(0, host.find(u':'));
+    const auto text = make<NSString>(std::u16string(host));
+    return qn::isIPv4Address(text)   ? FactValue(std::string("IPv4 address"))
+           : qn::isIPv6Address(text) ? FactValue(std::string("IPv6 address"))
+           : qn::isHostName(text)    ? FactValue(std::string("name"))
+                                     : FactValue();
+}
+
 Facts factsOf(const Queue &queue, const AttachedPrinters &printers) {
     Facts facts = {{"queue", queue.name},
                    {"supported", true},
                    {"usb", queue.printsOverUsb()},
                    {"deviceUri", shownUri(queue)}};
-    if (!queue.printsOverUsb())
+    if (!queue.printsOverUsb()) {
+        facts.push_back({"hostKind", hostKind(queue)});
         return facts;
+    }
     const auto named = printers.named(*queue.deviceUri);
     facts.push_back({"attached", !named.empty()});
     if (named.size() > 1)
@@ -136,6 +159,8 @@ Facts factsOf(const Ref<ZKUSB> &printer) {
 
 ExitStatus diagnose(Format format) {
     const KeptLog log;
+    const QNDevice device;
+    const QNProcessorReading begin = device.processors();
     SerialNumbers serials;
     const AttachedPrinters printers;
     std::vector<Facts> printerFacts;
@@ -151,6 +176,9 @@ ExitStatus diagnose(Format format) {
                  queueSection,
                  {"printers", printerFacts},
                  access,
+                 {"host", hostFacts(device, begin)},
+                 {"room", roomFacts(device)},
+                 {"interfaces", interfaceFacts(device)},
                  {"log", log.lines()}},
                 serials, format);
     if (list.failure) {

@@ -1,6 +1,8 @@
 #include "Tools/zkprinter/Report.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Terminal.h"
 
@@ -53,6 +55,7 @@ private:
         return std::visit(Choice{[](std::monostate) { return std::string("-"); },
                                  [](bool flag) { return std::string(flag ? "yes" : "no"); },
                                  [](std::int64_t number) { return std::to_string(number); },
+                                 [](ByteCount count) { return qn::stringFromDiskSize(count.bytes)->utf8(); },
                                  [&](const auto &text) { return shown(text); }},
                           value);
     }
@@ -95,12 +98,13 @@ private:
     void write(const Facts &facts) {
         for (const auto &[name, value] : facts) {
             const char *const key = name.c_str();
-            std::visit(Choice{[&](std::monostate) { json_.null(key); },
-                              [&](bool flag) { json_.field(key, flag); },
-                              [&](std::int64_t number) { json_.field(key, number); },
-                              [&](const std::string &text) { json_.field(key, presentable(serials_, text)); },
-                              [&](const Lines &lines) { write(key, lines); }},
-                       value);
+            std::visit(
+                Choice{[&](std::monostate) { json_.null(key); }, [&](bool flag) { json_.field(key, flag); },
+                       [&](std::int64_t number) { json_.field(key, number); },
+                       [&](ByteCount count) { json_.field(key, static_cast<std::int64_t>(count.bytes)); },
+                       [&](const std::string &text) { json_.field(key, presentable(serials_, text)); },
+                       [&](const Lines &lines) { write(key, lines); }},
+                value);
         }
     }
 

@@ -11,8 +11,13 @@
 
 using Lines = std::vector<std::string>;
 
+/// Shown to people in larger units.
+struct ByteCount {
+    std::uint64_t bytes;
+};
+
 /// The value of a fact; std::monostate: not known, or there is none.
-using FactValue = std::variant<std::monostate, bool, std::int64_t, std::string, Lines>;
+using FactValue = std::variant<std::monostate, bool, std::int64_t, ByteCount, std::string, Lines>;
 
 struct Fact {
     std::string name;

@@ -1,0 +1,384 @@
+// What is told of the computer: from files as kernels write them, from hostile ones, and beside the system's
+// own programs. docs/host.md quotes from here.
+#include "Frameworks/QNCategoriesPro/Host/QNDevice.h"
+#include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <random>
+#include <sstream>
+
+namespace {
+
+std::string text(const Ref<NSString> &of) {
+    return of ? of->utf8() : "(none)";
+}
+
+using testing::ElementsAre;
+using testing::Pair;
+using namespace std::chrono_literals;
+
+/// What a program of the system prints, in its own words.
+std::string output(const std::string &command) {
+    const std::unique_ptr<FILE, int (*)(FILE *)> pipe(popen(("LC_ALL=C " + command).c_str(), "r"), pclose);
+    std::string all;
+    char buffer[4096];
+    while (const std::size_t count = fread(buffer, 1, sizeof buffer, pipe.get()))
+        all.append(buffer, count);
+    return all;
+}
+
+std::map<std::string, std::vector<std::string>> table(const std::string &text) {
+    std::map<std::string, std::vector<std::string>> rows;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string key;
+        words >> key;
+        for (std::string word; words >> word;)
+            rows[key].push_back(word);
+    }
+    return rows;
+}
+
+/// A computer made of files.
+class MadeUpDevice : public testing::Test {
+protected:
+    void write(const std::string &path, const std::string &contents) { root.put(path, contents); }
+    void writeInterface(const std::string &name, const std::string &type, const std::string &state) {
+        write("sys/class/net/" + name + "/type", type + "\n");
+        write("sys/class/net/" + name + "/operstate", state + "\n");
+    }
+    static std::string row(const std::string &name, QNTraffic traffic) {
+        return name + ": " + std::to_string(traffic.receivedBytes) + " " +
+               std::to_string(traffic.receivedPackets) + " 0 0 0 0 0 0 " + std::to_string(traffic.sentBytes) +
+               " " + std::to_string(traffic.sentPackets) + " 0 0 0 0 0 0\n";
+    }
+
+    const TemporaryFolder root;
+    dispatch::ManualClock clock;
+    const dispatch::ClockScope scope{clock};
+    std::map<std::string, QNFileSystemSize> sizes;
+    std::vector<std::string> asked;
+    std::vector<qn::InterfaceAddress> addresses;
+    const QNDevice device{{.root = root.path(),
+                           .fileSystemSizes =
+                               [this](const std::string &place) {
+                                   asked.push_back(place);
+                                   const auto found = sizes.find(place);
+                                   return found == sizes.end() ? std::nullopt : std::optional(found->second);
+                               },
+                           .interfaceAddresses = [this] { return addresses; }}};
+};
+
+} // namespace
+
+TEST(QNDevice, theManualsExample) {
+    const QNDevice device;
+    const auto before = device.network();
+    EXPECT_GT(device.memory().available.value_or(1), 0u);
+    for (const QNFileSystem &one : device.fileSystems()) {
+        const auto size = one.size.value_or(QNFileSystemSize());
+        EXPECT_LE(size.available, size.total) << text(one.mountPoint);
+    }
+
+    const auto after = device.network();
+    const auto traffic = qn::trafficBetween(before, after, QNInterfaceKind::loopback).value_or(QNTraffic());
+    EXPECT_GE(traffic.receivedBytes, traffic.receivedPackets);
+}
+
+TEST_F(MadeUpDevice, tellsNothingOfNothing) {
+    EXPECT_EQ(device.machine().manufacturer, nullptr);
+    EXPECT_EQ(device.machine().model, nullptr);
+    const QNSystem system = device.system();
+    EXPECT_TRUE(!system.name && !system.version && !system.kernel && !system.startTime);
+    EXPECT_EQ(device.processorCount(), std::nullopt);
+    EXPECT_EQ(device.processors().all, std::nullopt);
+    const QNMemory memory = device.memory();
+    for (const auto &one :
+         {memory.total, memory.used, memory.available, memory.swapTotal, memory.swapUsed, memory.swapFree})
+        EXPECT_EQ(one, std::nullopt);
+    EXPECT_TRUE(device.fileSystems().empty() && device.network().interfaces.empty() &&
+                device.batteries().empty());
+    const QNProcessorLoad load = qn::loadBetween(device.processors(), device.processors());
+    EXPECT_TRUE(!load.total && load.cores.empty());
+    EXPECT_EQ(qn::trafficOf(device.network(), QNInterfaceKind::wired), std::nullopt);
+}
+
+TEST_F(MadeUpDevice, tellsMachineSystemMemoryAndBatteries) {
+    write("sys/firmware/devicetree/base/model", std::string("Sample Board 4\0", 15));
+    write("sys/class/dmi/id/sys_vendor", "To Be Filled By O.E.M.\n");
+    EXPECT_EQ(text(device.machine().manufacturer), "(none)");
+    EXPECT_EQ(text(device.machine().model), "Sample Board 4");
+    write("sys/class/dmi/id/sys_vendor", " Sample Inc. \nmore\n");
+    write("sys/class/dmi/id/product_name", "Ünit 5\n");
+    EXPECT_EQ(text(device.machine().manufacturer), "Sample Inc.");
+    EXPECT_EQ(text(device.machine().model), "Ünit 5");
+    write("sys/class/dmi/id/product_name", "\xFF\n");
+    EXPECT_EQ(text(device.machine().model), "Sample Board 4") << "what is no text is not told";
+
+    write("usr/lib/os-release", "NAME=\"Fallback\"\n");
+    EXPECT_EQ(text(device.system().name), "Fallback");
+    write("etc/os-release", "PRETTY_NAME=x\n#NAME=no\nNAME=\"Sample \\\"OS\\\"\"\nVERSION_ID='12'\n");
+    write("proc/sys/kernel/osrelease", "6.1.0-18-amd64\n");
+    write("proc/stat", "cpu  1 2 3 4 5 6 7 8 9 10\nbtime 1700000000\n");
+    const QNSystem system = device.system();
+    EXPECT_EQ(text(system.name), "Sample \"OS\"");
+    EXPECT_EQ(text(system.version), "12");
+    EXPECT_EQ(text(system.kernel), "6.1.0-18-amd64");
+    EXPECT_EQ(system.startTime->timeIntervalSince1970(), 1700000000);
+
+    write("proc/meminfo",
+          "MemTotal:  1000 kB\nMemFree: 1 kB\nMemAvailable:  400 kB\nSwapTotal: 0 kB\nSwapFree: 0 kB\n");
+    EXPECT_EQ(device.memory().total, 1024000u);
+    EXPECT_EQ(device.memory().used, 614400u);
+    EXPECT_EQ(device.memory().swapTotal, 0u) << "told, not absent";
+    EXPECT_EQ(device.memory().swapUsed, 0u);
+    write("proc/meminfo", "MemTotal:  1000 kB\nMemAvailable:  -4 kB\nSwapTotal: 1 kB\nSwapFree: 2 kB\n");
+    EXPECT_EQ(device.memory().used, std::nullopt);
+    EXPECT_EQ(device.memory().available, std::nullopt);
+    EXPECT_EQ(device.memory().swapUsed, std::nullopt);
+
+    const struct {
+        const char *name, *type, *scope, *capacity, *status;
+    } supplies[] = {{"AC", "Mains\n", "System", "100", "Full"},
+                    {"BAT0", "Battery\n", "System\n", "57\n", "Discharging\n"},
+                    {"BAT1", "Battery\n", "", "101\n", "Unknown\n"},
+                    {"mouse", "Battery\n", "Device\n", "90\n", "Discharging\n"}};
+    for (const auto &one : supplies)
+        for (const auto &[file, contents] :
+             {std::pair("type", one.type), std::pair("scope", one.scope), std::pair("capacity", one.capacity),
+              std::pair("status", one.status)})
+            write(std::string("sys/class/power_supply/") + one.name + "/" + file, contents);
+    const auto batteries = device.batteries();
+    ASSERT_EQ(batteries.size(), 2u);
+    EXPECT_EQ(batteries[0].charge, 0.57);
+    EXPECT_EQ(batteries[0].state, QNBatteryState::discharging);
+    EXPECT_TRUE(!batteries[1].charge && !batteries[1].state);
+}
+
+TEST_F(MadeUpDevice, tellsTheLoadBetweenTwoMoments) {
+    write("sys/devices/system/cpu/online", "0-1,4\n");
+    EXPECT_EQ(device.processorCount(), 3u);
+    for (const char *nonsense : {"", "x", "1-", "3-1", "-1", "0,,1"}) {
+        write("sys/devices/system/cpu/online", nonsense);
+        EXPECT_EQ(device.processorCount(), std::nullopt) << nonsense;
+    }
+    //                 user nice system idle waiting irq softirq stolen guest
+    write("proc/stat", "cpu  100 0 100 800 0 0 0 0 50 0\ncpu0 10 0 0 90 0 0 0 0\ncpu1 5 5 0 90\ncpux 1 2 3 "
+                       "4\ncpu7\nintr 1 2 3\n");
+    const auto before = device.processors();
+    EXPECT_EQ(before.all, (QNProcessorTimes{200, 1000}));
+    EXPECT_THAT(before.cores,
+                ElementsAre(Pair(0, QNProcessorTimes{10, 100}), Pair(1, QNProcessorTimes{10, 100})));
+    clock.advance(2s);
+    write("proc/stat", "cpu  110 10 105 840 5 10 10 10 50 0\ncpu0 110 0 0 90 0 0 0 0\ncpu2 1 1 1 1\n");
+    const auto load = qn::loadBetween(before, device.processors());
+    EXPECT_EQ(load.seconds, 2);
+    EXPECT_EQ(load.total, 0.55);
+    EXPECT_THAT(load.cores, ElementsAre(Pair(0, 1.0))) << "1 was switched off, 2 on";
+    EXPECT_EQ(qn::loadBetween(device.processors(), before).total, std::nullopt)
+        << "time does not run backwards";
+}
+
+TEST_F(MadeUpDevice, tellsFileSystems) {
+    write("proc/self/mounts", "proc /proc proc rw 0 0\n"
+                              "/dev/sda1 /long/way ext4 rw 0 0\n"
+                              "/dev/sda1 / ext4 rw 0 0\n"
+                              "tmpfs /run tmpfs rw 0 0\n"
+                              "tmpfs /a\\040b\\134\\9 tmpfs rw 0 0\n"
+                              "old /mnt ext3 rw 0 0\n"
+                              "new /mnt xfs rw 0 0\n"
+                              "server:/export /net nfs4 rw 0 0\n"
+                              "//server/share /share cifs rw 0 0\n"
+                              "auto /auto autofs rw 0 0\n"
+                              "program /program fuse.program rw 0 0\n"
+                              "/dev/sdb1 /silent ext4 rw 0 0\n"
+                              "broken\n");
+    sizes = {{"/proc", {}},
+             {"/", {100, 50, 40}},
+             {"/run", {10, 9, 9}},
+             {"/a b\\\\9", {20, 1, 1}},
+             {"/mnt", {30, 2, 2}}};
+    std::string seen;
+    for (const QNFileSystem &one : device.fileSystems())
+        seen += text(one.device) + " " + text(one.mountPoint) + " " + text(one.type) + " " +
+                (one.size ? std::to_string(one.size->total) : "?") + "\n";
+    EXPECT_EQ(seen, "/dev/sda1 / ext4 100\ntmpfs /run tmpfs 10\ntmpfs /a b\\\\9 tmpfs 20\nnew /mnt xfs 30\n"
+                    "server:/export /net nfs4 ?\n//server/share /share cifs ?\nprogram /program fuse.program "
+                    "?\n/dev/sdb1 /silent ext4 ?\n");
+    for (const char *elsewhere : {"/net", "/share", "/auto", "/program"})
+        EXPECT_THAT(asked, testing::Not(testing::Contains(elsewhere))) << "might never answer";
+}
+
+TEST_F(MadeUpDevice, tellsInterfacesAndTheirTraffic) {
+    const struct {
+        const char *name, *type, *state;
+        std::vector<const char *> files;
+        QNInterfaceKind kind;
+        std::optional<bool> isLinked;
+    } rows[] = {
+        {"br0", "1", "down", {}, QNInterfaceKind::other, false},
+        {"can0", "280", "up", {"device/x"}, QNInterfaceKind::other, true},
+        {"eth0", "1", "up", {"device/x"}, QNInterfaceKind::wired, true},
+        {"eth1", "1", "lowerlayerdown", {"device/x"}, QNInterfaceKind::wired, false},
+        {"lo", "772", "unknown", {"carrier"}, QNInterfaceKind::loopback, true},
+        {"tap0", "1", "up", {"tun_flags"}, QNInterfaceKind::tunnel, true},
+        {"tun0", "65534", "unknown", {"tun_flags"}, QNInterfaceKind::tunnel, std::nullopt},
+        {"wg0", "65534", "unknown", {}, QNInterfaceKind::tunnel, std::nullopt},
+        {"wlan0", "1", "up", {"device/x", "phy80211"}, QNInterfaceKind::wireless, true},
+    };
+    for (const auto &one : rows) {
+        writeInterface(one.name, one.type, one.state);
+        for (const char *file : one.files)
+            write(std::string("sys/class/net/") + one.name + "/" + file, "1\n");
+    }
+    write("sys/class/net/bonding_masters", "\n");
+    write("sys/class/net/eth0/address", "00:00:5e:00:53:01\n");
+    write("sys/class/net/lo/address", "00:00:00:00:00:00\n");
+    addresses = {{"eth0", false, "192.0.2.7"}, {"eth0", true, "2001:db8::7"}, {"gone0", false, "192.0.2.9"}};
+    const std::string heading = "Inter-| Receive | Transmit\n face |bytes packets|bytes packets\n";
+    write("proc/net/dev", heading + row("  lo", {1, 2, 3, 4}) + row("eth0", {100, 10, 200, 20}) +
+                              row("eth1", {1000, 100, 2000, 200}) + row("wlan0", {5, 5, 5, 5}) +
+                              "tun0: 1 2 three\nwg0: 1 -2\n");
+    const auto before = device.network();
+    ASSERT_EQ(before.interfaces.size(), std::size(rows));
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        EXPECT_EQ(text(before.interfaces[i].name), rows[i].name);
+        EXPECT_EQ(before.interfaces[i].kind, rows[i].kind) << rows[i].name;
+        EXPECT_EQ(before.interfaces[i].isLinked, rows[i].isLinked) << rows[i].name;
+    }
+    const QNNetworkInterface &wired = before.interfaces[2], &loopback = before.interfaces[4];
+    EXPECT_EQ(text(wired.hardwareAddress), "00:00:5e:00:53:01");
+    EXPECT_EQ(loopback.hardwareAddress, nullptr);
+    ASSERT_TRUE(wired.IPv4Addresses.size() == 1 && wired.IPv6Addresses.size() == 1);
+    EXPECT_EQ(text(wired.IPv4Addresses[0]) + " " + text(wired.IPv6Addresses[0]), "192.0.2.7 2001:db8::7");
+    EXPECT_EQ(qn::trafficOf(before, QNInterfaceKind::wired), (QNTraffic{1100, 110, 2200, 220}));
+    EXPECT_EQ(qn::trafficOf(before, QNInterfaceKind::tunnel), std::nullopt);
+
+    clock.advance(1s);
+    write("proc/net/dev", heading + row("lo", {2, 2, 3, 4}) + row("eth0", {150, 11, 200, 21}) +
+                              row("eth1", {1, 1, 1, 1}) + row("new0", {9, 9, 9, 9}));
+    const auto after = device.network();
+    EXPECT_EQ(after.moment - before.moment, 1s);
+    EXPECT_THAT(qn::trafficBetween(before, after),
+                ElementsAre(Pair("eth0", QNTraffic{50, 1, 0, 1}), Pair("lo", QNTraffic{1, 0, 0, 0})))
+        << "what began anew and what is gone is not known";
+    EXPECT_EQ(qn::trafficBetween(before, after, QNInterfaceKind::wired), (QNTraffic{50, 1, 0, 1}));
+    EXPECT_EQ(qn::trafficBetween(before, after, QNInterfaceKind::wireless), std::nullopt);
+}
+
+TEST_F(MadeUpDevice, bearsWhateverIsInTheFiles) {
+    std::mt19937 random(1);
+    const std::vector<std::string> pieces = {"cpu",
+                                             "cpu0",
+                                             " ",
+                                             "\n",
+                                             ":",
+                                             "1",
+                                             "18446744073709551615",
+                                             "-1",
+                                             "MemTotal:",
+                                             "kB",
+                                             "\\",
+                                             "\\04",
+                                             "\\777",
+                                             "/",
+                                             "\xFF",
+                                             "\"",
+                                             "NAME=",
+                                             "eth0",
+                                             "btime",
+                                             std::string(1, '\0'),
+                                             "0-4294967295",
+                                             "\t",
+                                             "tmpfs",
+                                             "'",
+                                             ",",
+                                             "99999999999999999999",
+                                             "MemAvailable:"};
+    const char *files[] = {"proc/stat",
+                           "proc/meminfo",
+                           "proc/net/dev",
+                           "proc/self/mounts",
+                           "etc/os-release",
+                           "sys/class/net/eth0/type",
+                           "sys/class/net/eth0/operstate",
+                           "sys/devices/system/cpu/online",
+                           "sys/class/power_supply/B/type",
+                           "sys/class/dmi/id/sys_vendor"};
+    for (int round = 0; round < 60; ++round) {
+        for (const char *file : files) {
+            std::string contents;
+            for (std::size_t size = random() % 30; size > 0; --size)
+                contents += pieces[random() % pieces.size()];
+            write(file, contents);
+        }
+        device.machine();
+        device.system();
+        const QNMemory memory = device.memory();
+        EXPECT_TRUE(!memory.used || *memory.used <= *memory.total);
+        const auto reading = device.processors();
+        EXPECT_TRUE(!reading.all || reading.all->busy <= reading.all->total || reading.all->total < 1u << 20);
+        device.processorCount();
+        device.fileSystems();
+        device.network();
+        device.batteries();
+    }
+}
+
+TEST(QNDevice, saysWhatTheSystemsOwnProgramsSay) {
+    const QNDevice device;
+    const auto free = table(output("free --bytes"));
+    const QNMemory memory = device.memory();
+    ASSERT_TRUE(memory.total && memory.used && memory.swapTotal);
+    EXPECT_EQ(std::to_string(*memory.total), free.at("Mem:")[0]);
+    EXPECT_EQ(std::to_string(*memory.swapTotal), free.at("Swap:")[0]);
+    EXPECT_NEAR(static_cast<double>(*memory.available), std::stod(free.at("Mem:")[5]),
+                static_cast<double>(*memory.total) / 4);
+
+    const std::string processors = output("lscpu --parse=CPU | grep --invert-match '#'");
+    EXPECT_EQ(device.processorCount(), std::ranges::count(processors, '\n'));
+
+    std::map<std::string, std::string> theirs, ours;
+    for (const auto &[place, row] : table(output("df --local --block-size=1 --output=target,size,fstype")))
+        if (place.starts_with('/') && !row[1].starts_with("fuse."))
+            theirs[place] = row[0] + " " + row[1];
+    for (const QNFileSystem &one : device.fileSystems())
+        if (one.size)
+            ours[text(one.mountPoint)] = std::to_string(one.size->total) + " " + text(one.type);
+    EXPECT_EQ(ours, theirs);
+
+    const auto before = device.network();
+    const auto links = output("ip -statistics -oneline link");
+    const auto after = device.network();
+    const auto addresses = output("ip -oneline address");
+    for (std::size_t i = 0; i < after.interfaces.size(); ++i) {
+        const QNNetworkInterface &one = after.interfaces[i];
+        const std::size_t begin = links.find(": " + text(one.name));
+        ASSERT_NE(begin, links.npos) << text(one.name);
+        const std::string line = links.substr(begin, links.find('\n', begin) - begin);
+        EXPECT_TRUE(!one.hardwareAddress || line.find(text(one.hardwareAddress)) != line.npos);
+        EXPECT_EQ(line.find("LOOPBACK") != line.npos, one.kind == QNInterfaceKind::loopback);
+        for (const auto &list : {one.IPv4Addresses, one.IPv6Addresses})
+            for (const auto &address : list)
+                EXPECT_NE(addresses.find(" " + text(address) + "/"), addresses.npos) << text(address);
+        // "RX:  bytes packets …\      26286789    2439 …"
+        const auto received = std::stoull(line.substr(line.find('\\', line.find("RX:")) + 1));
+        EXPECT_LE(before.interfaces.at(i).traffic.value().receivedBytes, received);
+        EXPECT_LE(received, one.traffic.value().receivedBytes);
+        const auto sent = std::stoull(line.substr(line.find('\\', line.find("TX:")) + 1));
+        EXPECT_LE(before.interfaces.at(i).traffic.value().sentBytes, sent);
+        EXPECT_LE(sent, one.traffic.value().sentBytes);
+    }
+    std::size_t count = 0;
+    for (const QNNetworkInterface &one : device.network().interfaces)
+        count += one.IPv4Addresses.size() + one.IPv6Addresses.size();
+    EXPECT_EQ(count, static_cast<std::size_t>(std::ranges::count(addresses, '\n')));
+}
