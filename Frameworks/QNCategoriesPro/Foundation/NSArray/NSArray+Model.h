@@ -11,4 +11,10 @@ Ref<NSArray> modelArrayWithClass(Class cls, const Ref<NSArray> &array);
 /// Of an array, or of a text or bytes that hold one.
 Ref<NSArray> modelArrayWithClass(Class cls, const id &json);
 
+/// The same of either.
+template <class T>
+Ref<NSArray> modelArrayWithClass(const id &json) {
+    return modelArrayWithClass(T::class_(), json);
+}
+
 } // namespace qn

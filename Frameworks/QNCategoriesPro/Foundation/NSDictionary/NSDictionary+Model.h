@@ -11,4 +11,10 @@ Ref<NSDictionary> modelDictionaryWithClass(Class cls, const Ref<NSDictionary> &d
 /// Of a dictionary, or of a text or bytes that hold one.
 Ref<NSDictionary> modelDictionaryWithClass(Class cls, const id &json);
 
+/// The same of either.
+template <class T>
+Ref<NSDictionary> modelDictionaryWithClass(const id &json) {
+    return modelDictionaryWithClass(T::class_(), json);
+}
+
 } // namespace qn

@@ -11,6 +11,7 @@
 #pragma once
 
 #include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Runtime/Object/NSProperties.h" // so that models are declared with one header
 
 namespace qn {
 

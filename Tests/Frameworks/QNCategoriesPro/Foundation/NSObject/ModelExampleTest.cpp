@@ -1,4 +1,6 @@
 // The example of docs/models.md, compiled and run; the page's blocks of C++ are quotations from here.
+#include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelDescription.h"
@@ -23,9 +25,7 @@ public:
     Ref<NSString> name;
     Ref<NSString> mail;
 };
-NS_IMPLEMENTATION(Person) {
-    cls.property<&Person::name>("name", "C,N").property<&Person::mail>("mail", "C,N");
-}
+NS_PROPERTIES(Person, name, mail)
 
 class Job : public NSObject {
     NS_CLASS(Job, NSObject)
@@ -195,6 +195,17 @@ TEST(ModelExample, isMappedAndWritten) {
               R"("installed":"2014-01-20T12:24:48+0000","address":"ipp:\/\/printers.example\/office",)"
               R"("driver":"NSObject","contact":{"name":"Ada"},"jobs":[{"title":"Letter","pages":2}],)"
               R"("people":{"desk":{"name":"Grace"}},"serial":"A1","kind":"printer"})");
+}
+
+TEST(ModelExample, areMadeByTheDozen) {
+    const auto list = u"[{\"name\": \"Ada\"}, 7, {\"name\": \"Grace\"}]"_ns;
+    const auto table = u"{\"desk\": {\"name\": \"Grace\"}}"_ns;
+    const auto people = qn::modelArrayWithClass<Person>(list);
+    const auto places = qn::modelDictionaryWithClass<Person>(table);
+    EXPECT_EQ(text(qn::modelToJSONString(people)), R"([{"name":"Ada"},{"name":"Grace"}])");
+    EXPECT_EQ(text(as<Person>(places->objectForKey(u"desk"_ns))->name), "Grace");
+    EXPECT_EQ(Person::class_()->properties().size(), 2u);
+    EXPECT_EQ(qn::modelArrayWithClass<Person>(table), nullptr);
 }
 
 TEST(ModelExample, isCopiedComparedAndArchived) {
