@@ -1,6 +1,6 @@
 // The Mandarin readings of Chinese characters, as ICU's transliteration from Han to Latin has them.
 //
-// Its rules take some 0.1 s and 2 MB to load, which happens once, at the first reading. Any thread; readings
+// Its rules take some 0.1 s and 5 MB to load, which happens once, at the first reading. Any thread; readings
 // are made one at a time.
 #pragma once
 
