@@ -27,6 +27,14 @@ public:
 };
 NS_PROPERTIES(Person, name, mail)
 
+class Office : public NSObject {
+    NS_CLASS(Office, NSObject)
+public:
+    Ref<NSString> name;
+    Ref<NSArray> staff;
+};
+NS_PROPERTIES(Office, name, (staff, Person))
+
 class Job : public NSObject {
     NS_CLASS(Job, NSObject)
 public:
@@ -204,7 +212,10 @@ TEST(ModelExample, areMadeByTheDozen) {
     const auto places = qn::modelDictionaryWithClass<Person>(table);
     EXPECT_EQ(text(qn::modelToJSONString(people)), R"([{"name":"Ada"},{"name":"Grace"}])");
     EXPECT_EQ(text(as<Person>(places->objectForKey(u"desk"_ns))->name), "Grace");
-    EXPECT_EQ(Person::class_()->properties().size(), 2u);
+    const auto office =
+        qn::modelWithJSON<Office>(u"{\"name\": \"Hall\", \"staff\": [{\"mail\": \"a@b\"}]}"_ns);
+    EXPECT_EQ(text(as<Person>(office->staff->objectAtIndex(0))->mail), "a@b");
+    EXPECT_EQ(Office::class_()->properties().size(), 2u);
     EXPECT_EQ(qn::modelArrayWithClass<Person>(table), nullptr);
 }
 
