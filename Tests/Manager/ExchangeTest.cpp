@@ -1,8 +1,8 @@
 #include "Tests/Manager/ExchangeModel.h"
+#include "Tests/Support/Random.h"
 
 #include <atomic>
 #include <gtest/gtest.h>
-#include <random>
 #include <thread>
 
 namespace {
@@ -32,9 +32,9 @@ Exchange exchangeWith(ScriptedTransport &transport) {
 }
 
 /// Scripts by chance, with bytes and lengths that lead into every branch.
-class ScriptMaker {
+class ScriptMaker : Random {
 public:
-    explicit ScriptMaker(unsigned seed) : random_(seed) {}
+    using Random::Random;
 
     void fill(ScriptedTransport &transport) {
         transport.openStatus = oneIn(12) ? pick({TL_USB_ERROR_NO_DEVICE, 1}) : TL_USB_OK;
@@ -56,9 +56,8 @@ public:
     }
 
 private:
-    int pick(std::initializer_list<int> choices) { return choices.begin()[random_() % choices.size()]; }
+    int pick(std::initializer_list<int> choices) { return of(choices); }
     std::uint8_t byte(std::initializer_list<int> choices) { return static_cast<std::uint8_t>(pick(choices)); }
-    bool oneIn(unsigned count) { return random_() % count == 0; }
 
     Read transfer() {
         Read read{.status = oneIn(9) ? TL_USB_ERROR_IO : TL_USB_OK};
@@ -76,23 +75,20 @@ private:
             read.length = pick({-1, 0, 1, 2, 8, 256, 4096, 5000, INT32_MIN, INT32_MAX});
         return read;
     }
-
-    std::mt19937 random_;
 };
 
 } // namespace
 
 TEST(Exchange, doesWhatThePlainModelSays) {
-    constexpr unsigned seed = 20110;
-    ScriptMaker scripts(seed);
+    ScriptMaker scripts(20110);
     std::size_t closed = 0, silent = 0, twice = 0, logged = 0, wrongTwice = 0;
     for (int round = 0; round < 6000; ++round) {
         ScriptedTransport transport;
         scripts.fill(transport);
         const Exchange expected = predictExchange(transport, request, timeout);
         ASSERT_EQ(exchangeWith(transport), expected)
-            << "seed " << seed << ", round " << round << ": open " << transport.openStatus << ", write "
-            << transport.writeStatus << ", reads " << testing::PrintToString(transport.reads);
+            << "round " << round << ": open " << transport.openStatus << ", write " << transport.writeStatus
+            << ", reads " << testing::PrintToString(transport.reads);
         closed += expected.calls.back() == "close #1";
         silent += expected.completions.empty();
         twice += expected.completions.size() > 1;

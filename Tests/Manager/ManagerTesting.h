@@ -3,17 +3,15 @@
 
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/Data/NSData.h"
-#include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Tests/Support/LogLines.h"
 
 #include <cstdint>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
 
 using Bytes = std::vector<std::uint8_t>;
-using Lines = std::vector<std::string>;
 
 inline Bytes bytesOf(std::string_view text) {
     return {text.begin(), text.end()};
@@ -59,27 +57,3 @@ inline Ref<ZKUSB> sampleRecord() {
 }
 
 inline constexpr const char *sampleUri = "usb://Zelkor/Sample%20Laser%20Series?serial=SN0001";
-
-/// Takes the log's lines, of all threads, as long as it lives.
-class LogLines {
-public:
-    LogLines()
-        : previous_(NSLogSetSink([this](NSLogLevel, std::string_view line) {
-              const std::scoped_lock guard(mutex_);
-              lines_.emplace_back(line);
-          })) {}
-    LogLines(const LogLines &) = delete;
-    LogLines &operator=(const LogLines &) = delete;
-    ~LogLines() { NSLogSetSink(std::move(previous_)); }
-
-    /// Those since the last time.
-    Lines take() {
-        const std::scoped_lock guard(mutex_);
-        return std::exchange(lines_, {});
-    }
-
-private:
-    std::mutex mutex_;
-    Lines lines_; // guarded by mutex_
-    NSLogSink previous_;
-};

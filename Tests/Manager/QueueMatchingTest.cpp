@@ -5,10 +5,8 @@
 #include "Manager/PrintService.h"
 #include "Manager/SupportedModels.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/Collections/NSNull.h"
 #include "Tests/Manager/ManagerTesting.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/PrivateCups.h"
 
 #include <array>
@@ -56,7 +54,7 @@ Matched matched(const Ref<NSArray> &models) {
 }
 
 id model(const Ref<NSString> &text) {
-    return NSDictionary::dictionaryWithEntries({{u"ppdModel"_ns, text}, {u"other"_ns, u"ignored"_ns}});
+    return dictionaryOf({{u"ppdModel"_ns, text}, {u"other"_ns, u"ignored"_ns}});
 }
 
 const Lines usualQueues = {"Bürodrucker",    "Other_Maker",  "Zelkor_L200",
@@ -150,19 +148,17 @@ TEST(QueueMatching, listsTheQueuesOfSupportedModels) {
         Lines entries;
     } rows[] = {
         {"a model twice",
-         NSArray::arrayWithObjects({l200, ink, l200}),
+         arrayOf({l200, ink, l200}),
          {"Ink printer | Other_Maker | usb://Fabrikat/Ink%201000?serial=F1", hall, hall, floor3, floor3,
           plain, plain}},
         {"nothing like it",
-         NSArray::arrayWithObjects(
-             {model(u"zelkor l200 series"_ns), model(u"Zelkor L200"_ns), model(u""_ns)}),
+         arrayOf({model(u"zelkor l200 series"_ns), model(u"Zelkor L200"_ns), model(u""_ns)}),
          {}},
         {"entries of other kinds",
-         NSArray::arrayWithObjects(
-             {NSNull::null(), u"Zelkor L200 Series"_ns, NSDictionary::dictionary(),
-              NSDictionary::dictionaryWithEntries({{u"ppdModel"_ns, NSNull::null()}}),
-              NSDictionary::dictionaryWithEntries({{u"PPDModel"_ns, u"Zelkor L200 Series"_ns}}),
-              model(u"Zelkor Sample Laser Series"_ns)}),
+         arrayOf({NSNull::null(), u"Zelkor L200 Series"_ns, NSDictionary::dictionary(),
+                  dictionaryOf({{u"ppdModel"_ns, NSNull::null()}}),
+                  dictionaryOf({{u"PPDModel"_ns, u"Zelkor L200 Series"_ns}}),
+                  model(u"Zelkor Sample Laser Series"_ns)}),
          {desk}},
         {"none", nullptr, {}},
     };
@@ -188,8 +184,7 @@ TEST(QueueMatching, tellsAnEmptyServerFromNone) {
     // A name in ASCII alone can equal one; the same model with an umlaut is another.
     server.addQueue("Umlaut usb://Zelkor/L200%20Series?serial=U 'Zelkor L200 Sériés' Umlaut");
     server.addQueue("Same usb://Zelkor/L200%20Series?serial=S 'Zelkor L200 Series' Same");
-    const Matched two = matched(
-        NSArray::arrayWithObjects({model(u"Zelkor L200 Sériés"_ns), model(u"Zelkor L200 Series"_ns)}));
+    const Matched two = matched(arrayOf({model(u"Zelkor L200 Sériés"_ns), model(u"Zelkor L200 Series"_ns)}));
     EXPECT_EQ(two.outcome.destinations, 2);
     EXPECT_EQ(two.entries, Lines{"Same | Same | usb://Zelkor/L200%20Series?serial=S"});
 

@@ -1,9 +1,10 @@
 #include "Tools/zkprinter/ReminderReply.h"
 
+#include "Tests/Support/Random.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
-#include <random>
 #include <regex.h>
 
 namespace {
@@ -40,18 +41,16 @@ TEST(ReminderReply, isBelievedWhenAllOfItIsAThreshold) {
     const Book book;
     const std::vector<std::string> parts = {"0",    "1", "2", "5", "10", "9", " ",
                                             "\r\n", "%", "-", "+", "E",  "."};
-    std::mt19937 engine(20261121);
-    const auto below = [&](std::size_t end) { return engine() % end; };
+    Random random(20261121);
     int believed = 0;
     for (int round = 0; round < 20'000; ++round) {
-        std::string words;
-        for (std::size_t count = below(5); count > 0; --count)
-            words += parts[below(parts.size())];
+        const std::string words = random.text(parts, 5);
         const auto expected = book.threshold(words);
         EXPECT_EQ(believableThreshold(answer(words)), expected) << words;
         EXPECT_EQ(believableThreshold(answer(words + '\0' + words)), expected)
             << "the text ends at a zero byte";
-        EXPECT_EQ(believableThreshold(answer(words, 1 + below(9))), std::nullopt) << "some of it is missing";
+        EXPECT_EQ(believableThreshold(answer(words, 1 + random.below(9))), std::nullopt)
+            << "some of it is missing";
         believed += expected.has_value();
     }
     EXPECT_GT(believed, 1000);

@@ -1,9 +1,10 @@
 #include "Tools/zkprinter/SerialNumbers.h"
 
+#include "Tests/Support/Random.h"
+
 #include <algorithm>
 #include <cctype>
 #include <gtest/gtest.h>
-#include <random>
 #include <vector>
 
 namespace {
@@ -16,15 +17,15 @@ std::string hexadecimal(unsigned value, int width, bool capitals) {
 }
 
 /// Writes texts in the ways that others write them.
-class Scribe {
+class Scribe : public Random {
 public:
-    std::size_t below(std::size_t end) { return engine_() % end; }
+    using Random::Random;
 
     std::string serial() {
         static const std::string characters = "0123456789ABCXYZabcxyz0123456789-_.%&/\"\\ +";
         std::string text = "Q"; // a letter, so that its case can be changed
         for (std::size_t count = 7 + below(12); count > 0; --count)
-            text += characters[below(characters.size())];
+            text += of(characters);
         return text + "7";
     }
     std::string inOtherCase(std::string text) {
@@ -59,11 +60,8 @@ public:
             "sn",      "SN",         "S/N",       "s.n.",         "S_N",           "SERN",
             "serial",  "Serial No.", "serial_no", "SerialNumber", "serial-number", "usb_serial",
             "iSerial", "SNR",        "snum",      "Seriennummer"};
-        return inOtherCase(keys[below(keys.size())]);
+        return inOtherCase(of(keys));
     }
-
-private:
-    std::mt19937 engine_{20261121};
 };
 
 /// Nothing that somebody could take for the number, however they read the text.
@@ -115,7 +113,7 @@ TEST(SerialNumbers, areHiddenWhereverTheyOccur) {
 }
 
 TEST(SerialNumbers, areHiddenHoweverTheyAreWritten) {
-    Scribe scribe;
+    Scribe scribe(20261121);
     for (int round = 0; round < 5000; ++round) {
         const std::string serial = scribe.serial();
         SerialNumbers knowing;

@@ -7,22 +7,19 @@
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
 #include "Frameworks/QNCategoriesPro/QNThreadSafeDictionary.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Collections/NSSet.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
+#include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/Text.h"
 
 #include <gmock/gmock.h>
 
 #include <atomic>
 #include <fcntl.h>
 #include <map>
-#include <random>
 #include <thread>
 #include <unistd.h>
 
@@ -38,7 +35,7 @@ NSComparisonResult compare(const id &first, const id &second) {
 
 /// Everything random that an operation is given; the same for both sides.
 struct Arguments {
-    Arguments(std::mt19937 &random, NSUInteger size) {
+    Arguments(Random &random, NSUInteger size) {
         index = random() % (size + 2);
         other = random() % (size + 2);
         range = {index, random() % (size + 1)};
@@ -51,8 +48,7 @@ struct Arguments {
         for (auto i = random() % 4; i > 0; --i)
             set->addIndex(random() % (size + 1));
         indexes = set;
-        dictionary =
-            NSDictionary::dictionaryWithEntries({{word(random()), object}, {word(random()), word(random())}});
+        dictionary = dictionaryOf({{word(random()), object}, {word(random()), word(random())}});
     }
 
     NSUInteger index, other;
@@ -61,7 +57,7 @@ struct Arguments {
     Ref<NSArray> list;
     Ref<NSIndexSet> indexes;
     Ref<NSDictionary> dictionary;
-    SEL selector = sel_registerName("compare:");
+    SEL selector = "compare:"_sel;
 };
 
 /// Results of every type as text, so that they can be compared.
@@ -72,7 +68,7 @@ std::string shown(std::integral auto value) {
     return std::to_string(value);
 }
 std::string shown(const std::vector<id> &objects) {
-    return text(NSArray::arrayWithObjects(objects));
+    return text(arrayOf(objects));
 }
 
 /// What the step gives, or the name of what it raises.
@@ -261,8 +257,7 @@ const Operation<NSMutableDictionary> dictionaryOperations[] = {
 template <class Container, std::size_t count>
 void expectAgreement(const Operation<Container> (&operations)[count], const Ref<Container> &guarded,
                      const Ref<Container> &plain, unsigned seed) {
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    Random random(seed);
     for (int step = 0; step < 6000; ++step) {
         const std::size_t choice = random() % count;
         const Arguments arguments(random, plain->count());
@@ -404,7 +399,7 @@ TEST(QNThreadSafeDictionary, doesWhatAnOrdinaryDictionaryDoes) {
 
 TEST(QNThreadSafeArray, isMadeInEveryWay) {
     const id objects[] = {word(0), word(1)};
-    const auto plain = NSArray::arrayWithObjects({word(0), word(1)});
+    const auto plain = arrayOf({word(0), word(1)});
     EXPECT_EQ(QNThreadSafeArray::arrayWithCapacity(5)->count() + QNThreadSafeArray::init()->count(), 0u);
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithArray(plain)));
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithObjects(objects, 2)));
@@ -418,7 +413,7 @@ TEST(QNThreadSafeArray, isMadeInEveryWay) {
 
 TEST(QNThreadSafeDictionary, isMadeInEveryWay) {
     const id values[] = {make<NSMutableString>(u"x"), word(9)}, keys[] = {word(0), word(1)};
-    const auto plain = NSDictionary::dictionaryWithEntries({{keys[0], values[0]}, {keys[1], values[1]}});
+    const auto plain = dictionaryOf({{keys[0], values[0]}, {keys[1], values[1]}});
     EXPECT_EQ(QNThreadSafeDictionary::arrayWithCapacity(5)->count(), 0u);
     EXPECT_TRUE(as<QNThreadSafeDictionary>(class_createInstance(QNThreadSafeDictionary::class_())));
     EXPECT_TRUE(plain->isEqual(QNThreadSafeDictionary::initWithObjects(values, keys, 2)));
@@ -441,7 +436,7 @@ TEST(GuardedContainers, equalGuardedOnesOnly) {
     two->removeLastObject();
     EXPECT_FALSE(one->isEqual(two));
 
-    const auto entries = NSDictionary::dictionaryWithEntries({{word(0), word(1)}});
+    const auto entries = dictionaryOf({{word(0), word(1)}});
     const auto first = QNThreadSafeDictionary::initWithDictionary(entries),
                second = QNThreadSafeDictionary::initWithDictionary(entries);
     EXPECT_TRUE(first->isEqual(first) && first->isEqual(second) && first->isEqualToDictionary(second));
@@ -477,7 +472,7 @@ TEST(GuardedContainers, giveTheLockBackWhatever) {
         throw NSException("Mine", "no");
     };
     EXPECT_EQ(raised([&] { array->objectAtIndex(7); }), NSRangeException);
-    array->addObjectsFromArray(NSArray::arrayWithObjects({word(1), word(0)}));
+    array->addObjectsFromArray(arrayOf({word(1), word(0)}));
     EXPECT_EQ(raised([&] { array->indexOfObjectPassingTest(refuse); }), "Mine");
     EXPECT_EQ(raised([&] { array->sortUsingComparator(refuseOrder); }), "Mine");
     EXPECT_EQ(raised([&] {
@@ -507,7 +502,7 @@ TEST(GuardedContainers, giveTheLockBackWhatever) {
 TEST(GuardedContainers, extensionsAreOneStep) {
     const auto array = make<CountingArray>();
     const auto dictionary = make<CountingDictionary>();
-    const auto list = NSArray::arrayWithObjects({word(0), word(1), word(2)});
+    const auto list = arrayOf({word(0), word(1), word(2)});
     const std::function<void()> extensions[] = {
         [&] { qn::prependObjects(array, list); },
         [&] { qn::insertObjects(array, list, 1); },
@@ -542,7 +537,7 @@ TEST(GuardedContainers, loseNothingAmongManyThreads) {
         for (int i = 0; i < rounds; ++i) {
             const id mine = NSNumber::numberWithInt(worker * rounds + i);
             array->addObject(mine);
-            qn::prependObjects(array, NSArray::arrayWithObjects({mine, mine}));
+            qn::prependObjects(array, arrayOf({mine, mine}));
             EXPECT_TRUE(qn::randomObject(array));
             qn::reverse(array);
             qn::shuffle(array);

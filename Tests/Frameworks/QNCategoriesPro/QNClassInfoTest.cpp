@@ -1,4 +1,5 @@
 #include "Frameworks/QNCategoriesPro/QNClassInfo.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
 
 #include <gtest/gtest.h>
@@ -24,10 +25,6 @@ class PlainParcel : public Parcel {
     NS_CLASS(PlainParcel, Parcel)
 };
 NS_IMPLEMENTATION(PlainParcel) {}
-
-std::string joined(const Ref<NSArray> &list) {
-    return list ? list->componentsJoinedByString(u" "_ns)->utf8() : "";
-}
 
 Ref<QNClassPropertyInfo> propertyNamed(Class cls, const Ref<NSString> &name) {
     return as<QNClassPropertyInfo>(QNClassInfo::classInfoWithClass(cls)->propertyInfos()->objectForKey(name));
@@ -88,14 +85,14 @@ TEST(QNClassInfo, propertiesAreDecoded) {
     EXPECT_FALSE(heavy->ivarName() || heavy->protocols() || heavy->cls());
 
     const std::tuple<const char *, Class, const char *> table[] = {
-        {"@", nullptr, ""},
-        {"@\"Parcel\"", Parcel::class_(), ""},
-        {"@\"Nobody\"", nullptr, ""},
+        {"@", nullptr, "(none)"},
+        {"@\"Parcel\"", Parcel::class_(), "(none)"},
+        {"@\"Nobody\"", nullptr, "(none)"},
         {"@\"<P1>\"", nullptr, "P1"},
         {"@\"NSString<><P2>\"", NSString::class_(), "P2"},
         {"@\"Parcel<P1", Parcel::class_(), "P1"},
-        {"@\"", nullptr, ""},
-        {"@Parcel", nullptr, ""},
+        {"@\"", nullptr, "(none)"},
+        {"@Parcel", nullptr, "(none)"},
     };
     for (const auto &[encoding, cls, protocols] : table) {
         const auto info = propertyOfType(encoding);

@@ -1,8 +1,7 @@
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 #include "Platform/Dispatch/Queues/ConcurrentQueue.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Platform/Foundation/System/NSLog.h"
-#include "Platform/Foundation/Text/NSString.h"
+#include "Tests/Support/LogLines.h"
+#include "Tests/Support/Objects.h"
 
 #include <gmock/gmock.h>
 
@@ -16,14 +15,8 @@ namespace {
 
 constexpr NSUInteger absent = 0xFFFFFFFFFFFFFFFF;
 
-id number(std::int64_t value) {
-    return NSNumber::numberWithLongLong(value);
-}
-
 class ZKSafeMutableArrayTest : public testing::Test {
 protected:
-    std::string joined() { return list->componentsJoinedByString(u" "_ns)->utf8(); }
-
     void fill(std::int64_t count) {
         list->removeAllObjects();
         for (std::int64_t i = 0; i < count; ++i)
@@ -83,23 +76,21 @@ TEST_F(ZKSafeMutableArrayTest, everyWriteAndWhatItIgnores) {
     for (const Row &row : table) {
         fill(3);
         row.write(*list);
-        EXPECT_EQ(joined(), row.after) << row.name;
+        EXPECT_EQ(joined(list), row.after) << row.name;
         fill(0);
         row.write(*list);
-        EXPECT_EQ(joined(), row.afterOnEmpty) << row.name << " on empty";
+        EXPECT_EQ(joined(list), row.afterOnEmpty) << row.name << " on empty";
     }
 }
 
 TEST_F(ZKSafeMutableArrayTest, refusesAndLogsInsertionPastTheEnd) {
-    std::vector<std::string> lines;
-    NSLogSink previous = NSLogSetSink([&](NSLogLevel, std::string_view line) { lines.emplace_back(line); });
+    LogLines log;
     fill(2);
     list->insertObject(number(7), 2);
     list->insertObject(number(8), 4);
     list->insertObject(number(9), absent);
-    EXPECT_EQ(joined(), "0 1 7");
-    NSLogSetSink(std::move(previous));
-    EXPECT_THAT(lines, ElementsAre(HasSubstr("index 4"), HasSubstr("index 18446744073709551615")));
+    EXPECT_EQ(joined(list), "0 1 7");
+    EXPECT_THAT(log.take(), ElementsAre(HasSubstr("index 4"), HasSubstr("index 18446744073709551615")));
 }
 
 TEST_F(ZKSafeMutableArrayTest, derivedOperationsOfItsBaseClass) {
@@ -111,7 +102,7 @@ TEST_F(ZKSafeMutableArrayTest, derivedOperationsOfItsBaseClass) {
     EXPECT_EQ(list->getObjects({5, 1}).size() + list->getObjects({absent, absent}).size(), 0u);
     std::vector<std::string> walked;
     for (const id &object : *list)
-        walked.push_back(object->description()->utf8());
+        walked.push_back(text(object));
     EXPECT_THAT(walked, ElementsAre("0", "1", "2"));
     const id copy = list->copy(), changing = list->mutableCopy();
     list->removeAllObjects();

@@ -1,7 +1,5 @@
 #include "Platform/RunLoop/NSTimer.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Runtime/Object/NSException.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/Ticker.h"
 
 #include <cmath>
@@ -50,8 +48,7 @@ TEST_F(NSTimerTest, keepsTargetAndUserInfoUntilItIsInvalid) {
     const auto info = make<NSNumber>('i', std::int64_t{3});
     Weak<NSTimer> weak;
     {
-        const auto timer =
-            NSTimer::scheduledTimerWithTimeInterval(1, target, sel_registerName("tick:"), info, true);
+        const auto timer = NSTimer::scheduledTimerWithTimeInterval(1, target, "tick:"_sel, info, true);
         weak = timer;
         loop->addTimer(timer, NSDefaultRunLoopMode);
         loop->addTimer(timer, NSRunLoopCommonModes);
@@ -86,7 +83,7 @@ TEST_F(NSTimerTest, mayEndInItsOwnTick) {
             ticks.push_back(milliseconds());
         });
         weakTarget = target;
-        NSTimer::scheduledTimerWithTimeInterval(1, target, sel_registerName("tick:"), nullptr, true);
+        NSTimer::scheduledTimerWithTimeInterval(1, target, "tick:"_sel, nullptr, true);
     }
     advanceAndRun(1s);
     EXPECT_TRUE(weakTarget.expired());
@@ -102,10 +99,10 @@ TEST_F(NSTimerTest, selectorsWithAndWithoutTheTimer) {
         timer->fire();
         return given == timer;
     };
-    EXPECT_TRUE(fire(target, sel_registerName("tick:")));
-    EXPECT_FALSE(fire(target, sel_registerName("tick")));
-    EXPECT_FALSE(fire(nullptr, sel_registerName("tick:")));
-    EXPECT_THROW(fire(target, sel_registerName("tock:")), NSException);
+    EXPECT_TRUE(fire(target, "tick:"_sel));
+    EXPECT_FALSE(fire(target, "tick"_sel));
+    EXPECT_FALSE(fire(nullptr, "tick:"_sel));
+    EXPECT_THROW(fire(target, "tock:"_sel), NSException);
     EXPECT_THROW(fire(target, nullptr), NSException);
 }
 

@@ -2,12 +2,12 @@
 #include "Platform/Transport/PrinterUri.h"
 
 #include "Platform/Transport/ListedPrinter.h"
+#include "Tests/Support/Random.h"
 
 #include <cctype>
 #include <cstdio>
 #include <cstring>
 #include <gtest/gtest.h>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -15,37 +15,21 @@ using namespace transport;
 
 namespace {
 
-/// Texts of bytes that separate, escape, continue characters or do nothing, and of whole words of URIs.
-class Texts {
-public:
-    std::string next() {
-        static const std::vector<std::string> words = {"a",           "B",
-                                                       "7",           "?",
-                                                       "/",           "#",
-                                                       "&",           "=",
-                                                       "%",           "%41",
-                                                       "%3F",         " ",
-                                                       "+",           "\xC3",
-                                                       "\xBC",        "\u00FC",
-                                                       "打",          "(",
-                                                       "\"",          "\x1F",
-                                                       "\xFF",        "\xF0\x9F\x96\xA8",
-                                                       "SN",          "usb://",
-                                                       "?serial=",    "?interface=1",
-                                                       "&interface=2"};
-        std::string text;
-        for (int count = below(6); count > 0; --count) {
-            text += words[static_cast<std::size_t>(below(static_cast<int>(words.size())))];
-        }
-        return below(20) == 0 ? text + std::string(static_cast<std::size_t>(250 + below(10)), 'x') + text
-                              : text;
-    }
-    PrinterIdentity identity() { return {next(), next(), next()}; }
-    int below(int end) { return std::uniform_int_distribution<>(0, end - 1)(engine_); }
-
-private:
-    std::mt19937 engine_{20261121};
-};
+/// A printer whose texts are of bytes that separate, escape, continue characters or do nothing, and of whole
+/// words of URIs.
+PrinterIdentity anyPrinter(Random &random) {
+    static constexpr std::string_view pieces[] = {// of one byte
+                                                  "a", "B", "7", "?", "/", "#", "&", "=", "%", " ", "+", "(",
+                                                  "\"", "\x1F", "\xC3", "\xBC", "\xFF",
+                                                  // of several
+                                                  "\u00FC", "打", "\xF0\x9F\x96\xA8", "%41", "%3F", "SN",
+                                                  "usb://", "?serial=", "?interface=1", "&interface=2"};
+    const auto next = [&] {
+        const std::string text = random.text(pieces, 6);
+        return random.oneIn(20) ? text + std::string(250 + random.below(10), 'x') + text : text;
+    };
+    return {next(), next(), next()};
+}
 
 /// By the book, without the code under test: everything that is no word of a query, in hexadecimal.
 std::string encodedByTheBook(const std::string &text) {
@@ -73,9 +57,9 @@ std::string field(const char (&text)[size]) {
 } // namespace
 
 TEST(PrinterUri, goesBothWaysForAnyBytes) {
-    Texts texts;
+    Random random(20261121);
     for (int round = 0; round < 20'000; ++round) {
-        const PrinterIdentity printer = texts.identity();
+        const PrinterIdentity printer = anyPrinter(random);
         const std::string uri = printerUri(printer);
         ASSERT_EQ(uri, "usb://" + encodedByTheBook(joined(printer)));
         const auto parsed = parsePrinterUri(uri);

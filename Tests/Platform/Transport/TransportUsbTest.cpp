@@ -1,6 +1,7 @@
 // The USB transport library over emulated printers: what every transport does, and what only a bus can do.
 #include "Tests/Platform/Transport/TransportTesting.h"
 #include "Tests/Platform/Transport/UsbPorts.h"
+#include "Tests/Support/Random.h"
 
 #include <chrono>
 #include <csignal>
@@ -11,7 +12,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <linux/capability.h>
-#include <random>
 #include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
@@ -288,21 +288,20 @@ TEST_F(TransportUsb, givesThePrinterBackWhenItsProgramEndsInACall) {
 
 // A device may tell anything of itself.
 TEST_F(TransportUsb, survivesAnyDescriptors) {
-    constexpr unsigned seed = 15;
-    std::mt19937 random(seed);
+    Random random(15);
     const transport::VirtualPrinterState state = sampleLaser({}, "SN0002");
     int opened = 0, refused = 0;
     for (int round = 0; round < 60; ++round) {
         Bytes descriptors = usbDescriptors(state);
         for (size_t edits = 1 + random() % 3; edits > 0; --edits) {
-            descriptors[18 + random() % (descriptors.size() - 18)] = static_cast<uint8_t>(random());
+            descriptors[18 + random.below(descriptors.size() - 18)] = static_cast<uint8_t>(random());
         }
         descriptors.resize(random() % 4 == 0 ? 18 + random() % (descriptors.size() - 17)
                                              : descriptors.size());
         const auto device = UsbTestbed::shared().plug(state, descriptors);
         void *handle = nullptr;
         const int32_t status = tl_usb_get_device_handle(uriOf("SN0002").c_str(), 2, &handle);
-        EXPECT_EQ(status == TL_USB_OK, handle != nullptr) << "seed " << seed << ", round " << round;
+        EXPECT_EQ(status == TL_USB_OK, handle != nullptr) << round;
         ++(handle != nullptr ? opened : refused);
         tl_usb_close_device_handle(handle);
         UsbTestbed::shared().unplug(device);

@@ -1,6 +1,7 @@
 #include "Platform/Dispatch/Queues/ConcurrentQueue.h"
 #include "Platform/Dispatch/Queues/Semaphore.h"
 #include "Tests/Support/OnThreads.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,6 @@
 #include <functional>
 #include <latch>
 #include <memory>
-#include <random>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -129,7 +129,7 @@ TEST(ConcurrentQueue, keepsItsPromisesUnderARandomMix) {
     std::atomic<int> readers = 0, writers = 0, asynchronous = 0;
 
     onThreads(threads, [&](int thread) {
-        std::mt19937 random(static_cast<unsigned>(thread) + 1);
+        Random random(static_cast<unsigned>(thread) + 1);
         const auto me = static_cast<std::size_t>(thread);
         int submitted = 0;
         const auto read = [&, me](int expected) {

@@ -1,15 +1,15 @@
 // Arrays beyond their primitives: ranges and index sets, order, tests, batches.
-#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Tests/Support/Shorthand.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <random>
+#include <functional>
 
 using testing::ElementsAre;
 
@@ -32,8 +32,8 @@ bool lessByValue(const id &first, const id &second) {
 
 Ref<NSArray> listOf(std::initializer_list<std::size_t> values) {
     Objects objects;
-    std::transform(values.begin(), values.end(), std::back_inserter(objects), number);
-    return NSArray::arrayWithObjects(objects);
+    std::transform(values.begin(), values.end(), std::back_inserter(objects), number<std::size_t>);
+    return arrayOf(objects);
 }
 
 Ref<NSIndexSet> indexSet(auto... indexes) {
@@ -79,10 +79,128 @@ void expectHolds(const NSMutableArray &array, const Objects &expected) {
     EXPECT_EQ(array.objectEnumerator()->allObjects()->allObjects(), expected);
     EXPECT_EQ(array.reverseObjectEnumerator()->allObjects()->allObjects(),
               Objects(expected.rbegin(), expected.rend()));
-    const auto plain = NSArray::arrayWithObjects(expected);
+    const auto plain = arrayOf(expected);
     EXPECT_TRUE(array.isEqual(plain) && plain->isEqual(array.self()) && array.copy()->isEqual(plain));
     EXPECT_EQ(array.hash(), plain->hash());
 }
+
+using Place = Objects::iterator;
+
+Place at(Objects &list, NSUInteger index) {
+    return list.begin() + static_cast<std::ptrdiff_t>(index);
+}
+
+/// What a change is given, the same for both sides; `index` and `beyond` reach past the end now and then.
+struct Given {
+    id object;
+    Ref<NSArray> more, fitting; ///< `fitting` has an object for each of `beyond`
+    NSRange range;
+    NSUInteger index;
+    Ref<NSIndexSet> indexes, beyond;
+
+    Place first(Objects &list) const { return at(list, range.location); }
+    Place last(Objects &list) const { return at(list, range.end()); }
+    bool has(Objects &list) const { return index < list.size(); }
+};
+
+/// A change of the array beside the same one of a plain list, which tells whether it can be made.
+struct Change {
+    const char *name;
+    std::function<void(NSMutableArray &, const Given &)> ofArray;
+    std::function<bool(Objects &, const Given &)> ofList;
+};
+
+const Change changes[] = {
+    {"remove equals in a range",
+     [](auto &array, auto &given) { array.removeObject(given.object, given.range); },
+     [](auto &list, auto &given) {
+         const auto equals = [&](const id &other) { return other->isEqual(given.object); };
+         return list.erase(std::remove_if(given.first(list), given.last(list), equals), given.last(list)),
+                true;
+     }},
+    {"remove what stands first in a range",
+     [](auto &array, auto &given) {
+         array.removeObjectIdenticalTo(
+             given.range.length ? array.objectAtIndex(given.range.location) : given.object, given.range);
+     },
+     [](auto &list, auto &given) {
+         const id same = given.range.length ? *given.first(list) : nullptr;
+         return list.erase(std::remove(given.first(list), given.last(list), same), given.last(list)), true;
+     }},
+    {"remove equals of an array", [](auto &array, auto &given) { array.removeObjectsInArray(given.more); },
+     [](auto &list, auto &given) {
+         return std::erase_if(list, [&](const id &other) { return given.more->containsObject(other); }), true;
+     }},
+    {"remove a range", [](auto &array, auto &given) { array.removeObjectsInRange(given.range); },
+     [](auto &list, auto &given) { return list.erase(given.first(list), given.last(list)), true; }},
+    {"replace a range",
+     [](auto &array, auto &given) { array.replaceObjectsInRange(given.range, given.more); },
+     [](auto &list, auto &given) {
+         const auto more = given.more->allObjects();
+         return list.insert(list.erase(given.first(list), given.last(list)), more.begin(), more.end()), true;
+     }},
+    {"insert a range of itself",
+     [](auto &array, auto &given) {
+         array.replaceObjectsInRange({given.range.location, 0}, as<NSArray>(array.self()), given.range);
+     },
+     [](auto &list, auto &given) {
+         const Objects copied(given.first(list), given.last(list));
+         return list.insert(given.first(list), copied.begin(), copied.end()), true;
+     }},
+    {"remove at indexes", [](auto &array, auto &given) { array.removeObjectsAtIndexes(given.indexes); },
+     [](auto &list, auto &given) {
+         NSUInteger place = 0;
+         return std::erase_if(list, [&](const id &) { return given.indexes->containsIndex(place++); }), true;
+     }},
+    {"insert at indexes", [](auto &array, auto &given) { array.insertObjects(given.fitting, given.beyond); },
+     [](auto &list, auto &given) {
+         const NSUInteger count = given.beyond->count();
+         if (count && given.beyond->lastIndex() >= list.size() + count)
+             return false;
+         NSUInteger next = 0;
+         given.beyond->enumerateIndexesUsingBlock([&](NSUInteger place, bool &) {
+             list.insert(at(list, place), given.fitting->objectAtIndex(next++));
+         });
+         return true;
+     }},
+    {"replace at indexes",
+     [](auto &array, auto &given) { array.replaceObjectsAtIndexes(given.beyond, given.fitting); },
+     [](auto &list, auto &given) {
+         if (given.beyond->count() && given.beyond->lastIndex() >= list.size())
+             return false;
+         NSUInteger next = 0;
+         given.beyond->enumerateIndexesUsingBlock(
+             [&](NSUInteger place, bool &) { list[place] = given.fitting->objectAtIndex(next++); });
+         return true;
+     }},
+    {"set", [](auto &array, auto &given) { array.setObject(given.object, given.index); },
+     [](auto &list, auto &given) {
+         if (given.index == list.size())
+             list.push_back(given.object);
+         return given.has(list) && (list[given.index] = given.object);
+     }},
+    {"sort", [](auto &array, auto &) { array.sortWithOptions(NSSortStable, byValue); },
+     [](auto &list, auto &) { return std::stable_sort(list.begin(), list.end(), lessByValue), true; }},
+    {"add several", [](auto &array, auto &given) { array.addObjectsFromArray(given.more); },
+     [](auto &list, auto &given) {
+         const auto more = given.more->allObjects();
+         return list.insert(list.end(), more.begin(), more.end()), true;
+     }},
+    {"remove one", [](auto &array, auto &given) { array.removeObjectAtIndex(given.index); },
+     [](auto &list, auto &given) { return given.has(list) && (list.erase(at(list, given.index)), true); }},
+    {"remove from the front",
+     [](auto &array, auto &given) {
+         for (NSUInteger i = given.range.length; i > 0; --i)
+             array.removeObjectAtIndex(0);
+     },
+     [](auto &list, auto &given) { return list.erase(list.begin(), at(list, given.range.length)), true; }},
+    {"remove the last", [](auto &array, auto &) { array.removeLastObject(); },
+     [](auto &list, auto &) { return list.resize(list.size() - !list.empty()), true; }},
+    {"exchange", [](auto &array, auto &given) { array.exchangeObjectAtIndex(given.index, 0); },
+     [](auto &list, auto &given) {
+         return given.has(list) && (std::swap(list[given.index], list[0]), true);
+     }},
+};
 
 /// Random changes, done to the array and to a plain list.
 class Twin {
@@ -90,114 +208,21 @@ public:
     Twin(Ref<NSMutableArray> itsArray, unsigned seed) : array(std::move(itsArray)), random_(seed) {}
 
     void step() {
-        const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
-        const NSRange range{start, length};
-        const auto first = at(start), last = at(start + length);
-        const id object = number(pick(9));
-        const auto more = NSMutableArray::array();
-        for (std::size_t i = pick(4); i > 0; --i)
-            more->addObject(number(pick(9)));
-        const auto equals = [&](const id &other) { return other->isEqual(object); };
-        const std::size_t index = pick(size + 3); // now and then outside
-        const auto outside = [&](std::size_t bound) { return index < bound ? "" : NSRangeException; };
-        switch (pick(19)) {
-        case 0:
-            array->removeObject(object, range);
-            model.erase(std::remove_if(first, last, equals), last);
-            break;
-        case 1:
-            array->removeObjectIdenticalTo(length ? *first : object, range);
-            if (length)
-                model.erase(std::remove(first, last, id(*first)), last);
-            break;
-        case 2:
-            array->removeObjectsInArray(more);
-            std::erase_if(model, [&](const id &other) { return more->containsObject(other); });
-            break;
-        case 3:
-            array->removeObjectsInRange(range);
-            model.erase(first, last);
-            break;
-        case 4:
-        case 5: {
-            array->replaceObjectsInRange(range, more);
-            const auto place = model.erase(first, last);
-            const auto objects = more->allObjects();
-            model.insert(place, objects.begin(), objects.end());
-            break;
-        }
-        case 6: {
-            array->replaceObjectsInRange({start, 0}, array, range);
-            const Objects copied(first, last);
-            model.insert(first, copied.begin(), copied.end());
-            break;
-        }
-        case 7: {
-            const auto indexes = someIndexes(size);
-            array->removeObjectsAtIndexes(indexes);
-            std::size_t place = 0;
-            std::erase_if(model, [&](const id &) { return indexes->containsIndex(place++); });
-            break;
-        }
-        case 8: {
-            const auto indexes = someIndexes(size + 2);
-            const auto objects = NSMutableArray::array();
-            for (NSUInteger i = indexes->count(); i > 0; --i)
-                objects->addObject(number(pick(9)));
-            const bool fits = !indexes->count() || indexes->lastIndex() < size + indexes->count();
-            EXPECT_EQ(raised([&] { array->insertObjects(objects, indexes); }), fits ? "" : NSRangeException);
-            NSUInteger next = 0;
-            if (fits)
-                indexes->enumerateIndexesUsingBlock([&](NSUInteger place, bool &) {
-                    model.insert(at(place), objects->objectAtIndex(next++));
-                });
-            break;
-        }
-        case 9: {
-            const auto indexes = someIndexes(size);
-            const auto objects = array->objectsAtIndexes(indexes)->sortedArrayUsingComparator(byValue);
-            array->replaceObjectsAtIndexes(indexes, objects);
-            NSUInteger next = 0;
-            indexes->enumerateIndexesUsingBlock(
-                [&](NSUInteger place, bool &) { model[place] = objects->objectAtIndex(next++); });
-            break;
-        }
-        case 10:
-            array->setObject(object, start);
-            start == size ? model.push_back(object) : void(model[start] = object);
-            break;
-        case 11:
-            array->sortWithOptions(NSSortStable, byValue);
-            std::stable_sort(model.begin(), model.end(), lessByValue);
-            searchSorted(range);
-            break;
-        case 12:
-        case 13:
-        case 14:
-            array->addObjectsFromArray(more);
-            for (const id &added : more)
-                model.push_back(added);
-            break;
-        case 15:
-            EXPECT_EQ(raised([&] { array->removeObjectAtIndex(index); }), outside(size));
-            if (index < size)
-                model.erase(at(index));
-            break;
-        case 16:
-            for (std::size_t taken = pick(size + 1); taken > 0; --taken)
-                array->removeObjectAtIndex(0);
-            model.erase(model.begin(), model.end() - static_cast<std::ptrdiff_t>(array->count()));
-            break;
-        case 17:
-            array->removeLastObject();
-            model.resize(size - (size > 0));
-            break;
-        case 18:
-            EXPECT_EQ(raised([&] { array->exchangeObjectAtIndex(index, 0); }), outside(size));
-            if (index < size)
-                std::swap(model[index], model[0]);
-            break;
-        }
+        const auto &change =
+            random_.below(4) ? random_.of(changes)
+                             : *std::ranges::find(changes, std::string_view("add several"), &Change::name);
+        const std::size_t size = model.size(), start = pick(size + 1);
+        const auto beyond = someIndexes(size + 2);
+        const Given given{.object = number(pick(9)),
+                          .more = some(pick(4)),
+                          .fitting = some(beyond->count()),
+                          .range = {start, pick(size - start + 1)},
+                          .index = pick(size + 3),
+                          .indexes = someIndexes(size),
+                          .beyond = beyond};
+        const auto outcome = raised([&] { change.ofArray(*array, given); });
+        EXPECT_EQ(outcome, change.ofList(model, given) ? "" : NSRangeException) << change.name;
+        SCOPED_TRACE(change.name);
         expectHolds(*array, model);
     }
 
@@ -205,15 +230,16 @@ public:
         const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
         const id object = number(pick(9));
         const auto matches = [&](const id &other, auto &&...) { return other->isEqual(object); };
-        const auto first = [&](Objects::iterator from, Objects::iterator to) {
+        const auto first = [&](Place from, Place to) {
             const auto place = std::find_if(from, to, matches);
             return place == to ? NSNotFound : indexOf(place);
         };
         EXPECT_EQ(array->indexOfObject(object), first(model.begin(), model.end()));
-        EXPECT_EQ(array->indexOfObject(object, {start, length}), first(at(start), at(start + length)));
+        EXPECT_EQ(array->indexOfObject(object, {start, length}),
+                  first(at(model, start), at(model, start + length)));
         EXPECT_EQ(array->indexOfObjectIdenticalTo(object, {start, length}), NSNotFound);
         EXPECT_EQ(array->subarrayWithRange({start, length})->allObjects(),
-                  Objects(at(start), at(start + length)));
+                  Objects(at(model, start), at(model, start + length)));
         const auto indexes = someIndexes(size);
         Objects chosen;
         const auto passing = NSMutableIndexSet::indexSet();
@@ -231,26 +257,13 @@ public:
                   passing->lastIndex());
     }
 
-    const Ref<NSMutableArray> array;
-    Objects model;
-
-private:
-    std::size_t pick(std::size_t bound) { return random_() % bound; }
-    NSUInteger indexOf(Objects::iterator place) const {
-        return static_cast<NSUInteger>(place - Objects::const_iterator(model.begin()));
-    }
-    Objects::iterator at(std::size_t index) { return model.begin() + static_cast<std::ptrdiff_t>(index); }
-
-    Ref<NSIndexSet> someIndexes(std::size_t bound) {
-        const auto indexes = NSMutableIndexSet::indexSet();
-        for (std::size_t i = 0; i < bound; ++i)
-            if (pick(4) == 0)
-                indexes->addIndex(i);
-        return indexes;
-    }
-
-    void searchSorted(NSRange range) {
-        const auto first = at(range.location), last = at(range.end());
+    /// In a range of both, after sorting them.
+    void searchSorted() {
+        array->sortUsingComparator(byValue);
+        std::stable_sort(model.begin(), model.end(), lessByValue);
+        const std::size_t start = pick(model.size() + 1);
+        const NSRange range{start, pick(model.size() - start + 1)};
+        const auto first = at(model, range.location), last = at(model, range.end());
         const id wanted = number(pick(10));
         const auto lower = std::lower_bound(first, last, wanted, lessByValue),
                    upper = std::upper_bound(first, last, wanted, lessByValue);
@@ -266,7 +279,30 @@ private:
         EXPECT_EQ(search(0) == NSNotFound, lower == upper);
     }
 
-    std::mt19937 random_;
+    const Ref<NSMutableArray> array;
+    Objects model;
+
+private:
+    std::size_t pick(std::size_t bound) { return random_.below(bound); }
+    NSUInteger indexOf(Place place) const {
+        return static_cast<NSUInteger>(place - Objects::const_iterator(model.begin()));
+    }
+    Ref<NSArray> some(std::size_t count) {
+        Objects objects;
+        while (objects.size() < count)
+            objects.push_back(number(pick(9)));
+        return arrayOf(objects);
+    }
+
+    Ref<NSIndexSet> someIndexes(std::size_t bound) {
+        const auto indexes = NSMutableIndexSet::indexSet();
+        for (std::size_t i = 0; i < bound; ++i)
+            if (pick(4) == 0)
+                indexes->addIndex(i);
+        return indexes;
+    }
+
+    Random random_;
 };
 
 } // namespace
@@ -274,11 +310,12 @@ private:
 TEST(NSMutableArray, followsAPlainListThroughRandomChanges) {
     for (const unsigned seed : {1u, 2u, 3u})
         for (const auto &array : {NSMutableArray::array(), Ref<NSMutableArray>(make<PrimitiveArray>())}) {
-            SCOPED_TRACE(seed);
             Twin twin(array, seed);
             for (int step = 0; step < 3000 && !HasFailure(); ++step) {
                 twin.step();
                 twin.read();
+                if (step % 16 == 0)
+                    twin.searchSorted();
                 if (twin.model.size() > 40) {
                     array->setArray(array);
                     array->removeAllObjects();
@@ -314,25 +351,25 @@ TEST(NSMutableArray, changesNothingWhenItRaises) {
         {[&] { array->indexOfObject(number(1), NSMakeRange(0, 3), both, byValue); },
          NSInvalidArgumentException},
         {[&] { array->sortUsingComparator(contradicting); }, "Mine"},
-        {[&] { array->sortUsingSelector(sel_registerName("compare!:")); }, NSInvalidArgumentException},
+        {[&] { array->sortUsingSelector("compare!:"_sel); }, NSInvalidArgumentException},
     };
     for (std::size_t i = 0; i < std::size(table); ++i)
         EXPECT_EQ(raised(table[i].first), table[i].second) << i;
-    EXPECT_EQ(elements(array), "3 1 2");
+    EXPECT_EQ(joined(array), "3 1 2");
     array->insertObjects(two, indexSet(0, 4)); // the last place there will be
-    EXPECT_EQ(elements(array), "8 3 1 2 9");
+    EXPECT_EQ(joined(array), "8 3 1 2 9");
     array->insertObject(make<Incomparable>(), 2);
     EXPECT_EQ(raised([&] { array->removeObject(number(2)); }), "Mine");
     EXPECT_EQ(array->count(), 6u);
 }
 
 TEST(NSArray, sortsInEveryWayAndStably) {
-    std::mt19937 random(7);
+    Random random(7);
     for (const std::size_t size : {0u, 1u, 2u, 3u, 17u, 1000u}) {
         Objects objects;
         for (std::size_t i = 0; i < size; ++i)
             objects.push_back(number(random() % (size / 4 + 1)));
-        const auto array = NSArray::arrayWithObjects(objects);
+        const auto array = arrayOf(objects);
         std::stable_sort(objects.begin(), objects.end(), lessByValue);
         int calls = 0;
         const NSSortFunction function = [](const id &first, const id &second, void *context) {
@@ -355,9 +392,9 @@ TEST(NSArray, sortsInEveryWayAndStably) {
         EXPECT_TRUE(std::is_permutation(shuffled.begin(), shuffled.end(), objects.begin()));
     }
     const auto words = NSMutableArray::arrayWithObjects({u"b"_ns, u"a"_ns, u"C"_ns});
-    EXPECT_EQ(elements(words->sortedArrayUsingSelector(sel_registerName("compare:"))), "C a b");
-    words->sortUsingSelector(sel_registerName("caseInsensitiveCompare:"));
-    EXPECT_EQ(elements(words), "a b C");
+    EXPECT_EQ(joined(words->sortedArrayUsingSelector("compare:"_sel)), "C a b");
+    words->sortUsingSelector("caseInsensitiveCompare:"_sel);
+    EXPECT_EQ(joined(words), "a b C");
 }
 
 TEST(NSArray, walksAsAsked) {
@@ -378,16 +415,15 @@ TEST(NSArray, walksAsAsked) {
     EXPECT_THAT(seen, ElementsAre(3, 0));
     EXPECT_EQ(valueOf(array->firstObjectCommonWithArray(listOf({9, 6, 5}))), 5u);
     EXPECT_EQ(array->firstObjectCommonWithArray(nullptr), nullptr);
-    EXPECT_EQ(elements(array->arrayByAddingObjectsFromArray(array)), "4 5 6 7 4 5 6 7");
+    EXPECT_EQ(joined(array->arrayByAddingObjectsFromArray(array)), "4 5 6 7 4 5 6 7");
 
     const auto inner = NSMutableArray::array();
-    const auto twice = NSArray::arrayWithObjects({inner, inner});
-    twice->makeObjectsPerformSelector(sel_registerName("addObject:"), number(1));
-    EXPECT_EQ(elements(inner), "1 1");
-    twice->makeObjectsPerformSelector(sel_registerName("removeLastObject"));
+    const auto twice = arrayOf({inner, inner});
+    twice->makeObjectsPerformSelector("addObject:"_sel, number(1));
+    EXPECT_EQ(joined(inner), "1 1");
+    twice->makeObjectsPerformSelector("removeLastObject"_sel);
     EXPECT_EQ(inner->count(), 0u);
-    EXPECT_EQ(raised([&] { array->makeObjectsPerformSelector(sel_registerName("tick")); }),
-              NSInvalidArgumentException);
+    EXPECT_EQ(raised([&] { array->makeObjectsPerformSelector("tick"_sel); }), NSInvalidArgumentException);
 }
 
 TEST(NSArray, rangeForKeepsItsContainerAndWalksNoneAsEmpty) {

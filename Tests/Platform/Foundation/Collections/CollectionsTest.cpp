@@ -1,19 +1,16 @@
 #include "Platform/Foundation/Collections/ContentsHash.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Collections/NSSet.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/System/NSThread.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Tests/Support/Shorthand.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <random>
 
 using testing::ElementsAre;
 
@@ -91,12 +88,11 @@ void expectHolds(const NSMutableDictionary &dictionary, const Pairs &expected) {
 }
 
 void tryRandomOperations(const Ref<NSMutableDictionary> &dictionary, unsigned seed, std::size_t keys) {
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    Random random(seed);
     Pairs model;
     for (int step = 0; step < 1200 && !testing::Test::HasFailure(); ++step) {
         const bool shrinking = step / 200 % 2;
-        const id key = someKey(random() % keys), value = NSNumber::numberWithInt(step);
+        const id key = someKey(random() % keys), value = number(step);
         const auto isSought = [&](const auto &entry) { return entry.first->isEqual(key); };
         const auto found = std::find_if(model.begin(), model.end(), isSought);
         const auto operation = random() % 100;
@@ -140,12 +136,12 @@ TEST(Collections, raiseOnWhatTheyCannotHoldOrHaveNot) {
         {raised([&] { array->addObject(nullptr); }), NSInvalidArgumentException},
         {raised([&] { array->insertObject(nullptr, 0); }), NSInvalidArgumentException},
         {raised([&] { array->replaceObjectAtIndex(0, nullptr); }), NSInvalidArgumentException},
-        {raised([&] { NSArray::arrayWithObjects(std::vector<id>(1)); }), NSInvalidArgumentException},
+        {raised([&] { arrayOf(std::vector<id>(1)); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(nullptr, u"k"_ns); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(u"v"_ns, nullptr); }), NSInvalidArgumentException},
         {raised([&] { dictionary->setObject(u"v"_ns, make<NSObject>()); }), NSInvalidArgumentException},
         {raised([] {
-             NSDictionary::dictionaryWithEntries({{u"k"_ns, {}}});
+             dictionaryOf({{u"k"_ns, {}}});
          }),
          NSInvalidArgumentException},
         // Reading, removing and taking over "none" does nothing.
@@ -216,8 +212,7 @@ TEST(Collections, raiseForBlocksOfNone) {
 TEST(Collections, copiesAndEquality) {
     const auto changing = NSMutableArray::arrayWithObjects({number(1), u"a"_ns});
     const id frozen = changing->copy();
-    const auto fixed =
-        NSArray::arrayWithObjects({NSNumber::numberWithDouble(1), make<NSMutableString>(u"a")});
+    const auto fixed = arrayOf({number(1.0), make<NSMutableString>(u"a")});
     EXPECT_TRUE(changing->isEqual(fixed) && fixed->isEqual(changing));
     EXPECT_TRUE(!as<NSMutableArray>(frozen) && frozen->copy() == frozen);
     changing->addObject(NSNull::null());
@@ -232,13 +227,12 @@ TEST(Collections, copiesAndEquality) {
     EXPECT_EQ(text(dictionary->objectForKey(u"name"_ns)), "one") << "the key was copied";
     EXPECT_EQ(dictionary->objectForKey(key), nullptr);
     dictionary->setObject(u"two"_ns, u"name"_ns);
-    const auto entries =
-        NSDictionary::dictionaryWithEntries({{u"name"_ns, u"one"_ns}, {u"name"_ns, u"two"_ns}});
+    const auto entries = dictionaryOf({{u"name"_ns, u"one"_ns}, {u"name"_ns, u"two"_ns}});
     EXPECT_TRUE(dictionary->isEqual(entries) && dictionary->hash() == entries->hash())
         << "the last one counts";
     EXPECT_TRUE(!as<NSMutableDictionary>(dictionary->copy()) && entries->copy() == entries);
-    dictionary->setObject(number(1), NSNumber::numberWithDouble(1));
-    EXPECT_EQ(text(dictionary->objectForKey(NSNumber::numberWithBool(true))), "1");
+    dictionary->setObject(number(1), number(1.0));
+    EXPECT_EQ(text(dictionary->objectForKey(number(true))), "1");
     EXPECT_FALSE(dictionary->isEqual(entries) || entries->isEqual(fixed) || entries->isEqual(nullptr));
 }
 
@@ -308,7 +302,7 @@ TEST(Collections, areWholeWhileTheirElementsGo) {
     std::vector<std::string> seen;
     const auto watching = [&] {
         return make<LastWords>([&] {
-            seen.push_back(elements(array));
+            seen.push_back(joined(array));
             array->addObject(number(seen.size()));
         });
     };
@@ -325,7 +319,7 @@ TEST(Collections, areWholeWhileTheirElementsGo) {
     seen.clear();
     const auto growing = [&] {
         return make<LastWords>([&] {
-            seen.push_back(elements(dictionary->allKeys()));
+            seen.push_back(joined(dictionary->allKeys()));
             for (std::size_t i = 0; i < 20; ++i) // makes the table grow meanwhile
                 dictionary->setObject(number(i), number(i));
         });
@@ -351,12 +345,10 @@ TEST(Collections, areWholeWhileTheirElementsGo) {
 }
 
 TEST(Collections, describeThemselves) {
-    const auto inner = NSDictionary::dictionaryWithEntries({{u"zebra"_ns, NSNumber::numberWithDouble(0.5)},
-                                                            {u"b b"_ns, NSArray::array()},
-                                                            {u"B"_ns, number(1)}});
-    const auto array = NSArray::arrayWithObjects(
-        {u"plain_1"_ns, u""_ns, u"two words"_ns, u"\"\\\n\t\r\x7Fü"_ns, NSNull::null(),
-         NSNumber::numberWithBool(true), NSNumber::numberWithInt(-5), inner});
+    const auto inner =
+        dictionaryOf({{u"zebra"_ns, number(0.5)}, {u"b b"_ns, NSArray::array()}, {u"B"_ns, number(1)}});
+    const auto array = arrayOf({u"plain_1"_ns, u""_ns, u"two words"_ns, u"\"\\\n\t\r\x7Fü"_ns, NSNull::null(),
+                                number(true), number(-5), inner});
     EXPECT_EQ(text(array), R"((
     plain_1,
     "",
@@ -373,10 +365,10 @@ TEST(Collections, describeThemselves) {
     }
 ))");
     EXPECT_EQ(text(NSArray::array()) + text(NSDictionary::dictionary()), "(\n){\n}");
-    EXPECT_EQ(text(NSDictionary::dictionaryWithEntries({{u"b"_ns, number(1)}, {number(2), number(3)}})),
+    EXPECT_EQ(text(dictionaryOf({{u"b"_ns, number(1)}, {number(2), number(3)}})),
               "{\n    b = 1;\n    2 = 3;\n}")
         << "in the order of insertion";
-    const auto silent = NSArray::arrayWithObjects({make<Silent>()});
+    const auto silent = arrayOf({make<Silent>()});
     EXPECT_EQ(text(silent), "(\n    \"(null)\"\n)");
     EXPECT_EQ(text(silent->componentsJoinedByString(u""_ns)), "(null)");
     EXPECT_EQ(text(NSString::stringWithFormat("%@", make<Silent>())), "(null)");

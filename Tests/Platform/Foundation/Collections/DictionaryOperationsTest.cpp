@@ -1,15 +1,12 @@
 // Dictionaries beyond their primitives, and sets.
-#include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Tests/Support/Shorthand.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <functional>
-#include <random>
 #include <set>
 
 namespace {
@@ -35,33 +32,32 @@ private:
 
 class DictionaryOperations : public testing::Test {
 protected:
-    const Ref<NSMutableDictionary> dictionary = NSMutableDictionary::dictionaryWithObjects(
-        NSArray::arrayWithObjects({u"z"_ns, u"a"_ns, u"m"_ns, u"a"_ns}),
-        NSArray::arrayWithObjects({u"one"_ns, u"two"_ns, u"three"_ns, u"four"_ns}));
+    const Ref<NSMutableDictionary> dictionary =
+        NSMutableDictionary::dictionaryWithObjects(arrayOf({u"z"_ns, u"a"_ns, u"m"_ns, u"a"_ns}),
+                                                   arrayOf({u"one"_ns, u"two"_ns, u"three"_ns, u"four"_ns}));
 };
 
 } // namespace
 
 TEST_F(DictionaryOperations, findsAndOrdersKeysByTheirValues) {
-    EXPECT_EQ(elements(dictionary->allKeysForObject(u"a"_ns)), "two four");
+    EXPECT_EQ(joined(dictionary->allKeysForObject(u"a"_ns)), "two four");
     EXPECT_EQ(dictionary->allKeysForObject(nullptr)->count(), 0u);
-    EXPECT_EQ(elements(dictionary->keysSortedByValueUsingSelector(sel_registerName("compare:"))),
-              "two four three one");
+    EXPECT_EQ(joined(dictionary->keysSortedByValueUsingSelector("compare:"_sel)), "two four three one");
     const auto backwards = [](const id &first, const id &second) {
         return as<NSString>(second)->compare(as<NSString>(first));
     };
-    EXPECT_EQ(elements(dictionary->keysSortedByValueWithOptions(NSSortStable, backwards)),
+    EXPECT_EQ(joined(dictionary->keysSortedByValueWithOptions(NSSortStable, backwards)),
               "one three two four");
-    const auto wanted = NSArray::arrayWithObjects({u"four"_ns, u"five"_ns});
-    EXPECT_EQ(elements(dictionary->objectsForKeys(wanted, NSNull::null())), "a <null>");
+    const auto wanted = arrayOf({u"four"_ns, u"five"_ns});
+    EXPECT_EQ(joined(dictionary->objectsForKeys(wanted, NSNull::null())), "a <null>");
     EXPECT_EQ(raised([&] { dictionary->objectsForKeys(wanted, nullptr); }), NSInvalidArgumentException);
     const auto isA = [](const id &, const id &value, bool &stop) {
         stop = value->isEqual(u"m"_ns);
         return value->isEqual(u"a"_ns);
     };
-    EXPECT_TRUE(dictionary->keysOfEntriesPassingTest(isA)->isEqual(NSSet::setWithObjects({u"two"_ns})));
-    EXPECT_TRUE(dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, isA)
-                    ->isEqual(NSSet::setWithObjects({u"four"_ns})));
+    EXPECT_TRUE(dictionary->keysOfEntriesPassingTest(isA)->isEqual(setOf({u"two"_ns})));
+    EXPECT_TRUE(
+        dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, isA)->isEqual(setOf({u"four"_ns})));
     id objects[3], keys[3];
     dictionary->getObjects(objects, keys, 3);
     EXPECT_EQ(text(objects[2]) + text(keys[0]), "mone");
@@ -70,7 +66,7 @@ TEST_F(DictionaryOperations, findsAndOrdersKeysByTheirValues) {
 }
 
 TEST_F(DictionaryOperations, changesByListAndBySubscript) {
-    dictionary->removeObjectsForKeys(NSArray::arrayWithObjects({u"one"_ns, u"nine"_ns, u"two"_ns}));
+    dictionary->removeObjectsForKeys(arrayOf({u"one"_ns, u"nine"_ns, u"two"_ns}));
     dictionary->setObjectForKeyedSubscript(nullptr, u"three"_ns);
     dictionary->setObjectForKeyedSubscript(u"q\"ü"_ns, u"a b"_ns);
     EXPECT_EQ(text(dictionary->objectForKeyedSubscript(u"four"_ns)), "a");
@@ -79,8 +75,7 @@ TEST_F(DictionaryOperations, changesByListAndBySubscript) {
     EXPECT_EQ(raised([&] { NSDictionary::dictionaryWithObjects(dictionary->allKeys(), nullptr); }),
               NSInvalidArgumentException);
     const auto word = make<NSMutableString>(u"x");
-    const auto shared =
-        NSMutableDictionary::dictionaryWithDictionary(NSDictionary::dictionaryWithEntries({{u"k"_ns, word}}));
+    const auto shared = NSMutableDictionary::dictionaryWithDictionary(dictionaryOf({{u"k"_ns, word}}));
     const auto copied = NSMutableDictionary::dictionaryWithDictionary(shared, true);
     word->appendString(u"y"_ns);
     EXPECT_EQ(text(shared->objectForKey(u"k"_ns)) + text(copied->objectForKey(u"k"_ns)), "xyx");
@@ -143,7 +138,7 @@ TEST_F(DictionaryOperations, walksNoticeNewAndLostKeysButTakeNewValues) {
 
 TEST(NSSet, followsAStandardSetThroughRandomChanges) {
     for (const auto &set : {NSMutableSet::set(), Ref<NSMutableSet>(make<PrimitiveSet>())}) {
-        std::mt19937 random(5);
+        Random random(5);
         std::set<std::size_t> model;
         for (int step = 0; step < 2000 && !HasFatalFailure(); ++step) {
             std::set<std::size_t> others;
@@ -199,11 +194,11 @@ TEST(NSSet, followsAStandardSetThroughRandomChanges) {
 
 TEST(NSSet, keepsTheFirstOfEqualsAndDescribesItself) {
     const auto first = number(1);
-    const auto set = NSMutableSet::setWithArray(NSArray::arrayWithObjects({first, number(1), u"a b"_ns}));
-    EXPECT_EQ(set->member(NSNumber::numberWithDouble(1)), first);
+    const auto set = NSMutableSet::setWithArray(arrayOf({first, number(1), u"a b"_ns}));
+    EXPECT_EQ(set->member(number(1.0)), first);
     EXPECT_EQ(set->anyObject(), first);
     EXPECT_EQ(text(set), "{(\n    1,\n    \"a b\"\n)}");
-    EXPECT_EQ(text(NSArray::arrayWithObjects({set->setByAddingObject(NSSet::set())})),
+    EXPECT_EQ(text(arrayOf({set->setByAddingObject(NSSet::set())})),
               "(\n    {(\n        1,\n        \"a b\",\n        {(\n        )}\n    )}\n)");
     EXPECT_EQ(raised([&] { set->addObject(nullptr); }), NSInvalidArgumentException);
     EXPECT_EQ(set->objectsPassingTest([&](const id &object, bool &) { return object == first; })->count(),

@@ -1,15 +1,13 @@
 // Hashes and tables before keys that somebody chose.
 #include "Platform/Foundation/Collections/ContentsHash.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
-#include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Data/KeyedHash.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/Numbers/NSDecimalNumber.h"
 #include "Platform/Foundation/System/NSURL.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 #include "Tests/Support/RandomObjects.h"
-#include "Tests/Support/Shorthand.h"
 
 #include <gmock/gmock.h>
 
@@ -18,7 +16,6 @@
 #include <iostream>
 #include <openssl/core_names.h>
 #include <openssl/evp.h>
-#include <random>
 #include <set>
 #include <sstream>
 
@@ -50,7 +47,7 @@ std::string hashes() {
                           make<NSMutableString>(u"other text"),
                           NSData::dataWithBytes("data", 4),
                           number(1),
-                          NSNumber::numberWithDouble(0.1),
+                          number(0.1),
                           NSDecimalNumber::decimalNumberWithString(u"0.1"_ns),
                           NSDate::dateWithTimeIntervalSinceReferenceDate(1.5),
                           NSValue::valueWithBytes(&value, "S"),
@@ -132,16 +129,14 @@ id turnedRound(const id &object) {
 id nested(std::size_t value, int levels) {
     id made = number(value);
     while (levels-- > 0)
-        made = NSArray::arrayWithObjects({made});
+        made = arrayOf({made});
     return made;
 }
 
 } // namespace
 
 TEST(Hashing, isThatOfThePackagedFunction) {
-    constexpr unsigned seed = 17;
-    SCOPED_TRACE(seed);
-    std::mt19937_64 random(seed);
+    Random random(17);
     for (std::size_t size = 0; size < 200; ++size) {
         const HashKey key{random(), random()};
         std::vector<std::uint8_t> bytes(size);
@@ -173,16 +168,14 @@ TEST(Hashing, chosenKeysCostNoMoreThanOthers) {
          }},
         {"texts", [](std::size_t i) -> id { return make<CountedText>(collidingText(i)); }},
         {"numbers of one double", [](std::size_t i) { return counted((1ull << 63) + i); }},
-        {"arrays", [](std::size_t i) -> id { return NSArray::arrayWithObjects({counted(i)}); }},
+        {"arrays", [](std::size_t i) -> id { return arrayOf({counted(i)}); }},
         {"nested arrays",
-         [](std::size_t i) -> id {
-             return NSArray::arrayWithObjects({NSMutableArray::arrayWithObjects({counted(i)})});
-         }},
+         [](std::size_t i) -> id { return arrayOf({NSMutableArray::arrayWithObjects({counted(i)})}); }},
         {"dictionaries",
          [](std::size_t i) -> id {
-             return NSDictionary::dictionaryWithEntries({{u"k"_ns, counted(i)}});
+             return dictionaryOf({{u"k"_ns, counted(i)}});
          }},
-        {"sets", [](std::size_t i) -> id { return NSSet::setWithObjects({counted(i)}); }},
+        {"sets", [](std::size_t i) -> id { return setOf({counted(i)}); }},
     };
     for (const auto &[name, keyOf] : families) {
         SCOPED_TRACE(name);
@@ -203,9 +196,7 @@ TEST(Hashing, chosenKeysCostNoMoreThanOthers) {
 }
 
 TEST(Hashing, ofContentsAgreesForEqualOnesInAnyOrder) {
-    constexpr unsigned seed = 23;
-    SCOPED_TRACE(seed);
-    RandomObjects random(seed, RandomObjects::Kind::JSON);
+    RandomObjects random(23, RandomObjects::Kind::JSON);
     std::vector<id> objects;
     std::set<NSUInteger> hashes;
     for (int i = 0; i < 300; ++i) {

@@ -1,12 +1,11 @@
 // Texts with attributes by range.
 #include "Platform/Foundation/Collections/NSAttributedString.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
-#include <random>
 
 namespace {
 
@@ -47,9 +46,7 @@ TEST(NSAttributedString, keepsAttributesByRange) {
 }
 
 TEST(NSAttributedString, followsOneAttributeACharacterThroughRandomChanges) {
-    constexpr unsigned seed = 31;
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    Random random(31);
     using Model = std::vector<std::pair<char, char>>; // a character and its attribute, '.' for none
     std::map<Model, Ref<NSMutableAttributedString>> met;
     std::size_t again = 0;
@@ -60,7 +57,7 @@ TEST(NSAttributedString, followsOneAttributeACharacterThroughRandomChanges) {
             const std::size_t from = random() % (model.size() + 1),
                               length = random() % (model.size() - from + 1);
             const char value = "12."[random() % 3];
-            const auto marked = NSDictionary::dictionaryWithEntries({{u"k"_ns, string({&value, 1})}});
+            const auto marked = dictionaryOf({{u"k"_ns, string({&value, 1})}});
             const auto attributes = value == '.' ? nullptr : marked;
             const auto operation = random() % 4;
             if (operation == 0 && model.size() < 6) {
@@ -102,7 +99,7 @@ TEST(NSAttributedString, aChangeLooksAtItsOwnRangeOnly) {
     public:
         bool isEqual(const id &other) const override { return ++comparisons, NSObject::isEqual(other); }
     };
-    const auto attributes = [] { return NSDictionary::dictionaryWithEntries({{u"k"_ns, make<Value>()}}); };
+    const auto attributes = [] { return dictionaryOf({{u"k"_ns, make<Value>()}}); };
     constexpr int count = 500;
     const auto made = make<NSMutableAttributedString>();
     comparisons = 0;

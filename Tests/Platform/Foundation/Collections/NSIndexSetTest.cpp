@@ -1,9 +1,9 @@
 #include "Platform/Foundation/Collections/NSIndexSet.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gmock/gmock.h>
 
-#include <random>
 #include <set>
 
 using testing::ElementsAre;
@@ -63,8 +63,7 @@ Model shifted(const Model &model, NSUInteger from, NSInteger delta) {
 TEST(NSMutableIndexSet, followsASetOfNumbersThroughRandomChanges) {
     constexpr NSUInteger limit = 60;
     for (const unsigned seed : {1u, 2u, 3u, 4u}) {
-        SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
+        Random random(seed);
         const auto indexes = NSMutableIndexSet::indexSet();
         Model model;
         for (int step = 0; step < 1500 && !HasFatalFailure(); ++step) {

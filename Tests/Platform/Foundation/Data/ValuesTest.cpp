@@ -1,10 +1,8 @@
 // Byte buffers, dates and errors.
 #include "Platform/Dispatch/Time/ManualClock.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/System/NSError.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <gtest/gtest.h>
 
@@ -13,21 +11,13 @@
 using std::chrono::nanoseconds;
 using namespace std::chrono_literals;
 
-namespace {
-
-Ref<NSData> bytes(std::string_view content) {
-    return NSData::dataWithBytes(content.data(), content.size());
-}
-
-} // namespace
-
 TEST(NSData, describesCutsAndReads) {
     const std::pair<Ref<NSData>, std::string> table[] = {
         {NSData::dataWithBytes(nullptr, 0), "<>"},
-        {bytes("\xAB"), "<ab>"},
-        {bytes("abcd"), "<61626364>"},
-        {bytes("abcde\xFF"), "<61626364 65ff>"},
-        {bytes("abc")->subdataWithRange({1, 2}), "<6263>"},
+        {dataOf("\xAB"), "<ab>"},
+        {dataOf("abcd"), "<61626364>"},
+        {dataOf("abcde\xFF"), "<61626364 65ff>"},
+        {dataOf("abc")->subdataWithRange({1, 2}), "<6263>"},
         {NSData::data()->subdataWithRange({0, 0}), "<>"},
         {NSMutableData::dataWithLength(2), "<0000>"},
         {NSData::dataWithContentsOfFile("/dev/null"), "<>"},
@@ -37,7 +27,7 @@ TEST(NSData, describesCutsAndReads) {
         EXPECT_EQ(text(data), expected);
     constexpr NSUInteger far = ~NSUInteger{0};
     for (const NSRange range : {NSRange{0, 4}, {4, 0}, {3, 1}, {1, far}, {far, 2}})
-        EXPECT_EQ(raised([&] { bytes("abc")->subdataWithRange(range); }), NSRangeException);
+        EXPECT_EQ(raised([&] { dataOf("abc")->subdataWithRange(range); }), NSRangeException);
     EXPECT_EQ(NSData::dataWithContentsOfFile(ZK_RESOURCES "/no such file"), nullptr);
     EXPECT_EQ(NSData::dataWithContentsOfFile(ZK_RESOURCES), nullptr) << "a folder";
 
@@ -54,7 +44,7 @@ TEST(NSData, describesCutsAndReads) {
     const id frozen = data->copy();
     EXPECT_TRUE(data->isEqual(frozen) && frozen->isEqual(data) && data->hash() == frozen->hash());
     const auto twin = as<NSMutableData>(data->mutableCopy());
-    data->appendData(bytes("c"));
+    data->appendData(dataOf("c"));
     data->mutableBytes()[0] = 'X';
     twin->setLength(4);
     EXPECT_EQ(text(data) + text(frozen) + text(twin), "<586263><6162><61620000>");
@@ -109,11 +99,11 @@ TEST(NSError, saysWhatWentWrong) {
     EXPECT_EQ(text(bare), "Error Domain=ZKDomain Code=-5 \"" + sentence + "\"");
     EXPECT_EQ(bare->localizedRecoverySuggestion(), nullptr);
     EXPECT_EQ(bare->userInfo()->count(), 0u);
-    const auto full = NSError::errorWithDomain(
-        nullptr, 1,
-        NSDictionary::dictionaryWithEntries({{NSLocalizedDescriptionKey(), u"No paper."_ns},
-                                             {NSLocalizedRecoverySuggestionErrorKey(), u"Add some."_ns},
-                                             {NSDebugDescriptionErrorKey(), u"tray 1"_ns}}));
+    const auto full =
+        NSError::errorWithDomain(nullptr, 1,
+                                 dictionaryOf({{NSLocalizedDescriptionKey(), u"No paper."_ns},
+                                               {NSLocalizedRecoverySuggestionErrorKey(), u"Add some."_ns},
+                                               {NSDebugDescriptionErrorKey(), u"tray 1"_ns}}));
     EXPECT_EQ(text(full), "Error Domain=(null) Code=1 \"No paper.\" (tray 1)");
     EXPECT_EQ(text(full->localizedRecoverySuggestion()), "Add some.");
 }

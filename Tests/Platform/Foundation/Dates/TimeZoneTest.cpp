@@ -3,6 +3,7 @@
 #include "Platform/Foundation/Dates/TimeZoneDatabase.h"
 #include "Platform/Foundation/Dates/TimeZoneFile.h"
 #include "Tests/Support/EnvironmentScope.h"
+#include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <ctime>
 #include <fstream>
-#include <random>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -61,7 +61,7 @@ std::string bytesOf(const fs::path &file) {
 } // namespace
 
 TEST(TimeZones, haveTheOffsetsOfTheCLibrary) {
-    std::mt19937_64 random(1);
+    Random random(1);
     TimeZoneDatabase database(systemFolder);
     int zones = 0;
     for (auto entry = fs::recursive_directory_iterator(systemFolder); entry != fs::end(entry); ++entry) {
@@ -84,7 +84,7 @@ TEST(TimeZones, haveTheOffsetsOfTheCLibrary) {
 }
 
 TEST(TimeZones, findMomentsByWhatClocksShow) {
-    std::mt19937_64 random(2);
+    Random random(2);
     TimeZoneDatabase database(systemFolder);
     for (const char *name :
          {"Europe/Berlin", "America/Sao_Paulo", "America/St_Johns", "Pacific/Apia", "America/Havana",
@@ -106,7 +106,7 @@ TEST(TimeZones, findMomentsByWhatClocksShow) {
 }
 
 TEST(PosixTimeZones, haveTheOffsetsOfTheCLibrary) {
-    std::mt19937_64 random(3);
+    Random random(3);
     const auto below = [&](std::uint64_t bound) { return std::to_string(random() % bound); };
     const auto day = [&](unsigned firstMonth) { // of three months
         const auto days = std::to_string(firstMonth * 30 + random() % 60);
@@ -142,7 +142,7 @@ TEST(PosixTimeZones, haveTheOffsetsOfTheCLibrary) {
 }
 
 TEST(TimeZoneFiles, areReadWithinTheirBytes) {
-    std::mt19937_64 random(4);
+    Random random(4);
     for (const char *name : {"Europe/Berlin", "Asia/Tokyo"}) {
         const std::string bytes = bytesOf(systemFolder / name);
         ASSERT_TRUE(timeZoneRulesFromFile(bytes));

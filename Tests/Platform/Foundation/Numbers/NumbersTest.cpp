@@ -1,11 +1,10 @@
 // Numbers of every kind: their types, narrowing and order; decimal ones also: reading and rounding.
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/NSDecimalNumber.h"
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/PlainLocale.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +13,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <random>
 
 using namespace std::string_literals;
 
@@ -194,9 +192,7 @@ void expectFewestDigits(T value, const Ref<NSNumber> &number) {
 } // namespace
 
 TEST(NSNumber, isShownInTheFewestDigits) {
-    constexpr unsigned seed = 254977;
-    SCOPED_TRACE(seed);
-    std::mt19937_64 random(seed);
+    Random random(254977);
     const auto anyOf = [&](auto bits, auto like) {
         const auto any = std::bit_cast<decltype(like)>(bits);
         return std::isfinite(any) && any != 0 ? any : 1;
@@ -269,13 +265,13 @@ TEST(NSNumber, isComparedByExactValue) {
 }
 
 TEST(NSDecimalNumber, keepsItsDigitsInJSONAndIsADoubleInPropertyLists) {
-    const auto list = NSArray::arrayWithObjects({decimal("12345678901234567890.123456789")});
+    const auto list = arrayOf({decimal("12345678901234567890.123456789")});
     const auto json = NSJSONSerialization::dataWithJSONObject(list, NSJSONWritingOptions::None, nullptr);
     EXPECT_EQ(std::string(json->span().begin(), json->span().end()), "[12345678901234567890.123456789]");
     const auto plist = NSPropertyListSerialization::dataWithPropertyList(
-        NSArray::arrayWithObjects({decimal("0.1")}), NSPropertyListFormat::BinaryFormat_v1_0);
+        arrayOf({decimal("0.1")}), NSPropertyListFormat::BinaryFormat_v1_0);
     EXPECT_TRUE(NSPropertyListSerialization::propertyListWithData(plist)->isEqual(
-        NSArray::arrayWithObjects({NSNumber::numberWithDouble(0.1)})));
-    const auto invalid = NSArray::arrayWithObjects({NSDecimalNumber::notANumber()});
+        arrayOf({NSNumber::numberWithDouble(0.1)})));
+    const auto invalid = arrayOf({NSDecimalNumber::notANumber()});
     EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(invalid));
 }

@@ -1,7 +1,8 @@
 // Locations, against the grammar as it is written.
-#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/System/NSURL.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/PlainLocale.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
@@ -47,32 +48,17 @@ std::string grammar() {
     return "^" + any({absolute, relative}) + tail + "$";
 }
 
-/// The C locale while it lives: ranges of letters are those of ASCII.
-class PlainLetters {
-public:
-    PlainLetters() = default;
-    PlainLetters(const PlainLetters &) = delete;
-    ~PlainLetters() {
-        uselocale(before_);
-        freelocale(plain_);
-    }
-
-private:
-    const locale_t plain_ = newlocale(LC_ALL_MASK, "C", nullptr);
-    const locale_t before_ = uselocale(plain_);
-};
-
 class Expression {
 public:
     explicit Expression(const std::string &pattern) {
-        const PlainLetters letters;
+        const PlainLocale letters; // ranges of letters are those of ASCII
         EXPECT_EQ(regcomp(&compiled_, pattern.c_str(), REG_EXTENDED | REG_NOSUB), 0);
     }
     Expression(const Expression &) = delete;
     ~Expression() { regfree(&compiled_); }
 
     bool matches(const std::string &text) const {
-        const PlainLetters letters;
+        const PlainLocale letters; // ranges of letters are those of ASCII
         return regexec(&compiled_, text.c_str(), 0, nullptr, 0) == 0;
     }
 
@@ -96,9 +82,7 @@ TEST(NSURL, isWhatTheGrammarSays) {
                                  "1http://x",
                                  ":x"};
     constexpr std::string_view pieces = "://?#[]@%%%2fFgz19+-._~ \"\\\n\x01\x7f\xC3";
-    constexpr unsigned seed = 5;
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    Random random(5);
     int valid = 0, rounds = 0;
     for (; rounds < 20000; ++rounds) {
         std::string candidate = seeds[random() % std::size(seeds)];

@@ -1,10 +1,10 @@
 // Formatting, and the log that is made of it.
 #include "Platform/Foundation/Text/Format.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Platform/Foundation/System/NSLog.h"
+#include "Tests/Support/LogLines.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/OnThreads.h"
 #include "Tests/Support/PlainLocale.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Random.h"
 
 #include <gmock/gmock.h>
 
@@ -13,8 +13,6 @@
 #include <cmath>
 #include <cstdio>
 #include <map>
-#include <random>
-#include <thread>
 
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
@@ -89,7 +87,7 @@ TEST(Format, objectsPositionsAndWhatDoesNotFit) {
     const char *const noText = nullptr;
     enum class Level : std::uint8_t { High = 200 };
     const std::pair<std::string, std::string> table[] = {
-        {ours("%@ has %@", name, NSNumber::numberWithInt(7)), "Büro has 7"},
+        {ours("%@ has %@", name, number(7)), "Büro has 7"},
         {ours("[%6@] [%-6@] [%2@]", name, name, name), "[  Büro] [Büro  ] [Büro]"},
         {ours("%@ %@ %@", Ref<NSString>(), nullptr, NSString::class_()), "(null) (null) NSString"},
         {ours("%s [%8s] [%.3s]", noText, noText, noText), "(null) [  (null)] [(nu]"},
@@ -124,14 +122,12 @@ TEST(Format, objectsPositionsAndWhatDoesNotFit) {
 }
 
 TEST(Format, anyTextWithAnyArgumentsIsSafe) {
-    constexpr unsigned seed = 20240117;
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    Random random(20240117);
     const std::string alphabet = "%%%%%%%%@diuoxXcCspeEfFgGaADUOn$*.-+ #0123456789hlqzjtL\xC3\xBC";
-    const Ref<NSArray> list = NSArray::arrayWithObjects({u"a"_ns, NSNumber::numberWithDouble(0.5)});
+    const Ref<NSArray> list = arrayOf({u"a"_ns, number(0.5)});
     const char *const noText = nullptr;
     const FormatArgument pool[] = {INT64_MIN, UINT64_MAX, 3,    -4.5, NAN,     "text",
-                                   noText,    &seed,      list, 'c',  nullptr, true};
+                                   noText,    &random,    list, 'c',  nullptr, true};
     for (int round = 0; round < 20000; ++round) {
         std::string format;
         for (std::size_t length = random() % 24; format.size() < length;)
@@ -145,18 +141,6 @@ TEST(Format, anyTextWithAnyArgumentsIsSafe) {
 
 namespace {
 
-class LogTest : public testing::Test {
-protected:
-    LogTest()
-        : previous_(NSLogSetSink([this](NSLogLevel, std::string_view line) { lines.emplace_back(line); })) {}
-    ~LogTest() override { NSLogSetSink(std::move(previous_)); }
-
-    std::vector<std::string> lines;
-
-private:
-    NSLogSink previous_;
-};
-
 /// Logs while it is being logged.
 class Chatty final : public NSObject {
 public:
@@ -168,7 +152,8 @@ public:
 
 } // namespace
 
-TEST_F(LogTest, writesOneEscapedLineAnEntry) {
+TEST(Log, writesOneEscapedLineAnEntry) {
+    LogLines log;
     NSLog("plain %d %@", 5, u"Büro"_ns);
     NSLog("\n\n");
     NSLog("inner\nline, outer ends\r\n\n");
@@ -178,7 +163,7 @@ TEST_F(LogTest, writesOneEscapedLineAnEntry) {
     NSLog("%@", make<NSString>(std::u16string{0xA0, 0x2027, 0x202F, 0x2065, 0x206A, 0xD800}));
     NSLog("%s cut", "\xC3");
     NSLog("before %@ after", make<Chatty>());
-    EXPECT_THAT(lines,
+    EXPECT_THAT(log.take(),
                 ElementsAre("plain 5 Büro", "", "inner\\nline, outer ends\\r", "%d %s: data is no format",
                             "\\u001B[2J\\u0007\\t\\u007F \\u0000\\u0085\\u009F\\u2028\\u202E\\u2066\\u2069",
                             "\u00A0\u2027\u202F\u2065\u206A\uFFFD", "\uFFFD cut", "asked about 7",
@@ -187,26 +172,25 @@ TEST_F(LogTest, writesOneEscapedLineAnEntry) {
         EXPECT_EQ(escapedControlCharacters("a\n" + end), "a\\n" + end) << "a character cut off";
 }
 
-TEST_F(LogTest, replacingTheSinkReturnsTheFormerOne) {
+TEST(Log, replacingTheSinkReturnsTheFormerOne) {
+    LogLines log;
     std::vector<std::string> other;
     NSLogSink former = NSLogSetSink([&](NSLogLevel, std::string_view line) { other.emplace_back(line); });
     NSLog("to the other");
     EXPECT_TRUE(NSLogSetSink(std::move(former)));
     NSLog("back");
-    EXPECT_THAT(lines, ElementsAre("back"));
+    EXPECT_THAT(log.take(), ElementsAre("back"));
     EXPECT_THAT(other, ElementsAre("to the other"));
 }
 
-TEST_F(LogTest, entriesOfSeveralThreadsDoNotMix) {
+TEST(Log, entriesOfSeveralThreadsDoNotMix) {
     constexpr int threads = 4, entries = 200;
-    std::vector<std::thread> writers;
-    for (int writer = 0; writer < threads; ++writer)
-        writers.emplace_back([writer] {
-            for (int entry = 0; entry < entries; ++entry)
-                NSLog("writer %d entry %d of %@", writer, entry, NSNumber::numberWithInt(entries));
-        });
-    for (std::thread &writer : writers)
-        writer.join();
+    LogLines log;
+    dispatch::onThreads(threads, [](int writer) {
+        for (int entry = 0; entry < entries; ++entry)
+            NSLog("writer %d entry %d of %@", writer, entry, number(entries));
+    });
+    const Lines lines = log.take();
     ASSERT_EQ(lines.size(), static_cast<std::size_t>(threads) * entries);
     std::map<int, int> next;
     for (const std::string &line : lines) {

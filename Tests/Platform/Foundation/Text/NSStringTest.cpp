@@ -1,8 +1,7 @@
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/NSDecimalNumber.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/Unicode.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <gtest/gtest.h>
 

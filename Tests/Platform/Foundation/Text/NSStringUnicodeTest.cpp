@@ -1,9 +1,8 @@
 // What texts know of Unicode: case, white space, characters of several code units; and the truths,
 // parts and hexadecimal numbers read from them.
-#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSScanner.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <gtest/gtest.h>
 

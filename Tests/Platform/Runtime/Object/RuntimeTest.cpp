@@ -1,12 +1,8 @@
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Message.h"
 #include "Platform/Runtime/Object/NSBlock.h"
 #include "Platform/Runtime/Object/ObjectPool.h"
 #include "Platform/Runtime/Reflection/Reflection.h"
-#include "Tests/Platform/Runtime/RuntimeTesting.h"
+#include "Tests/Support/Objects.h"
 
 #include <gmock/gmock.h>
 
@@ -162,7 +158,7 @@ TEST(Message, reachesInheritedAndOverriddenMethods) {
     EXPECT_EQ(as<NSString>(objc_msgSend<id>(violin, "kind"_sel))->utf8(), "violin") << "by selector";
     objc_msgSend(violin, "setLabel:"_sel, u"Guarneri"_ns);
     EXPECT_EQ(violin->label->utf8(), "Guarneri");
-    objc_msgSend(violin, "setLabel:"_sel, NSNumber::numberWithInt(3));
+    objc_msgSend(violin, "setLabel:"_sel, number(3));
     EXPECT_EQ(violin->label, nullptr) << "an object of another class arrives as none";
 
     const id asObject = Violin::class_()->self();

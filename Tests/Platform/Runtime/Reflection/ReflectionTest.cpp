@@ -1,14 +1,10 @@
 #include "Platform/Runtime/Reflection/Reflection.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/KeyValueCoding/NSKeyValueCoding.h"
 #include "Platform/Foundation/Numbers/CGGeometry.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Text/NSObjCRuntime.h"
 #include "Platform/Runtime/Object/Message.h"
 #include "Platform/Runtime/Object/NSBlock.h"
-#include "Tests/Platform/Runtime/RuntimeTesting.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <gmock/gmock.h>
 
@@ -175,8 +171,8 @@ NS_IMPLEMENTATION(Draft) {
 
 TEST(Property, anAccessorOfTheClassWins) {
     const auto draft = make<Draft>();
-    draft->setValue(NSNumber::numberWithInt(5), u"pages"_ns);
-    draft->setValue(NSNumber::numberWithInt(5), u"words"_ns);
+    draft->setValue(number(5), u"pages"_ns);
+    draft->setValue(number(5), u"words"_ns);
     EXPECT_TRUE(draft->pages == 10 && draft->words == 15) << "listed before the property and after it";
 }
 
@@ -333,22 +329,22 @@ TEST(KeyValueCoding, roundTripsEveryKindOfValue) {
     const std::int16_t numbers[3] = {1, -2, 3};
     const std::pair<Ref<NSString>, id> table[] = {
         {u"title"_ns, u"Maps"_ns},
-        {u"anything"_ns, NSNumber::numberWithBool(true)},
+        {u"anything"_ns, number(true)},
         {u"kind"_ns, Author::class_()->self()},
         {u"kind"_ns, nullptr},
         {u"action"_ns, NSValue::valueWith("open"_sel)},
         {u"block"_ns, makeBlock<int()>([] { return 1; })},
         {u"text"_ns, NSValue::valueWith(static_cast<const char *>("abc"))},
         {u"pointer"_ns, NSValue::valueWithPointer(&target)},
-        {u"x"_ns, NSNumber::numberWithLongLong(INT64_MIN)},
+        {u"x"_ns, number(INT64_MIN)},
         {u"initial"_ns, NSNumber::numberWithChar(-3)},
         {u"binding"_ns, NSNumber::numberWithUnsignedShort(1)},
-        {u"open"_ns, NSNumber::numberWithBool(true)},
-        {u"longest"_ns, NSNumber::numberWithDouble(0.25)},
+        {u"open"_ns, number(true)},
+        {u"longest"_ns, number(0.25)},
         {u"frame"_ns, NSValue::valueWith(CGRect{{1, 2}, {3, 4}})},
         {u"numbers"_ns, NSValue::valueWithBytes(numbers, "[3s]")},
-        {u"épaisseur"_ns, NSNumber::numberWithDouble(2.5)},
-        {u"visible"_ns, NSNumber::numberWithInt(-1)},
+        {u"épaisseur"_ns, number(2.5)},
+        {u"visible"_ns, number(-1)},
     };
     for (const auto &[key, value] : table) {
         book->setValue(value, key);
@@ -357,7 +353,7 @@ TEST(KeyValueCoding, roundTripsEveryKindOfValue) {
     }
     EXPECT_TRUE(book->numbers[1] == -2 && book->open && book->pointer == &target);
     EXPECT_EQ(text(book->valueForKey(u"words"_ns)), text(book->words()));
-    book->setValue(NSNumber::numberWithDouble(300.7), u"initial"_ns);
+    book->setValue(number(300.7), u"initial"_ns);
     EXPECT_EQ(book->letter, 44) << "numbers are narrowed";
 
     const auto author = make<Author>();
@@ -384,7 +380,7 @@ TEST(KeyValueCoding, refusesWhatDoesNotFit) {
         {set(u"5"_ns, "x"), "NSInvalidArgumentException"},
         {set(u"5"_ns, "kind"), "NSInvalidArgumentException"},
         {set(NSValue::valueWith(CGSize{1, 2}), "frame"), "NSInvalidArgumentException"},
-        {set(NSNumber::numberWithInt(1), "pointer"), "NSInvalidArgumentException"},
+        {set(number(1), "pointer"), "NSInvalidArgumentException"},
         {set(book, "words"), "NSUnknownKeyException"},
         {set(book, "pages"), "NSUnknownKeyException"},
         {set(book, ""), "NSUnknownKeyException"},
@@ -417,7 +413,7 @@ TEST(Value, bytesWithTheirType) {
             << type;
     EXPECT_THAT(complaint([&] { size->getValue<float>(); }), HasSubstr("has not 4 bytes"));
 
-    const Ref<NSValue> number = NSNumber::numberWithShort(-2), single = NSNumber::numberWithFloat(1.5f);
+    const Ref<NSValue> number = NSNumber::numberWithShort(-2), single = ::number(1.5f);
     EXPECT_EQ(number->getValue<std::int16_t>(), -2);
     EXPECT_EQ(single->getValue<float>(), 1.5f);
     EXPECT_FALSE(NSValue::valueWith(std::int16_t{-2})->isEqual(number) ||

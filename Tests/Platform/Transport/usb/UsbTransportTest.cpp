@@ -6,6 +6,7 @@
 #include "Platform/Transport/usb/HeldPrinter.h"
 #include "Platform/Transport/usb/StatusText.h"
 #include "Platform/Transport/usb/UsbPrinters.h"
+#include "Tests/Support/Random.h"
 
 #include <algorithm>
 #include <atomic>
@@ -15,7 +16,6 @@
 #include <gtest/gtest.h>
 #include <mutex>
 #include <numeric>
-#include <random>
 #include <string>
 #include <thread>
 
@@ -238,18 +238,17 @@ TEST_F(UsbTransportTest, WritesWholeOrFails) {
 
 // The steps of an exchange, with printers that send what and when they like, for ever.
 TEST_F(UsbTransportTest, EndsEveryExchange) {
-    constexpr unsigned seed = 480;
-    std::mt19937 random(seed);
+    Random random(480);
     const auto pick = [&](auto... choices) { return std::vector{choices...}[random() % sizeof...(choices)]; };
     int endless = 0, silent = 0, overlong = 0;
     for (int round = 0; round < 300; ++round) {
-        SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(round));
+        SCOPED_TRACE(round);
         const milliseconds timeout = pick(1000ms, 3000ms, 10'000ms);
         const milliseconds slowest = pick(1ms, 50ms, 99ms, 1000ms, 9000ms, 12'000ms);
         const auto shortest = pick(size_t{1}, size_t{8}, size_t{64}, size_t{4096}, size_t{9000});
         const auto talk = [&] {
             return Packets{.count = shortest + random() % 64,
-                           .after = 1ms + milliseconds(random()) % slowest};
+                           .after = 1ms + milliseconds(random.below(1u << 31)) % slowest};
         };
         bus.first.chatter = {};
         bus.first.answers.clear();

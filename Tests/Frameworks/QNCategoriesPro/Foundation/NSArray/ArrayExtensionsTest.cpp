@@ -1,9 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableArray/NSMutableArray+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableDictionary/NSMutableDictionary+QNCommon.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <gmock/gmock.h>
 
@@ -15,12 +13,8 @@ namespace {
 Ref<NSMutableArray> upTo(int count) {
     const auto array = NSMutableArray::array();
     for (int i = 1; i <= count; ++i)
-        array->addObject(NSNumber::numberWithInt(i));
+        array->addObject(number(i));
     return array;
-}
-
-std::string joined(const Ref<NSArray> &array) {
-    return array->componentsJoinedByString(u" "_ns)->utf8();
 }
 
 } // namespace
@@ -34,7 +28,7 @@ TEST(ArrayExtensions, workOnBothEnds) {
     EXPECT_EQ(joined(array), "p 3 a");
     qn::prependObjects(array, upTo(2));
     qn::appendObjects(array, upTo(1));
-    qn::insertObjects(array, NSArray::arrayWithObjects({u"x"_ns, u"y"_ns}), 5);
+    qn::insertObjects(array, arrayOf({u"x"_ns, u"y"_ns}), 5);
     EXPECT_EQ(joined(array), "1 2 p 3 a x y 1");
     qn::prependObjects(array, nullptr);
     qn::insertObjects(array, nullptr, 99);
@@ -61,7 +55,7 @@ TEST(ArrayExtensions, moveManyElementsAtATime) {
     EXPECT_EQ(array->count(), NSUInteger{1} << 20) << "minutes, if each moved all that follow";
     array->addObject(u"last"_ns);
     array->removeObjectsInRange({0, NSUInteger{1} << 19});
-    array->removeObject(NSNumber::numberWithInt(1));
+    array->removeObject(number(1));
     EXPECT_EQ(joined(array), "last");
 }
 
@@ -88,14 +82,13 @@ TEST(ArrayExtensions, changeTheOrderAlone) {
 
 TEST(DictionaryExtensions, takeEntriesOut) {
     const auto dictionary = NSMutableDictionary::dictionaryWithDictionary(
-        NSDictionary::dictionaryWithEntries({{u"a"_ns, u"1"_ns}, {u"b"_ns, u"2"_ns}, {u"c"_ns, u"3"_ns}}));
+        dictionaryOf({{u"a"_ns, u"1"_ns}, {u"b"_ns, u"2"_ns}, {u"c"_ns, u"3"_ns}}));
     EXPECT_EQ(text(qn::popObjectForKey(dictionary, u"c"_ns)), "3");
     EXPECT_FALSE(qn::popObjectForKey(dictionary, u"c"_ns) || qn::popObjectForKey(dictionary, nullptr) ||
                  qn::popObjectForKey(nullptr, u"a"_ns));
-    const auto popped =
-        qn::popEntriesForKeys(dictionary, NSArray::arrayWithObjects({u"a"_ns, u"z"_ns, u"a"_ns}));
-    EXPECT_TRUE(popped->isEqual(NSDictionary::dictionaryWithEntries({{u"a"_ns, u"1"_ns}})));
-    EXPECT_TRUE(dictionary->isEqual(NSDictionary::dictionaryWithEntries({{u"b"_ns, u"2"_ns}})));
+    const auto popped = qn::popEntriesForKeys(dictionary, arrayOf({u"a"_ns, u"z"_ns, u"a"_ns}));
+    EXPECT_TRUE(popped->isEqual(dictionaryOf({{u"a"_ns, u"1"_ns}})));
+    EXPECT_TRUE(dictionary->isEqual(dictionaryOf({{u"b"_ns, u"2"_ns}})));
     EXPECT_EQ(qn::popEntriesForKeys(dictionary, nullptr)->count(), 0u);
     EXPECT_EQ(qn::popEntriesForKeys(nullptr, nullptr), nullptr);
 }

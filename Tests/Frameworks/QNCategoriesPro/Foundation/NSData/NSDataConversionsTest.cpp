@@ -1,30 +1,18 @@
 // Bytes to texts and back: hexadecimal, base64, JSON, CRC-32, resources.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/Data/NSData.h"
-#include "Platform/Foundation/System/NSLog.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/LogLines.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <random>
 
 using namespace std::string_view_literals;
 
 namespace {
-
-Ref<NSData> bytes(std::string_view content) {
-    return NSData::dataWithBytes(content.data(), content.size());
-}
-
-std::string randomBytes(std::mt19937 &random, std::size_t length) {
-    std::string content(length, '\0');
-    for (char &byte : content)
-        byte = static_cast<char>(random());
-    return content;
-}
 
 /// A file among the program's resources for the length of a scope.
 class Resource {
@@ -54,15 +42,15 @@ TEST(UTF8String, readsToTheFirstZeroByte) {
         {"", ""},   {"\0"sv, ""},           {"Toner\0\xFF"sv, "Toner"},
         {"ü", "ü"}, {"\xC3\0"sv, "(none)"}, {"\xED\xA0\x80", "(none)"}};
     for (const auto &[content, expected] : table)
-        EXPECT_EQ(text(qn::UTF8String(bytes(content))), expected);
+        EXPECT_EQ(text(qn::UTF8String(dataOf(content))), expected);
     EXPECT_EQ(qn::UTF8String(nullptr), nullptr);
 }
 
 TEST(HexString, writesTwoCapitalsAByte) {
-    EXPECT_EQ(text(qn::hexString(bytes("\x0A\xFF\x00"sv))), "0AFF00");
+    EXPECT_EQ(text(qn::hexString(dataOf("\x0A\xFF\x00"sv))), "0AFF00");
     EXPECT_EQ(text(qn::hexString(NSData::data())), "");
     EXPECT_EQ(qn::hexString(nullptr), nullptr);
-    EXPECT_EQ(text(qn::APNSToken(bytes("\x0A\xFF\x00\x01\xAB"sv))), "0aff0001ab");
+    EXPECT_EQ(text(qn::APNSToken(dataOf("\x0A\xFF\x00\x01\xAB"sv))), "0aff0001ab");
 }
 
 TEST(HexData, takesPairsAsTheyCome) {
@@ -78,9 +66,9 @@ TEST(HexData, takesPairsAsTheyCome) {
     for (const auto &[units, expected] : table)
         EXPECT_EQ(text(qn::hexData(make<NSString>(units))), expected) << make<NSString>(units)->utf8();
     EXPECT_EQ(qn::hexData(nullptr), nullptr);
-    std::mt19937 random(1);
+    Random random(1);
     for (std::size_t length = 1; length < 300; ++length) {
-        const auto data = bytes(randomBytes(random, length));
+        const auto data = dataOf(random.bytes(length));
         EXPECT_TRUE(data->isEqual(qn::hexData(qn::hexString(data)))) << length;
     }
     for (int i = 0; i < 5000; ++i) { // no text makes it fail, and each pair makes a byte
@@ -103,15 +91,15 @@ TEST(Base64, writesTheKnownTextsInLines) {
                                                            {"fooba", "Zm9vYmE=\n"},
                                                            {"foobar", "Zm9vYmFy\n"}};
     for (const auto &[plain, encoded] : table) {
-        EXPECT_EQ(text(qn::base64EncodedString(bytes(plain))), encoded);
-        EXPECT_TRUE(qn::base64EncodedData(string(plain))->isEqual(bytes(encoded)));
+        EXPECT_EQ(text(qn::base64EncodedString(dataOf(plain))), encoded);
+        EXPECT_TRUE(qn::base64EncodedData(string(plain))->isEqual(dataOf(encoded)));
         EXPECT_EQ(text(qn::base64DecodedString(string(encoded))), plain);
     }
     const std::string line(64, 'A');
-    EXPECT_EQ(text(qn::base64EncodedString(bytes(std::string(48, '\0')))), line + "\n");
-    EXPECT_EQ(text(qn::base64EncodedString(bytes(std::string(49, '\0')))), line + "\nAA==\n");
-    EXPECT_EQ(text(qn::base64EncodedString(bytes(std::string(96, '\0')))), line + "\n" + line + "\n");
-    EXPECT_EQ(text(qn::base64EncodedString(bytes("\xFB\xEF\xBE\xFF"sv))), "++++/w==\n");
+    EXPECT_EQ(text(qn::base64EncodedString(dataOf(std::string(48, '\0')))), line + "\n");
+    EXPECT_EQ(text(qn::base64EncodedString(dataOf(std::string(49, '\0')))), line + "\nAA==\n");
+    EXPECT_EQ(text(qn::base64EncodedString(dataOf(std::string(96, '\0')))), line + "\n" + line + "\n");
+    EXPECT_EQ(text(qn::base64EncodedString(dataOf("\xFB\xEF\xBE\xFF"sv))), "++++/w==\n");
     EXPECT_EQ(qn::base64EncodedString(Ref<NSData>()), nullptr);
 }
 
@@ -123,42 +111,40 @@ TEST(Base64, readsWhatIsWholeAndSkipsWhatIsForeign) {
         {"Z=g=", "(none)"},  {"=", "(none)"},          {"AAECAw==", "<00010203>"}};
     for (const auto &[encoded, expected] : table)
         EXPECT_EQ(text(qn::base64DecodedData(string(encoded))), expected) << encoded;
-    EXPECT_EQ(text(qn::base64DecodedString(bytes("YQBi"))), "a") << "up to the zero byte";
-    EXPECT_EQ(qn::base64DecodedString(bytes("/w==")), nullptr) << "not UTF-8";
+    EXPECT_EQ(text(qn::base64DecodedString(dataOf("YQBi"))), "a") << "up to the zero byte";
+    EXPECT_EQ(qn::base64DecodedString(dataOf("/w==")), nullptr) << "not UTF-8";
     EXPECT_EQ(qn::base64DecodedData(make<NSString>(std::u16string(1, 0xD800))), nullptr);
-    std::mt19937 random(2);
+    Random random(2);
     for (std::size_t length = 0; length < 300; ++length) {
-        const auto data = bytes(randomBytes(random, length));
+        const auto data = dataOf(random.bytes(length));
         std::string encoded = text(qn::base64EncodedString(data));
         for (int i = 0; i < 5; ++i)
             encoded.insert(random() % (encoded.size() + 1), 1, "\n -_\x01%"[random() % 6]);
-        EXPECT_TRUE(data->isEqual(qn::base64DecodedData(bytes(encoded)))) << encoded;
-        const std::string noise = randomBytes(random, length);
-        const auto decoded = qn::base64DecodedData(bytes(noise));
+        EXPECT_TRUE(data->isEqual(qn::base64DecodedData(dataOf(encoded)))) << encoded;
+        const std::string noise = random.bytes(length);
+        const auto decoded = qn::base64DecodedData(dataOf(noise));
         EXPECT_LE(decoded ? decoded->length() : 0, noise.size() / 4 * 3);
     }
 }
 
 TEST(Crc32, isZlibs) {
-    EXPECT_EQ(text(qn::crc32String(bytes("123456789"))), "cbf43926");
+    EXPECT_EQ(text(qn::crc32String(dataOf("123456789"))), "cbf43926");
     EXPECT_EQ(qn::crc32(u"123456789"_ns), 0xCBF43926u);
     EXPECT_EQ(text(qn::crc32String(u""_ns)), "00000000");
-    EXPECT_EQ(text(qn::crc32String(bytes("\x00\x00"sv))), "41d912ff");
+    EXPECT_EQ(text(qn::crc32String(dataOf("\x00\x00"sv))), "41d912ff");
     EXPECT_EQ(qn::crc32(make<NSString>(std::u16string(1, 0xD800))), 0u);
     EXPECT_EQ(qn::crc32String(Ref<NSData>()), nullptr);
 }
 
 TEST(JsonValueDecoded, givesCollectionsOrALineInTheLog) {
-    std::vector<std::string> lines;
-    const NSLogSink before =
-        NSLogSetSink([&](NSLogLevel, std::string_view line) { lines.emplace_back(line); });
-    EXPECT_EQ(text(qn::jsonValueDecoded(u"[1, \"ü\"]"_ns)), text(qn::jsonValueDecoded(bytes("[1,\"ü\"]"))));
+    LogLines log;
+    EXPECT_EQ(text(qn::jsonValueDecoded(u"[1, \"ü\"]"_ns)), text(qn::jsonValueDecoded(dataOf("[1,\"ü\"]"))));
     EXPECT_NE(qn::jsonValueDecoded(u"{}"_ns), nullptr);
     EXPECT_EQ(qn::jsonValueDecoded(Ref<NSString>()), nullptr);
-    EXPECT_TRUE(lines.empty());
+    EXPECT_EQ(log.take(), Lines{});
     for (const char *broken : {"", "5", "[1", "[] []", "\xFF"})
-        EXPECT_EQ(qn::jsonValueDecoded(bytes(broken)), nullptr) << broken;
-    NSLogSetSink(before);
+        EXPECT_EQ(qn::jsonValueDecoded(dataOf(broken)), nullptr) << broken;
+    const Lines lines = log.take();
     ASSERT_EQ(lines.size(), 5u);
     for (const std::string &line : lines)
         EXPECT_TRUE(line.starts_with("jsonValueDecoded error:Error Domain=NSCocoaErrorDomain Code=3840"))

@@ -1,8 +1,7 @@
 // Digests, HMAC and AES against published vectors.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/Data/NSData.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <gtest/gtest.h>
 

@@ -10,8 +10,9 @@
 #include "Platform/Foundation/Dates/NSTimeZone.h"
 #include "Platform/Foundation/Text/NSLocale.h"
 #include "Tests/Support/LocaleScope.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Random.h"
 #include "Tests/Support/TimeZoneScope.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +22,6 @@
 #include <cmath>
 #include <ctime>
 #include <memory>
-#include <random>
 #include <unicode/udat.h>
 #include <vector>
 
@@ -80,20 +80,14 @@ NSDateFormatter formatter(const std::u16string &pattern, const char16_t *zone) {
                            NSTimeZone::timeZoneWithName(make<NSString>(zone)));
 }
 
-/// The same sequence for the same seed.
-class Random {
+class RandomDates : public Random {
 public:
-    explicit Random(unsigned seed) : random_(seed) {}
+    using Random::Random;
 
-    std::size_t below(std::size_t bound) { return random_() % bound; }
-    template <class Choices>
-    const auto &of(const Choices &choices) {
-        return std::data(choices)[below(std::size(choices))];
-    }
     /// Whole milliseconds of the years so far from 1970.
     double milliseconds(double years) {
         constexpr double year = 31556952000;
-        return std::floor((static_cast<double>(random_()) / 0x1p63 - 1) * years * year);
+        return std::floor((static_cast<double>((*this)()) / 0x1p63 - 1) * years * year);
     }
     /// Year, month, day and some of the other fields of a fixed pattern in random order, with text between.
     std::u16string fixedPattern() {
@@ -104,15 +98,12 @@ public:
         for (const auto *field : {u"HH", u"mm", u"ss", u"SSS", u"EEE"})
             if (below(2))
                 fields.emplace_back(field);
-        std::shuffle(fields.begin(), fields.end(), random_);
+        std::shuffle(fields.begin(), fields.end(), *this);
         std::u16string pattern;
         for (const auto &field : fields)
             pattern.append(field).append(below(3) ? u"-" : of(texts));
         return pattern;
     }
-
-private:
-    std::mt19937_64 random_;
 };
 
 } // namespace
@@ -158,7 +149,7 @@ TEST(DateWithString, knowsEveryLength) {
 
 TEST(FixedDatePattern, readsWhatICUReads) {
     constexpr std::u16string_view characters = u"0123456789-+:. TZzJanMoxdy/,\t年٣";
-    Random random(4);
+    RandomDates random(4);
     int read = 0, patterns = 0;
     while (patterns < 200) {
         const auto pattern = random.fixedPattern();
@@ -192,7 +183,7 @@ TEST(FixedDatePattern, readsWhatICUReads) {
 }
 
 TEST(FixedDatePattern, writesWhatICUWrites) {
-    Random random(5);
+    RandomDates random(5);
     for (const char16_t *zone :
          {u"GMT", u"Europe/Berlin", u"America/St_Johns", u"Asia/Kathmandu", u"Pacific/Apia"})
         for (const std::u16string pattern : {u"yyyy-MM-dd'T'HH:mm:ssZ", u"yyyyMMddHHmmss.SSSZ"}) {
@@ -218,7 +209,7 @@ TEST(DateTexts, areTheSameAgainWhenReadAndWritten) {
                                           u"Pacific/Apia", u"America/Mexico_City", u"Asia/Almaty",
                                           u"Africa/Cairo", u"America/Havana",      u"Europe/Dublin"};
     constexpr const char *locales[] = {"en_US_POSIX", "en_US_POSIX", "de_DE", "th_TH", "fa_IR", "ja_JP"};
-    Random random(6);
+    RandomDates random(6);
     for (int round = 0; round < 2000; ++round) {
         const auto pattern =
             std::u16string(random.of(days)).append(random.of(times)).append(random.of(zones));
@@ -232,75 +223,24 @@ TEST(DateTexts, areTheSameAgainWhenReadAndWritten) {
 }
 
 TEST(DateTexts, surviveAnyPatternAndAnyText) {
-    constexpr std::u16string_view pieces[] = {u"y",
-                                              u"yyyy",
-                                              u"M",
-                                              u"MMMM",
-                                              u"dd",
-                                              u"HH",
-                                              u"mm",
-                                              u"ss",
-                                              u"SSS",
-                                              u"Z",
-                                              u"zzzz",
-                                              u"VV",
-                                              u"B",
-                                              u"QQQ",
-                                              u"YY",
-                                              u"w",
-                                              u"e",
-                                              u"A",
-                                              u"U",
-                                              u"r",
-                                              u"G",
-                                              u"'",
-                                              u"''",
-                                              u"'x",
-                                              u" ",
-                                              u":",
-                                              u".",
-                                              u"0",
-                                              u"2014",
-                                              u"00000000000000000",
-                                              u"4294969310",
-                                              u"18446744073709551616",
-                                              u"1e9",
-                                              u"-",
-                                              u"+01400",
-                                              u"Z",
-                                              u"Europe/Berlin",
-                                              u"GMT+1",
-                                              u"Jan",
-                                              u"Mon",
-                                              u"٢٠١٤",
-                                              u"一",
-                                              u"\xD83D",
-                                              u"\u200F",
-                                              u"AM",
-                                              u"\n",
-                                              u"t",
-                                              u"∞"};
-    constexpr const char *locales[] = {"en_US_POSIX",
-                                       "de_DE",
-                                       "ar_EG",
-                                       "zh_CN@calendar=chinese",
-                                       "en@numbers=roman",
-                                       "he@calendar=hebrew",
-                                       "zh@numbers=hant",
-                                       "ccp",
-                                       "@@@",
-                                       "x-y-z_$$$",
-                                       "en@calendar=nowhere",
-                                       ""};
-    Random random(7);
+    constexpr std::u16string_view pieces[] = {
+        // letters of patterns
+        u"y", u"yyyy", u"M", u"MMMM", u"dd", u"HH", u"mm", u"ss", u"SSS", u"Z", u"zzzz", u"VV", u"B", u"QQQ",
+        u"YY", u"w", u"e", u"A", u"U", u"r", u"G", u"'", u"''", u"'x", u"t",
+        // numbers, and what stands between
+        u" ", u":", u".", u"-", u"\n", u"∞", u"0", u"2014", u"00000000000000000", u"4294969310",
+        u"18446744073709551616", u"1e9", u"٢٠١٤", u"一", u"\xD83D", u"\u200F",
+        // names
+        u"+01400", u"Z", u"Europe/Berlin", u"GMT+1", u"Jan", u"Mon", u"AM"};
+    constexpr const char *locales[] = {// other calendars and digits
+                                       "en_US_POSIX", "de_DE", "ar_EG", "zh_CN@calendar=chinese",
+                                       "en@numbers=roman", "he@calendar=hebrew", "zh@numbers=hant", "ccp",
+                                       // no locales
+                                       "@@@", "x-y-z_$$$", "en@calendar=nowhere", ""};
+    RandomDates random(7);
     const auto any = [&] {
-        std::u16string units;
-        for (auto count = random.below(8); count > 0; --count) {
-            const auto piece = random.of(pieces);
-            for (auto times = random.below(10) ? 1 : random.below(60); times > 0; --times)
-                units += piece;
-        }
-        return make<NSString>(units);
+        const auto units = random.text<std::u16string>(pieces, 8);
+        return make<NSString>(random.oneIn(10) ? units + std::u16string(random.below(60), units[0]) : units);
     };
     for (int round = 0; round < 1500; ++round) {
         const NSDateFormatter formatter(any(), make<NSLocale>(random.of(locales)), nullptr);
@@ -348,7 +288,7 @@ TEST(DateTexts, ofADayAloneAreItsFirstMoment) {
 
 TEST(DateTexts, areInTheSystemsTimeZones) {
     const LocaleScope english("en_US");
-    Random random(8);
+    RandomDates random(8);
     for (const char *name :
          {"America/Mexico_City", "Africa/Cairo", "Asia/Almaty", "America/Nuuk", "America/Asuncion",
           "Asia/Gaza", "Africa/Casablanca", "Asia/Manila", "Europe/Berlin", "Pacific/Apia"}) {
@@ -465,7 +405,7 @@ TEST(DateComponents, areThoseOfTheCurrentCalendar) {
 }
 
 TEST(DateComponents, countInTheYearsOfTheCalendar) {
-    Random random(9);
+    RandomDates random(9);
     for (const char *calendar : {"gregorian", "buddhist", "roc", "coptic", "ethiopic", "hebrew", "islamic",
                                  "indian", "persian", "chinese"}) {
         const LocaleScope german(("de_DE@calendar=" + std::string(calendar)).c_str());

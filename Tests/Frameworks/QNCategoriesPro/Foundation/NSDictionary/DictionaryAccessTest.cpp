@@ -1,11 +1,8 @@
 // Typed access to dictionaries, and the text of collections.
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+QNJSON.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNCommon.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Dates/NSDate.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -13,15 +10,10 @@
 
 namespace {
 
-/// A number with its type's letter.
-std::string typed(const Ref<NSNumber> &number) {
-    return number ? std::string(1, number->objCType()) + " " + text(number) : "(none)";
-}
-
 const auto key = u"k"_ns;
 
 Ref<NSDictionary> holding(const id &value) {
-    return value ? NSDictionary::dictionaryWithEntries({{key, value}}) : NSDictionary::dictionary();
+    return value ? dictionaryOf({{key, value}}) : NSDictionary::dictionary();
 }
 
 /// What every member of the family answers, aliases compared.
@@ -59,12 +51,12 @@ TEST(TypedAccess, answersByThisTable) {
     const std::pair<id, std::string> table[] = {
         {nullptr, defaults},
         {NSNull::null(), defaults},
-        {NSArray::arrayWithObjects({NSNumber::numberWithInt(1)}), defaults},
-        {NSNumber::numberWithBool(true), ones},
-        {NSNumber::numberWithInt(300), "1 44 44 300 300 300 300 300 300 300 300"},
-        {NSNumber::numberWithDouble(70000.5), "1 112 112 4464 4464 70000 70000 70000 70000 70000.5 70000.5"},
-        {NSNumber::numberWithLongLong(-1), highest + "-1 -1"},
-        {NSNumber::numberWithUnsignedLongLong(UINT64_MAX), highest + "1.84467e+19 1.84467e+19"},
+        {arrayOf({number(1)}), defaults},
+        {number(true), ones},
+        {number(300), "1 44 44 300 300 300 300 300 300 300 300"},
+        {number(70000.5), "1 112 112 4464 4464 70000 70000 70000 70000 70000.5 70000.5"},
+        {number(-1), highest + "-1 -1"},
+        {number(UINT64_MAX), highest + "1.84467e+19 1.84467e+19"},
         {u"4.9"_ns, "1 4 4 4 4 4 4 4 4 4.9 4.9"},
         {u"nil"_ns, zeros},
     };
@@ -77,7 +69,7 @@ TEST(TypedAccess, answersByThisTable) {
 TEST(TypedAccess, numbersFromAnything) {
     const std::pair<id, std::string> table[] = {
         {nullptr, "(none)"},
-        {NSData::dataWithBytes("1", 1), "(none)"},
+        {dataOf("1"), "(none)"},
         {u"True"_ns, "B 1"},
         {u"yes"_ns, "B 1"},
         {u"FALSE"_ns, "B 0"},
@@ -98,12 +90,12 @@ TEST(TypedAccess, numbersFromAnything) {
     };
     for (const auto &[value, expected] : table)
         EXPECT_EQ(typed(NSNumberFromID(value)), expected) << text(value);
-    const auto number = NSNumber::numberWithFloat(1.5f);
-    EXPECT_EQ(NSNumberFromID(number), number) << "the very number";
+    const auto half = number(0.5f);
+    EXPECT_EQ(NSNumberFromID(half), half) << "the very number";
 }
 
 TEST(TypedAccess, numbersAndTexts) {
-    const auto seven = NSNumber::numberWithInt(7);
+    const auto seven = number(7);
     const auto fallback = u"default"_ns;
     const std::tuple<id, std::string, std::string> table[] = {
         {nullptr, "i 7", "default"},
@@ -111,8 +103,8 @@ TEST(TypedAccess, numbersAndTexts) {
         {NSArray::array(), "i 7", "default"},
         {u"null"_ns, "(none)", "null"},
         {u""_ns, "q 0", ""},
-        {NSNumber::numberWithDouble(1.5), "d 1.5", "1.5"},
-        {NSNumber::numberWithBool(true), "B 1", "1"},
+        {number(1.5), "d 1.5", "1.5"},
+        {number(true), "B 1", "1"},
     };
     for (const auto &[value, number, string] : table) {
         EXPECT_EQ(typed(qn::numberValueForKey(holding(value), key, seven)), number) << text(value);
@@ -125,18 +117,14 @@ TEST(TypedAccess, numbersAndTexts) {
 }
 
 TEST(DictionaryParts, keysValuesAndEntries) {
-    const auto dictionary = NSDictionary::dictionaryWithEntries(
-        {{u"b"_ns, u"1"_ns}, {u"C"_ns, NSNull::null()}, {u"a"_ns, u"3"_ns}, {u"B"_ns, u"4"_ns}});
-    const auto joined = [](const Ref<NSArray> &array) {
-        return text(array->componentsJoinedByString(u" "_ns));
-    };
+    const auto dictionary =
+        dictionaryOf({{u"b"_ns, u"1"_ns}, {u"C"_ns, NSNull::null()}, {u"a"_ns, u"3"_ns}, {u"B"_ns, u"4"_ns}});
     EXPECT_EQ(joined(qn::allKeysSorted(dictionary)), "a b B C");
     EXPECT_EQ(joined(qn::allValuesSortedByKeys(dictionary)), "3 1 4 <null>");
     EXPECT_TRUE(qn::containsObjectForKey(dictionary, u"C"_ns));
     EXPECT_FALSE(qn::containsObjectForKey(dictionary, u"c"_ns) ||
                  qn::containsObjectForKey(dictionary, nullptr) || qn::containsObjectForKey(nullptr, key));
-    const auto entries =
-        qn::entriesForKeys(dictionary, NSArray::arrayWithObjects({u"C"_ns, u"z"_ns, u"a"_ns, u"a"_ns}));
+    const auto entries = qn::entriesForKeys(dictionary, arrayOf({u"C"_ns, u"z"_ns, u"a"_ns, u"a"_ns}));
     EXPECT_EQ(joined(entries->allKeys()), "C a");
     EXPECT_EQ(qn::entriesForKeys(dictionary, nullptr)->count(), 0u);
     EXPECT_EQ(dictionary->count(), 4u);
@@ -145,8 +133,8 @@ TEST(DictionaryParts, keysValuesAndEntries) {
 }
 
 TEST(CollectionText, json) {
-    const auto list = NSArray::arrayWithObjects({NSNumber::numberWithInt(1), u"x/y"_ns});
-    const auto dictionary = NSDictionary::dictionaryWithEntries({{u"b"_ns, list}, {u"a"_ns, NSNull::null()}});
+    const auto list = arrayOf({number(1), u"x/y"_ns});
+    const auto dictionary = dictionaryOf({{u"b"_ns, list}, {u"a"_ns, NSNull::null()}});
     const std::string compact = R"({"b":[1,"x\/y"],"a":null})";
     EXPECT_EQ(text(qn::jsonString(dictionary)), compact);
     EXPECT_EQ(text(qn::jsonStringEncoded(dictionary)), compact);
@@ -156,12 +144,12 @@ TEST(CollectionText, json) {
               "{\n  \"b\" : [\n    1,\n    \"x\\/y\"\n  ],\n  \"a\" : null\n}");
     EXPECT_EQ(text(qn::jsonStringEncoded(list)), R"([1,"x\/y"])");
     EXPECT_EQ(text(qn::jsonPrettyStringEncoded(list)), "[\n  1,\n  \"x/y\"\n]");
-    EXPECT_EQ(text(qn::jsonPrettyStringEncoded(NSArray::arrayWithObjects({dictionary}))),
+    EXPECT_EQ(text(qn::jsonPrettyStringEncoded(arrayOf({dictionary}))),
               "[\n  {\n    \"a\" : null,\n    \"b\" : [\n      1,\n      \"x/y\"\n    ]\n  }\n]");
     for (const id &bad : {id(NSDate::distantPast()), id(NSNumber::numberWithDouble(NAN)),
                           id(make<NSString>(std::u16string{0xD800}))}) {
         const auto within = holding(bad);
-        const auto beside = NSArray::arrayWithObjects({bad});
+        const auto beside = arrayOf({bad});
         EXPECT_FALSE(qn::jsonString(within) || qn::jsonPrettyString(within) ||
                      qn::jsonStringEncoded(within) || qn::jsonPrettyStringEncoded(within) ||
                      qn::jsonStringEncoded(beside) || qn::jsonPrettyStringEncoded(beside));
@@ -172,8 +160,8 @@ TEST(CollectionText, json) {
 }
 
 TEST(CollectionText, propertyLists) {
-    const auto list = NSArray::arrayWithObjects({NSNumber::numberWithInt(1), u"ü"_ns});
-    const auto dictionary = NSDictionary::dictionaryWithEntries({{key, list}});
+    const auto list = arrayOf({number(1), u"ü"_ns});
+    const auto dictionary = dictionaryOf({{key, list}});
     EXPECT_TRUE(text(qn::plistData(dictionary)).starts_with("<62706c69 73743030")) << "bplist00";
     EXPECT_TRUE(text(qn::plistString(dictionary)).starts_with("<?xml "));
     EXPECT_TRUE(dictionary->isEqual(qn::dictionaryWithPlistData(qn::plistData(dictionary))));

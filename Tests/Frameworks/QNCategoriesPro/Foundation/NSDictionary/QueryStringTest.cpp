@@ -1,11 +1,6 @@
 // URL query strings.
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNURL.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Collections/NSSet.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <cctype>
 #include <gtest/gtest.h>
@@ -31,15 +26,11 @@ std::string escaped(const std::u16string &units) {
 }
 
 std::string query(NSDictionary::Entries entries) {
-    return QNQueryStringFromParameters(NSDictionary::dictionaryWithEntries(entries))->utf8();
+    return QNQueryStringFromParameters(dictionaryOf(entries))->utf8();
 }
 
 std::string pairs(const id &key, const id &value) {
-    return QNQueryStringPairsFromKeyAndValue(key, value)->componentsJoinedByString(u" "_ns)->utf8();
-}
-
-Ref<NSArray> list(std::initializer_list<id> objects) {
-    return NSArray::arrayWithObjects(objects);
+    return joined(QNQueryStringPairsFromKeyAndValue(key, value));
 }
 
 } // namespace
@@ -72,33 +63,27 @@ TEST(QueryString, batchesCutNothing) {
 }
 
 TEST(QueryString, nestsParameters) {
-    EXPECT_EQ(query({{u"b"_ns, NSNumber::numberWithInt(1)},
-                     {u"a"_ns, NSDictionary::dictionaryWithEntries(
-                                   {{u"y"_ns, u"2"_ns}, {u"x"_ns, list({u"p"_ns, u"q"_ns})}})},
+    EXPECT_EQ(query({{u"b"_ns, number(1)},
+                     {u"a"_ns, dictionaryOf({{u"y"_ns, u"2"_ns}, {u"x"_ns, arrayOf({u"p"_ns, u"q"_ns})}})},
                      {u"c"_ns, NSNull::null()}}),
               "a%5Bx%5D%5B%5D=p&a%5Bx%5D%5B%5D=q&a%5By%5D=2&b=1&c");
-    EXPECT_EQ(query({{u"k"_ns, list({})}, {u"l"_ns, NSDictionary::dictionary()}}), "");
-    EXPECT_EQ(query({{u"k"_ns, list({list({u"b"_ns, u"a"_ns}), NSNull::null()})}}),
+    EXPECT_EQ(query({{u"k"_ns, arrayOf({})}, {u"l"_ns, NSDictionary::dictionary()}}), "");
+    EXPECT_EQ(query({{u"k"_ns, arrayOf({arrayOf({u"b"_ns, u"a"_ns}), NSNull::null()})}}),
               "k%5B%5D%5B%5D=b&k%5B%5D%5B%5D=a&k%5B%5D");
     EXPECT_EQ(query({{u"b"_ns, u"1"_ns}, {u"B"_ns, u"2"_ns}, {u"a b"_ns, u"ü"_ns}}), "B=2&a%20b=%C3%BC&b=1");
-    EXPECT_EQ(query({{u"s"_ns, NSSet::setWithObjects({u"b"_ns, NSNumber::numberWithInt(10),
-                                                      NSNumber::numberWithInt(9), u"a"_ns})}}),
-              "s=10&s=9&s=a&s=b");
-    EXPECT_EQ(query({{NSNumber::numberWithInt(10), u"x"_ns},
-                     {NSNumber::numberWithInt(9), NSNumber::numberWithBool(true)}}),
-              "10=x&9=1");
-    const auto parameters = NSDictionary::dictionaryWithEntries({{u"k"_ns, u"v"_ns}});
+    EXPECT_EQ(query({{u"s"_ns, setOf({u"b"_ns, number(10), number(9), u"a"_ns})}}), "s=10&s=9&s=a&s=b");
+    EXPECT_EQ(query({{number(10), u"x"_ns}, {number(9), number(true)}}), "10=x&9=1");
+    const auto parameters = dictionaryOf({{u"k"_ns, u"v"_ns}});
     EXPECT_EQ(qn::queryStringFromParameters(parameters)->utf8(), "k=v");
     EXPECT_EQ(qn::queryStringFromParameters(nullptr), nullptr);
     EXPECT_EQ(QNQueryStringFromParameters(nullptr)->utf8(), "");
 }
 
 TEST(QueryString, pairsOfOddKeysAndValues) {
-    EXPECT_EQ(pairs(nullptr, list({u"v"_ns, NSNull::null()})), "%28null%29%5B%5D=v %28null%29%5B%5D");
-    EXPECT_EQ(pairs(nullptr, NSSet::setWithObjects({u"v"_ns})), "");
+    EXPECT_EQ(pairs(nullptr, arrayOf({u"v"_ns, NSNull::null()})), "%28null%29%5B%5D=v %28null%29%5B%5D");
+    EXPECT_EQ(pairs(nullptr, setOf({u"v"_ns})), "");
     EXPECT_EQ(QNQueryStringPairsFromKeyAndValue(nullptr, u"v"_ns)->count(), 1u) << "the empty text";
     EXPECT_EQ(pairs(u"k"_ns, NSNull::null()), "k");
     EXPECT_EQ(pairs(u"k"_ns, nullptr), "k=");
-    EXPECT_EQ(pairs(NSNumber::numberWithInt(5), NSDictionary::dictionaryWithEntries({{u"a"_ns, u"b"_ns}})),
-              "5%5Ba%5D=b");
+    EXPECT_EQ(pairs(number(5), dictionaryOf({{u"a"_ns, u"b"_ns}})), "5%5Ba%5D=b");
 }

@@ -1,24 +1,20 @@
 // Texts to numbers, in several locales.
 #include "Frameworks/QNCategoriesPro/Foundation/NSNumber/NSNumber+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Tests/Support/LocaleScope.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace {
 
-/// Type and value: "q 31", "B 1", "(none)".
-std::string number(const Ref<NSString> &value) {
-    const auto result = qn::numberWithString(value);
-    return result ? std::string(1, result->objCType()) + " " + text(result) : "(none)";
+std::string read(const Ref<NSString> &value) {
+    return typed(qn::numberWithString(value));
 }
-std::string number(std::string_view utf8) {
-    return number(string(utf8));
+std::string read(std::string_view utf8) {
+    return read(string(utf8));
 }
 
 } // namespace
@@ -30,16 +26,16 @@ TEST(NumberWithString, knowsWordsAndHexadecimal) {
         {"nil", "(none)"}, {"NULL", "(none)"}, {"<null>", "(none)"}};
     for (const auto &[word, expected] : table)
         for (const std::string &padded : {word, " \n" + word + "\t ", "\u3000" + word})
-            EXPECT_EQ(number(padded), expected) << padded;
-    EXPECT_EQ(qn::numberWithString(u" yes"_ns), NSNumber::numberWithBool(true)) << "the one boolean";
+            EXPECT_EQ(read(padded), expected) << padded;
+    EXPECT_EQ(qn::numberWithString(u" yes"_ns), number(true)) << "the one boolean";
     EXPECT_EQ(qn::numberWithString(nullptr), nullptr);
     const std::pair<const char *, const char *> hexadecimal[] = {
         {" 0X1f\n", "q 31"}, {"0x0", "q 0"}, {"0x100000000", "q 4294967295"}, {"0x1 2", "q 1"}};
     for (const auto &[value, expected] : hexadecimal)
-        EXPECT_EQ(number(value), expected) << value;
+        EXPECT_EQ(read(value), expected) << value;
     for (const char *no : {"", " ", "\r\n", "yes!", "truefalse", "y", "<nil>", "(null)", "0x", "0xg", "-0x10",
                            "+0x10", "0x-1", " -0xF"})
-        EXPECT_EQ(number(no), "(none)") << no;
+        EXPECT_EQ(read(no), "(none)") << no;
 }
 
 TEST(NumberWithString, followsTheCurrentLocale) {
@@ -65,12 +61,12 @@ TEST(NumberWithString, followsTheCurrentLocale) {
                                                {"ar_EG", row.ar},
                                                {"en_US_POSIX", row.en}}) {
             const LocaleScope scope(locale);
-            EXPECT_EQ(number(row.text), expected) << row.text << " in " << locale;
+            EXPECT_EQ(read(row.text), expected) << row.text << " in " << locale;
             for (const char *plain : {"42", "-5", "9223372036854775807", "-9223372036854775808"})
-                EXPECT_EQ(number(plain), std::string("q ") + plain) << locale;
-            EXPECT_EQ(number("٤٢"), "q 42") << locale;
+                EXPECT_EQ(read(plain), std::string("q ") + plain) << locale;
+            EXPECT_EQ(read("٤٢"), "q 42") << locale;
             for (const char *other : {" 12", "12 ", "12x", "5%", "--5", "+", "abc"})
-                EXPECT_EQ(number(other), none) << other << " in " << locale;
+                EXPECT_EQ(read(other), none) << other << " in " << locale;
         }
     }
 }
@@ -84,7 +80,7 @@ TEST(NumberWithString, givesADoubleBeyond64Bits) {
         {"1E400", "d inf"},
         {std::string(4096, '9'), "d inf"}};
     for (const auto &[value, expected] : table)
-        EXPECT_EQ(number(value), expected) << value;
+        EXPECT_EQ(read(value), expected) << value;
     EXPECT_EQ(qn::numberWithString(make<NSString>(std::u16string(4097, u'9'))), nullptr) << "takes too long";
 }
 
@@ -102,18 +98,16 @@ TEST(NumberWithString, answersManyThreadsAtOnce) {
 TEST(NumberWithString, standsAnyText) {
     const LocaleScope locale("en_US");
     constexpr std::u16string_view alphabet = u"0123456789.,-+eExXaf \t∞\u0663\xD83D\xDE00\u0301%yno";
-    std::mt19937 random(34);
+    Random random(34);
     int numbers = 0;
     for (int i = 0; i < 20000; ++i) {
-        std::u16string units(random() % 9, u'0');
-        for (char16_t &unit : units)
-            unit = alphabet[random() % alphabet.size()];
+        const auto units = random.text<std::u16string>(alphabet, 9);
         const auto value = make<NSString>(units), padded = make<NSString>(units + u"\n");
-        numbers += number(value) != "(none)";
+        numbers += read(value) != "(none)";
         if (qn::stringByTrim(value)->lowercaseString()->hasPrefix(u"0x"_ns)) {
-            ASSERT_EQ(number(padded), number(value));
+            ASSERT_EQ(read(padded), read(value));
         } else {
-            ASSERT_TRUE(number(padded) == "(none)" || qn::numberWithString(padded)->isBoolean())
+            ASSERT_TRUE(read(padded) == "(none)" || qn::numberWithString(padded)->isBoolean())
                 << "only words may be padded";
         }
     }

@@ -14,7 +14,7 @@
 #include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/TimeZoneScope.h"
 
 #include <gtest/gtest.h>

@@ -4,11 +4,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelSetting.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Data/NSData.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Text/NSObjCRuntime.h"
 #include "Platform/Runtime/Object/Message.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
 
 #include <gtest/gtest.h>
@@ -16,14 +14,6 @@
 #include <utility>
 
 namespace {
-
-Ref<NSArray> list(std::initializer_list<id> objects) {
-    return NSArray::arrayWithObjects(objects);
-}
-
-Ref<NSString> text(const std::string &utf8) {
-    return NSString::stringWithUTF8String(utf8);
-}
 
 /// A letter a property: what the class maps is given with each test.
 class Letters : public NSObject {
@@ -59,32 +49,32 @@ std::function<void(Class)> classHook(const char *selector) {
 }
 
 std::string mapped(Class cls, const std::string &json) {
-    const auto model = as<Letters>(qn::modelWithJSON(cls, text(json)));
+    const auto model = as<Letters>(qn::modelWithJSON(cls, string(json)));
     return model ? model->values() : "none";
 }
 
 Ref<NSDictionary> keyMapper() {
-    return NSDictionary::dictionaryWithEntries({
+    return dictionaryOf({
         {u"a"_ns, u"in.a"_ns},
         {u"b"_ns, u"in..b"_ns},
         {u"c"_ns, u"c."_ns},
-        {u"d"_ns, list({u""_ns, u"D"_ns, NSNumber::numberWithInt(1), u"in.deep.d"_ns, u"e"_ns})},
-        {u"ä"_ns, NSNumber::numberWithInt(3)},
+        {u"d"_ns, arrayOf({u""_ns, u"D"_ns, number(1), u"in.deep.d"_ns, u"e"_ns})},
+        {u"ä"_ns, number(3)},
         {u"unknown"_ns, u"a"_ns},
     });
 }
 
 Ref<NSDictionary> sharedMapper() {
-    return NSDictionary::dictionaryWithEntries(
-        {{u"b"_ns, u"a"_ns}, {u"c"_ns, u"a"_ns}, {u"d"_ns, u""_ns}, {u"ä"_ns, list({u""_ns})}});
+    return dictionaryOf(
+        {{u"b"_ns, u"a"_ns}, {u"c"_ns, u"a"_ns}, {u"d"_ns, u""_ns}, {u"ä"_ns, arrayOf({u""_ns})}});
 }
 
 Ref<NSArray> someNames() {
-    return list({u"a"_ns, u"b"_ns, u"none"_ns});
+    return arrayOf({u"a"_ns, u"b"_ns, u"none"_ns});
 }
 
 Ref<NSArray> oneName() {
-    return list({u"a"_ns});
+    return arrayOf({u"a"_ns});
 }
 
 /// While the record of this class is built, a newer one is built and stored, as another thread might.
@@ -100,7 +90,7 @@ Ref<NSDictionary> overtakingMapper() {
 }
 
 Ref<NSDictionary> oneA() {
-    return NSDictionary::dictionaryWithEntries({{u"a"_ns, u"A"_ns}});
+    return dictionaryOf({{u"a"_ns, u"A"_ns}});
 }
 
 } // namespace
@@ -128,7 +118,7 @@ TEST(ModelMapping, withoutHooksByName) {
     EXPECT_EQ(mapped(Letters::class_(), "{}"), "-----");
     for (const char *json : {"[]", "{", "5", "", "null"})
         EXPECT_EQ(mapped(Letters::class_(), json), "none") << json;
-    for (const id &json : {id(), id(NSNull::null()), id(NSNumber::numberWithInt(1))})
+    for (const id &json : {id(), id(NSNull::null()), id(number(1))})
         EXPECT_EQ(qn::modelWithJSON<Letters>(json), nullptr);
     const auto bytes = NSData::dataWithBytes(R"({"a":"A"})", 9);
     EXPECT_EQ(qn::modelWithJSON<Letters>(bytes)->values(), "A----");
@@ -169,27 +159,26 @@ Class classFor(const Ref<NSDictionary> &dictionary) {
 }
 
 Ref<NSDictionary> genericClasses() {
-    return NSDictionary::dictionaryWithEntries({{u"children"_ns, u"CustomLetters"_ns},
-                                                {u"child"_ns, u"Unknown"_ns},
-                                                {NSNull::null(), u"Letters"_ns}});
+    return dictionaryOf({{u"children"_ns, u"CustomLetters"_ns},
+                         {u"child"_ns, u"Unknown"_ns},
+                         {NSNull::null(), u"Letters"_ns}});
 }
 
 } // namespace
 
 TEST(ModelMapping, hooksOfObjects) {
     const Class cls = lettersWith("HookedLetters", [](Class made) {
-        class_addMethod(made, sel_registerName("modelCustomWillTransformFromDictionary:"), &replaced);
-        class_addMethod(made, sel_registerName("modelCustomTransformFromDictionary:"), &judged);
+        class_addMethod(made, "modelCustomWillTransformFromDictionary:"_sel, &replaced);
+        class_addMethod(made, "modelCustomTransformFromDictionary:"_sel, &judged);
     });
     EXPECT_EQ(mapped(cls, R"({"inner":{"a":"A"}})"), "A----");
     EXPECT_EQ(mapped(cls, R"({"a":"A"})"), "none");
     EXPECT_EQ(mapped(cls, R"({"inner":{"b":"B"}})"), "none");
     EXPECT_EQ(mapped(cls, R"({"inner":5})"), "none");
     const auto value = u"B"_ns; // a model that failed keeps nothing
-    const id inner = NSDictionary::dictionaryWithEntries({{u"b"_ns, value}});
+    const id inner = dictionaryOf({{u"b"_ns, value}});
     const auto owners = value.use_count();
-    EXPECT_EQ(qn::modelWithDictionary(cls, NSDictionary::dictionaryWithEntries({{u"inner"_ns, inner}})),
-              nullptr);
+    EXPECT_EQ(qn::modelWithDictionary(cls, dictionaryOf({{u"inner"_ns, inner}})), nullptr);
     EXPECT_EQ(value.use_count(), owners);
 }
 
@@ -220,9 +209,9 @@ TEST(ModelMapping, classesMadeAfterTheirNamesWereMet) {
         class_addProperty(made, "later", {{"T", "@\"LateLetters\""}, {"G", "child"}, {"S", "setChild:"}});
         ClassBuilder<Letters>(made).property<&Letters::children>("list", "", {"LateLetters"});
     });
-    const auto json = text(R"({"later":{"a":"A"},"list":[{"a":"A"}]})");
+    const auto json = string(R"({"later":{"a":"A"},"list":[{"a":"A"}]})");
     const auto before = as<Letters>(qn::modelWithJSON(cls, json));
-    EXPECT_TRUE(!before->child && before->children->isEqual(list({oneA()})));
+    EXPECT_TRUE(!before->child && before->children->isEqual(arrayOf({oneA()})));
     const Class late = lettersWith("LateLetters", nullptr);
     const auto after = as<Letters>(qn::modelWithJSON(cls, json));
     EXPECT_TRUE(after->child->isMemberOfClass(late));
@@ -236,15 +225,15 @@ TEST(ModelMapping, classesForDictionaries) {
         runtime::addMethod<&genericClasses>(made->metaClass(), "modelContainerPropertyGenericClass");
     });
     const auto model = as<Letters>(qn::modelWithJSON(
-        cls, text(R"({"children":[{"class":"OtherLetters"},{"class":"?"},{"class":"NSNumber"},5]})")));
+        cls, string(R"({"children":[{"class":"OtherLetters"},{"class":"?"},{"class":"NSNumber"},5]})")));
     ASSERT_EQ(model->children->count(), 2u);
     EXPECT_EQ(model->children->objectAtIndex(0)->isa(), other);
     EXPECT_EQ(model->children->objectAtIndex(1)->isa(), cls);
-    EXPECT_EQ(qn::modelWithJSON(cls, text(R"({"class":"Letters"})"))->isa(), Letters::class_());
+    EXPECT_EQ(qn::modelWithJSON(cls, string(R"({"class":"Letters"})"))->isa(), Letters::class_());
 
-    const auto array = qn::modelArrayWithClass(cls, id(text(R"([{"a":"1"},7,{"class":"NSString"}])")));
+    const auto array = qn::modelArrayWithClass(cls, id(string(R"([{"a":"1"},7,{"class":"NSString"}])")));
     EXPECT_EQ(array->count(), 1u);
-    const auto byName = qn::modelDictionaryWithClass(cls, id(text(R"({"k":{"a":"1"},"l":7})")));
+    const auto byName = qn::modelDictionaryWithClass(cls, id(string(R"({"k":{"a":"1"},"l":7})")));
     EXPECT_EQ(as<Letters>(byName->objectForKey(u"k"_ns))->values(), "1----");
     EXPECT_EQ(byName->count(), 1u);
     EXPECT_EQ(qn::modelArrayWithClass(cls, id(u"{}"_ns)), nullptr);
@@ -253,21 +242,21 @@ TEST(ModelMapping, classesForDictionaries) {
 }
 
 TEST(ModelMapping, nestedModelsAreFilledInPlaceOrMade) {
-    const auto model = qn::modelWithJSON<Letters>(text(R"({"child":{"a":"A","child":{"b":"B"}}})"));
+    const auto model = qn::modelWithJSON<Letters>(string(R"({"child":{"a":"A","child":{"b":"B"}}})"));
     const auto child = model->child;
     EXPECT_EQ(child->child->values(), "-B---");
-    EXPECT_TRUE(qn::modelSetWithJSON(model, text(R"({"child":{"b":"B"}})")));
+    EXPECT_TRUE(qn::modelSetWithJSON(model, string(R"({"child":{"b":"B"}})")));
     EXPECT_EQ(model->child, child);
     EXPECT_EQ(child->values(), "AB---");
     EXPECT_EQ(child.use_count(), 2);
-    EXPECT_TRUE(qn::modelSetWithJSON(model, text(R"({"child":null})")));
+    EXPECT_TRUE(qn::modelSetWithJSON(model, string(R"({"child":null})")));
     EXPECT_EQ(child.use_count(), 1);
 }
 
 TEST(ModelMapping, nestingHasAnEnd) {
     id innermost = NSDictionary::dictionary();
     for (int level = 0; level < 10000; ++level)
-        innermost = NSDictionary::dictionaryWithEntries({{u"child"_ns, innermost}});
+        innermost = dictionaryOf({{u"child"_ns, innermost}});
     int depth = 0;
     for (auto model = qn::modelWithDictionary<Letters>(innermost); model; model = model->child)
         ++depth;
@@ -278,7 +267,7 @@ TEST(ModelMapping, nestingHasAnEnd) {
 
     const auto cycle = NSMutableDictionary::dictionary();
     cycle->setObject(cycle, u"child"_ns);
-    cycle->setObject(list({cycle, cycle, cycle}), u"children"_ns);
+    cycle->setObject(arrayOf({cycle, cycle, cycle}), u"children"_ns);
     cycle->setObject(u"A"_ns, u"a"_ns);
     const auto model = qn::modelWithDictionary<Letters>(cycle);
     EXPECT_EQ(model->values() + (model->child ? "child" : ""), "A----");
@@ -289,8 +278,7 @@ TEST(ModelMapping, settersMayChangeTheDictionary) {
     static auto &source = *new Ref<NSMutableDictionary>(NSMutableDictionary::dictionary());
     const Class cls = lettersWith("MeddlingLetters", [](Class made) {
         class_addMethod(
-            made, sel_registerName("setA:"),
-            +[](NSObject *, SEL, const id &) { source->removeAllObjects(); });
+            made, "setA:"_sel, +[](NSObject *, SEL, const id &) { source->removeAllObjects(); });
     });
     source->setObject(u"x"_ns, u"a"_ns);
     source->setObject(u"y"_ns, u"b"_ns);

@@ -5,19 +5,19 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelReader.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelSetting.h"
 #include "Platform/Foundation/Collections/NSAttributedString.h"
-#include "Platform/Foundation/Collections/NSNull.h"
-#include "Platform/Foundation/Collections/NSSet.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/Numbers/CGGeometry.h"
 #include "Platform/Foundation/Numbers/NSDecimalNumber.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Runtime/Object/NSBlock.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gmock/gmock.h>
 
+#include <iterator>
 #include <limits>
-#include <random>
+#include <map>
 #include <sstream>
 
 namespace {
@@ -94,15 +94,15 @@ public:
     long double ld = 77;
     Ref<NSString> string = u"initial"_ns;
     Ref<NSMutableString> mutableString = as<NSMutableString>(u"initial"_ns->mutableCopy());
-    Ref<NSValue> value = NSNumber::numberWithInt(77);
-    Ref<NSNumber> number = NSNumber::numberWithInt(77);
+    Ref<NSValue> value = ::number(77);
+    Ref<NSNumber> number = ::number(77);
     Ref<NSDecimalNumber> decimal = NSDecimalNumber::decimalNumberWithString(u"77"_ns);
     Ref<NSData> data = NSData::data();
     Ref<NSMutableData> mutableData = NSMutableData::dataWithLength(0);
     Ref<NSDate> date = NSDate::dateWithTimeIntervalSinceReferenceDate(77);
     Ref<NSURL> url = NSURL::URLWithString(u"initial"_ns);
     Ref<NSMutableArray> mutableArray;
-    Ref<NSArray> array = NSArray::arrayWithObjects({u"initial"_ns}), spots;
+    Ref<NSArray> array = arrayOf({u"initial"_ns}), spots;
     Ref<NSDictionary> dictionary, spotsByName;
     Ref<NSMutableDictionary> mutableDictionary;
     Ref<NSSet> set, spotSet;
@@ -110,7 +110,7 @@ public:
     Ref<Spot> spot, copiedSpot, twin, filledSpot = make<Spot>();
     id any, otherTwin;
     Class cls = Spot::class_();
-    SEL selector = sel_registerName("initial");
+    SEL selector = "initial"_sel;
     Ref<Block<int()>> block = makeBlock<int()>([] { return 77; });
     void *pointer = const_cast<char *>(initialName);
     const char *text = initialName;
@@ -120,7 +120,7 @@ public:
     std::int32_t list[2] = {7, 7};
 
     static Ref<NSDictionary> mapper() {
-        return NSDictionary::dictionaryWithEntries({{u"otherTwin"_ns, u"k"_ns}, {u"twin"_ns, u"k"_ns}});
+        return dictionaryOf({{u"otherTwin"_ns, u"k"_ns}, {u"twin"_ns, u"k"_ns}});
     }
 };
 NS_IMPLEMENTATION(Everything) {
@@ -159,10 +159,10 @@ std::string joined(const Elements &elements) {
     return text;
 }
 
-/// Without blanks; "~" marks mutable objects, "-" is none.
+/// "~" marks mutable objects.
 std::string shown(const id &object) {
     if (!object)
-        return "-";
+        return "none";
     for (const Class cls : {NSMutableString::class_(), NSMutableData::class_(), NSMutableArray::class_(),
                             NSMutableDictionary::class_(), NSMutableSet::class_()})
         if (object->isKindOfClass(cls))
@@ -210,89 +210,136 @@ std::string shownProperty(Everything &model, const _QNModelPropertyMeta &meta) {
     }
 }
 
-id dictionaryOfX(const id &value) {
-    return NSDictionary::dictionaryWithEntries({{u"x"_ns, value}});
-}
-
-/// The columns of the table, in its order.
-std::vector<id> columns() {
+/// What properties are given, by the names that the rows have for it.
+std::map<std::string, id> values() {
     const std::int32_t list[2] = {4, 5};
     return {
-        NSNull::null(),
-        NSNumber::numberWithInt(300),
-        NSNumber::numberWithDouble(-1.5),
-        NSNumber::numberWithDouble(std::numeric_limits<double>::quiet_NaN()),
-        NSDecimalNumber::decimalNumberWithString(u"9223372036854775808.5"_ns),
-        u"Spot"_ns,
-        u"42"_ns,
-        u" -3.9x"_ns,
-        u"yes"_ns,
-        u"(null)"_ns,
-        NSData::dataWithBytes("hi", 2),
-        NSURL::URLWithString(u"u:/a"_ns),
-        NSAttributedString::attributedStringWithString(u"att"_ns),
-        NSArray::arrayWithObjects({dictionaryOfX(u"5"_ns), u"e"_ns, make<Spot>()}),
-        NSSet::setWithObjects({NSNumber::numberWithInt(7)}),
-        dictionaryOfX(NSNumber::numberWithInt(9)),
-        NSDate::dateWithTimeIntervalSince1970(99),
-        NSValue::valueWithPointer(reinterpret_cast<void *>(16)),
-        NSValue::valueWith(CGSize{3, 4}),
-        NSValue::valueWith(Word{8}),
-        NSValue::valueWithBytes(list, "[2i]"),
-        Spot::class_()->self(),
-        makeBlock<int()>([] { return 1; }),
+        {"null", NSNull::null()},
+        {"300", number(300)},
+        {"-1.5", number(-1.5)},
+        {"nan", number(std::numeric_limits<double>::quiet_NaN())},
+        {"decimal", NSDecimalNumber::decimalNumberWithString(u"9223372036854775808.5"_ns)},
+        {"'Spot'", u"Spot"_ns},
+        {"'42'", u"42"_ns},
+        {"'-3.9x'", u" -3.9x"_ns},
+        {"'yes'", u"yes"_ns},
+        {"'(null)'", u"(null)"_ns},
+        {"data", dataOf("hi")},
+        {"url", NSURL::URLWithString(u"u:/a"_ns)},
+        {"attributed", NSAttributedString::attributedStringWithString(u"att"_ns)},
+        {"array", arrayOf({dictionaryOf({{u"x"_ns, u"5"_ns}}), u"e"_ns, make<Spot>()})},
+        {"set", setOf({number(7)})},
+        {"dictionary", dictionaryOf({{u"x"_ns, number(9)}})},
+        {"date", NSDate::dateWithTimeIntervalSince1970(99)},
+        {"pointer", NSValue::valueWithPointer(reinterpret_cast<void *>(16))},
+        {"size", NSValue::valueWith(CGSize{3, 4})},
+        {"word", NSValue::valueWith(Word{8})},
+        {"list", NSValue::valueWithBytes(list, "[2i]")},
+        {"class", Spot::class_()->self()},
+        {"block", makeBlock<int()>([] { return 1; })},
     };
 }
 
-/// A row: the property, then what each value makes of it. "." leaves it as it is; "*" after a cell repeats
-/// it to the end of the row.
-constexpr const char *table[] = {
-    // null 300 -1.5 nan decimal "Spot" "42" " -3.9x" "yes" "(null)" data URL attributed array set dictionary
-    //     date pointer size word list class block
-    "b 0 1 1 1 1 0 1 1 1 0*",
-    "c 0 44 -1 0 -1 0 42 -3 1 0*",
-    "uc 0 44 255 0 255 0 42 253 1 0*",
-    "s 0 300 -1 0 -1 0 42 -3 1 0*",
-    "us 0 300 65535 0 65535 0 42 65533 1 0*",
-    "i 0 300 -1 0 -1 0 42 -3 1 0*",
-    "ui 0 300 4294967295 0 4294967295 0 42 4294967293 1 0*",
-    "q 0 300 -1 0 9223372036854775807 0 42 -3 1 0*",
-    "uq 0 300 18446744073709551615 0 9223372036854775807 0 42 18446744073709551613 1 0*",
-    "f 0 300 -1.5 0 9.223372e+18 0 42 -3.9 1 0*",
-    "d 0 300 -1.5 0 9.223372036854776e+18 0 42 -3.9 1 0*",
-    "ld 0 300 -1.5 0 9.223372036854776e+18 0 42 -3.9 1 0*",
-    "string - 300 -1.5 nan 9223372036854775808.5 Spot 42 _-3.9x yes (null) hi u:/a att .*",
-    "mutableString - ~300 ~-1.5 ~nan ~9223372036854775808.5 ~Spot ~42 ~_-3.9x ~yes ~(null) ~hi ~u:/a ~att .*",
-    "value - 300 -1.5 nan D9223372036854775808.5 . . . . . . . . . . . . ^v {CGSize=dd} (Word=if) [2i] . .",
-    "number - 300 -1.5 nan D9223372036854775808.5 0 42 -3.9 1 -*",
-    "decimal - D300 D-1.5 - D9223372036854775808.5 - D42 D-3.9 - - .*",
-    "data - . . . . <53706f74> <3432> <202d332e_3978> <796573> <286e756c_6c29> <6869> .*",
-    "mutableData - . . . . ~<53706f74> ~<3432> ~<202d332e_3978> ~<796573> ~<286e756c_6c29> ~<6869> .*",
-    "date - . . . . - - - - - . . . . . . T99 .*",
-    "url - . . . . Spot 42 -3.9x yes (null) . u:/a .*",
-    "array - . . . . . . . . . . . . [{x=5;},e,Spot0] [7] .*",
-    "mutableArray - . . . . . . . . . . . . ~[{x=5;},e,Spot0] ~[7] .*",
-    "spots - . . . . . . . . . . . . [Spot5,Spot0] [] .*",
-    "dictionary - . . . . . . . . . . . . . . {x=9;} .*",
-    "mutableDictionary - . . . . . . . . . . . . . . ~{x=9;} .*",
-    "spotsByName - . . . . . . . . . . . . . . {} .*",
-    "set - . . . . . . . . . . . . ({x=5;},e,Spot0) (7) .*",
-    "mutableSet - . . . . . . . . . . . . ~({x=5;},e,Spot0) ~(7) .*",
-    "spotSet - . . . . . . . . . . . . (Spot5,Spot0) () .*",
-    "spot . . . . . . . . . . . . . . . Spot9 .*",
-    "any . 300 -1.5 nan D9223372036854775808.5 Spot 42 _-3.9x yes (null) <6869> u:/a att [{x=5;},e,Spot0] "
-    "(7) "
-    "{x=9;} T99 ^v {CGSize=dd} (Word=if) [2i] Spot block",
-    "cls - . . . . Spot . . . . . . . . . . . . . . . Spot .",
-    "selector <null_selector> . . . . Spot 42 _-3.9x yes (null) .*",
-    "block - . . . . . . . . . . . . . . . . . . . . . block",
-    "pointer 0 . . . . . . . . . . . . . . . . 16 .*",
-    "text 0 . . . . . . . . . . . . . . . . 16 .*",
-    "function . . . . . . . . . . . . . . . . . 16 .*",
-    "size . . . . . . . . . . . . . . . . . . 3 .*",
-    "word . . . . . . . . . . . . . . . . . . . 8 .*",
-    "list . . . . . . . . . . . . . . . . . . . . 5 .*",
+/// Each of these properties, given one of these values, is then shown like this.
+struct Row {
+    std::string_view properties, values, expected;
 };
+
+constexpr std::string_view itself = "itself"; // what the value is shown like
+constexpr std::string_view numbers = "c uc s us i ui q uq f d ld";
+
+/// What no row says leaves a property as it is.
+constexpr Row rows[] = {
+    {numbers,
+     "null nan 'Spot' '(null)' data url attributed array set dictionary date pointer size word list class "
+     "block",
+     "0"},
+    {"b",
+     "null 'Spot' '(null)' data url attributed array set dictionary date pointer size word list class block",
+     "0"},
+    {"b", "300 -1.5 nan decimal '42' '-3.9x' 'yes'", "1"},
+    {"c uc", "300", "44"},
+    {"s us i ui q uq f d ld", "300", "300"},
+    {"c s i q", "-1.5", "-1"},
+    {"c s i", "decimal", "-1"},
+    {"uc", "-1.5 decimal", "255"},
+    {"us", "-1.5 decimal", "65535"},
+    {"ui", "-1.5 decimal", "4294967295"},
+    {"uq", "-1.5", "18446744073709551615"},
+    {"f d ld", "-1.5", "-1.5"},
+    {"q uq", "decimal", "9223372036854775807"},
+    {"f", "decimal", "9.223372e+18"},
+    {"d ld", "decimal", "9.223372036854776e+18"},
+    {numbers, "'42'", "42"},
+    {"c s i q", "'-3.9x'", "-3"},
+    {"uc", "'-3.9x'", "253"},
+    {"us", "'-3.9x'", "65533"},
+    {"ui", "'-3.9x'", "4294967293"},
+    {"uq", "'-3.9x'", "18446744073709551613"},
+    {"f d ld", "'-3.9x'", "-3.9"},
+    {numbers, "'yes'", "1"},
+
+    {"string mutableString value number decimal data mutableData date url array mutableArray spots "
+     "dictionary "
+     "mutableDictionary spotsByName set mutableSet spotSet cls block",
+     "null", "none"},
+    {"string mutableString", "300 -1.5 nan 'Spot' '42' '-3.9x' 'yes' '(null)' url attributed", itself},
+    {"string mutableString", "decimal", "9223372036854775808.5"},
+    {"string mutableString", "data", "hi"},
+    {"value", "300 -1.5 nan decimal pointer size word list", itself},
+    {"number", "300 -1.5 nan decimal '42'", itself},
+    {"number", "'Spot'", "0"},
+    {"number", "'-3.9x'", "-3.9"},
+    {"number", "'yes'", "1"},
+    {"number", "'(null)' data url attributed array set dictionary date pointer size word list class block",
+     "none"},
+    {"decimal", "300", "D300"},
+    {"decimal", "-1.5", "D-1.5"},
+    {"decimal", "'42'", "D42"},
+    {"decimal", "'-3.9x'", "D-3.9"},
+    {"decimal", "decimal", itself},
+    {"decimal", "nan 'Spot' 'yes' '(null)'", "none"},
+    {"data mutableData", "'Spot'", "<53706f74>"},
+    {"data mutableData", "'42'", "<3432>"},
+    {"data mutableData", "'-3.9x'", "<202d332e 3978>"},
+    {"data mutableData", "'yes'", "<796573>"},
+    {"data mutableData", "'(null)'", "<286e756c 6c29>"},
+    {"data mutableData", "data", itself},
+    {"date", "'Spot' '42' '-3.9x' 'yes' '(null)'", "none"},
+    {"date", "date", itself},
+    {"url", "'Spot' '42' 'yes' '(null)' url", itself},
+    {"url", "'-3.9x'", "-3.9x"},
+    {"array mutableArray", "array", itself},
+    {"array mutableArray", "set", "[7]"},
+    {"spots", "array", "[Spot5,Spot0]"},
+    {"spots", "set", "[]"},
+    {"dictionary mutableDictionary", "dictionary", itself},
+    {"spotsByName", "dictionary", "{}"},
+    {"set mutableSet", "array", "({x=5;},e,Spot0)"},
+    {"set mutableSet", "set", itself},
+    {"spotSet", "array", "(Spot5,Spot0)"},
+    {"spotSet", "set", "()"},
+    {"spot", "dictionary", "Spot9"},
+    {"any",
+     "300 -1.5 nan decimal 'Spot' '42' '-3.9x' 'yes' '(null)' data url attributed array set dictionary date "
+     "pointer "
+     "size word list class block",
+     itself},
+    {"cls", "'Spot' class", "Spot"},
+    {"block", "block", itself},
+    {"selector", "null", "<null selector>"},
+    {"selector", "'Spot' '42' '-3.9x' 'yes' '(null)'", itself},
+    {"pointer text", "null", "0"},
+    {"pointer text function", "pointer", "16"},
+    {"size", "size", "3"},
+    {"word", "word", "8"},
+    {"list", "list", "5"},
+};
+
+std::vector<std::string> words(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    return {std::istream_iterator<std::string>(stream), {}};
+}
 
 /// All properties of a model of everything, one a line; for others as any object.
 std::string shownModel(const id &object) {
@@ -305,43 +352,39 @@ std::string shownModel(const id &object) {
     return text;
 }
 
-Ref<NSData> bytes(const std::string &text) {
-    return NSData::dataWithBytes(text.data(), text.size());
-}
-
 id byTheLongWay(Class cls, const std::string &json) {
-    return qn::modelWithDictionary(cls, qn::_dictionaryWithJSON(bytes(json)));
+    return qn::modelWithDictionary(cls, qn::_dictionaryWithJSON(dataOf(json)));
 }
 
 const _QNModelPropertyMeta *metaNamed(const std::string &name) {
     const auto meta = _QNModelMeta::metaWithClass(Everything::class_());
-    return peek<_QNModelPropertyMeta>(meta->_mapper->objectForKey(NSString::stringWithUTF8String(name)));
+    return peek<_QNModelPropertyMeta>(meta->_mapper->objectForKey(string(name)));
 }
 
 } // namespace
 
 TEST(ModelMatrix, everyValueIntoEveryProperty) {
-    const auto values = columns();
-    for (const std::string row : table) {
-        std::istringstream cells(row);
-        std::string name, cell;
-        cells >> name;
-        const auto *meta = metaNamed(name);
-        ASSERT_NE(meta, nullptr) << name;
-        for (std::size_t column = 0; column < values.size(); ++column) {
-            ASSERT_TRUE(cell.ends_with('*') || cells >> cell) << row;
+    const auto given = values();
+    std::map<std::string, std::map<std::string, std::string>> expected; // by property and value
+    for (const auto &[properties, names, outcome] : rows)
+        for (const auto &property : words(properties))
+            for (const auto &value : words(names)) {
+                ASSERT_TRUE(metaNamed(property) && given.contains(value)) << property << " " << value;
+                const std::string becomes = outcome == itself ? shown(given.at(value)) : std::string(outcome);
+                const bool isMutable = property.starts_with("mutable") && becomes != "none";
+                EXPECT_TRUE(expected[property].emplace(value, (isMutable ? "~" : "") + becomes).second)
+                    << property << " has two rows for " << value;
+            }
+    for (const auto &[property, outcomes] : expected)
+        for (const auto &[value, object] : given) {
+            const auto *meta = metaNamed(property);
             const auto model = make<Everything>();
             const std::string before = shownProperty(*model, *meta);
-            ModelSetValueForProperty(*model, values[column], *meta);
-            std::string expected = cell.ends_with('*') ? cell.substr(0, cell.size() - 1) : cell;
-            expected = expected == "." ? before : expected;
-            std::string found = shownProperty(*model, *meta);
-            std::ranges::replace(found, ' ', '_');
-            std::ranges::replace(expected, ' ', '_');
-            EXPECT_EQ(found, expected) << name << " from " << shown(values[column]);
+            ModelSetValueForProperty(*model, object, *meta);
+            EXPECT_EQ(shownProperty(*model, *meta), outcomes.contains(value) ? outcomes.at(value) : before)
+                << property << " given " << value;
         }
-        EXPECT_TRUE(cell.ends_with('*') || !(cells >> cell)) << row;
-    }
+    EXPECT_EQ(expected.size(), 41u);
 }
 
 TEST(ModelMatrix, unusualValues) {
@@ -350,21 +393,21 @@ TEST(ModelMatrix, unusualValues) {
         ModelSetValueForProperty(*model, value, *metaNamed(property));
         return shownProperty(*model, *metaNamed(property));
     };
-    constexpr std::pair<const char16_t *, const char *> numbers[] = {{u"True", "1"},    {u"tRUE", "0"},
-                                                                     {u"<Null>", "-"},  {u"1e3.", "1000"},
-                                                                     {u"1e999.0", "-"}, {u"1e3", "1"}};
+    constexpr std::pair<const char16_t *, const char *> numbers[] = {{u"True", "1"},       {u"tRUE", "0"},
+                                                                     {u"<Null>", "none"},  {u"1e3.", "1000"},
+                                                                     {u"1e999.0", "none"}, {u"1e3", "1"}};
     for (const auto &[text, expected] : numbers)
         EXPECT_EQ(set("number", make<NSString>(text)), expected) << expected;
     EXPECT_EQ(set("q", u"99999999999999999999"_ns), "9223372036854775807");
-    EXPECT_EQ(set("f", NSNumber::numberWithDouble(1e300)), "0"); // infinite as a float
-    EXPECT_EQ(set("string", NSData::dataWithBytes("\xFF", 1)), "-");
-    EXPECT_EQ(set("data", make<NSString>(u"\xD800")), "-");
-    EXPECT_EQ(set("url", u" \n"_ns), "-");
+    EXPECT_EQ(set("f", number(1e300)), "0"); // infinite as a float
+    EXPECT_EQ(set("string", dataOf("\xFF")), "none");
+    EXPECT_EQ(set("data", make<NSString>(u"\xD800")), "none");
+    EXPECT_EQ(set("url", u" \n"_ns), "none");
     EXPECT_EQ(set("date", u"2014-01-20"_ns), "T1390176000");
 }
 
 TEST(ModelReader, givesWhatTheLongWayGives) {
-    std::mt19937 random(20140120);
+    Random random(20140120);
     const auto pick = [&](std::size_t bound) { return random() % bound; };
     constexpr const char *scalars[] = {
         "null",     "true",           "-1",       "1.5e300",        "18446744073709551615", "\"\"",
@@ -395,8 +438,8 @@ TEST(ModelReader, givesWhatTheLongWayGives) {
         const id model = byTheLongWay(cls, text);
         const auto expected = shownModel(model);
         ASSERT_TRUE(!model || qn::modelToJSONData(model)) << "what is read can be written: " << text;
-        ASSERT_EQ(shownModel(qn::modelWithJSON(cls, bytes(text))), expected) << text;
-        if (const auto models = qn::readModelArray(cls, bytes("[" + text + "," + text + "]"))) {
+        ASSERT_EQ(shownModel(qn::modelWithJSON(cls, dataOf(text))), expected) << text;
+        if (const auto models = qn::readModelArray(cls, dataOf("[" + text + "," + text + "]"))) {
             ++straight;
             ASSERT_EQ(shownModel((*models)->firstObject()) + shownModel((*models)->lastObject()),
                       expected + expected)
@@ -407,10 +450,10 @@ TEST(ModelReader, givesWhatTheLongWayGives) {
 }
 
 TEST(ModelReader, leavesOtherElementsOut) {
-    const auto models = *qn::readModelArray(Spot::class_(), bytes(R"([1,{"x":1},[{"x":2}],"x",{"x":3}])"));
+    const auto models = *qn::readModelArray(Spot::class_(), dataOf(R"([1,{"x":1},[{"x":2}],"x",{"x":3}])"));
     EXPECT_TRUE(models->isKindOfClass(NSMutableArray::class_()));
     EXPECT_EQ(shown(models), "~[Spot1,Spot3]");
-    EXPECT_EQ(qn::readModelArray(Spot::class_(), bytes(R"({"x":1})")), Ref<NSArray>());
+    EXPECT_EQ(qn::readModelArray(Spot::class_(), dataOf(R"({"x":1})")), Ref<NSArray>());
     EXPECT_EQ(qn::readModelArray(Spot::class_(), nullptr), std::nullopt);
 }
 
@@ -442,9 +485,9 @@ TEST(ModelReader, decidesByTheClass) {
         {nullptr, R"({"x":1})", false},
     };
     for (const auto &[cls, text, isStraight] : cases) {
-        EXPECT_EQ(qn::readModel(cls, bytes(text)).has_value(), isStraight) << text;
-        EXPECT_EQ(shownModel(qn::modelWithJSON(cls, bytes(text))), shownModel(byTheLongWay(cls, text)))
+        EXPECT_EQ(qn::readModel(cls, dataOf(text)).has_value(), isStraight) << text;
+        EXPECT_EQ(shownModel(qn::modelWithJSON(cls, dataOf(text))), shownModel(byTheLongWay(cls, text)))
             << text;
     }
-    EXPECT_EQ(shownModel(qn::modelWithJSON(DoublingSpot::class_(), bytes(R"({"x":1})"))), "DoublingSpot2");
+    EXPECT_EQ(shownModel(qn::modelWithJSON(DoublingSpot::class_(), dataOf(R"({"x":1})"))), "DoublingSpot2");
 }

@@ -2,13 +2,10 @@
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/CGGeometry.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSBlock.h"
+#include "Tests/Support/Objects.h"
 
 /// Leads to anything, itself included.
 class Node : public NSObject {
@@ -59,7 +56,7 @@ public:
     std::int32_t numbers[2] = {};
 
     void fill() {
-        next = NSArray::arrayWithObjects({NSNumber::numberWithInt(1)});
+        next = arrayOf({number(1)});
         flag = true;
         whole = -5;
         large = UINT64_MAX;
@@ -69,7 +66,7 @@ public:
         data = NSData::dataWithBytes("12345678", 8);
         value = NSValue::valueWithPointer(this);
         type = Node::class_();
-        action = sel_registerName("run:");
+        action = "run:"_sel;
         pointer = this;
         block = makeBlock<void()>([] {});
         size = {1, 2};

@@ -1,18 +1,16 @@
 // Models copied, compared and archived.
-#include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/Collections/NSNull.h"
 #include "Platform/Foundation/Serialization/Archive/NSCoder.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Tests/Frameworks/QNCategoriesPro/Foundation/NSObject/ModelTesting.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <map>
-#include <random>
 
 namespace {
 
@@ -169,7 +167,7 @@ namespace {
 /// Random graphs of forks; a fork leads to earlier ones only, unless there may be cycles.
 class Forks {
 public:
-    Forks(std::mt19937 &random, bool cyclic) {
+    Forks(Random &random, bool cyclic) {
         const std::size_t count = 1 + random() % 12;
         while (forks_.size() < count)
             forks_.push_back(make<Fork>());
@@ -207,10 +205,9 @@ public:
                 return link < forks_.size() ? found[link] : std::pair<std::size_t, NSUInteger>(SIZE_MAX, 0);
             };
             const auto [next, other] = links_[i];
-            const auto number = forks_[i]->number;
-            const auto known = numbers.emplace(std::tuple(number, at(next).first, at(other).first), i);
-            found.push_back({known.first->second,
-                             at(next).second ^ at(other).second ^ NSNumber::numberWithInt(number)->hash()});
+            const auto own = forks_[i]->number;
+            const auto known = numbers.emplace(std::tuple(own, at(next).first, at(other).first), i);
+            found.push_back({known.first->second, at(next).second ^ at(other).second ^ number(own)->hash()});
         }
         return found;
     }
@@ -231,7 +228,7 @@ private:
 } // namespace
 
 TEST(ModelEquality, ofRandomGraphs) {
-    std::mt19937 random(43);
+    Random random(43);
     int equal = 0;
     for (int round = 0; round < 400; ++round) {
         const Forks forks(random, false);
@@ -254,8 +251,7 @@ TEST(ModelEquality, ofRandomGraphs) {
             const auto around = make<Fork>(); // a walk that comes from elsewhere finds the same hash
             around->next = forks.all()[random() % forks.all().size()];
             around->other = forks.all()[i];
-            ASSERT_EQ(qn::modelHash(around),
-                      qn::modelHash(around->next) ^ before ^ NSNumber::numberWithInt(0)->hash());
+            ASSERT_EQ(qn::modelHash(around), qn::modelHash(around->next) ^ before ^ number(0)->hash());
         }
     }
 }
@@ -280,8 +276,8 @@ TEST(ModelEquality, visitsEachModelOnce) {
 TEST(ModelEquality, ofModelsThatLeadBackToThemselves) {
     const auto ring = [](const id &end) {
         const auto first = make<Node>(), second = make<Node>();
-        first->next = NSArray::arrayWithObjects({second, end});
-        second->next = NSArray::arrayWithObjects({first, first});
+        first->next = arrayOf({second, end});
+        second->next = arrayOf({first, first});
         return first;
     };
     const auto one = ring(u"e"_ns), two = ring(u"e"_ns), three = ring(u"f"_ns);
@@ -333,10 +329,10 @@ TEST(ModelCoding, worksWithAnyCoder) {
     const auto notes = make<Notes>();
     model->next = NSNull::null();
     qn::modelEncodeWithCoder(model, notes);
-    EXPECT_EQ(text(notes->kept->allKeys()), text(NSArray::arrayWithObjects({u"small"_ns, u"next"_ns})))
+    EXPECT_EQ(text(notes->kept->allKeys()), text(arrayOf({u"small"_ns, u"next"_ns})))
         << "of structures only those of geometry";
     notes->kept->setObject(NSValue::valueWith(Span{1, 2}), u"span"_ns);
-    notes->kept->setObject(NSNumber::numberWithInt(300), u"small"_ns);
+    notes->kept->setObject(number(300), u"small"_ns);
     qn::modelInitWithCoder(model, notes);
     EXPECT_TRUE(model->span.to == 2 && model->small == 44);
     notes->kept->setObject(u"5"_ns, u"small"_ns);
@@ -350,8 +346,7 @@ TEST(ModelCoding, takesNothingThatDoesNotFit) {
     // An archive of dictionaries in the place of objects, and of values of other kinds under the names.
     const auto stranger = make<Everything>();
     stranger->next = u"text"_ns;
-    const auto archive = NSKeyedArchiver::archivedDataWithRootObject(stranger);
-    std::string bytes(reinterpret_cast<const char *>(archive->bytes()), archive->length());
+    const std::string bytes = contents(NSKeyedArchiver::archivedDataWithRootObject(stranger));
     for (const auto &[from, to] : {std::pair("next", "text"),
                                    {"next", "flag"},
                                    {"next", "size"},
@@ -361,18 +356,15 @@ TEST(ModelCoding, takesNothingThatDoesNotFit) {
         std::string changed = bytes;
         for (auto at = changed.find(from); at != changed.npos; at = changed.find(from, at + 1))
             changed.replace(at, std::string_view(from).size(), to);
-        const id object = unarchived(NSData::dataWithBytes(changed.data(), changed.size()));
+        const id object = unarchived(dataOf(changed));
         if (const auto model = as<Everything>(object))
             EXPECT_TRUE(!model->flag && model->size == CGSize() && !model->data) << to;
         else
             EXPECT_TRUE(!object && std::string_view(from) == "Everything") << to;
     }
-    std::mt19937 random(6);
+    Random random(6);
     for (int i = 0; i < 2000; ++i) {
-        std::string changed = bytes;
-        for (auto changes = 1 + random() % 4; changes > 0; --changes)
-            changed[random() % changed.size()] = static_cast<char>(random());
-        const id object = unarchived(NSData::dataWithBytes(changed.data(), changed.size()));
+        const id object = unarchived(dataOf(random.mutated(bytes, "\xD1\x80\5")));
         EXPECT_TRUE(!object || object->description());
     }
 }

@@ -1,6 +1,7 @@
 // Texts between plain and HTML form, beside slow and obvious implementations of the same.
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,6 @@
 #include <cstdio>
 #include <cstring>
 #include <map>
-#include <random>
 #include <set>
 #include <vector>
 
@@ -187,7 +187,7 @@ TEST(HTMLEscaping, isUndoneByUnescaping) {
     EXPECT_EQ(text(qn::stringByEscapingHTMLUsingTable(u"<&>\u00E9"_ns, qn::gAsciiHTMLEscapeMap, 47, true)),
               "<&amp;>&#233;")
         << "two whole entries";
-    std::mt19937 random(1);
+    Random random(1);
     for (int i = 0; i < randomTexts / 10; ++i) {
         Units units;
         for (auto count = random() % 12; count > 0; --count) {
@@ -202,35 +202,6 @@ TEST(HTMLEscaping, isUndoneByUnescaping) {
             std::all_of(ascii->units().begin(), ascii->units().end(), [](auto one) { return one < 128; }));
         ASSERT_EQ(qn::stringByUnescapingFromHTML(ascii)->units(), units);
     }
-}
-
-TEST(HTMLUnescaping, takesOnlyWholeReferences) {
-    const std::pair<const char *, const char *> table[] = {
-        {"&lt;&#65;&#x42;&gt;", "<AB>"}, {"&amp;lt;", "&lt;"}, {"&#1;&#X0001;", "\x01\x01"},
-        {"&#65534;", "\uFFFE"},          {"&&lt;;", "&<;"},    {"&thetasym;", "\u03D1"},
-        {"&#0000065;&#x000041;", "AA"},  {"&#xe9;", "\u00E9"}, {"&#xE9;", "\u00E9"}};
-    for (const auto &[escaped, plain] : table)
-        EXPECT_EQ(text(qn::stringByUnescapingFromHTML(string(escaped))), plain) << escaped;
-    for (const char *same :
-         {"&#0;", "&#65535;", "&#12a;", "&verylongname;", "&AMP;", "&l;", "&;", "&#x;", "&#xg;", "&#;",
-          "&#00000065;", "&#x0000041;", "&lt", "&&;", "&# 65;", "&#+65;", "&#x0x41;", "&#6553499;"})
-        EXPECT_EQ(text(qn::stringByUnescapingFromHTML(string(same))), same);
-}
-
-TEST(HTMLToPlainText, keepsWordsApart) {
-    const std::pair<const char *, const char *> plain[] = {{"<p>Hello</p><p>World</p>", "Hello World "},
-                                                           {"<b>bold</b>text", "boldtext"},
-                                                           {"a<!-- <b> -->b<!--c", "ab"},
-                                                           {"x<script>y</script>z", "xz"},
-                                                           {"a</SPAN>b</Div >c", "ab c"},
-                                                           {"&lt;b&gt; &amp;lt;", "<b> &lt;"}};
-    for (const auto &[html, expected] : plain)
-        EXPECT_EQ(text(qn::stringByConvertingHTMLToPlainText(string(html))), expected) << html;
-    const std::pair<const char *, const char *> stripped[] = {
-        {"<em>x</em>", "x"}, {"<p>x</p>", "x"}, {" x > y ", " x > y "}, {"a<a href='b'>c</a>d", "a cd"},
-        {"<b>1<2 <b>", "1"}, {"1 < 2", "1 < 2"}};
-    for (const auto &[html, expected] : stripped)
-        EXPECT_EQ(text(qn::stringByStrippingTags(string(html))), expected) << html;
 }
 
 TEST(HTMLConversions, agreeWithTheSlowOnesOnAllShortTexts) {
@@ -250,15 +221,13 @@ TEST(HTMLConversions, agreeWithTheSlowOnesOnAllShortTexts) {
 
 TEST(HTMLConversions, agreeWithTheSlowOnesOnRandomTexts) {
     const Units pieces[] = {
-        u"<!--", u"-->",  u"<script", u"</script>",     u"<",      u"</",     u">",    u"a>",
-        u"</P>", u"SPAN", u"&",       u"&amp;",         u"&#x",    u"&#",     u"6553", u"4",
-        u"5;",   u";",    u" ",       u"\r\n",          u"\u2028", u"\u0085", u"\f\t", u"</em>",
-        u"<em>", u"é",    u"\u0131",  Units(1, 0xDC00), u"#",      u"lt;"};
-    std::mt19937 random(2);
+        u"<!--", u"-->",  u"<script", u"</script>",     u"<",      u"</",     u">",     u"a>",
+        u"</P>", u"SPAN", u"&",       u"&amp;",         u"&#x",    u"&#",     u"6553",  u"4",
+        u"5;",   u";",    u" ",       u"\r\n",          u"\u2028", u"\u0085", u"\f\t",  u"</em>",
+        u"<em>", u"é",    u"\u0131",  Units(1, 0xDC00), u"#",      u"lt;",    u"00000", u"thetasym;"};
+    Random random(2);
     for (int i = 0; i < randomTexts; ++i) {
-        Units units;
-        for (auto count = random() % 12; count > 0; --count)
-            units += pieces[random() % std::size(pieces)];
+        const auto units = random.text<Units>(pieces, 12);
         ASSERT_NO_FATAL_FAILURE(compare(units));
         ASSERT_NE(qn::stringByLinkifyingURLs(of(units)), nullptr);
     }

@@ -2,13 +2,13 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Support/LocaleScope.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 #include "Tests/Support/TimeZoneScope.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
 #include <set>
 
 namespace {
@@ -69,7 +69,7 @@ TEST(UrlEscaping, goesBothWays) {
     }
     const std::u16string_view alphabet[] = {u"%", u"4", u"1",      u"C3", u"%BC", u"%2",
                                             u"ü", u"😀", u"\u0301", u" ",  lone};
-    std::mt19937 random(3);
+    Random random(3);
     for (int i = 0; i < 20000; ++i) {
         std::u16string units;
         for (auto pieces = random() % 7; pieces > 0; --pieces)

@@ -1,6 +1,5 @@
 // Keyed archives: every kind of object there and back, shared and cyclic ones, hostile bytes.
 #include "Platform/Foundation/Collections/NSAttributedString.h"
-#include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Numbers/NSDecimalNumber.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
@@ -9,14 +8,14 @@
 #include "Platform/Foundation/System/NSError.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Runtime/Object/Message.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/RandomObjects.h"
 #include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/Text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using namespace std::string_literals;
+using namespace std::literals;
 
 /// A class of a program's own with every kind of value.
 class ArchiveNode : public NSObject {
@@ -111,20 +110,19 @@ id uids(const std::vector<std::uint64_t> &indexes) {
 Ref<NSData> archive(const std::vector<id> &objects) {
     const auto all = NSMutableArray::arrayWithObjects({u"$null"_ns});
     for (const char *name : {"NSArray", "NSSet", "ArchiveNode"})
-        all->addObject(NSDictionary::dictionaryWithEntries({{string("$classname"), string(name)}}));
+        all->addObject(dictionaryOf({{string("$classname"), string(name)}}));
     for (const id &object : objects)
         all->addObject(object);
     return NSPropertyListSerialization::dataWithPropertyList(
-        NSDictionary::dictionaryWithEntries(
-            {{string("$version"), NSNumber::numberWithInt(100000)},
-             {string("$archiver"), u"NSKeyedArchiver"_ns},
-             {string("$top"), NSDictionary::dictionaryWithEntries({{string("root"), uid(4)}})},
-             {string("$objects"), all}}),
+        dictionaryOf({{string("$version"), number(100000)},
+                      {string("$archiver"), u"NSKeyedArchiver"_ns},
+                      {string("$top"), dictionaryOf({{string("root"), uid(4)}})},
+                      {string("$objects"), all}}),
         NSPropertyListFormat::BinaryFormat_v1_0);
 }
 
 id instance(std::uint64_t cls, const char *name, const id &value) {
-    return NSDictionary::dictionaryWithEntries({{string("$class"), uid(cls)}, {string(name), value}});
+    return dictionaryOf({{string("$class"), uid(cls)}, {string(name), value}});
 }
 
 id collection(std::uint64_t cls, const std::vector<std::uint64_t> &elements) {
@@ -153,10 +151,10 @@ TEST(KeyedArchive, bringsEveryKindBack) {
     const auto decimal = [](const std::string &digits) {
         return NSDecimalNumber::decimalNumberWithString(string(digits));
     };
-    const id list = NSArray::arrayWithObjects({u"a"_ns, NSArray::array(), NSNull::null()});
-    const id table = NSDictionary::dictionaryWithEntries({{u"k"_ns, list}, {list, u"v"_ns}});
+    const id list = arrayOf({u"a"_ns, NSArray::array(), NSNull::null()});
+    const id table = dictionaryOf({{u"k"_ns, list}, {list, u"v"_ns}});
     const id data = NSData::dataWithBytes("\0\1", 2);
-    const id set = NSSet::setWithObjects({u"a"_ns, NSNumber::numberWithInt(1)});
+    const id set = setOf({u"a"_ns, number(1)});
     const id one = NSAttributedString::attributedStringWithString(u"one"_ns, as<NSDictionary>(table));
     const id objects[] = {u"激光"_ns,
                           NSNumber::numberWithDouble(-INFINITY),
@@ -189,11 +187,10 @@ TEST(KeyedArchive, bringsEveryKindBack) {
         EXPECT_EQ(again->isa(), changeable->isa());
     }
     EXPECT_EQ(text(readBack(attributed)), text(attributed));
-    constexpr unsigned seed = 41;
-    RandomObjects random(seed, RandomObjects::Kind::PropertyList);
+    RandomObjects random(41, RandomObjects::Kind::PropertyList);
     for (int round = 0; round < 300; ++round) {
         const id object = random.container(), again = readBack(object);
-        ASSERT_TRUE(again && again->isEqual(object)) << seed << text(object);
+        ASSERT_TRUE(again && again->isEqual(object)) << text(object);
     }
 }
 
@@ -201,8 +198,8 @@ TEST(KeyedArchive, isReadByOthers) {
     const auto one = NSMutableString::string();
     one->setString(u"one"_ns);
     const TemporaryFolder folder;
-    const auto bytes = archived(NSArray::arrayWithObjects({one, u"two"_ns, one}));
-    folder.put("ours", {reinterpret_cast<const char *>(bytes->bytes()), bytes->length()});
+    const auto bytes = archived(arrayOf({one, u"two"_ns, one}));
+    folder.put("ours", contents(bytes));
     const std::string command =
         "python3 -c 'import plistlib, sys; print(plistlib.load(sys.stdin.buffer))' <'" +
         folder.file("ours").string() + "' >'" + folder.file("theirs").string() + "'";
@@ -217,7 +214,7 @@ TEST(KeyedArchive, isReadByOthers) {
 
 TEST(KeyedArchive, keepsWhatIsSharedAndWhatLeadsBack) {
     const auto leaf = node();
-    const auto both = as<NSArray>(readBack(NSArray::arrayWithObjects({leaf, node(leaf)})));
+    const auto both = as<NSArray>(readBack(arrayOf({leaf, node(leaf)})));
     const auto first = as<ArchiveNode>(both->objectAtIndex(0)),
                second = as<ArchiveNode>(both->objectAtIndex(1));
     EXPECT_EQ(second->next, first);
@@ -226,7 +223,7 @@ TEST(KeyedArchive, keepsWhatIsSharedAndWhatLeadsBack) {
     // A cycle through a program's own objects, here by a list and a weak reference.
     const auto root = node(), child = node();
     child->owner = root;
-    root->next = NSArray::arrayWithObjects({child});
+    root->next = arrayOf({child});
     const auto again = as<ArchiveNode>(readBack(root));
     EXPECT_EQ(as<ArchiveNode>(as<NSArray>(again->next)->firstObject())->owner.lock(), again);
     const auto itself = NSMutableArray::array();
@@ -234,7 +231,7 @@ TEST(KeyedArchive, keepsWhatIsSharedAndWhatLeadsBack) {
     EXPECT_EQ(read(archived(itself)), "A collection holds itself.");
     itself->removeAllObjects();
     // A set would compare the child while the root is not read yet.
-    root->next = NSSet::setWithObjects({child});
+    root->next = setOf({child});
     EXPECT_EQ(read(archived(root)),
               "The elements of a set or the keys of a dictionary cost too much to compare.");
     root->conduct = ArchiveNode::GivesAnother;
@@ -243,7 +240,7 @@ TEST(KeyedArchive, keepsWhatIsSharedAndWhatLeadsBack) {
 }
 
 TEST(KeyedArchive, makesOnlyWhatIsAllowed) {
-    const auto books = archived(NSArray::arrayWithObjects({node(), u"text"_ns}));
+    const auto books = archived(arrayOf({node(), u"text"_ns}));
     const Class list = NSArray::class_(), own = ArchiveNode::class_(), words = NSString::class_();
     EXPECT_THAT(read(books, {list, own, words}), testing::HasSubstr("ArchiveNode: 0x"));
     EXPECT_EQ(read(books, {own, words}), "The class \"NSArray\" is not allowed.");
@@ -261,14 +258,14 @@ TEST(KeyedArchive, makesOnlyWhatIsAllowed) {
 TEST(KeyedArchive, refusesToWrite) {
     id deep = NSArray::array();
     for (int i = 1; i < 512; ++i)
-        deep = NSArray::arrayWithObjects({deep});
+        deep = arrayOf({deep});
     EXPECT_TRUE(readBack(deep)->isEqual(deep));
     const std::pair<id, std::string> table[] = {
         {nullptr, "There is no object."},
-        {NSArray::arrayWithObjects({make<NSObject>()}), "The class \"NSObject\" has no encodeWithCoder:."},
-        {NSArray::arrayWithObjects({node(), ArchiveNode::class_()->self()}), // described before
+        {arrayOf({make<NSObject>()}), "The class \"NSObject\" has no encodeWithCoder:."},
+        {arrayOf({node(), ArchiveNode::class_()->self()}), // described before
          "The class \"ArchiveNode\" has no encodeWithCoder:."},
-        {NSArray::arrayWithObjects({deep}), "The objects nest too deep."},
+        {arrayOf({deep}), "The objects nest too deep."},
         {make<NSString>(std::u16string{0xDC00}),
          "At $objects[1]: expected a text in which no surrogate stands alone."},
     };
@@ -300,7 +297,7 @@ TEST(KeyedArchive, refusesHostileArchives) {
         objects.push_back(element);
         return archive(objects);
     };
-    const auto number = NSNumber::numberWithDouble(1e10);
+    const id large = number(1e10);
     const std::string nothing = "A value that should refer to an object refers to none.";
     const std::string unknown = "The object 4 is of no known class.", deep = "The objects nest too deep.";
     const std::string costly = "The elements of a set or the keys of a dictionary cost too much to compare.";
@@ -317,28 +314,28 @@ TEST(KeyedArchive, refusesHostileArchives) {
         {archive({collection(2, {5}), collection(1, {4})}), "A collection holds itself."},
         {archive({collection(1, {99})}), nothing},
         {archive({collection(1, {0})}), noArray},
-        {archive({instance(1, "NS.objects", number)}), noArray},
-        {archive({instance(1, "NS.objects", NSArray::arrayWithObjects({number}))}), nothing},
+        {archive({instance(1, "NS.objects", large)}), noArray},
+        {archive({instance(1, "NS.objects", arrayOf({large}))}), nothing},
         {archive({collection(0, {})}), unknown},
         {archive({collection(99, {})}), unknown},
         {archive({collection(4, {})}), unknown},
         {archive({uid(4)}), unknown},
         {archive({NSDictionary::dictionary()}), unknown},
-        {archive({instance(5, "k", number), instance(0, "$classname", u"NoSuchClass"_ns)}), unknown},
-        {archive({instance(5, "k", number), instance(0, "$classname", u"PropertyListUID"_ns)}),
+        {archive({instance(5, "k", large), instance(0, "$classname", u"NoSuchClass"_ns)}), unknown},
+        {archive({instance(5, "k", large), instance(0, "$classname", u"PropertyListUID"_ns)}),
          "The values of the object 4 make no \"PropertyListUID\"."},
-        {archive({instance(3, "next", number)}), nothing},
+        {archive({instance(3, "next", large)}), nothing},
         {archive({instance(3, "conduct", u"text"_ns)}), "The value of \"conduct\" is not a number."},
-        {archive({instance(3, "conduct", number)}),
+        {archive({instance(3, "conduct", large)}),
          "The value of \"conduct\" is not a whole number of 32 bits."},
         {archive({instance(3, "conduct", uid(0))}), "The value of \"conduct\" is no text, number or data."},
-        {archive({instance(3, "bytes", number)}), "The value of \"bytes\" is not data."},
+        {archive({instance(3, "bytes", large)}), "The value of \"bytes\" is not data."},
         {chain(513, false), deep},
         {chain(10000, false), deep},
         {chain(10000, true), deep},
         {archive(shared), costly},
         {alike(20000, u"text"_ns), costly},
-        {alike(1000, instance(3, "conduct", NSNumber::numberWithInt(0))), costly},
+        {alike(1000, instance(3, "conduct", number(0))), costly},
     };
     for (const auto &[bytes, reason] : table)
         EXPECT_EQ(read(bytes), reason);
@@ -350,23 +347,16 @@ TEST(KeyedArchive, refusesHostileArchives) {
 }
 
 TEST(KeyedArchive, anyMutationIsReadOrRefused) {
-    constexpr unsigned seed = 42;
-    SCOPED_TRACE(seed);
-    RandomObjects random(seed, RandomObjects::Kind::PropertyList);
+    RandomObjects random(42, RandomObjects::Kind::PropertyList);
     std::size_t accepted = 0;
     for (int round = 0; round < 4000; ++round) {
         const auto attributed = NSMutableAttributedString::attributedStringWithString(u"abc"_ns);
         attributed->addAttribute(u"k"_ns, NSDecimalNumber::decimalNumberWithString(u"1.5"_ns), {1, 1});
-        const auto bytes = as<NSMutableData>(
-            archived(NSArray::arrayWithObjects(
-                         {random.container(2), NSSet::setWithObjects({random.text()}), node(attributed)}))
-                ->mutableCopy());
-        for (std::size_t changes = 1 + random.below(3); changes > 0; --changes) {
-            auto &byte = bytes->mutableBytes()[random.below(bytes->length())];
-            byte = static_cast<std::uint8_t>(random.below(2) ? byte + 1 : random.below(256));
-        }
+        const auto bytes = random.mutated(
+            contents(archived(arrayOf({random.container(2), setOf({random.text()}), node(attributed)}))),
+            "\0\1\4\xA1\x80"sv);
         Ref<NSError> error;
-        const id object = NSKeyedUnarchiver::unarchivedObjectOfClasses(anything, bytes, &error);
+        const id object = NSKeyedUnarchiver::unarchivedObjectOfClasses(anything, dataOf(bytes), &error);
         accepted += object != nullptr;
         ASSERT_FALSE(object && error);
     }

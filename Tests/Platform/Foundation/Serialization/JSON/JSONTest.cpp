@@ -1,9 +1,9 @@
 // JSON as it is read and as it is written.
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Foundation/System/NSError.h"
+#include "Tests/Support/Objects.h"
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/RandomObjects.h"
-#include "Tests/Support/Shorthand.h"
 
 #include <gmock/gmock.h>
 
@@ -17,8 +17,7 @@ using Write = NSJSONWritingOptions;
 constexpr auto fragments = Write::FragmentsAllowed;
 
 id read(std::string_view json, Options options = Options::AllowFragments, Ref<NSError> *error = nullptr) {
-    return NSJSONSerialization::JSONObjectWithData(NSData::dataWithBytes(json.data(), json.size()), options,
-                                                   error);
+    return NSJSONSerialization::JSONObjectWithData(dataOf(json), options, error);
 }
 
 /// The debug description with which the text is refused; empty when it is read.
@@ -32,13 +31,6 @@ std::string refusal(std::string_view json, Options options = Options::None) {
     return text(error->userInfo()->objectForKey(NSDebugDescriptionErrorKey()));
 }
 
-/// What the text says, a number with its type's letter.
-std::string value(std::string_view json) {
-    const id result = read(json);
-    const auto number = as<NSNumber>(result);
-    return (number ? std::string(1, number->objCType()) + " " : "") + text(result);
-}
-
 /// The text, or "!" and the debug description of the refusal.
 std::string written(const id &object, Write options = Write::None) {
     Ref<NSError> error;
@@ -46,7 +38,7 @@ std::string written(const id &object, Write options = Write::None) {
     EXPECT_EQ(data == nullptr, error != nullptr);
     EXPECT_EQ(NSJSONSerialization::dataWithJSONObject(object, options, nullptr) == nullptr, data == nullptr);
     if (data)
-        return {data->span().begin(), data->span().end()};
+        return contents(data);
     EXPECT_EQ(error->code(), 3852);
     EXPECT_EQ(text(error->domain()), "NSCocoaErrorDomain");
     return "!" + text(error->userInfo()->objectForKey(NSDebugDescriptionErrorKey()));
@@ -77,7 +69,7 @@ TEST(JSON, readsValues) {
         {"[1 , [true,{}] ]", "(\n    1,\n    (\n        1,\n        {\n        }\n    )\n)"},
     };
     for (const auto &[json, expected] : table)
-        EXPECT_EQ(value(json), expected) << json;
+        EXPECT_EQ(typed(read(json)), expected) << json;
     for (const Options options : {Options::None, Options::MutableContainers}) {
         const bool wanted = options == Options::MutableContainers;
         const auto root = as<NSDictionary>(read(R"({"z":[{"x":1}],"y":2,"a":3})", options));
@@ -85,15 +77,13 @@ TEST(JSON, readsValues) {
         EXPECT_EQ(as<NSMutableDictionary>(root) != nullptr, wanted);
         EXPECT_EQ(as<NSMutableArray>(list) != nullptr, wanted);
         EXPECT_EQ(as<NSMutableDictionary>(list->firstObject()) != nullptr, wanted);
-        EXPECT_EQ(elements(root->allKeys()), "z y a") << "in the text's order";
+        EXPECT_EQ(joined(root->allKeys()), "z y a") << "in the text's order";
     }
 }
 
 // Near every edge: of the largest double, of the smallest, between two of them, of 64 bits, of exponents.
 TEST(JSON, readsNumbersToTheNearestDouble) {
-    constexpr unsigned seed = 5324;
-    SCOPED_TRACE(seed);
-    RandomObjects random(seed, RandomObjects::Kind::JSON);
+    RandomObjects random(5324, RandomObjects::Kind::JSON);
     const auto digits = [&](std::size_t count) {
         std::string made;
         while (made.size() < count)
@@ -202,8 +192,8 @@ TEST(JSON, nestsToItsLimitAndNoFurther) {
         const id object = read(deepest);
         EXPECT_EQ(written(object), deepest);
         EXPECT_TRUE(read(written(object, Write::PrettyPrinted))->isEqual(object));
-        EXPECT_THAT(written(NSArray::arrayWithObjects({object})), HasSubstr("nested"));
-        EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(NSArray::arrayWithObjects({object})));
+        EXPECT_THAT(written(arrayOf({object})), HasSubstr("nested"));
+        EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(arrayOf({object})));
     }
     EXPECT_EQ(refusal("[" + arrays(511) + "," + arrays(511) + "]"), "") << "depth, not count";
     for (const std::size_t levels : {513u, 100000u}) {
@@ -222,9 +212,7 @@ TEST(JSON, nestsToItsLimitAndNoFurther) {
 }
 
 TEST(JSON, anyMutationOfATextIsReadOrRefused) {
-    constexpr unsigned seed = 977;
-    SCOPED_TRACE(seed);
-    RandomObjects random(seed, RandomObjects::Kind::JSON);
+    RandomObjects random(977, RandomObjects::Kind::JSON);
     const std::string original =
         R"({"printers":[{"model":"L200","pages":12345,"level":0.5,"on":true,"x":null},"Gr\u00fcn 😀","\ud83d\ude00",-1e3]})";
     std::size_t accepted = 0;
@@ -234,11 +222,9 @@ TEST(JSON, anyMutationOfATextIsReadOrRefused) {
 }
 
 TEST(JSONWriting, hasTheseForms) {
-    const id object = NSDictionary::dictionaryWithEntries(
-        {{u"b/c"_ns,
-          NSArray::arrayWithObjects({NSNumber::numberWithInt(1), NSNull::null(), NSArray::array()})},
-         {u"B"_ns, NSDictionary::dictionary()},
-         {u"a"_ns, NSDictionary::dictionaryWithEntries({{u"x"_ns, NSNumber::numberWithBool(true)}})}});
+    const id object = dictionaryOf({{u"b/c"_ns, arrayOf({number(1), NSNull::null(), NSArray::array()})},
+                                    {u"B"_ns, NSDictionary::dictionary()},
+                                    {u"a"_ns, dictionaryOf({{u"x"_ns, number(true)}})}});
     EXPECT_EQ(written(object), R"({"b\/c":[1,null,[]],"B":{},"a":{"x":true}})");
     EXPECT_EQ(written(object, Write::SortedKeys | Write::WithoutEscapingSlashes),
               R"({"B":{},"a":{"x":true},"b/c":[1,null,[]]})");
@@ -264,15 +250,15 @@ TEST(JSONWriting, writesScalars) {
         {u"\"\\/\b\f\n\r\t\u0001\u001f\u007f é激😀\u2028"_ns,
          "\"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f\x7F é激😀\u2028\""},
         {make<NSString>(std::u16string{u'a', 0}), R"("a\u0000")"},
-        {NSNumber::numberWithBool(false), "false"},
+        {number(false), "false"},
         {NSNumber::numberWithChar(1), "1"},
-        {NSNumber::numberWithLongLong(INT64_MIN), "-9223372036854775808"},
-        {NSNumber::numberWithUnsignedLongLong(UINT64_MAX), "18446744073709551615"},
-        {NSNumber::numberWithDouble(0.1), "0.1"},
-        {NSNumber::numberWithDouble(100), "100"},
-        {NSNumber::numberWithDouble(1e300), "1e+300"},
-        {NSNumber::numberWithDouble(5e-324), "5e-324"},
-        {NSNumber::numberWithFloat(0.1f), "0.10000000149011612"},
+        {number(INT64_MIN), "-9223372036854775808"},
+        {number(UINT64_MAX), "18446744073709551615"},
+        {number(0.1), "0.1"},
+        {number(100.0), "100"},
+        {number(1e300), "1e+300"},
+        {number(5e-324), "5e-324"},
+        {number(0.1f), "0.10000000149011612"},
         {NSNull::null(), "null"},
     };
     for (const auto &[object, expected] : table) {
@@ -284,15 +270,15 @@ TEST(JSONWriting, writesScalars) {
 
 TEST(JSONWriting, refusesWhatJSONCannotHold) {
     const auto loneSurrogate = make<NSString>(std::u16string{u'a', 0xD800});
-    const auto in = [](const id &value) { return NSArray::arrayWithObjects({value}); };
-    const auto under = [](const id &key) { return NSDictionary::dictionaryWithEntries({{key, u"v"_ns}}); };
+    const auto in = [](const id &value) { return arrayOf({value}); };
+    const auto under = [](const id &key) { return dictionaryOf({{key, u"v"_ns}}); };
     const std::pair<id, std::string> table[] = {
         {in(NSNumber::numberWithDouble(NAN)), "finite"},
         {in(NSNumber::numberWithDouble(-INFINITY)), "finite"},
         {in(NSNumber::numberWithFloat(INFINITY)), "finite"},
         {in(NSDate::distantPast()), "type"},
         {in(NSData::data()), "type"},
-        {under(NSNumber::numberWithInt(1)), "key"},
+        {under(number(1)), "key"},
         {in(under(NSNull::null())), "key"},
     };
     for (const auto &[object, reason] : table) {
@@ -308,9 +294,7 @@ TEST(JSONWriting, refusesWhatJSONCannotHold) {
 }
 
 TEST(JSONWriting, isReadBackEqual) {
-    constexpr unsigned seed = 20;
-    SCOPED_TRACE(seed);
-    RandomObjects objects(seed, RandomObjects::Kind::JSON);
+    RandomObjects objects(20, RandomObjects::Kind::JSON);
     for (int round = 0; round < 2000; ++round) {
         const id object = objects.container();
         const auto options = static_cast<Write>(objects.below(16));
@@ -329,7 +313,7 @@ TEST(JSONWriting, isReadBackWithManyKeys) {
         if (i % 1000 == 0)
             records->addObject(NSMutableDictionary::dictionary());
         as<NSMutableDictionary>(records->lastObject())
-            ->setObject(NSNumber::numberWithInt(i),
+            ->setObject(number(i),
                         NSString::stringWithFormat(i % 2 ? "k%d" : "the ends are %d the same", i % 1000));
     }
     EXPECT_TRUE(records->isEqual(read(written(records))));
