@@ -239,8 +239,13 @@ TEST(DateTexts, surviveAnyPatternAndAnyText) {
                                        "@@@", "x-y-z_$$$", "en@calendar=nowhere", ""};
     RandomDates random(7);
     const auto any = [&] {
-        const auto units = random.text<std::u16string>(pieces, 8);
-        return make<NSString>(random.oneIn(10) ? units + std::u16string(random.below(60), units[0]) : units);
+        std::u16string units;
+        for (auto count = random.below(8); count > 0; --count) {
+            const auto piece = random.of(pieces);
+            for (auto times = random.below(10) ? 1 : random.below(60); times > 0; --times)
+                units += piece;
+        }
+        return make<NSString>(units);
     };
     for (int round = 0; round < 1500; ++round) {
         const NSDateFormatter formatter(any(), make<NSLocale>(random.of(locales)), nullptr);

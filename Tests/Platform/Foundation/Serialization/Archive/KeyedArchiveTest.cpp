@@ -328,6 +328,8 @@ TEST(KeyedArchive, refusesHostileArchives) {
         {archive({instance(3, "conduct", u"text"_ns)}), "The value of \"conduct\" is not a number."},
         {archive({instance(3, "conduct", large)}),
          "The value of \"conduct\" is not a whole number of 32 bits."},
+        {archive({instance(3, "conduct", number(0.5))}),
+         "The value of \"conduct\" is not a whole number of 64 bits."},
         {archive({instance(3, "conduct", uid(0))}), "The value of \"conduct\" is no text, number or data."},
         {archive({instance(3, "bytes", large)}), "The value of \"bytes\" is not data."},
         {chain(513, false), deep},
