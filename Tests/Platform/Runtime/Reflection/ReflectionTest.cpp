@@ -137,6 +137,7 @@ TEST(Reflection, propertiesAndTheirAttributes) {
                                  "setLater:", "visible", "setÉpaisseur:"})
         EXPECT_FALSE(Book::class_()->findMethod(sel_registerName(selector))) << selector;
     EXPECT_EQ(runtime::setterName("épaisseur"), "setÉpaisseur:");
+    EXPECT_EQ(runtime::setterName("URL") + runtime::setterName("_x"), "setURL:set_x:");
     EXPECT_EQ(runtime::setterName("𐐨x"), "set𐐀x:") << "a character of two units";
     EXPECT_EQ(class_copyIvarList(Book::class_()).size(), 17u) << "computed and dynamic properties have none";
     EXPECT_TRUE(class_conformsToProtocol(Book::class_(), "Readable"));
