@@ -1,8 +1,18 @@
 # Completion of zkprinter for bash: commands, options, queues and thresholds.
 
 _zkprinter() {
-    local current=${COMP_WORDS[COMP_CWORD]} words=() word previous=
-    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+    local current words=() word previous= typed=()
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD}"; do # which bash parts at "=" and ":"
+        if [[ ${#typed[@]} -gt 0 && ($word == [=:]* || $previous == *[=:]) ]]; then
+            typed[-1]+=$word
+        else
+            typed+=("$word")
+        fi
+        previous=$word
+    done
+    current=${typed[-1]}
+    previous=
+    for word in "${typed[@]:0:${#typed[@]}-1}"; do
         [[ $word == -* || $previous == --timeout ]] || words+=("$word")
         previous=$word
     done
@@ -21,7 +31,7 @@ _zkprinter() {
     "0 ") mapfile -t COMPREPLY < <(compgen -W "list devices status reminder diagnose" -- "$current") ;;
     "1 status" | "1 reminder")
         while read -r word; do
-            [[ $word != "$current"* ]] || COMPREPLY+=("$word")
+            [[ $word != "$current"* ]] || COMPREPLY+=("${word#"${current%"${current##*:}"}"}")
         done < <("${COMP_WORDS[0]}" list 2>/dev/null | sed '1d; s/ .*//')
         ;;
     "2 reminder") mapfile -t COMPREPLY < <(compgen -W "off 2 3 4 5 6 7 8 9 10" -- "$current") ;;
