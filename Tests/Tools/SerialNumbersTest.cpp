@@ -54,12 +54,18 @@ public:
                 escaped += character;
         return escaped;
     }
-    std::string blanks() { return std::string(below(3), ' '); }
+    std::string blanks() {
+        std::string text;
+        for (std::size_t count = below(3); count > 0; --count)
+            text += " \t\r\n"[below(4)];
+        return text;
+    }
     std::string key() {
         static const std::vector<std::string> keys = {
             "sn",      "SN",         "S/N",       "s.n.",         "S_N",           "SERN",
             "serial",  "Serial No.", "serial_no", "SerialNumber", "serial-number", "usb_serial",
-            "iSerial", "SNR",        "snum",      "Seriennummer"};
+            "iSerial", "SNR",        "snum",      "Seriennummer", "N° de série",   "número de serie",
+            "序列号"};
         return inOtherCase(of(keys));
     }
 };
@@ -80,7 +86,7 @@ bool tells(std::string text, std::string serial) {
 
 TEST(SerialNumbers, areHiddenWhereverTheyOccur) {
     SerialNumbers serials;
-    for (const char *serial : {"SN001", "SN00112345", "7", "a\tb", "序列号一二三", "A B&'SECRET", ""})
+    for (const char *serial : {"SN001", "SN00112345", "7", "ab\tc", "序列号一二三", "A B&'SECRET", ""})
         serials.add(serial);
     const std::pair<const char *, const char *> rows[] = {
         {"", ""},
@@ -88,8 +94,8 @@ TEST(SerialNumbers, areHiddenWhereverTheyOccur) {
         {"xSN00112345SN00112345y", "xSN0…45SN0…45y"},
         {"SN001 Desk_SN001 (sn001)", "… Desk_… (…)"},
         {"SN0019 xSN001 SN001é", "SN0019 xSN001 SN001é"}, // other words
-        {"7 of 17, usb:7", "… of 17, usb:…"},
-        {"a\tb a\\tb", "… …"}, // as it is, and as the log writes it
+        {"7 of 17, usb:7, serial 7", "7 of 17, usb:7, serial …"},
+        {"ab\tc ab\\tc", "… …"}, // as it is, and as the log writes it
         {"nr 序列号一二三", "nr …"},
         {"\"usb://Z/L?serial=UNKNOWN123&x=1\" serial=Q%20 serial=",
          "\"usb://Z/L?serial=UNK…23&x=1\" serial=… serial="},
@@ -106,6 +112,11 @@ TEST(SerialNumbers, areHiddenWhereverTheyOccur) {
         {"%3Fserial%3DUNKNOWN123", "%3Fserial%3DUNK…23"},
         {"%53%4E001", "…"},
         {"%2553N00112345", "SN0…45"},
+        {"serial port 3, no serial at 5", "serial port 3, no serial at 5"},
+        {R"({"serial":["a]1","b"],"x":[1]})", R"({"serial":[…],"x":[1]})"},
+        {R"({"key":"serial","value":"UNKNOWN123"},{"key":"x","value":1})",
+         R"({"key":"serial","value":"UNK…23"},{"key":"x","value":1})"},
+        {"Serial No. UNKNOWN123, S/N: UNKNOWN123", "Serial No. UNK…23, S/N: UNK…23"},
     };
     for (const auto &[text, hidden] : rows)
         EXPECT_EQ(serials.hide(text), hidden) << text;
@@ -130,9 +141,22 @@ TEST(SerialNumbers, areHiddenHoweverTheyAreWritten) {
             "{\"a\":1,\"" + scribe.key() + "\"" + scribe.blanks() + ":" + scribe.blanks();
         const std::string named[] = {
             quotedKey + "\"" + scribe.inJson(serial) + "\",\"b\":2}",
+            quotedKey + "[\"" + scribe.inJson(serial) + "\"],\"b\":2}",
+            quotedKey + "{\"value\":\"" + scribe.inJson(serial) + "\"},\"b\":2}",
+            "{\"key\":\"" + scribe.key() + "\"," + scribe.blanks() + "\"value\":\"" + scribe.inJson(serial) +
+                "\"}",
+            "<" + scribe.key() + " value=\"" + serial.substr(0, serial.find('"')) + "\"/>",
+            scribe.key() + (scribe.below(2) ? " " : "\t") + scribe.percentEncoded(serial, false) + " here",
             "Zelkor/L200?" + scribe.key() + "=" + scribe.percentEncoded(serial, false) + "&b",
             scribe.percentEncoded(quotedKey + "\"" + serial.substr(0, serial.find('"')) + "\"", true)};
         for (const std::string &text : named)
             EXPECT_FALSE(tells(unknowing.hide(text), serial.substr(0, serial.find('"')))) << text;
     }
+}
+
+TEST(SerialNumbers, areHiddenBelowAnyNumberOfEscapes) {
+    std::string text = "serial";
+    for (int layer = 0; layer < 15000; ++layer)
+        text += layer == 0 ? "%25" : "25";
+    EXPECT_EQ(SerialNumbers().hide(text + "3DUNKNOWN123"), "…");
 }

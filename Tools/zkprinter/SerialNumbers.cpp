@@ -12,6 +12,8 @@
 namespace {
 
 constexpr std::size_t shortest = 8;        // of which some characters may be shown
+constexpr std::size_t shortestKnown = 4;   // by itself; what is shorter occurs in anything
+constexpr int mostLayers = 8;              // of escapes, around which nobody puts more
 constexpr std::size_t longestWord = 24;    // for a serial number, with what stands between its letters
 constexpr std::size_t shortestAddress = 5; // digits
 constexpr std::string_view blanks = " \t\r\n";
@@ -75,11 +77,15 @@ public:
     explicit Folded(std::string_view original) : original_(original), text_(original) {
         for (std::size_t at = 0; at <= original.size(); ++at)
             from_.push_back(at);
-        do // an escape may be in capitals, and may stand for one
+        for (int layer = 0; isDeep_ && layer <= mostLayers; ++layer) {
+            // An escape may be in capitals, and may stand for one.
             std::ranges::transform(text_, text_.begin(), ascii::lowerCase<char>);
-        while (unescape());
+            isDeep_ = unescape();
+        }
     }
 
+    /// There are more layers of escapes, which were left as they are.
+    bool isDeep() const { return isDeep_; }
     const std::string &text() const { return text_; }
     /// The bytes of the original that became the byte at `at`; npos stands for its end.
     std::size_t origin(std::size_t at) const { return from_[std::min(at, text_.size())]; }
@@ -107,6 +113,7 @@ private:
     }
 
     std::string_view original_;
+    bool isDeep_ = true;
     std::string text_;
     std::vector<std::size_t> from_; // the offset in the original of each byte and of the end
 };
@@ -117,48 +124,89 @@ struct Cover {
     std::string shown;
 };
 
+bool isQuote(char character) {
+    return character == '"' || character == '\'';
+}
+
 bool isWord(std::string_view text, std::size_t at, std::size_t length) {
     return (at == 0 || !isWordCharacter(text[at - 1])) &&
            (at + length == text.size() || !isWordCharacter(text[at + length]));
 }
 
-/// Whether the text, in small letters, ends with a word for a serial number.
-bool endsWithWordForSerial(std::string_view text) {
-    std::string letters;
+enum class Nearness { exactly, withMore };
+
+/// Whether the text, in small letters, ends with a word for a serial number; `withMore`: and something that
+/// belongs to it.
+bool endsWithWordForSerial(std::string_view text, Nearness nearness) {
+    constexpr std::string_view endings[] = {"",   "r",   "o",     "no",     "nr",
+                                            "um", "num", "umber", "number", "nummer"};
+    std::string letters, others;
     std::vector<bool> begins; // whether a word begins with the letter
     for (std::size_t at = text.size() - std::min(text.size(), longestWord); at < text.size(); ++at) {
         if (std::string_view("{};,&?\n").find(text[at]) != std::string_view::npos) {
             letters.clear(); // what is before has a value of its own
+            others.clear();
             begins.clear();
         } else if (isPlain(text[at])) {
             letters += text[at];
             begins.push_back(at == 0 || !isWordCharacter(text[at - 1]));
+        } else if (isWordCharacter(text[at])) {
+            others += text[at];
         }
     }
-    for (const std::string_view part : {"serial", "serien"})
-        if (letters.find(part) != std::string::npos)
-            return true;
+    // "de série" has lost its accent.
+    for (const std::string_view part : {"serial", "serien", "deserie", "desrie", "diserie"})
+        if (const std::size_t found = letters.rfind(part); found != std::string::npos)
+            if (nearness == Nearness::withMore ||
+                std::ranges::count(endings, std::string_view(letters).substr(found + part.size())) > 0)
+                return true;
     for (const std::string_view word : {"sn", "sern", "ser"})
-        for (const std::string_view more : {"", "r", "o", "no", "nr", "um", "num", "umber", "number"}) {
+        for (const std::string_view more : endings) {
             const std::string whole = std::string(word).append(more);
             if (whole != "ser" && letters.ends_with(whole) && begins[letters.size() - whole.size()])
                 return true;
         }
+    for (const std::string_view word : {"序列号", "序列號"})
+        if (nearness == Nearness::withMore ? others.find(word) != std::string::npos : text.ends_with(word))
+            return true;
     return false;
+}
+
+/// Where the quotation ends whose first byte is at `at`; escaped or not, it ends as it begins.
+std::size_t endOfQuotation(const Folded &folded, std::size_t at) {
+    const std::string &text = folded.text();
+    const std::string_view quote = folded.originOf(at++);
+    while (at < text.size() && !(isQuote(text[at]) && folded.originOf(at) == quote))
+        ++at;
+    return at;
+}
+
+/// Where the array or object of JSON ends whose bracket is at `at`.
+std::size_t endOfBrackets(const Folded &folded, std::size_t at) {
+    const std::string &text = folded.text();
+    for (int depth = 0; at < text.size(); ++at) {
+        if (isQuote(text[at]))
+            at = std::min(endOfQuotation(folded, at), text.size() - 1);
+        else if (text[at] == '[' || text[at] == '{')
+            ++depth;
+        else if ((text[at] == ']' || text[at] == '}') && --depth == 0)
+            return at;
+    }
+    return at;
 }
 
 /// The end of the value that begins at `at`, behind the separator `separator`.
 std::size_t endOfValue(const Folded &folded, std::size_t &at, char separator) {
     const std::string &text = folded.text();
-    at = std::min(text.find_first_not_of(" \t", at), text.size());
-    const auto isQuote = [&](std::size_t place) { return text[place] == '"' || text[place] == '\''; };
-    if (at < text.size() && isQuote(at)) {
-        const std::string_view quote = folded.originOf(at++); // escaped or not: it ends as it begins
-        std::size_t end = at;
-        while (end < text.size() && !(isQuote(end) && folded.originOf(end) == quote))
-            ++end;
-        return end;
-    }
+    const auto firstNotOf = [&](std::string_view some) {
+        return std::min(text.find_first_not_of(some, at), text.size());
+    };
+    const std::size_t next = firstNotOf(blanks);
+    const bool isEnclosed =
+        next < text.size() && (isQuote(text[next]) || text[next] == '[' || text[next] == '{');
+    at = isEnclosed ? next : firstNotOf(" \t");
+    if (isEnclosed)
+        return isQuote(text[at++]) ? endOfQuotation(folded, at - 1) : endOfBrackets(folded, at - 1);
     const std::string_view ends = separator == '='   ? "&#\" \t\r\n"
                                   : separator == '>' ? "<\n"
                                                      : "\",;}] \t\r\n";
@@ -169,17 +217,47 @@ std::size_t endOfValue(const Folded &folded, std::size_t &at, char separator) {
     return end;
 }
 
+/// Whether what stands before a separator says that a serial number stands behind it.
+bool announcesSerial(std::string_view before) {
+    constexpr std::string_view between = " \t\r\n\"'=";
+    const auto upToWord = [&](std::string_view marks) {
+        return before.substr(0, before.find_last_not_of(marks) + 1);
+    };
+    before = upToWord(between);
+    if (before.ends_with("value")) { // of what is named in front of it
+        before.remove_suffix(std::string_view("value").size());
+        before = upToWord(" \t\r\n\"'=,");
+    }
+    return endsWithWordForSerial(before, Nearness::withMore);
+}
+
+/// The same for a blank, the first of those that stand there.
+bool announcesSerialBehindBlank(std::string_view before) {
+    if (before.empty() || blanks.find(before.back()) != std::string_view::npos)
+        return false;
+    return endsWithWordForSerial(before.substr(0, before.find_last_not_of("\"'.") + 1), Nearness::exactly);
+}
+
+/// A word in plain text.
+bool looksLikeSerial(std::string_view word) {
+    return !word.empty() && std::string_view(":=>").find(word.front()) == std::string_view::npos &&
+           std::ranges::any_of(word, ascii::isDigit<char>);
+}
+
 void coverNamed(const Folded &folded, std::string_view original, std::vector<Cover> &covers) {
-    const std::string &text = folded.text();
+    const std::string_view text = folded.text();
     for (std::size_t separator = 0;
-         (separator = text.find_first_of(":=>", separator)) != std::string::npos;) {
-        const std::string_view before = std::string_view(text).substr(0, separator);
+         (separator = text.find_first_of(":=> \t\r\n", separator)) != std::string::npos;) {
+        const std::string_view before = text.substr(0, separator);
         const char kind = text[separator++];
-        const std::size_t word = before.find_last_not_of(" \t\"'=") + 1;
-        if (!endsWithWordForSerial(before.substr(0, word)))
+        const bool isBlank = blanks.find(kind) != std::string_view::npos;
+        if (!(isBlank ? announcesSerialBehindBlank(before) : announcesSerial(before)))
             continue;
-        std::size_t at = separator;
+        std::size_t at =
+            isBlank ? std::min(text.find_first_not_of(blanks, separator), text.size()) : separator;
         const std::size_t end = endOfValue(folded, at, kind);
+        if (isBlank && !looksLikeSerial(text.substr(at, end - at)))
+            continue;
         const std::size_t first = folded.origin(at), last = folded.origin(end);
         if (first < last)
             covers.push_back({first, last, SerialNumbers::shortened(original.substr(first, last - first))});
@@ -198,7 +276,7 @@ std::string SerialNumbers::shortened(std::string_view serial) {
 
 void SerialNumbers::add(const std::string &serial) {
     const std::string folded = Folded(serial).text();
-    if (folded.empty() || std::ranges::find(known_, serial, &Known::serial) != known_.end())
+    if (folded.size() < shortestKnown || std::ranges::find(known_, serial, &Known::serial) != known_.end())
         return;
     known_.push_back({serial, folded});
     std::ranges::stable_sort(known_, std::ranges::greater(),
@@ -207,6 +285,8 @@ void SerialNumbers::add(const std::string &serial) {
 
 std::string SerialNumbers::hide(std::string_view text) const {
     const Folded folded(text);
+    if (folded.isDeep())
+        return "…";
     std::vector<Cover> covers;
     for (const auto &[serial, form] : known_)
         for (std::size_t at = 0; (at = folded.text().find(form, at)) != std::string::npos;) {

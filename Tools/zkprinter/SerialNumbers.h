@@ -12,11 +12,13 @@ public:
     static std::string shortened(std::string_view serial);
 
     /// Remembers a serial number to hide wherever it occurs, in capitals or not, percent-encoded or escaped
-    /// as in JSON; short ones as whole words only.
+    /// as in JSON; short ones as whole words only, and those under 4 bytes only behind a word for a serial
+    /// number.
     void add(const std::string &serial);
 
     /// The text with every remembered number shortened, and whatever stands behind a word for a serial number
-    /// ("sn", "S/N", "Serial No.", "serialNumber", "SERN"), in a URI, a device ID, JSON or plain text.
+    /// ("sn", "S/N", "Serial No.", "serialNumber", "SERN", "número de serie"), in a URI, a device ID, JSON,
+    /// XML or plain text. Nothing is left of a text whose escapes are nested beyond all use.
     std::string hide(std::string_view text) const;
 
 private:
