@@ -71,7 +71,7 @@ template <class Visit>
 Reason JSONWriter::entries(const NSDictionary &dictionary, Visit visit) const {
     if (!sorted_)
         return json::eachEntry(dictionary, visit);
-    if (json::LockedVisit::isWithin(dictionary))
+    if (!dictionary.table() && json::LockedVisit::isWithin(dictionary))
         return json::tooDeep;
     auto all = dictionary.allEntries();
     for (const auto &[key, object] : all)

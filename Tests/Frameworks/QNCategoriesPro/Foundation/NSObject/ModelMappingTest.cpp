@@ -306,7 +306,7 @@ TEST(ModelMeta, isKeptUntilTheClassIsMarked) {
 TEST(ModelMeta, threadsMapAClassThatIsMarkedMeanwhile) {
     const Class cls = lettersWith("BusyLetters", nullptr);
     const auto knows = [&](const std::string &property) {
-        return _QNModelMeta::metaWithClass(cls)->headForKey(text(property)) != nullptr;
+        return _QNModelMeta::metaWithClass(cls)->headForKey(string(property)) != nullptr;
     };
     const auto info = _QNModelMeta::metaWithClass(cls)->_classInfo;
     dispatch::onThreads(3, [&](int thread) {

@@ -4,7 +4,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Pinyin/HanReading.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Pinyin/PinyinSyllable.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Pinyin/PinyinText.h"
-#include "Tests/Support/Text.h"
+#include "Tests/Support/Objects.h"
 
 #include <gtest/gtest.h>
 
