@@ -27,6 +27,8 @@ private:
     void fallDue(unsigned schedule);
     void submit();
     void runHandler();
+    void callHandler();
+    void handlerEnded();
 
     Queue &queue_;
     Clock &clock_;
@@ -117,20 +119,34 @@ void TimerSource::State::submit() {
 }
 
 void TimerSource::State::runHandler() {
-    std::unique_lock lock(mutex_);
-    if (std::exchange(due_, false) && !cancelled_) {
-        if (auto handler = handler_; handler && *handler) {
-            lock.unlock();
-            (*handler)();
-            handler.reset();
-            lock.lock();
-        }
+    try {
+        callHandler();
+    } catch (...) { // for the queue to deal with; the ticks to come are none of its affair
+        handlerEnded();
+        throw;
     }
-    active_ = due_ && !cancelled_;
-    if (active_) {
-        lock.unlock();
-        submit();
+    handlerEnded();
+}
+
+void TimerSource::State::callHandler() {
+    std::shared_ptr<Block> handler;
+    {
+        const std::lock_guard lock(mutex_);
+        if (std::exchange(due_, false) && !cancelled_)
+            handler = handler_;
     }
+    if (handler && *handler)
+        (*handler)();
+}
+
+void TimerSource::State::handlerEnded() {
+    {
+        const std::lock_guard lock(mutex_);
+        active_ = due_ && !cancelled_;
+        if (!active_)
+            return;
+    }
+    submit();
 }
 
 TimerSource::TimerSource(Queue &queue, Clock &clock) : state_(std::make_shared<State>(queue, clock)) {}

@@ -9,7 +9,8 @@
 // missed ones are skipped. A tick that falls due while the handler is queued or running is kept, and any
 // number of them are kept as one: the handler never runs twice at a time.
 //
-// A queue that raises instead of taking a tick is offered it again a little later.
+// A queue that raises instead of taking a tick is offered it again a little later. What the handler raises
+// reaches the queue; the next ticks come all the same.
 //
 // Threads: every member is safe from every thread, also from inside the handler, but must not be called
 // while holding a lock that the queue's `async` takes. Destruction cancels.

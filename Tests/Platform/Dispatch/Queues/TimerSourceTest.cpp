@@ -2,6 +2,7 @@
 #include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Platform/Dispatch/Queues/Semaphore.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <gmock/gmock.h>
 
@@ -77,6 +78,20 @@ TEST_F(TimerSourceTest, keepsTicksDueWhileTheHandlerRuns) {
     mainQueue().drain();
     EXPECT_THAT(ticks, ElementsAre(10, 45)) << "three kept as one";
     EXPECT_EQ(mainQueue().drain(), 0U);
+}
+
+TEST_F(TimerSourceTest, ticksOnAfterItsHandlerRaised) {
+    source->setTimer(origin + 10ms, 10ms);
+    source->setHandler([&] {
+        ticks.push_back((clock.now() - origin) / 1ms);
+        if (ticks.size() < 3)
+            throw NSException(NSGenericException, "tick");
+    });
+    source->resume();
+    for (int i = 0; i < 2; ++i)
+        EXPECT_THROW(advanceAndDrain(10ms), NSException);
+    advanceAndDrain(10ms);
+    EXPECT_THAT(ticks, ElementsAre(10, 20, 30));
 }
 
 TEST_F(TimerSourceTest, oneShotAndNever) {
