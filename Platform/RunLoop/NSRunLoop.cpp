@@ -4,6 +4,7 @@
 #include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 
@@ -56,6 +57,7 @@ void NSRunLoop::addTimer(const Ref<NSTimer> &timer, NSRunLoopMode mode) {
     auto &timers = timers_[std::string(mode)];
     if (timer && std::find(timers.begin(), timers.end(), timer) == timers.end()) {
         timers.push_back(timer);
+        timer->loop_ = std::static_pointer_cast<NSRunLoop>(self());
         wakeUp();
     }
 }
@@ -104,6 +106,7 @@ void NSRunLoop::run(NSRunLoopMode mode) {
 }
 
 bool NSRunLoop::runUntilDate(NSRunLoopMode mode, const Ref<NSDate> &limit) {
+    runtime::checkObject("NSRunLoop runUntilDate:", limit);
     return runUntilInstant(mode, Clock::current().now() +
                                      nanosecondsFromTimeInterval(limit->timeIntervalSinceNow()));
 }

@@ -52,15 +52,16 @@ public:
     /// Serves `mode` until `stop`. Nests: `stop` ends the innermost run, or the next one when none is under
     /// way.
     void run(NSRunLoopMode mode);
-    /// Serves `mode` until the date or `stop`; true when it was stopped.
+    /// Serves `mode` until the date or `stop`; true when it was stopped. Raises NSInvalidArgumentException
+    /// for a date of none.
     bool runUntilDate(NSRunLoopMode mode, const Ref<NSDate> &limit);
     void stop();
 
     /// Ends a wait, so that what was submitted meanwhile is served.
     void wakeUp();
-    /// Called, on any thread, for every `wakeUp`, and on the loop's thread when a timer was added. It must
-    /// only wake the host: neither wake the loop nor call `setWaker`. When `setWaker` returns, the former one
-    /// is not running and is called no more.
+    /// Called, on any thread, for every `wakeUp`, and on the loop's thread when a timer was added or the date
+    /// of one came nearer. It must only wake the host: neither wake the loop nor call `setWaker`. When
+    /// `setWaker` returns, the former one is not running and is called no more.
     void setWaker(std::function<void()> waker);
 
     /// The mode being served, or empty outside.

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Runtime/Object/Message.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 using dispatch::Clock;
 using dispatch::Instant;
@@ -46,10 +47,19 @@ void NSTimer::fire() {
     if (!valid_)
         return;
     const id keep = self(), target = target_; // the target may invalidate the timer, or let it go
-    if (takesArgument(selector_))
-        objc_msgSend(target, selector_, keep);
-    else
-        objc_msgSend(target, selector_);
+    try {
+        if (takesArgument(selector_))
+            objc_msgSend(target, selector_, keep);
+        else
+            objc_msgSend(target, selector_);
+    } catch (...) {
+        fired();
+        throw;
+    }
+    fired();
+}
+
+void NSTimer::fired() {
     if (!repeats_)
         invalidate();
 }
@@ -67,9 +77,13 @@ void NSTimer::tick() {
     try {
         fire();
     } catch (...) {
-        ticking_ = false;
+        ticked(due);
         throw;
     }
+    ticked(due);
+}
+
+void NSTimer::ticked(Instant due) {
     ticking_ = false;
     if (!valid_ || moved_)
         return;
@@ -86,8 +100,13 @@ Ref<NSDate> NSTimer::fireDate() const {
 }
 
 void NSTimer::setFireDate(const Ref<NSDate> &date) {
+    runtime::checkObject("NSTimer setFireDate:", date);
     moved_ = true;
     const bool never = date->isEqual(NSDate::distantFuture());
+    const Instant former = fireInstant_;
     fireInstant_ = never ? Instant::distantFuture()
                          : Clock::current().now() + nanosecondsFromTimeInterval(date->timeIntervalSinceNow());
+    // The loop may sleep until the former date. In its own tick it is awake, and looks at the date after it.
+    if (const auto loop = loop_.lock(); loop && valid_ && !ticking_ && fireInstant_ < former)
+        loop->wakeUp();
 }

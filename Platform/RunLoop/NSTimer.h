@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <chrono>
 
+class NSRunLoop;
+
 /// The interval that counts, in seconds: 0.1 ms for one of less than a nanosecond, of zero, negative or not a
 /// number.
 NSTimeInterval effectiveTimerInterval(NSTimeInterval interval);
@@ -36,7 +38,8 @@ public:
     static Ref<NSTimer> scheduledTimerWithTimeInterval(NSTimeInterval interval, const id &target,
                                                        SEL selector, const id &userInfo, bool repeats);
 
-    /// Sends the selector now, whatever the date; the dates to come stay. Nothing when invalid.
+    /// Sends the selector now, whatever the date; the dates to come stay. Nothing when invalid. What the
+    /// target raises reaches the caller; the timer has fired all the same.
     void fire();
     /// Stops the timer for good and lets its target and user info go.
     void invalidate();
@@ -50,7 +53,8 @@ public:
 
     /// The next date. Follows changes of the wall clock.
     Ref<NSDate> fireDate() const;
-    /// Moves the next date, and the grid with it.
+    /// Moves the next date, and the grid with it; wakes the run loop when it comes nearer. Raises
+    /// NSInvalidArgumentException for none.
     void setFireDate(const Ref<NSDate> &date);
 
     /// How much later than its date the timer may fire, in seconds; 0 when nothing was said. The run loop
@@ -70,6 +74,8 @@ private:
     }
     /// Fires on behalf of the run loop and moves on to the next date.
     void tick();
+    void fired();
+    void ticked(dispatch::Instant due);
 
     const NSTimeInterval interval_;
     const bool repeats_;
@@ -81,4 +87,5 @@ private:
     bool moved_ = false;   // to another date, since the tick began
     dispatch::Instant fireInstant_;
     std::chrono::nanoseconds tolerance_{0};
+    Weak<NSRunLoop> loop_; // the one that has the timer
 };

@@ -1,5 +1,6 @@
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Dispatch/Queues/MainQueue.h"
+#include "Platform/Runtime/Object/NSException.h"
 #include "Tests/Support/Ticker.h"
 
 #include <thread>
@@ -138,8 +139,12 @@ TEST_F(NSRunLoopTest, anotherThreadEndsTheWait) {
 TEST_F(NSRunLoopTest, tellsItsHostWhenToServe) {
     int wakes = 0;
     loop->setWaker([&] { ++wakes; });
-    add(1, ticks);
+    const auto timer = add(1, ticks);
     EXPECT_EQ(wakes, 1) << "a timer was added";
+    timer->setFireDate(NSDate::distantFuture());
+    EXPECT_EQ(wakes, 1) << "a later date can wait";
+    timer->setFireDate(NSDate::dateWithTimeIntervalSinceNow(1));
+    EXPECT_EQ(std::exchange(wakes, 1), 2) << "a nearer one cannot";
     mainQueue().async([] {});
     EXPECT_EQ(wakes, 2);
     loop->wakeUp();
@@ -148,6 +153,7 @@ TEST_F(NSRunLoopTest, tellsItsHostWhenToServe) {
     loop->wakeUp();
     loop->runOnce(NSDefaultRunLoopMode);
     EXPECT_EQ(wakes, 3);
+    EXPECT_THROW(loop->runUntilDate(NSDefaultRunLoopMode, nullptr), NSException);
 }
 
 TEST_F(NSRunLoopTest, aFormerWakerRunsNoMore) {

@@ -157,6 +157,21 @@ TEST_F(NSTimerTest, fireDateSetInATickWins) {
     EXPECT_THAT(ticks, ElementsAre(2000, 2000, 2000, 12000));
 }
 
+TEST_F(NSTimerTest, hasFiredThoughItsTargetRaises) {
+    const auto failing = [&](const Ref<NSTimer> &) {
+        ticks.push_back(milliseconds());
+        throw NSException(NSGenericException, "tick");
+    };
+    const auto once = add(1, failing, false), again = add(2, failing);
+    EXPECT_THROW(advanceAndRun(1s), NSException);
+    EXPECT_FALSE(once->isValid());
+    EXPECT_THROW(advanceAndRun(1s), NSException);
+    EXPECT_FALSE(loop->runOnce(NSDefaultRunLoopMode));
+    EXPECT_EQ(loop->nextInstant(NSDefaultRunLoopMode), Instant(4s));
+    EXPECT_THAT(ticks, ElementsAre(1000, 2000));
+    EXPECT_THROW(again->setFireDate(nullptr), NSException);
+}
+
 TEST_F(NSTimerTest, strangeIntervals) {
     for (const double interval : {0.0, -1.0, 1e-12, 0.99e-9, static_cast<double>(NAN)}) {
         ticks.clear();
