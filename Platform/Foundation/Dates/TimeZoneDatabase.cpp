@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Dates/PosixTimeZone.h"
 #include "Platform/Foundation/Dates/TimeZoneFile.h"
+#include "Platform/Foundation/System/NameBelowFolder.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -26,13 +27,6 @@ TimeZoneDatabase::Rules rulesOfFile(const fs::path &file) {
     return shared(timeZoneRulesFromFile(bytes));
 }
 
-/// Whether it is a path below a folder, and that in its only spelling.
-bool isName(const std::string &name) {
-    const fs::path path(name);
-    return !name.empty() && path.is_relative() && path.lexically_normal().native() == name &&
-           *path.begin() != ".." && name.find('\0') == name.npos;
-}
-
 } // namespace
 
 TimeZoneDatabase &TimeZoneDatabase::system() {
@@ -46,7 +40,7 @@ TimeZoneDatabase &TimeZoneDatabase::system() {
 TimeZoneDatabase::Rules TimeZoneDatabase::rules(const std::string &name) {
     if (name == "GMT") // needs no file
         return std::make_shared<const TimeZoneRules>(TimeZoneRules::Offset{});
-    if (!isName(name))
+    if (!isNameBelowFolder(name))
         return nullptr;
     const std::scoped_lock guard(lock_);
     if (const auto found = known_.find(name); found != known_.end())

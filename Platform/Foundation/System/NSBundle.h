@@ -16,7 +16,7 @@ public:
     static const NSBundle &mainBundle();
 
     /// The path of the resource "name.type" ("name" when the type is empty), a file or a folder; nothing when
-    /// there is none.
+    /// there is none, and for a name that is no path below the folder, such as "/a", "../a" or "./a".
     std::optional<std::string> pathForResource(const std::string &name, const std::string &type) const;
     /// Its bytes, or none.
     Ref<NSData> dataForResource(const std::string &name, const std::string &type) const;

@@ -25,7 +25,8 @@ Ref<NSData> dataWithHexString(const Ref<NSString> &text);
 /// The array or dictionary that the bytes hold as JSON. None, and a line in the log, when they are not JSON.
 id jsonValueDecoded(const Ref<NSData> &data);
 
-/// The bytes of the program's resource of that name; none when there is none.
+/// The bytes of the program's resource of that name; none when there is none, and for a name that leads out
+/// of the resources.
 Ref<NSData> dataNamed(const Ref<NSString> &name);
 
 /// Zlib's CRC-32.

@@ -160,6 +160,8 @@ TEST(Resources, areFoundWithAndWithoutTextExtension) {
     EXPECT_EQ(qn::stringNamed(u"conversions-d"_ns), nullptr);
     EXPECT_EQ(text(qn::dataNamed(u"conversions-c"_ns)), "<ff>");
     EXPECT_EQ(qn::dataNamed(u"conversions-b"_ns), nullptr);
+    for (const auto &name : {u"/etc/hostname"_ns, u"../Resources/conversions-a"_ns, u"conversions-a\0"_ns})
+        EXPECT_TRUE(!qn::dataNamed(name) && !qn::stringNamed(name)) << text(name);
     EXPECT_EQ(qn::dataNamed(nullptr), nullptr);
     EXPECT_EQ(qn::stringNamed(nullptr), nullptr);
 }
