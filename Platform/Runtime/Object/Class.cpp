@@ -215,6 +215,14 @@ Class objc_getClass(std::string_view name) {
     return runtime::ClassRegistry::shared().find(name);
 }
 
+Class runtime::findForeignClass(std::string_view name) {
+    try {
+        return objc_getClass(name);
+    } catch (const NSException &) { // a fault of the program, which whoever uses the class hears of
+        return nullptr;
+    }
+}
+
 id class_createInstance(Class cls) {
     return cls && cls->instantiate ? cls->instantiate() : nullptr;
 }

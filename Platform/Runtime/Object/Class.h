@@ -100,6 +100,10 @@ Class objc_getClass(std::string_view name);
 
 namespace runtime {
 
+/// For names from outside, which may be any: raises nothing. Null also when the program has two classes of
+/// the name, and when the declaration of the class contradicts itself.
+Class findForeignClass(std::string_view name);
+
 /// For declarations. Raises NSInvalidArgumentException unless it is the first of the class, and for none.
 void declareInstantiation(Class cls, objc_class::Instantiate function, bool isFirst);
 

@@ -302,8 +302,7 @@ void encodeWithCoder(NSObject *self, SEL, const id &coder) {
 } // namespace
 
 Class KeyedCoding::classNamed(const Ref<NSString> &name) {
-    table(); // so that they are known by name
-    return name ? objc_getClass(name->utf8()) : nullptr;
+    return name ? runtime::findForeignClass(name->utf8()) : nullptr;
 }
 
 Ref<NSString> KeyedCoding::storedKey(const Ref<NSString> &key) {

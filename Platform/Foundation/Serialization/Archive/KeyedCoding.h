@@ -22,7 +22,7 @@ struct KeyedCoding {
     /// of the table that operation.
     static const KeyedCoding *ofObject(const id &object);
 
-    /// A class that the program knows by now, or one of the table; none for any other name.
+    /// Any class of the program, used before or not; null when there is none that can be used.
     static Class classNamed(const Ref<NSString> &name);
     /// The key as it stands in archives, whose own keys begin with "$". Raises for none.
     static Ref<NSString> storedKey(const Ref<NSString> &key);

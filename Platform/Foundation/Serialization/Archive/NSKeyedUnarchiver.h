@@ -14,8 +14,8 @@ class NSKeyedUnarchiver : public NSCoder {
     NS_CLASS(NSKeyedUnarchiver, NSCoder)
 public:
     /// The object in the archive. Every object in it, texts, numbers and collections included, must be of one
-    /// of the classes or of a subclass. Of the program's own classes those are known that were in use or
-    /// registered before.
+    /// of the classes or of a subclass. Every class that is linked into the program, or was made at run time,
+    /// is known by its name.
     ///
     /// None with `*error` (NSCocoaErrorDomain, 4864, the debug description says why) set when `error` is
     /// given, for an archive that is refused; none alone for one that holds none.

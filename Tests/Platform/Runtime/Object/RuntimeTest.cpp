@@ -100,6 +100,7 @@ TEST(Class, isFoundByNameAndMakesInstances) {
     EXPECT_EQ(objc_getClass("violin"), nullptr);
     const std::string twins = "NSInvalidArgumentException two classes of the program are named Twin";
     EXPECT_EQ(complaint([] { objc_getClass("Twin"); }), twins);
+    EXPECT_EQ(runtime::findForeignClass("Twin"), nullptr);
     EXPECT_EQ(complaint([] { first::Twin::class_(); }), twins);
     EXPECT_EQ(complaint([] { second::Twin::class_(); }), twins);
     EXPECT_EQ(objc_registerSubclass<Violin>("Twin"), nullptr);

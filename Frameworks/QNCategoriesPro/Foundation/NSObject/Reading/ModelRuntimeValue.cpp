@@ -2,14 +2,15 @@
 
 #include "Platform/Foundation/Collections/NSNull.h"
 #include "Platform/Foundation/Numbers/NSValue.h"
-#include "Platform/Foundation/Text/NSObjCRuntime.h"
+#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSBlock.h"
 
 namespace {
 
 void setClass(NSObject &model, const id &value, const _QNModelPropertyMeta &meta) {
     const auto name = as<NSString>(value);
-    const Class cls = name ? NSClassFromString(name) : as<objc_class>(value).get();
+    const Class cls = name ? runtime::findForeignClass(name->utf8()) : as<objc_class>(value).get();
     if (cls || peek<NSNull>(value))
         meta.set<Class>(model, cls);
 }

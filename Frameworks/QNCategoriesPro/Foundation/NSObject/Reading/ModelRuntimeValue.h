@@ -6,15 +6,15 @@
 
 namespace qn {
 
-/// | property            | value                                                                          |
-/// |---------------------|--------------------------------------------------------------------------------|
-/// | class               | a class, or the name of one                                                    |
-/// | selector            | its name; new names only as long as runtime::registerForeignName takes them    |
-/// | block               | a block                                                                        |
-/// | pointer, C string   | NSValue of "^v"; the memory stays the caller's                                 |
-/// | structure, union, C array | NSValue of the type, set by key-value coding under the name of the property
-/// |
+/// | property          | value                                                                         |
+/// |-------------------|-------------------------------------------------------------------------------|
+/// | class             | a class, or the name of one that runtime::findForeignClass finds              |
+/// | selector          | its name; new names only as long as runtime::registerForeignName takes them   |
+/// | block             | a block                                                                       |
+/// | pointer, C string | NSValue of "^v"; the memory stays the caller's                                |
+/// | plain bytes       | NSValue of the type, set by key-value coding under the name of the property   |
 ///
+/// Plain bytes are those of a structure, a union or a C array.
 /// The null marker makes all but the last null; any other value changes nothing.
 void setRuntimeValue(NSObject &model, const id &value, const _QNModelPropertyMeta &meta);
 

@@ -149,6 +149,13 @@ NS_IMPLEMENTATION(Everything) {
     cls.classMethod<&Everything::mapper>("modelCustomPropertyMapper");
 }
 
+class Contradictory : public NSObject {
+    NS_CLASS(Contradictory, NSObject)
+};
+NS_IMPLEMENTATION(Contradictory) {
+    cls.protocol("P").protocol("P");
+}
+
 std::string shown(const id &object);
 
 template <class Elements>
@@ -362,6 +369,12 @@ const _QNModelPropertyMeta *metaNamed(const std::string &name) {
 }
 
 } // namespace
+
+TEST(ModelMatrix, aClassThatCannotBeUsedIsUnknown) {
+    const auto model = as<Everything>(byTheLongWay(Everything::class_(), R"({"cls":"Contradictory"})"));
+    ASSERT_NE(model, nullptr);
+    EXPECT_EQ(model->cls, Spot::class_());
+}
 
 TEST(ModelMatrix, everyValueIntoEveryProperty) {
     const auto given = values();

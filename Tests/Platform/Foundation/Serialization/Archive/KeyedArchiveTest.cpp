@@ -60,6 +60,14 @@ public:
     bool readAll = false;
 };
 
+class Contradictory : public NSObject {
+    NS_CLASS(Contradictory, NSObject)
+};
+
+NS_IMPLEMENTATION(Contradictory) {
+    cls.protocol("P").protocol("P");
+}
+
 NS_IMPLEMENTATION(ArchiveNode) {
     cls.method<&ArchiveNode::encodeWithCoder>("encodeWithCoder:")
         .method<&ArchiveNode::initWithCoder>("initWithCoder:");
@@ -322,6 +330,7 @@ TEST(KeyedArchive, refusesHostileArchives) {
         {archive({uid(4)}), unknown},
         {archive({NSDictionary::dictionary()}), unknown},
         {archive({instance(5, "k", large), instance(0, "$classname", u"NoSuchClass"_ns)}), unknown},
+        {archive({instance(5, "k", large), instance(0, "$classname", u"Contradictory"_ns)}), unknown},
         {archive({instance(5, "k", large), instance(0, "$classname", u"PropertyListUID"_ns)}),
          "The values of the object 4 make no \"PropertyListUID\"."},
         {archive({instance(3, "next", large)}), nothing},
