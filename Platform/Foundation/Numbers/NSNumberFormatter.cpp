@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Text/NSLocale.h"
 #include "Platform/Foundation/Text/NSString.h"
 
+#include <cmath>
 #include <memory>
 #include <unicode/uformattable.h>
 #include <unicode/unum.h>
@@ -35,6 +36,11 @@ UNumberFormat *decimalFormatter() {
     return formatter.get();
 }
 
+/// None for "∞", "NaN" and what is beyond doubles, which no JSON and no archive could take on.
+Ref<NSNumber> finiteNumber(double value) {
+    return std::isfinite(value) ? NSNumber::numberWithDouble(value) : nullptr;
+}
+
 } // namespace
 
 Ref<NSNumber> NSNumberFormatter::numberFromString(const Ref<NSString> &text) {
@@ -49,6 +55,6 @@ Ref<NSNumber> NSNumberFormatter::numberFromString(const Ref<NSString> &text) {
     if (U_FAILURE(status) || end != length)
         return nullptr;
     if (ufmt_getType(parsed.get(), &status) == UFMT_DOUBLE)
-        return NSNumber::numberWithDouble(ufmt_getDouble(parsed.get(), &status));
+        return finiteNumber(ufmt_getDouble(parsed.get(), &status));
     return NSNumber::numberWithLongLong(ufmt_getInt64(parsed.get(), &status));
 }

@@ -11,7 +11,7 @@ class NSString;
 
 class NSNumberFormatter {
 public:
-    /// A 64-bit integer when the value is whole and fits, a double otherwise. None for none, for a text that
-    /// is not a number from its first to its last character, and for one of more than 4096 code units.
+    /// A 64-bit integer when the value is whole and fits, a double otherwise. Returns none if the argument is
+    /// none, is not a finite number from its first to its last character, or has more than 4096 code units.
     static Ref<NSNumber> numberFromString(const Ref<NSString> &text);
 };

@@ -77,10 +77,11 @@ TEST(NumberWithString, givesADoubleBeyond64Bits) {
         {"9223372036854775808", "d 9.223372036854776e+18"},
         {"-9,223,372,036,854,775,809", "d -9.223372036854776e+18"},
         {"1E300", "d 1e+300"},
-        {"1E400", "d inf"},
-        {std::string(4096, '9'), "d inf"}};
+        {"1E308", "d 1e+308"}};
     for (const auto &[value, expected] : table)
         EXPECT_EQ(read(value), expected) << value;
+    for (const char *other : {"1E400", "-1E400", "NaN", "∞", "-∞"})
+        EXPECT_EQ(read(other), "(none)") << other;
     EXPECT_EQ(qn::numberWithString(make<NSString>(std::u16string(4097, u'9'))), nullptr) << "takes too long";
 }
 
