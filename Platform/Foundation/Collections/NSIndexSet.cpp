@@ -153,6 +153,9 @@ void NSMutableIndexSet::removeIndexes(const Ref<NSIndexSet> &indexes) {
 
 void NSMutableIndexSet::shiftIndexesStartingAtIndex(NSUInteger index, NSInteger delta) {
     const NSUInteger distance = delta < 0 ? -static_cast<NSUInteger>(delta) : static_cast<NSUInteger>(delta);
+    if (delta > 0 && !ranges_.empty() && ranges_.back().end() > index) // before anything changes
+        runtime::checkRange("NSMutableIndexSet shiftIndexesStartingAtIndex:by:",
+                            {ranges_.back().end(), distance}, NSNotFound);
     if (delta < 0)
         removeIndexesInRange(between(index - std::min(distance, index), index));
     const auto moving = make<NSMutableIndexSet>(ranges_);

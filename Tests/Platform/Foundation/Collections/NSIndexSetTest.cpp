@@ -124,6 +124,10 @@ TEST(NSIndexSet, keepsToItsLimits) {
                   return NSIndexSet::indexSetWithIndexesInRange({1, ~NSUInteger{0}});
               }),
               NSRangeException);
+    indexes->addIndexesInRange({3, 4});
+    indexes->shiftIndexesStartingAtIndex(5, static_cast<NSInteger>(last - 6));
+    EXPECT_EQ(raised([&] { return indexes->shiftIndexesStartingAtIndex(4, 1), 0; }), NSRangeException);
+    EXPECT_EQ(walked(*indexes), (Model{3, 4, last - 1, last})) << "nothing was lost";
     indexes->addIndexesInRange({0, NSNotFound});
     EXPECT_EQ(indexes->count(), NSNotFound);
     EXPECT_EQ(indexes->lastIndex(), last);
