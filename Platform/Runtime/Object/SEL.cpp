@@ -1,15 +1,17 @@
 #include "Platform/Runtime/Object/SEL.h"
 
-#include <functional>
-#include <memory>
 #include <mutex>
+#include <set>
 #include <shared_mutex>
-#include <unordered_map>
 
 namespace {
 
-struct Hash : std::hash<std::string_view> {
+struct ByName {
     using is_transparent = void;
+
+    bool operator()(const objc_selector &a, const objc_selector &b) const { return a.name < b.name; }
+    bool operator()(const objc_selector &a, std::string_view b) const { return a.name < b; }
+    bool operator()(std::string_view a, const objc_selector &b) const { return a < b.name; }
 };
 
 class Selectors {
@@ -17,14 +19,14 @@ public:
     SEL find(std::string_view name) const {
         const std::shared_lock guard(lock_);
         const auto found = selectors_.find(name);
-        return found == selectors_.end() ? nullptr : found->second.get();
+        return found == selectors_.end() ? nullptr : &*found;
     }
 
     SEL findOrMake(std::string_view name) {
         if (const SEL found = find(name))
             return found;
         const std::scoped_lock guard(lock_);
-        return make(name);
+        return insert(name);
     }
 
     SEL findOrMakeForeign(std::string_view name) {
@@ -35,21 +37,18 @@ public:
         if (foreignBytes_ < needed)
             return nullptr;
         foreignBytes_ -= needed;
-        return make(name);
+        return insert(name);
     }
 
 private:
     static constexpr std::size_t bookkeeping = 192; // bytes a selector takes beside its name, at most
 
-    SEL make(std::string_view name) {
-        auto &selector = selectors_[std::string(name)];
-        if (!selector)
-            selector = std::make_unique<objc_selector>(objc_selector{std::string(name)});
-        return selector.get();
-    }
+    /// Another thread may have been quicker, then it is that one.
+    SEL insert(std::string_view name) { return &*selectors_.insert({std::string(name)}).first; }
 
     mutable std::shared_mutex lock_; // guards all of it
-    std::unordered_map<std::string, std::unique_ptr<objc_selector>, Hash, std::equal_to<>> selectors_;
+    // In order, not hashed: nobody can choose names that make it slow. The selectors stay where they are.
+    std::set<objc_selector, ByName> selectors_;
     std::size_t foreignBytes_ = runtime::foreignSelectorBytes;
 };
 
