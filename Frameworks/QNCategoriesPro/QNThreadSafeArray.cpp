@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Collections/CollectionDescription.h"
 #include "Platform/Foundation/Collections/CollectionEquality.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 NS_IMPLEMENTATION(QNThreadSafeArray) {}
 
@@ -28,6 +29,7 @@ Ref<QNThreadSafeArray> QNThreadSafeArray::initWithArray(const Ref<NSArray> &arra
 }
 
 Ref<QNThreadSafeArray> QNThreadSafeArray::initWithObjects(const id *objects, NSUInteger count) {
+    runtime::checkCount("QNThreadSafeArray initWithObjects:count:", count);
     return guarded(NSMutableArray::arrayWithObjects(std::vector<id>(objects, objects + count)));
 }
 

@@ -57,6 +57,7 @@ public:
     /// The capacity is a hint, whatever it is.
     static Ref<QNThreadSafeArray> initWithCapacity(NSUInteger capacity);
     static Ref<QNThreadSafeArray> initWithArray(const Ref<NSArray> &array);
+    /// Raises NSInvalidArgumentException for a count that no memory holds.
     static Ref<QNThreadSafeArray> initWithObjects(const id *objects, NSUInteger count);
     /// The array that a property list holds; none when there is no such file or it holds something else.
     static Ref<QNThreadSafeArray> initWithContentsOfFile(const Ref<NSString> &path);

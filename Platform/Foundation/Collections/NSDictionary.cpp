@@ -118,6 +118,7 @@ ObjectTable tableOf(const NSDictionary &dictionary, bool copyItems = false) {
 }
 
 ObjectTable tableOf(const id *objects, const id *keys, NSUInteger count) {
+    runtime::checkCount("NSDictionary initWithObjects:forKeys:count:", count);
     ObjectTable table(count);
     for (NSUInteger i = 0; i < count; ++i)
         checkedSet(table, keys[i], objects[i]);

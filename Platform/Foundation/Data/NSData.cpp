@@ -17,15 +17,15 @@ NS_IMPLEMENTATION(NSMutableData) {}
 
 namespace {
 
-/// False, and nothing changes, when there is no memory for that many bytes.
-bool resize(std::vector<std::uint8_t> &bytes, NSUInteger length) {
-    constexpr NSUInteger absurd = NSUInteger{1} << 40;
+/// Raises NSInvalidArgumentException, and nothing changes, when there is no memory for that many bytes.
+template <class Allocation>
+auto allocate(const char *operation, NSUInteger length, Allocation &&allocation) {
+    runtime::checkCount(operation, length);
     try {
-        if (length < absurd)
-            bytes.resize(length);
-        return length < absurd;
+        return allocation();
     } catch (const std::bad_alloc &) {
-        return false;
+        throw NSException(NSInvalidArgumentException, "-[" + std::string(operation) + "]: no memory for " +
+                                                          std::to_string(length) + " bytes");
     }
 }
 
@@ -33,7 +33,9 @@ bool resize(std::vector<std::uint8_t> &bytes, NSUInteger length) {
 
 Ref<NSData> NSData::dataWithBytes(const void *bytes, NSUInteger length) {
     const auto *first = static_cast<const std::uint8_t *>(bytes);
-    return length ? make<NSData>(std::vector<std::uint8_t>(first, first + length)) : data();
+    return allocate("NSData initWithBytes:length:", length, [&] {
+        return length ? make<NSData>(std::vector<std::uint8_t>(first, first + length)) : data();
+    });
 }
 
 Ref<NSData> NSData::dataWithContentsOfFile(const std::string &path) {
@@ -88,12 +90,11 @@ Ref<NSMutableData> NSMutableData::dataWithLength(NSUInteger length) {
 }
 
 void NSMutableData::setLength(NSUInteger length) {
-    if (!resize(bytes_, length))
-        throw NSException(NSInvalidArgumentException,
-                          "-[NSMutableData setLength:]: no memory for " + std::to_string(length) + " bytes");
+    allocate("NSMutableData setLength:", length, [&] { bytes_.resize(length); });
 }
 
 void NSMutableData::appendBytes(const void *bytes, NSUInteger length) {
     const auto *first = static_cast<const std::uint8_t *>(bytes);
-    bytes_.insert(bytes_.end(), first, first + length);
+    allocate("NSMutableData appendBytes:length:", length,
+             [&] { bytes_.insert(bytes_.end(), first, first + length); });
 }

@@ -18,7 +18,8 @@ public:
     explicit NSData(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
 
     static Ref<NSData> data() { return make<NSData>(); }
-    /// Copies the bytes; `bytes` may be null when `length` is 0.
+    /// Copies the bytes; `bytes` may be null when `length` is 0. Raises NSInvalidArgumentException for a
+    /// length that there is no memory for.
     static Ref<NSData> dataWithBytes(const void *bytes, NSUInteger length);
     /// The whole file; none when it cannot be read.
     static Ref<NSData> dataWithContentsOfFile(const std::string &path);
@@ -54,6 +55,7 @@ public:
     id copy() const override { return make<NSData>(bytes_); }
 
     std::uint8_t *mutableBytes() { return bytes_.data(); }
+    /// Raises as `setLength` does.
     void appendBytes(const void *bytes, NSUInteger length);
     /// None adds nothing.
     void appendData(const Ref<NSData> &data) {

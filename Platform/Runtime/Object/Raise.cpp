@@ -23,6 +23,13 @@ void runtime::checkRange(const char *operation, NSUInteger location, NSUInteger 
                   "} extends beyond count " + std::to_string(count));
 }
 
+void runtime::checkCount(const char *operation, NSUInteger count) {
+    constexpr NSUInteger absurd = NSUInteger{1} << 40;
+    if (count >= absurd)
+        raise(NSInvalidArgumentException, operation,
+              "count " + std::to_string(count) + " is more than memory holds");
+}
+
 void runtime::checkArgument(const char *operation, bool valid, const char *fault) {
     if (!valid)
         raise(NSInvalidArgumentException, operation, fault);

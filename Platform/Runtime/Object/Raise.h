@@ -12,6 +12,8 @@ namespace runtime {
 void checkIndex(const char *operation, NSUInteger index, NSUInteger bound);
 /// NSRangeException unless the range lies within `count`.
 void checkRange(const char *operation, NSUInteger location, NSUInteger length, NSUInteger count);
+/// NSInvalidArgumentException for a count of bytes or elements that no memory holds.
+void checkCount(const char *operation, NSUInteger count);
 /// NSInvalidArgumentException unless `valid`.
 void checkArgument(const char *operation, bool valid, const char *fault);
 /// NSInvalidArgumentException for none.

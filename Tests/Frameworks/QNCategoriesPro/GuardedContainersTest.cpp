@@ -403,6 +403,7 @@ TEST(QNThreadSafeArray, isMadeInEveryWay) {
     EXPECT_EQ(QNThreadSafeArray::arrayWithCapacity(5)->count() + QNThreadSafeArray::init()->count(), 0u);
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithArray(plain)));
     EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithObjects(objects, 2)));
+    EXPECT_THROW(QNThreadSafeArray::initWithObjects(objects, NSUInteger{1} << 62), NSException);
     const TemporaryFolder folder;
     folder.put("list", "<plist version=\"1.0\"><array><string>a</string><string>b</string></array></plist>");
     const auto path = string(folder.file("list").string());
@@ -417,6 +418,7 @@ TEST(QNThreadSafeDictionary, isMadeInEveryWay) {
     EXPECT_EQ(QNThreadSafeDictionary::arrayWithCapacity(5)->count(), 0u);
     EXPECT_TRUE(as<QNThreadSafeDictionary>(class_createInstance(QNThreadSafeDictionary::class_())));
     EXPECT_TRUE(plain->isEqual(QNThreadSafeDictionary::initWithObjects(values, keys, 2)));
+    EXPECT_THROW(QNThreadSafeDictionary::initWithObjects(values, keys, NSUInteger{1} << 62), NSException);
     EXPECT_TRUE(
         plain->isEqual(QNThreadSafeDictionary::initWithObjects(plain->allValues(), plain->allKeys())));
     const auto shared = QNThreadSafeDictionary::initWithDictionary(plain);

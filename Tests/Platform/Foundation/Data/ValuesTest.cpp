@@ -35,6 +35,8 @@ TEST(NSData, describesCutsAndReads) {
         for (const auto &made : {NSMutableData::dataWithCapacity(length), NSMutableData::dataWithLength(3)}) {
             EXPECT_EQ(raised([&] { return made->setLength(length), 0; }), NSInvalidArgumentException);
             EXPECT_EQ(raised([&] { NSMutableData::dataWithLength(length); }), NSInvalidArgumentException);
+            EXPECT_EQ(raised([&] { NSData::dataWithBytes("ab", length); }), NSInvalidArgumentException);
+            EXPECT_EQ(raised([&] { return made->appendBytes("ab", length), 0; }), NSInvalidArgumentException);
             EXPECT_EQ(made->length() % 3, 0u) << "nothing was changed";
         }
     const auto data = NSMutableData::dataWithCapacity(4);
