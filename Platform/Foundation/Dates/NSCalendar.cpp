@@ -130,7 +130,8 @@ Ref<NSCalendar> NSCalendar::currentCalendar() {
     const auto locale = NSLocale::currentLocale();
     const auto zone = NSTimeZone::defaultTimeZone();
     const std::scoped_lock guard(lock);
-    if (!last || !last->locale_->isEqual(locale) || !last->timeZone_->isEqual(zone))
+    if (!last || !last->locale_->isEqual(locale) || last->timeZone_->rules() != zone->rules() ||
+        !last->timeZone_->isEqual(zone))
         last = make<NSCalendar>(locale, zone);
     return last;
 }

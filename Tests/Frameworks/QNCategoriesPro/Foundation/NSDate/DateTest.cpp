@@ -320,6 +320,15 @@ TEST(DateTexts, areInTheSystemsTimeZones) {
     NSTimeZone::setDefaultTimeZone(nullptr);
 }
 
+TEST(CurrentCalendar, goesByTheRulesOfTheZoneNotByItsName) {
+    for (const auto &[rules, hour] : {std::pair{u"GMT+05:00", 5}, {u"GMT-05:00", 19}}) {
+        const auto zone = NSTimeZone::timeZoneWithName(make<NSString>(rules));
+        NSTimeZone::setDefaultTimeZone(make<NSTimeZone>(u"Home", zone->rules()));
+        EXPECT_EQ(qn::hour(NSDate::dateWithTimeIntervalSince1970(0)), hour);
+    }
+    NSTimeZone::setDefaultTimeZone(nullptr);
+}
+
 TEST(Locale, isThatOfTheEnvironment) {
     using Set = std::array<const char *, 4>; // LC_ALL, LC_TIME, LC_NUMERIC, LANG
     const std::tuple<Set, const char *, const char *> table[] = {
