@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/TextWriter.h"
 #include "Platform/Foundation/Text/Unicode.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 #include <array>
@@ -45,6 +46,7 @@ char16_t *write(char16_t *out, const Piece &piece) {
 
 Ref<NSString>
 NSString::stringByAddingPercentEncodingWithAllowedCharacters(const Ref<NSCharacterSet> &allowed) const {
+    runtime::checkObject("NSString stringByAddingPercentEncodingWithAllowedCharacters:", allowed);
     const Pieces pieces = piecesOf(*allowed);
     TextWriter encoded(units_.size() + units_.size() / 2);
     constexpr std::size_t blockLength = TextWriter::largestRoom / 9; // three bytes a unit, three units a byte

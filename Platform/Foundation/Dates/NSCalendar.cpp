@@ -6,6 +6,7 @@
 #include "Platform/Foundation/Text/NSLocale.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 #include <cmath>
@@ -106,6 +107,8 @@ std::optional<NSInteger> dayNumber(const icu::Calendar &calendar, const Ref<NSDa
 }
 
 icu::Calendar *open(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone) {
+    runtime::checkObject("NSCalendar initWithLocale:timeZone:", locale);
+    runtime::checkObject("NSCalendar initWithLocale:timeZone:", timeZone);
     UErrorCode status = U_ZERO_ERROR;
     const icu::Locale wanted(locale->localeIdentifier().c_str());
     return icu::Calendar::createInstance(ICUTimeZone(timeZone->nameUnits(), timeZone->rules()),

@@ -71,7 +71,7 @@ class NSCalendar : public NSObject {
     NS_CLASS(NSCalendar, NSObject)
 public:
     /// The calendar that is usual where the locale is, with its weeks; that of English as of the United
-    /// States for an identifier that is none.
+    /// States for an identifier that is none. Raises NSInvalidArgumentException for an argument of none.
     NSCalendar(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone);
     ~NSCalendar() override;
 
@@ -82,8 +82,8 @@ public:
     Ref<NSString> calendarIdentifier() const;
     const Ref<NSTimeZone> &timeZone() const { return timeZone_; }
 
-    /// The units asked for. None for none and for a date beyond what calendars reach, about 5.8 million
-    /// years.
+    /// The units asked for. Returns none if the date is none or beyond what calendars reach, about 5.8
+    /// million years.
     Ref<NSDateComponents> components(NSCalendarUnit units, const Ref<NSDate> &date) const;
     /// The date moved by the components that are set, the largest first: years, months, weeks of the year. A
     /// day that the new month does not have becomes its last. None beyond what calendars reach.

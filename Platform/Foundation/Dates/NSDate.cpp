@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Data/KeyedHash.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <chrono>
 #include <cmath>
@@ -44,6 +45,11 @@ Ref<NSDate> NSDate::distantFuture() {
 
 Ref<NSDate> NSDate::distantPast() {
     return make<NSDate>(-63114076800.0);
+}
+
+NSTimeInterval NSDate::timeIntervalSinceDate(const Ref<NSDate> &other) const {
+    runtime::checkObject("NSDate timeIntervalSinceDate:", other);
+    return seconds_ - other->seconds_;
 }
 
 NSTimeInterval NSDate::timeIntervalSinceNow() const {

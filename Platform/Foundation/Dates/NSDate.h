@@ -30,9 +30,8 @@ public:
 
     NSTimeInterval timeIntervalSinceReferenceDate() const { return seconds_; }
     NSTimeInterval timeIntervalSince1970() const { return seconds_ + NSTimeIntervalSince1970; }
-    NSTimeInterval timeIntervalSinceDate(const Ref<NSDate> &other) const {
-        return seconds_ - other->seconds_;
-    }
+    /// Raises NSInvalidArgumentException for none.
+    NSTimeInterval timeIntervalSinceDate(const Ref<NSDate> &other) const;
     NSTimeInterval timeIntervalSinceNow() const;
 
     bool isEqual(const id &other) const override;

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 
 #include <filesystem>
 #include <system_error>
@@ -28,6 +29,10 @@ Ref<NSURL> NSURL::fileURLWithPath(const Ref<NSString> &path) {
         NSCharacterSet::URLQueryAllowedCharacterSet()->setByRemovingCharactersInString(u"?;");
     return make<NSURL>(NSString::stringWithFormat(
         "file://%@", absolute->stringByAddingPercentEncodingWithAllowedCharacters(allowed)));
+}
+
+NSURL::NSURL(Ref<NSString> text) : text_(std::move(text)) {
+    runtime::checkObject("NSURL initWithString:", text_);
 }
 
 Ref<NSString> NSURL::scheme() const {

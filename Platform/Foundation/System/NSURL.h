@@ -6,17 +6,17 @@
 class NSURL : public NSObject {
     NS_CLASS(NSURL, NSObject)
 public:
-    /// None for none and for a text that is no URL, be it absolute or relative: with a character that no URL
-    /// may hold as it is, such as a blank, with a "%" that two hexadecimal digits do not follow, with a
+    /// Returns none if the argument is none or no URL, be it absolute or relative: with a character that no
+    /// URL may hold as it is, such as a blank, with a "%" that two hexadecimal digits do not follow, with a
     /// scheme that does not begin with a letter, with a port that is no number, with brackets but around the
     /// host's address.
     static Ref<NSURL> URLWithString(const Ref<NSString> &text);
-    /// A relative path is taken from the current folder. None for none, for the empty path, and where the
-    /// path is no valid text.
+    /// A relative path is taken from the current folder. Returns none if the argument is none, empty or
+    /// no valid text.
     static Ref<NSURL> fileURLWithPath(const Ref<NSString> &path);
 
-    /// For the two above.
-    explicit NSURL(Ref<NSString> text) : text_(std::move(text)) {}
+    /// For the two above. Raises NSInvalidArgumentException for none.
+    explicit NSURL(Ref<NSString> text);
 
     Ref<NSString> absoluteString() const { return text_; }
     /// What stands before the first colon in lower case; none when nothing does.

@@ -96,7 +96,8 @@ public:
     NSRange rangeOfComposedCharacterSequencesForRange(NSRange range) const;
 
     /// Every character that is not ASCII or outside the set as "%" and two upper-case hexadecimal digits for
-    /// each of its UTF-8 bytes. None when a surrogate stands alone.
+    /// each of its UTF-8 bytes. None when a surrogate stands alone. Raises NSInvalidArgumentException for a
+    /// set of none.
     Ref<NSString>
     stringByAddingPercentEncodingWithAllowedCharacters(const Ref<NSCharacterSet> &allowed) const;
     /// None when a "%" is not followed by two hexadecimal digits, when the escaped bytes are not valid UTF-8,

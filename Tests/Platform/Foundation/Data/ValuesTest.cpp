@@ -78,6 +78,7 @@ TEST(NSDate, countsFromTheCurrentClock) {
     const auto later = NSDate::dateWithTimeIntervalSinceNow(2),
                same = NSDate::dateWithTimeIntervalSince1970(2);
     EXPECT_EQ(later->timeIntervalSinceDate(NSDate::date()), 2.0);
+    EXPECT_EQ(raised([&] { return later->timeIntervalSinceDate(nullptr); }), NSInvalidArgumentException);
     EXPECT_TRUE(later->isEqual(same) && later->hash() == same->hash());
     EXPECT_FALSE(later->isEqual(date) || later->isEqual(nullptr) || later->isEqual(u"x"_ns));
     const std::pair<double, nanoseconds> intervals[] = {

@@ -108,6 +108,9 @@ TEST(NSURL, namesFiles) {
     EXPECT_EQ(text(NSURL::URLWithString(u"a/b:c"_ns)->path()), "a/b:c");
     for (const auto &none : {Ref<NSString>(), NSString::string(), make<NSString>(u"a\xD800")})
         EXPECT_EQ(NSURL::fileURLWithPath(none), nullptr);
+    EXPECT_EQ(raised([] { make<NSURL>(Ref<NSString>()); }), NSInvalidArgumentException);
+    EXPECT_EQ(raised([] { u"a"_ns->stringByAddingPercentEncodingWithAllowedCharacters(nullptr); }),
+              NSInvalidArgumentException);
     const auto here = std::filesystem::current_path();
     const auto gone =
         std::filesystem::temp_directory_path() / ("gone" + std::to_string(std::random_device()()));

@@ -327,6 +327,9 @@ TEST(CurrentCalendar, goesByTheRulesOfTheZoneNotByItsName) {
         EXPECT_EQ(qn::hour(NSDate::dateWithTimeIntervalSince1970(0)), hour);
     }
     NSTimeZone::setDefaultTimeZone(nullptr);
+    const auto locale = NSLocale::currentLocale();
+    EXPECT_THROW(make<NSCalendar>(nullptr, NSTimeZone::defaultTimeZone()), NSException);
+    EXPECT_THROW(make<NSCalendar>(locale, nullptr), NSException);
 }
 
 TEST(Locale, isThatOfTheEnvironment) {
