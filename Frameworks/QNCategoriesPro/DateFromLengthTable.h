@@ -19,7 +19,7 @@ class NSString;
 
 namespace qn {
 
-/// None for none, for another length, and for a text that is not a date of its form. Within its length, it
+/// Returns none if the argument is none, of another length, or not a date of its form. Within its length, it
 /// may deviate as `NSDateFormatter::dateFromString` says.
 Ref<NSDate> dateFromLengthTable(const Ref<NSString> &text);
 /// The same, of texts with all digits of their form alone, which is quick.

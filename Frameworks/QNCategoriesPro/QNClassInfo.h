@@ -4,13 +4,13 @@
 //     const auto title = as<QNClassPropertyInfo>(info->propertyInfos()->objectForKey(u"title"_ns));
 //     title->setter();    // setTitle:
 //
-// Who adds to a class at run time marks its record with `setNeedUpdate`; the next lookup through the cache
-// rebuilds it, and it stays the same object.
+// Code that adds to a class at run time marks its record with `setNeedUpdate`; the next lookup through the
+// cache rebuilds it, and it stays the same object.
 //
 // Threads: any. One lock guards the cache; rebuilding runs under it, building a new record does not. So of
 // two threads that ask first at once each may get a record of its own; later callers get the one stored last,
 // and the other stays marked, since marks to come will not reach it.
-// Who reads a record while it is rebuilt sees each dictionary either as it was or as it will be.
+// A reader of a record that is being rebuilt sees each dictionary either as it was or as it will be.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/QNClassMemberInfo.h"

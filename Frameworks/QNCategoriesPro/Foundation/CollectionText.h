@@ -12,7 +12,7 @@ class NSString;
 namespace qn::collection {
 
 /// The property list that the bytes, in any format, or the text's UTF-8 bytes hold: throughout mutable or
-/// throughout immutable. None for none.
+/// throughout immutable. Returns none if the argument is none.
 id propertyList(const Ref<NSData> &data, bool mutableThroughout);
 id propertyList(const Ref<NSString> &text, bool mutableThroughout);
 

@@ -5,13 +5,12 @@
 // barrier runs. As long as it is clear a reader comes and goes with one atomic addition each. A reader
 // that finds it set takes its count back under the mutex and queues up.
 //
-// | at the head of the line   | is let in when             | and runs on                                   |
-// |---------------------------|----------------------------|-----------------------------------------------|
-// | read of a waiting thread  | no barrier runs            | that thread                                   |
-// | asynchronous read         | no barrier runs            | the pool                                      |
-// | barrier of a thread       | no barrier, no reader      | that thread                                   |
-// | asynchronous barrier      | no barrier, no reader      | a thread that waits further back, else the pool
-// |
+// | at the head of the line   | is let in when        | and runs on                                        |
+// |---------------------------|-----------------------|----------------------------------------------------|
+// | read of a waiting thread  | no barrier runs       | that thread                                        |
+// | asynchronous read         | no barrier runs       | the pool                                           |
+// | barrier of a thread       | no barrier, no reader | that thread                                        |
+// | asynchronous barrier      | no barrier, no reader | a thread that waits further back, else the pool    |
 //
 // Whoever makes the head admissible (the last reader to leave, a barrier at its end, who queues up with
 // nothing running) lets it in or calls the thread to run it; that is why no wake-up is lost.

@@ -50,8 +50,8 @@ public:
     /// A copy of the elements in a range that fits.
     virtual std::vector<id> getObjects(NSRange range) const;
 
-    /// The elements of an ordinary array where they lie, nothing for any other: for a walk that runs nobody
-    /// else's code. Valid until the array changes.
+    /// The elements of an ordinary array where they lie, nothing for any other: for a walk that calls no
+    /// code from outside. Valid until the array changes.
     virtual std::optional<std::span<const id>> elements() const { return std::nullopt; }
     /// Counts the changes of the array, so that a walk notices them; null when they go uncounted, and a walk
     /// goes over what the array held at its start.

@@ -2,7 +2,7 @@
 // so that walks, descriptions and tests are the same on every run.
 //
 // Keys of one hash, which arrays of one length have, are compared one by one. A table that meets many of them
-// goes by what its keys contain instead, so that nobody makes it slow by the keys he sends.
+// goes by what its keys contain instead, so that no choice of keys makes it slow.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"

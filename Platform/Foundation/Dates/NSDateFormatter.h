@@ -25,8 +25,8 @@ public:
     ~NSDateFormatter() override;
 
     /// To the nearest millisecond where the pattern has one, or as many digits up to six as it has letters S;
-    /// other patterns show what has begun. None for none, for a date that is not finite, and for a pattern
-    /// that is none or has a field that does not exist. Dates that are too far away become the last that the
+    /// other patterns show what has begun. Returns none if the date is none or not finite, or if the pattern
+    /// is none or has a field that does not exist. Dates that are too far away become the last that the
     /// calendar knows.
     Ref<NSString> stringFromDate(const Ref<NSDate> &date) const;
     /// Strict: the text has to be a date from its first to its last character, and neither days nor times
@@ -34,8 +34,8 @@ public:
     ///
     ///  * white space before a field;
     ///  * digits of any script, and how many: up to twelve that make a number below 2^31; days, minutes and
-    ///    seconds have no fewer than the pattern has letters. Fractions of a second are read to the last
-    ///    digit;
+    ///    seconds have no fewer than the pattern has letters. Fractions of a second are read up to the
+    ///    twelfth digit;
     ///  * names in small letters and capitals, in full or short, and of offsets from UTC all that ICU knows
     ///    ("Z", "+01", "+0100", "+01:00", "+010000", "GMT+1").
     ///

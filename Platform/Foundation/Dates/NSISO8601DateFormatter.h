@@ -10,6 +10,6 @@ class NSDate;
 class NSISO8601DateFormatter : public NSObject {
     NS_CLASS(NSISO8601DateFormatter, NSObject)
 public:
-    /// None for none and for every other text, one with fractions of a second included.
+    /// Returns none if the argument is none or any other text, even one with fractions of a second.
     Ref<NSDate> dateFromString(const Ref<NSString> &text) const;
 };

@@ -12,7 +12,7 @@ public:
     /// `timeZoneWithName` finds the rules of a name.
     NSTimeZone(std::u16string name, std::shared_ptr<const TimeZoneRules> rules);
 
-    /// None for none and for a name that is not known.
+    /// Returns none if the argument is none or a name that is not known.
     static Ref<NSTimeZone> timeZoneWithName(const Ref<NSString> &name);
     /// What the process set, or else the machine's: the zone that the environment's TZ means to the C library
     /// (a name, ":" and the path of a file, or rules such as "CET-1CEST,M3.5.0,M10.5.0/3", by which it is

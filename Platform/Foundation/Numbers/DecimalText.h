@@ -15,9 +15,8 @@ std::string_view decimalText(T value, DecimalBuffer &buffer) {
     return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
 }
 
-/// The fewest digits that read back equal; an exponent only where plain digits would be many. "nan", "inf"
-/// and
-/// "-inf" for what is no number.
+/// The fewest digits that read back equal; an exponent only where plain digits would be many. What is no
+/// number is "nan", "inf" or "-inf".
 template <std::floating_point T>
 std::string_view decimalText(T value, DecimalBuffer &buffer) {
     if (std::isnan(value))
@@ -30,8 +29,7 @@ std::string_view decimalText(T value, DecimalBuffer &buffer) {
     return {buffer, std::to_chars(buffer, end, value, format).ptr};
 }
 
-/// The double nearest to the decimal number that the text begins with: an optional "-", digits with at most
-/// one
-/// ".", an optional exponent. Infinite when it is too large, a zero of its sign when it is too small, 0 when
-/// there is no digit.
+/// The double nearest to the decimal number that the text begins with: an optional "-", digits with a "." at
+/// most once, an optional exponent. Infinite when it is too large, a zero of its sign when it is too small, 0
+/// when there is no digit.
 double doubleOfDecimalText(std::string_view text);

@@ -1,6 +1,6 @@
-// The diagnostic log: one line an entry, to the system log and, on a terminal, to standard error. What is
-// told again and again while nothing happens is for who looks for a fault: it is of the level `debug`, which
-// goes nowhere unless somebody asks for it.
+// The diagnostic log: one line an entry, to the system log and, on a terminal, to standard error. What
+// recurs while nothing happens is for debugging: it has the level `debug`, which goes nowhere unless it is
+// asked for.
 //
 // Texts of printers, queues and files are data: every control character of an entry is escaped ("\n",
 // "\u001B"), so that an entry is one line and cannot drive a terminal. Line feeds that end an entry are

@@ -13,7 +13,7 @@ public:
     explicit NSRegularExpression(void *expression) : expression_(expression) {}
     ~NSRegularExpression() override;
 
-    /// None for none and for a malformed pattern.
+    /// Returns none if the argument is none or a malformed pattern.
     static Ref<NSRegularExpression> regularExpressionWithPattern(const Ref<NSString> &pattern);
 
     /// The text with every match replaced; "$1" stands for what the first group matched. None when a match

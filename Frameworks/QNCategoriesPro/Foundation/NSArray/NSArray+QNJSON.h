@@ -9,7 +9,8 @@
 
 namespace qn {
 
-/// The array that a property list in any format holds; none for none and for a list of another kind.
+/// The array that a property list in any format holds. Returns none if the argument is none or a list of
+/// another kind.
 /// `arrayWithPlistData<NSMutableArray>` makes all of it mutable: arrays, dictionaries, texts and data.
 template <class Array = NSArray>
 Ref<Array> arrayWithPlistData(const Ref<NSData> &data) {

@@ -77,7 +77,8 @@ bool containsObjectForKey(const Ref<NSDictionary> &dictionary, const id &key);
 /// The entries of those of the keys that have one.
 Ref<NSMutableDictionary> entriesForKeys(const Ref<NSDictionary> &dictionary, const Ref<NSArray> &keys);
 
-/// The dictionary that a property list in any format holds; none for none and for a list of another kind.
+/// The dictionary that a property list in any format holds. Returns none if the argument is none or a list of
+/// another kind.
 /// `dictionaryWithPlistData<NSMutableDictionary>` makes all of it mutable: arrays, dictionaries, texts and
 /// data.
 template <class Dictionary = NSDictionary>

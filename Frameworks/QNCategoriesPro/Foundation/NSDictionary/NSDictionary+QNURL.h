@@ -27,7 +27,7 @@ Ref<NSString> QNQueryStringFromParameters(const Ref<NSDictionary> &parameters);
 
 namespace qn {
 
-/// `QNQueryStringFromParameters` of the dictionary; none for none.
+/// `QNQueryStringFromParameters` of the dictionary. Returns none if the argument is none.
 Ref<NSString> queryStringFromParameters(const Ref<NSDictionary> &parameters);
 
 } // namespace qn

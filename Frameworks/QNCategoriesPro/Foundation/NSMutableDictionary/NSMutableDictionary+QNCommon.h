@@ -6,7 +6,7 @@
 
 namespace qn {
 
-/// Removes the entry and gives its value; none for none and when there is no such key.
+/// Removes the entry and gives its value. Returns none if an argument is none or there is no such key.
 id popObjectForKey(const Ref<NSMutableDictionary> &dictionary, const id &key);
 /// Removes the entries of those of the keys that have one and gives them.
 Ref<NSMutableDictionary> popEntriesForKeys(const Ref<NSMutableDictionary> &dictionary,

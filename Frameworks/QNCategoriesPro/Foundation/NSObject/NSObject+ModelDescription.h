@@ -20,7 +20,7 @@ Ref<NSMutableString> ModelDescriptionAddIndent(const Ref<NSMutableString> &text)
 
 namespace qn {
 
-/// Of none it is none.
+/// Returns none for none.
 Ref<NSString> modelDescription(const id &model);
 
 } // namespace qn

@@ -12,8 +12,8 @@ class NSString;
 
 namespace qn {
 
-/// The UTF-8 bytes, without a terminating zero. None for none, and for a text with a surrogate that stands
-/// alone.
+/// The UTF-8 bytes, without a terminating zero. Returns none if the argument is none or has a surrogate that
+/// stands alone.
 Ref<NSData> dataValue(const Ref<NSString> &text);
 
 /// The text without white space and line ends at both ends.
@@ -29,7 +29,7 @@ id jsonValueDecoded(const Ref<NSString> &text);
 /// "application/octet-stream" when it is unknown.
 Ref<NSString> MIMEType(const Ref<NSString> &text);
 /// The program's resource of that name, or of the name with ".txt", read as UTF-8; none when there is
-/// neither.
+/// neither, and for a name that leads out of the resources.
 Ref<NSString> stringNamed(const Ref<NSString> &name);
 
 // Numbers
@@ -52,7 +52,8 @@ Ref<NSData> hexData(const Ref<NSString> &text);
 // Escaping
 
 /// The text with every character that may not stand in the query of a URL percent-encoded, so that
-/// "a b/ü?" becomes "a%20b/%C3%BC?". None for none, and for a text with a surrogate that stands alone.
+/// "a b/ü?" becomes "a%20b/%C3%BC?". Returns none if the argument is none or has a surrogate that
+/// stands alone.
 Ref<NSString> URLEncode(const Ref<NSString> &text);
 /// The text with every percent escape replaced. None when one is not complete or the result is not UTF-8.
 Ref<NSString> URLDecode(const Ref<NSString> &text);

@@ -13,7 +13,7 @@ struct PropertyListObjects {
 
     bool mutableContainers() const { return options != NSPropertyListMutabilityOptions::Immutable; }
 
-    /// The text or data, which is immutable, or a mutable copy; none for none.
+    /// The text or data, which is immutable, or a mutable copy. Returns none if the argument is none.
     id leaf(const id &made) const {
         return made && options == NSPropertyListMutabilityOptions::MutableContainersAndLeaves
                    ? made->mutableCopy()

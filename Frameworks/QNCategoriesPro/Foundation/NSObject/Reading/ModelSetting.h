@@ -30,8 +30,8 @@ namespace qn {
 
 /// Whether the model took the dictionary, as `modelSetWithDictionary` says.
 bool fillModel(NSObject &model, const id &dictionary);
-/// A new instance filled with the dictionary, be it taken or not; none for a class that cannot be
-/// instantiated.
+/// A new instance filled with the dictionary, returned even if the model refuses it; none for a class that
+/// cannot be instantiated.
 id newModel(Class cls, const id &dictionary);
 
 } // namespace qn
