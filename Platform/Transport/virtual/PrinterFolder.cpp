@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,7 +23,9 @@ std::optional<std::string> contents(const fs::path &file) {
         return std::nullopt; // opening a pipe would wait for its writer
     }
     std::ifstream stream(file, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(stream), {}};
+    std::string text(longestPrinterText + 1, '\0'); // what is longer is no printer, however long
+    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<size_t>(stream.gcount()));
     return stream.is_open() && !stream.bad() ? std::optional(std::move(text)) : std::nullopt;
 }
 

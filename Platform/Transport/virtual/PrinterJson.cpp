@@ -13,7 +13,6 @@ namespace {
 
 namespace json = boost::json;
 
-constexpr size_t longestText = 65536;
 constexpr size_t longestIdentity = 255; // a device record holds it with a terminating zero
 constexpr size_t deepestNesting = 16;   // reading recurses
 
@@ -28,7 +27,7 @@ struct Malformed : std::runtime_error {
 }
 
 json::object parsed(std::string_view text) {
-    if (text.size() > longestText) {
+    if (text.size() > longestPrinterText) {
         throw Malformed("The text is longer than 65536 bytes.");
     }
     json::stream_parser parser({}, {.max_depth = deepestNesting});

@@ -3,12 +3,15 @@
 
 #include "Platform/Transport/virtual/VirtualPrinterState.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace transport {
+
+inline constexpr size_t longestPrinterText = 65536; // bytes
 
 /// None for a text that is no printer; `reason`, when given, then says in one sentence why. Any bytes are
 /// safe.
