@@ -12,7 +12,15 @@
 
 namespace {
 
+constexpr int usualPort = 631;
 constexpr std::size_t longestSignOfLife = 65536; // bytes
+
+/// With the port if it is not the usual one; a socket has none.
+std::string shownServer() {
+    const std::string server = cupsServer();
+    const bool isUsual = server.starts_with('/') || ippPort() == usualPort;
+    return isUsual ? server : server + ":" + std::to_string(ippPort());
+}
 
 /// One look at the print service, shared by who asks and who waits for the answer.
 class Inquiry {
@@ -20,7 +28,7 @@ public:
     /// Asks, and notes the answer.
     void ask() {
         cupsSetPasswordCB2(noPassword, nullptr);
-        PrintServiceAnswer answer{.server = cupsServer()};
+        PrintServiceAnswer answer{.server = shownServer()};
         if (giveSignOfLife(answer))
             readQueues(answer);
         const std::scoped_lock guard(mutex_);
@@ -38,7 +46,7 @@ public:
         givenUp_ = true;
         if (http_t *const connection = connection_)
             shutdown(httpGetFd(connection), SHUT_RDWR); // ends what the other thread waits for
-        return {.server = cupsServer()};
+        return {.server = shownServer()};
     }
 
 private:
@@ -124,6 +132,6 @@ private:
 PrintServiceAnswer askPrintService() {
     const auto inquiry = std::make_shared<Inquiry>();
     if (!dispatch::startDetachedThread([inquiry] { inquiry->ask(); }))
-        return {.server = cupsServer()};
+        return {.server = shownServer()};
     return inquiry->await();
 }

@@ -25,7 +25,7 @@ struct QueueMatching {
 
     Outcome outcome = Outcome::noPrintService;
     int destinations = 0; ///< how many queues there are in all
-    std::string server;   ///< which print service was asked: a host or a socket's path
+    std::string server;   ///< which print service was asked: a host, with an unusual port, or a socket's path
     std::string service;  ///< what it calls itself, e.g. "CUPS/2.4 IPP/2.1"; empty when it did not say
 };
 
