@@ -51,6 +51,14 @@ std::vector<Seen> lookAround() {
     return all;
 }
 
+/// What is left of `some` when each of `others` takes one of its equals away.
+std::vector<Seen> without(std::vector<Seen> some, const std::vector<Seen> &others) {
+    for (const Seen &seen : others)
+        if (const auto found = std::ranges::find(some, seen); found != some.end())
+            some.erase(found);
+    return some;
+}
+
 /// Says which printers came and went between looks.
 class Watch {
 public:
@@ -61,12 +69,10 @@ public:
         const auto isRemoved = [&](const Seen &seen) { return std::ranges::count(removed_, seen) > 0; };
         std::erase_if(removed_, [&](const Seen &seen) { return std::ranges::count(now, seen) == 0; });
         std::erase_if(now, isRemoved);
-        for (const Seen &seen : known_)
-            if (std::ranges::count(now, seen) == 0)
-                report("detached", seen);
-        for (const Seen &seen : now)
-            if (std::ranges::count(known_, seen) == 0)
-                report("attached", seen);
+        for (const Seen &seen : without(known_, now))
+            report("detached", seen);
+        for (const Seen &seen : without(now, known_))
+            report("attached", seen);
         known_ = std::move(now);
     }
 
