@@ -15,11 +15,16 @@ constexpr std::uint16_t readCommand = 0xFF21;
 constexpr std::uint16_t writeCommand = 0xFF20;
 constexpr std::int32_t timeout_ms = 10000;
 
+/// The header echoes the command.
+bool answers(const NSData &header, std::uint16_t command) {
+    const std::uint8_t *bytes = header.bytes();
+    return header.length() >= 6 && bytes[2] == command >> 8 && bytes[3] == (command & 0xFF);
+}
+
 /// The header echoes the command and carries the value 1 behind it.
 bool accepts(const NSData &header, std::uint16_t command) {
     const std::uint8_t *bytes = header.bytes();
-    return header.length() >= 6 && bytes[2] == command >> 8 && bytes[3] == (command & 0xFF) &&
-           bytes[4] == 0 && bytes[5] == 1;
+    return answers(header, command) && bytes[4] == 0 && bytes[5] == 1;
 }
 
 std::size_t announcedLength(const NSData &header) {
@@ -54,7 +59,9 @@ TonerHintWriting writingOf(const Ref<NSData> &header) {
         return TonerHintWriting::nothing;
     const bool success = accepts(*header, writeCommand);
     NSLog(success ? "set honer success" : "set honer fail");
-    return success ? TonerHintWriting::success : TonerHintWriting::failure;
+    return success                          ? TonerHintWriting::success
+           : answers(*header, writeCommand) ? TonerHintWriting::failure
+                                            : TonerHintWriting::unclear;
 }
 
 } // namespace

@@ -39,6 +39,7 @@ struct TonerHintReading {
 /// What a printer answered to a new threshold.
 enum class TonerHintWriting {
     nothing, ///< the transport failed
+    unclear, ///< the printer answered, but not to this
     failure, ///< the printer refused
     success,
 };

@@ -53,6 +53,17 @@ std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
     throw reasonOf(transportStatus, queue.name, accessTo(printer->URI()->utf8()));
 }
 
+/// Nothing was sent to the printer.
+bool neverReached(std::int32_t transportStatus) {
+    return transportStatus == TL_USB_ERROR_ACCESS || transportStatus == TL_USB_ERROR_BUSY ||
+           transportStatus == TL_USB_ERROR_AMBIGUOUS;
+}
+
+Failure mayHaveChanged(const Failure &reason) {
+    return {reason.status(),
+            std::string("The new reminder may or may not have been taken: ") + reason.what()};
+}
+
 void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t threshold) {
     auto last = TonerHintWriting::nothing;
     std::int32_t transportStatus = TL_USB_OK;
@@ -67,8 +78,26 @@ void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t 
             ExitStatus::refused,
             "\"" + shown(queue) +
                 "\" refused the new reminder; check that its firmware is up to date and try again.");
-    if (last == TonerHintWriting::nothing)
-        throw reasonOf(transportStatus, queue.name, accessTo(printer->URI()->utf8()));
+    if (last == TonerHintWriting::unclear)
+        throw mayHaveChanged(Failure(
+            ExitStatus::refused, "\"" + shown(queue) +
+                                     "\" gave an answer that cannot be understood; ask it for its reminder, "
+                                     "check that its firmware is up to date and try again."));
+    if (last == TonerHintWriting::nothing) {
+        const Failure reason = reasonOf(transportStatus, queue.name, accessTo(printer->URI()->utf8()));
+        throw neverReached(transportStatus) ? reason : mayHaveChanged(reason);
+    }
+}
+
+/// Reads back what the printer was told, and took.
+std::int32_t newThresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
+    try {
+        return thresholdOf(queue, printer);
+    } catch (const Failure &reason) {
+        throw Failure(reason.status(),
+                      "\"" + shown(queue) +
+                          "\" accepted the new reminder, but it could not be read back: " + reason.what());
+    }
 }
 
 std::string reminderText(std::int64_t threshold) {
@@ -140,7 +169,7 @@ ExitStatus setReminder(const std::string &name, std::int64_t threshold, Format f
     const Queue queue = usbQueueNamed(name);
     const auto printer = attachedPrinterOf(queue);
     writeThreshold(queue, printer, threshold);
-    const std::int32_t held = thresholdOf(queue, printer);
+    const std::int32_t held = newThresholdOf(queue, printer);
     if (held != threshold)
         throw Failure(ExitStatus::refused,
                       "\"" + shown(queue) + "\" accepted the new reminder, but it is still " +
