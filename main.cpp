@@ -45,12 +45,13 @@ void tellInOneSentence(QtMsgType type, const QMessageLogContext &context, const 
         "zkutility: No display can be reached to show the window on; start it in a desktop session, or use "
         "zkprinter on the command line.\n",
         stderr);
-    std::quick_exit(EXIT_FAILURE);
+    dispatch::endProcess(EXIT_FAILURE);
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
+    dispatch::endOnSignals();
     const auto isGiven = [&](std::string_view option) {
         return std::find(argv + 1, argv + argc, option) != argv + argc;
     };
@@ -60,7 +61,6 @@ int main(int argc, char **argv) {
         answer("zkutility " ZK_VERSION "\n");
     if (isGiven("--verbose") || isGiven("-v"))
         NSLogSetSink(NSLogVerbosely);
-    dispatch::endOnSignals();
     usualHandler = qInstallMessageHandler(tellInOneSentence);
     return NSApplicationMain(argc, argv);
 }

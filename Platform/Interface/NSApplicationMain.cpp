@@ -1,3 +1,4 @@
+#include "Platform/Foundation/System/EndingSignals.h"
 #include "Platform/Foundation/System/Localization.h"
 #include "Platform/Interface/NSApplication.h"
 
@@ -20,5 +21,5 @@ int NSApplicationMain(int argc, char **argv) {
     const int status = application.run();
     std::fflush(nullptr);
     // Destroys nothing under a running thread, and lets a transport give back the printers it holds.
-    std::quick_exit(status);
+    dispatch::endProcess(status);
 }

@@ -132,14 +132,16 @@ tl_usb_status Transport::read(Handle &handle, std::span<uint8_t> buffer, size_t 
 }
 
 void Transport::shutDown() {
-    end_.request_stop();
-    retire(takeIf([](const ListedPrinter &) { return true; }));
-    {
-        std::unique_lock lock(mutex_);
-        lastCallEnded_.wait(lock, [this] { return calls_ == 0; });
-    }
-    retire(takeIf([](const ListedPrinter &) { return true; })); // opened while the calls were waited for
-    printers_.forget();
+    std::call_once(shutDown_, [this] {
+        end_.request_stop();
+        retire(takeIf([](const ListedPrinter &) { return true; }));
+        {
+            std::unique_lock lock(mutex_);
+            lastCallEnded_.wait(lock, [this] { return calls_ == 0; });
+        }
+        retire(takeIf([](const ListedPrinter &) { return true; })); // opened while the calls were waited for
+        printers_.forget();
+    });
 }
 
 // Handles to printers that have gone are of no use any more. A call in progress finds out by itself.

@@ -39,7 +39,8 @@ public:
     tl_usb_status transfer(void *handle, std::span<const uint8_t> bytes, std::span<uint8_t> buffer,
                            size_t &count, std::chrono::milliseconds timeout);
 
-    /// Cancels what runs, waits for it and gives every printer back. Later calls are cancelled at once.
+    /// Cancels what runs, waits for it and gives every printer back. Later calls are cancelled at once. Every
+    /// caller waits until that is done, whoever does it.
     void shutDown();
 
 private:
@@ -65,6 +66,7 @@ private:
     Printers &printers_;
     dispatch::Clock &clock_;
     std::stop_source end_; // stops the calls that have no handle
+    std::once_flag shutDown_;
 
     std::mutex mutex_; // never held while a printer is used; guards what follows
     std::map<void *, std::shared_ptr<Handle>> handles_;

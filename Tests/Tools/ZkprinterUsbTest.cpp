@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <string>
 #include <sys/wait.h>
@@ -37,6 +38,32 @@ std::string commandOf(const std::string &arguments) {
 /// The program's output.
 FILE *start(const std::string &arguments) {
     return ::popen(commandOf(arguments).c_str(), "r");
+}
+
+pid_t startAside(const std::string &arguments) {
+    const std::string command = commandOf(arguments);
+    const pid_t process = ::fork();
+    if (process == 0) {
+        ::execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+        ::_exit(127);
+    }
+    return process;
+}
+
+/// -1 when a signal ended it.
+int exitStatusOf(pid_t process) {
+    int status = 0;
+    EXPECT_EQ(::waitpid(process, &status, 0), process);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// Whether a signal was sent to the process that none of its threads has taken yet.
+bool hasPendingSignal(pid_t process) {
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("ShdPnd:"))
+            return line.find_first_of("123456789abcdef", 7) != std::string::npos;
+    return false;
 }
 
 /// The exit status and what the program printed.
@@ -141,26 +168,34 @@ TEST(ZkprinterUsb, givesThePrinterBackWhenItIsEnded) {
     auto &ports = UsbTestbed::shared();
     const auto printer = ports.plug(l200("SN0002"));
     printer->holdAnswers(true);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        const std::string command = commandOf("reminder 'usb://Zelkor/L200%20Series?serial=SN0002' 5");
-        const pid_t process = ::fork();
-        if (process == 0) {
-            ::execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-            ::_exit(127);
-        }
+    const std::string reminder = "reminder 'usb://Zelkor/L200%20Series?serial=SN0002'";
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+        const pid_t process = startAside(reminder + " 5");
         while (printer->pending() == 0) // it waits for the answer, which would take ten seconds
             std::this_thread::yield();
         EXPECT_FALSE(printer->hasKernelDriver());
         ::kill(process, signal);
-        int status = 0;
-        EXPECT_EQ(::waitpid(process, &status, 0), process);
-        EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 128 + signal);
+        EXPECT_EQ(exitStatusOf(process), 128 + signal);
         while (printer->opens() > 0) // seen a moment later
             std::this_thread::yield();
         EXPECT_TRUE(printer->hasKernelDriver());
     }
-    EXPECT_THAT(zkprinter("--timeout 0.2 reminder 'usb://Zelkor/L200%20Series?serial=SN0002'"),
-                StartsWith("15 "));
+    EXPECT_THAT(zkprinter("--timeout 0.2 " + reminder), StartsWith("15 "));
+    while (printer->opens() > 0)
+        std::this_thread::yield();
+    EXPECT_TRUE(printer->hasKernelDriver());
+
+    // A signal does not hurry what gives it back already.
+    printer->holdRelease(true);
+    const pid_t process = startAside("--timeout 0.2 " + reminder);
+    while (!printer->isReleasing())
+        std::this_thread::yield();
+    ::kill(process, SIGINT);
+    while (hasPendingSignal(process))
+        std::this_thread::yield();
+    EXPECT_EQ(::waitpid(process, nullptr, WNOHANG), 0);
+    printer->holdRelease(false);
+    EXPECT_EQ(exitStatusOf(process), 15);
     while (printer->opens() > 0)
         std::this_thread::yield();
     EXPECT_TRUE(printer->hasKernelDriver());

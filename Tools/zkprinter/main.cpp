@@ -178,7 +178,7 @@ void directLog(bool verbose) {
                                       (what.empty() ? "" : ", waiting for " + what) +
                                       "; try again, or allow it more time with --timeout."},
            request.json);
-    std::quick_exit(static_cast<int>(ExitStatus::timedOut));
+    dispatch::endProcess(static_cast<int>(ExitStatus::timedOut));
 }
 
 ExitStatus carryOut(const Request &request) {

@@ -2,16 +2,18 @@
 
 #include "Platform/Dispatch/Time/DetachedThread.h"
 
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <pthread.h>
+#include <unistd.h>
 #include <utility>
 
 namespace dispatch {
 
 namespace {
 
-constexpr int endings[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int endings[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 bool isIgnored(int signal) {
     struct sigaction action {};
@@ -24,7 +26,7 @@ void awaitEnd(const sigset_t &signals, const std::function<void()> &before) {
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // the next one is for the impatient
     if (before)
         before();
-    std::quick_exit(128 + signal);
+    endProcess(128 + signal);
 }
 
 } // namespace
@@ -40,6 +42,14 @@ void endOnSignals(std::function<void()> before) {
     pthread_atfork(nullptr, nullptr, [] { pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); });
     if (!startDetachedThread([before = std::move(before)] { awaitEnd(signals, before); }))
         pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+void endProcess(int status) {
+    static std::atomic_flag ending;
+    if (!ending.test_and_set())
+        std::quick_exit(status);
+    while (true)
+        pause();
 }
 
 } // namespace dispatch

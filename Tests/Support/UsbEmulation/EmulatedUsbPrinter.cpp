@@ -64,6 +64,12 @@ void EmulatedUsbPrinter::holdRequests(bool held) {
     serveReads();
 }
 
+void EmulatedUsbPrinter::holdRelease(bool held) {
+    const std::scoped_lock guard(mutex_);
+    releaseHeld_ = held;
+    releaseAllowed_.notify_all();
+}
+
 void EmulatedUsbPrinter::stall(std::uint8_t endpoint) {
     const std::scoped_lock guard(mutex_);
     stalled_.insert(endpoint);
@@ -104,6 +110,11 @@ size_t EmulatedUsbPrinter::pending() const {
     return reads_.size() + requests_.size();
 }
 
+bool EmulatedUsbPrinter::isReleasing() const {
+    const std::scoped_lock guard(mutex_);
+    return releasing_;
+}
+
 void EmulatedUsbPrinter::connect(const Client *client) {
     const std::scoped_lock guard(mutex_);
     clients_.insert(client);
@@ -126,8 +137,13 @@ void EmulatedUsbPrinter::vanish(const Client *client) {
 }
 
 void EmulatedUsbPrinter::handle(Client *client) {
-    const std::scoped_lock guard(mutex_);
+    std::unique_lock lock(mutex_);
     const unsigned long request = umockdev_ioctl_client_get_request(client);
+    if (request == USBDEVFS_RELEASEINTERFACE) {
+        releasing_ = true;
+        releaseAllowed_.wait(lock, [this] { return !releaseHeld_; });
+        releasing_ = false;
+    }
     UMockdevIoctlData *const argument = umockdev_ioctl_client_get_arg(client);
     const size_t size = _IOC_SIZE(request);
     const Data block = size > 0 ? resolve(argument, 0, size) : Data();

@@ -19,6 +19,7 @@
 #include "Tests/Support/UsbEmulation/DeviceNode.h"
 #include "Tests/Support/UsbEmulation/UsbDescription.h"
 
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <linux/usbdevice_fs.h>
@@ -43,6 +44,8 @@ public:
     void holdAnswers(bool held);
     /// While held, the printer takes neither data nor requests.
     void holdRequests(bool held);
+    /// While held, whoever gives the printer interface back waits, as for a kernel that takes its time.
+    void holdRelease(bool held);
     /// Transfers of the endpoint end with a stall until its halt is cleared.
     void stall(std::uint8_t endpoint);
     /// The printer is pulled out: what is pending ends, everything else fails.
@@ -51,8 +54,9 @@ public:
     bool isUnplugged() const;
     bool isClaimed() const;
     bool hasKernelDriver() const;
-    size_t opens() const;   ///< open files of the node
-    size_t pending() const; ///< transfers that wait for the printer
+    size_t opens() const;     ///< open files of the node
+    size_t pending() const;   ///< transfers that wait for the printer
+    bool isReleasing() const; ///< somebody waits to give the printer interface back
 
     // What UsbTestbed passes on.
     using Client = UMockdevIoctlClient;
@@ -104,6 +108,9 @@ private:
     bool isFresh_ = true;             // nobody has opened it since it was plugged in
     bool answersHeld_ = false;
     bool requestsHeld_ = false;
+    bool releaseHeld_ = false;
+    bool releasing_ = false;
+    std::condition_variable releaseAllowed_;
     bool unplugged_ = false;
     std::set<std::uint8_t> stalled_;
     std::deque<Urb> reads_;    // pending
