@@ -27,28 +27,47 @@ Patience::~Patience() {
 }
 
 void Patience::await(const std::string &what) {
-    std::unique_lock lock(mutex_);
-    awaited_ = what;
-    if (what.empty() && !shown_.empty())
-        show_(shown_ = {}); // here, so that the result comes after it
-    changed_.notify_all();
+    {
+        const std::scoped_lock guard(mutex_);
+        if (over_)
+            return;
+        awaited_ = what;
+        changed_.notify_all();
+    }
+    if (what.empty())
+        update(); // here, so that the result comes after it
 }
 
 void Patience::run() {
     std::unique_lock lock(mutex_);
     while (!over_ && clock_.now() < end_) {
         const bool shows = clock_.now() >= showing_;
-        if (shows && shown_ != awaited_)
-            show_(shown_ = awaited_);
-        clock_.waitUntil(lock, changed_, shows ? end_ : std::min(showing_, end_));
+        if (shows && shown_ != awaited_) {
+            lock.unlock();
+            update();
+            lock.lock();
+        } else {
+            clock_.waitUntil(lock, changed_, shows ? end_ : std::min(showing_, end_));
+        }
     }
-    if (!shown_.empty())
-        show_(shown_ = {});
-    const std::string what = awaited_;
-    const bool givesUp = !over_;
+    const std::string what = std::exchange(awaited_, {});
+    const bool givesUp = !std::exchange(over_, true);
     lock.unlock();
+    update();
     if (givesUp)
         giveUp_(what);
+}
+
+void Patience::update() {
+    const std::scoped_lock turn(screen_);
+    std::string what;
+    {
+        const std::scoped_lock guard(mutex_);
+        if (shown_ == awaited_)
+            return;
+        what = shown_ = awaited_;
+    }
+    show_(what);
 }
 
 Waiting::Waiting(const std::string &what) {

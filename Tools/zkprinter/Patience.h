@@ -42,13 +42,15 @@ private:
 
     void await(const std::string &what);
     void run();
+    void update();
 
     const Show show_;
     const GiveUp giveUp_;
     dispatch::Clock &clock_ = dispatch::Clock::current();
     const dispatch::Instant showing_, end_;
 
-    std::mutex mutex_; // guards what follows
+    std::mutex screen_; // held while something is shown; locked before the other
+    std::mutex mutex_;  // guards what follows
     std::condition_variable changed_;
     std::string awaited_, shown_;
     bool over_ = false;

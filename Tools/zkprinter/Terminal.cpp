@@ -9,6 +9,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <cwchar>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -33,8 +34,11 @@ constexpr std::string_view freshLine = "\r\x1B[K";
 
 std::atomic<bool> passing = false;
 
+/// A terminal that the user stopped, or that is gone, does not get it.
 void toTerminal(std::string_view text) {
-    [[maybe_unused]] const ssize_t count = write(STDERR_FILENO, text.data(), text.size()); // it may be gone
+    pollfd terminal{.fd = STDERR_FILENO, .events = POLLOUT, .revents = 0};
+    if (poll(&terminal, 1, 0) == 1 && (terminal.revents & POLLOUT) != 0) [[maybe_unused]]
+        const ssize_t count = write(STDERR_FILENO, text.data(), text.size());
 }
 
 std::string cutTo(std::size_t columns, std::string text) {

@@ -21,8 +21,8 @@ void printTable(const std::vector<std::vector<std::string>> &rows);
 void printLine(std::string_view line);
 
 /// Shows a line that does not stay on the terminal of standard error, in the place of the one before; none
-/// for an empty text. Nothing on a terminal that cannot take it back, or when there is none. Any thread, one
-/// call at a time.
+/// for an empty text. Nothing on a terminal that cannot take it back or is stopped, or when there is none.
+/// Does not wait for the terminal. Any thread, one call at a time.
 void showPassing(const std::string &line);
-/// Takes it back, if there is one. Any thread.
+/// Takes it back, if there is one, without waiting for the terminal. Any thread.
 void erasePassing();
