@@ -29,8 +29,12 @@ ExitStatus showReminder(const std::string &queue, Format format);
 ExitStatus setReminder(const std::string &queue, std::int64_t threshold, Format format);
 
 /// Writes all that tells why a printer cannot be reached, with serial numbers shortened, for the support.
-/// Written whatever it finds; the status is that of what keeps it from listing the queues.
+/// Written whatever it finds. Fails, when that is printed, with what keeps it from listing the queues.
 ExitStatus diagnose(Format format);
+
+/// Prints what `diagnose` found by now, and the failure that ends it; false when that is not what runs. Any
+/// thread.
+bool printUnfinishedDiagnosis(const Failure &failure, Format format);
 
 /// "off" and "2" to "10" as a threshold; nothing for any other text.
 std::optional<std::int64_t> parseThreshold(const std::string &text);

@@ -12,24 +12,77 @@
 #include "Tools/zkprinter/Versions.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <grp.h>
+#include <mutex>
+#include <optional>
 #include <pwd.h>
 #include <set>
 #include <sys/stat.h>
 
 namespace {
 
-constexpr std::size_t logLimit = 100; // lines
+constexpr std::size_t logLimit = 100; // lines about one topic
+constexpr const char *topics[] = {"versions", "queues", "printers",   "access",
+                                  "host",     "room",   "interfaces", "log"};
 
-/// Keeps the latest log lines as long as it lives, and passes them on.
+/// What the command found by now. Threads: any, as the end of its time comes from another.
+class Findings {
+public:
+    /// For threads that outlive the command.
+    static Findings &shared() {
+        static auto &all = *new Findings;
+        return all;
+    }
+
+    void add(Section section) {
+        const std::scoped_lock guard(mutex_);
+        sections_.push_back(std::move(section));
+    }
+    void addSerial(const std::string &serial) {
+        const std::scoped_lock guard(mutex_);
+        serials_.add(serial);
+    }
+    /// Keeps the latest lines about the topic.
+    void addLine(std::string_view line) {
+        const std::scoped_lock guard(mutex_);
+        log_.emplace_back(line);
+        if (log_.size() - topicBegin_ > logLimit)
+            log_.erase(log_.begin() + static_cast<std::ptrdiff_t>(topicBegin_));
+    }
+    /// The lines until now are about another topic than those to come.
+    void changeTopic() {
+        const std::scoped_lock guard(mutex_);
+        topicBegin_ = log_.size();
+    }
+    bool isEmpty() const {
+        const std::scoped_lock guard(mutex_);
+        return sections_.empty();
+    }
+    void print(Format format, const std::optional<Failure> &failure) const {
+        const std::scoped_lock guard(mutex_);
+        std::vector<Section> sections = sections_;
+        sections.push_back({"log", log_});
+        std::ranges::sort(sections, {},
+                          [](const Section &section) { return std::ranges::find(topics, section.name); });
+        printReport(sections, serials_, format, failure);
+    }
+
+private:
+    Findings() = default;
+
+    mutable std::mutex mutex_; // guards what follows
+    std::vector<Section> sections_;
+    SerialNumbers serials_;
+    Lines log_;
+    std::size_t topicBegin_ = 0; // in the log
+};
+
+/// Keeps the log lines as long as it lives, and passes them on.
 class KeptLog {
 public:
     KeptLog() : next_(NSLogSetSink({})) {
         NSLogSetSink([this](NSLogLevel level, std::string_view line) {
-            lines_.emplace_back(line);
-            if (lines_.size() > logLimit)
-                lines_.erase(lines_.begin());
+            Findings::shared().addLine(line);
             if (next_)
                 next_(level, line);
         });
@@ -38,11 +91,8 @@ public:
     KeptLog &operator=(const KeptLog &) = delete;
     ~KeptLog() { NSLogSetSink(std::move(next_)); }
 
-    const Lines &lines() const { return lines_; }
-
 private:
     NSLogSink next_;
-    Lines lines_;
 };
 
 FactValue pathOrNone(const std::optional<std::filesystem::path> &path) {
@@ -91,15 +141,15 @@ Facts factsOf(const Queue &queue, const AttachedPrinters &printers) {
     return facts;
 }
 
-/// The queues, or what is in the way of finding them; `serials` gets those of their URIs.
-Section queues(const QueueList &list, const AttachedPrinters &printers, SerialNumbers &serials) {
+/// The queues, or what is in the way of finding them.
+Section queues(const QueueList &list, const AttachedPrinters &printers) {
     if (list.failure)
         return {"queues", std::vector<Facts>{{{"problem", std::string(list.failure->what())}}}};
     std::vector<Facts> found;
     std::set<std::string> supported;
     for (const Queue &queue : list.supported) {
         if (const auto named = transport::parsePrinterUri(queue.deviceUri.value_or("")))
-            serials.add(named->serial);
+            Findings::shared().addSerial(named->serial);
         if (supported.insert(queue.name).second)
             found.push_back(factsOf(queue, printers));
     }
@@ -161,29 +211,33 @@ ExitStatus diagnose(Format format) {
     const KeptLog log;
     const QNDevice device;
     const QNProcessorReading begin = device.processors();
-    SerialNumbers serials;
+    Findings &findings = Findings::shared();
+    findings.add({"access", Facts{{"udevRule", pathOrNone(transport::installedUdevRule())}}});
     const AttachedPrinters printers;
-    std::vector<Facts> printerFacts;
-    for (const auto &printer : printers.all()) {
+    for (const auto &printer : printers.all())
         if (const auto serial = printer->serialNumber())
-            serials.add(serial->utf8());
+            findings.addSerial(serial->utf8());
+    std::vector<Facts> printerFacts;
+    for (const auto &printer : printers.all())
         printerFacts.push_back(factsOf(printer));
-    }
+    findings.add({"printers", printerFacts});
+    findings.changeTopic();
     const QueueList list = readQueueList();
-    const Section access = {"access", Facts{{"udevRule", pathOrNone(transport::installedUdevRule())}}};
-    const Section queueSection = queues(list, printers, serials);
-    printReport({{"versions", versions(list.service)},
-                 queueSection,
-                 {"printers", printerFacts},
-                 access,
-                 {"host", hostFacts(device, begin)},
-                 {"room", roomFacts(device)},
-                 {"interfaces", interfaceFacts(device)},
-                 {"log", log.lines()}},
-                serials, format);
-    if (list.failure) {
-        std::fprintf(stderr, "zkprinter: %s\n", list.failure->what());
-        return list.failure->status();
-    }
+    findings.add({"versions", versions(list.service), false});
+    findings.add(queues(list, printers));
+    findings.add({"host", hostFacts(device, begin)});
+    findings.add({"room", roomFacts(device)});
+    findings.add({"interfaces", interfaceFacts(device)});
+    findings.print(format, list.failure);
+    if (list.failure)
+        throw ToldFailure(*list.failure);
     return ExitStatus::success;
+}
+
+bool printUnfinishedDiagnosis(const Failure &failure, Format format) {
+    const Findings &findings = Findings::shared();
+    if (findings.isEmpty())
+        return false;
+    findings.print(format, failure);
+    return true;
 }

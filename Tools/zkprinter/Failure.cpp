@@ -36,6 +36,8 @@ const char *nameOf(ExitStatus status) {
         return "timed-out";
     case ExitStatus::unwritable:
         return "unwritable";
+    case ExitStatus::outOfResources:
+        return "out-of-resources";
     }
     return "unknown";
 }

@@ -23,6 +23,7 @@ enum class ExitStatus {
     ambiguous = 14,         ///< two attached printers go by what was asked for
     timedOut = 15,          ///< the command took longer than it may
     unwritable = 16,        ///< standard output does not take what there is to say
+    outOfResources = 17,    ///< this computer has no memory or no thread left for the command
 };
 
 /// The status as scripts see it in JSON, e.g. "not-attached".
@@ -37,4 +38,10 @@ public:
 
 private:
     ExitStatus status_;
+};
+
+/// A failure that the result tells, too; the sentence is all that is left to say.
+class ToldFailure : public Failure {
+public:
+    explicit ToldFailure(const Failure &failure) : Failure(failure) {}
 };

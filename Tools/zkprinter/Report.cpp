@@ -3,7 +3,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Tools/zkprinter/Json.h"
+#include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Terminal.h"
 
 namespace {
@@ -112,16 +112,40 @@ private:
     Json &json_;
 };
 
+const SerialNumbers &serialsIn(const Section &section, const SerialNumbers &serials) {
+    static const SerialNumbers none;
+    return section.tellsOfPrinters ? serials : none;
+}
+
 } // namespace
 
-void printReport(const std::vector<Section> &sections, const SerialNumbers &serials, Format format) {
+std::string sentenceOf(const Failure &failure) {
+    std::u16string units;
+    unicode::appendUTF16(units, failure.what());
+    std::string text;
+    unicode::appendUTF8(text, units);
+    return text;
+}
+
+void describe(Json &json, const Failure &failure) {
+    json.object("error", [&](Json &error) {
+        error.field("code", static_cast<std::int64_t>(failure.status()))
+            .field("name", nameOf(failure.status()))
+            .field("message", sentenceOf(failure));
+    });
+}
+
+void printReport(const std::vector<Section> &sections, const SerialNumbers &serials, Format format,
+                 const std::optional<Failure> &failure) {
     if (format == Format::text) {
         for (const Section &section : sections)
-            ReportText(serials).print(section);
+            ReportText(serialsIn(section, serials)).print(section);
         return;
     }
     printJson([&](Json &json) {
         for (const Section &section : sections)
-            ReportJson(serials, json).write(section);
+            ReportJson(serialsIn(section, serials), json).write(section);
+        if (failure)
+            describe(json, *failure);
     });
 }

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "Tools/zkprinter/Commands.h"
+#include "Tools/zkprinter/Failure.h"
+#include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/SerialNumbers.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -30,7 +33,16 @@ using Facts = std::vector<Fact>;
 struct Section {
     std::string name;
     std::variant<Facts, std::vector<Facts>, Lines> content;
+    bool tellsOfPrinters =
+        true; ///< false: no known serial number is looked for, which may look like a version
 };
 
-/// Prints the sections; `serials` are hidden in every text.
-void printReport(const std::vector<Section> &sections, const SerialNumbers &serials, Format format);
+/// The sentence of the failure, as UTF-8 whatever the user typed.
+std::string sentenceOf(const Failure &failure);
+
+/// Writes the failure as the object "error".
+void describe(Json &json, const Failure &failure);
+
+/// Prints the sections; `serials` are hidden in every text. JSON also gets the failure, if there is one.
+void printReport(const std::vector<Section> &sections, const SerialNumbers &serials, Format format,
+                 const std::optional<Failure> &failure);

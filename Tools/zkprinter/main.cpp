@@ -1,12 +1,13 @@
 // zkprinter: the printers and their low-toner reminder from the command line.
 #include "Manager/PrinterStatus.h"
+#include "Platform/Dispatch/Time/DetachedThread.h"
 #include "Platform/Foundation/System/EndingSignals.h"
 #include "Platform/Foundation/System/NSLog.h"
-#include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Output.h"
 #include "Tools/zkprinter/Patience.h"
+#include "Tools/zkprinter/Report.h"
 #include "Tools/zkprinter/Terminal.h"
 
 #include <CLI/CLI.hpp>
@@ -17,6 +18,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <functional>
+#include <future>
 #include <optional>
 #include <sstream>
 #include <syslog.h>
@@ -34,9 +36,11 @@ const char *const exitStatuses = R"(Exit statuses:
   6  printer did not answer in time    13  transfer failed
                                        14  two printers go by what was asked for
 128+n  ended by signal n                15  command took too long
-                                       16  result cannot be written)";
+                                       16  result cannot be written
+                                       17  this computer lacks memory or threads)";
 
 constexpr double longestTimeout = 86400; // seconds
+constexpr auto patienceOfReaders = std::chrono::seconds(1);
 
 /// What the command line asked for.
 struct Request {
@@ -113,32 +117,21 @@ std::string shownSeconds(double seconds) {
     return text.str();
 }
 
-/// What the user typed need not be UTF-8, but a sentence that repeats it is.
-std::string repaired(const std::string &bytes) {
-    std::u16string units;
-    unicode::appendUTF16(units, bytes);
-    std::string text;
-    unicode::appendUTF8(text, units);
-    return text;
-}
-
-/// A failure has one sentence, and no other line of its own.
-ExitStatus report(const Failure &failure, bool json) {
-    const std::string sentence = repaired(failure.what());
-    if (json)
-        printJson([&](Json &document) {
-            document.object("error", [&](Json &error) {
-                error.field("code", static_cast<std::int64_t>(failure.status()))
-                    .field("name", nameOf(failure.status()))
-                    .field("message", sentence);
-            });
-        });
-    std::fprintf(stderr, "zkprinter: %s\n", sentence.c_str());
+/// Says the sentence, and delivers what was printed.
+ExitStatus tell(const Failure &failure) {
+    std::fprintf(stderr, "zkprinter: %s\n", sentenceOf(failure).c_str());
     try {
         deliver();
     } catch (const Failure &) { // the first failure is the one to tell
     }
     return failure.status();
+}
+
+/// A failure has one sentence, and no other line of its own.
+ExitStatus report(const Failure &failure, bool json) {
+    if (json)
+        printJson([&](Json &document) { describe(document, failure); });
+    return tell(failure);
 }
 
 /// Wrong usage has a sentence too: CLI11's, with where to look.
@@ -171,13 +164,29 @@ void directLog(bool verbose) {
     }
 }
 
-/// Ends the program from beside the command, which may never come back.
-[[noreturn]] void giveUp(const Request &request, const std::string &what) {
-    takeOutputOver();
-    report({ExitStatus::timedOut, "The command took longer than " + shownSeconds(request.timeout) +
+Failure outOfTime(const Request &request, const std::string &what) {
+    return {ExitStatus::timedOut, "The command took longer than " + shownSeconds(request.timeout) +
                                       (what.empty() ? "" : ", waiting for " + what) +
-                                      "; try again, or allow it more time with --timeout."},
-           request.json);
+                                      "; try again, or allow it more time with --timeout."};
+}
+
+/// Ends the program from beside the command, which may never come back, and does not wait long for a terminal
+/// that is stopped, or for another reader who does not read.
+[[noreturn]] void giveUp(const Request &request, const std::string &what) {
+    std::promise<void> told;
+    const auto tellTheEnd = [&] {
+        takeOutputOver();
+        const Failure failure = outOfTime(request, what);
+        if (printUnfinishedDiagnosis(failure, request.json ? Format::json : Format::text))
+            tell(failure);
+        else
+            report(failure, request.json);
+        told.set_value();
+    };
+    if (dispatch::startDetachedThread(tellTheEnd))
+        told.get_future().wait_for(patienceOfReaders);
+    else
+        tellTheEnd();
     dispatch::endProcess(static_cast<int>(ExitStatus::timedOut));
 }
 
@@ -195,11 +204,16 @@ ExitStatus carryOut(const Request &request) {
     return request.command(request.json ? Format::json : Format::text);
 }
 
+/// What comes after "--" is no option.
+bool asksForJson(int argc, char **argv) {
+    const auto end = std::find(argv, argv + argc, std::string_view("--"));
+    return std::find(argv, end, std::string_view("--json")) != end;
+}
+
 ExitStatus run(int argc, char **argv) {
     CLI::App app("Shows and sets the low-toner reminder of Zelkor USB printers.", "zkprinter");
     Request request;
-    request.json =
-        std::find(argv, argv + argc, std::string_view("--json")) != argv + argc; // though it be wrong
+    request.json = asksForJson(argc, argv); // though it be wrong
     try {
         ExitStatus status = ExitStatus::success;
         try {
@@ -209,6 +223,9 @@ ExitStatus run(int argc, char **argv) {
                 throw CLI::RequiredError("A subcommand");
             directLog(request.verbose);
             status = carryOut(request);
+        } catch (const ToldFailure &failure) {
+            deliver();
+            return tell(failure);
         } catch (const CLI::Success &question) {
             printAnswer(app, question, request.json);
         } catch (const CLI::ParseError &error) {
@@ -218,6 +235,11 @@ ExitStatus run(int argc, char **argv) {
         return status;
     } catch (const Failure &failure) {
         return report(failure, request.json);
+    } catch (const std::exception &error) { // of the standard library
+        return report({ExitStatus::outOfResources, std::string("The command could not be carried out (") +
+                                                       error.what() +
+                                                       "); end some other programs and try again."},
+                      request.json);
     }
 }
 
