@@ -6,7 +6,6 @@
 
 #include <clocale>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <syslog.h>
 

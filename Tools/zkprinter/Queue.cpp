@@ -9,6 +9,7 @@
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Transport/zkcomtl.h"
 #include "Tools/zkprinter/Patience.h"
 #include "Tools/zkprinter/Reason.h"
 
@@ -114,6 +115,9 @@ std::vector<Ref<ZKUSB>> AttachedPrinters::named(const std::string &deviceUri) co
 
 Ref<ZKUSB> attachedPrinterOf(const Queue &queue) {
     const auto printers = AttachedPrinters().named(*queue.deviceUri);
+    if (printers.empty())
+        if (const auto held = transport::accessToHeld(*queue.deviceUri, transport::attachedPrinters()))
+            throw reasonOf(TL_USB_ERROR_BUSY, queue.name, held);
     if (printers.empty())
         throw Failure(ExitStatus::notAttached,
                       "The printer of \"" + escapedControlCharacters(queue.name) +

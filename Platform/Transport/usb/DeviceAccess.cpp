@@ -151,4 +151,22 @@ DeviceAccess deviceAccess(const AttachedPrinter &printer, const fs::path &root) 
     return access;
 }
 
+std::optional<DeviceAccess> accessToHeld(std::string_view uri, const std::vector<AttachedPrinter> &printers,
+                                         const fs::path &root) {
+    const auto named = parsePrinterUri(uri);
+    if (!named || named->serial.empty()) {
+        return std::nullopt;
+    }
+    for (const AttachedPrinter &printer : printers) {
+        if (printer.deviceId || printer.identity.serial != named->serial) {
+            continue;
+        }
+        DeviceAccess access = deviceAccess(printer, root);
+        if (access.kernelDriver == "usbfs") {
+            return access;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace transport

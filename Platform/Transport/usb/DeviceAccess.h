@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <sys/types.h>
 #include <vector>
 
@@ -60,5 +61,11 @@ bool isOpenSomewhere(const std::vector<std::filesystem::path> &nodes,
 
 /// `root` as above.
 DeviceAccess deviceAccess(const AttachedPrinter &printer, const std::filesystem::path &root = "/");
+
+/// Which of the printers may be the one that the URI names by its device ID: the kernel tells that only while
+/// its own driver has the printer, so of one that a program holds nothing but the serial number is known.
+/// None: nothing speaks for any.
+std::optional<DeviceAccess> accessToHeld(std::string_view uri, const std::vector<AttachedPrinter> &printers,
+                                         const std::filesystem::path &root = "/");
 
 } // namespace transport

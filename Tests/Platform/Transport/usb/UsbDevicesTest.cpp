@@ -116,6 +116,17 @@ TEST(UsbDevices, TellsWhatStandsBetween) {
     EXPECT_EQ(access.kernelDriver, "usbfs");
     EXPECT_THAT(access.holders, IsEmpty());
 
+    // A queue may name the printer by a device ID, which the kernel cannot tell now.
+    const auto isHeld = [&](const char *uri) {
+        return accessToHeld(uri, attachedPrinters({}, root.path()), root.path()).has_value();
+    };
+    EXPECT_TRUE(isHeld("usb://ZK/L%20200?serial=SN1"));
+    EXPECT_FALSE(isHeld("usb://ZK/L%20200?serial=SN2"));
+    EXPECT_FALSE(isHeld("usb://ZK/L%20200"));
+    root.put("sys/bus/usb/devices/1-2:1.0/ieee1284_id", "MFG:Zelkor;MDL:L200;");
+    EXPECT_FALSE(isHeld("usb://ZK/L%20200?serial=SN1"));
+    fs::remove(root.file("sys/bus/usb/devices/1-2:1.0/ieee1284_id"));
+
     root.put(node.substr(1), "");
     root.put("lib/udev/rules.d/70-zkutility.rules", "");
     root.process("30", "scan", "scan", {node});
