@@ -2,6 +2,7 @@
 
 #include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Numbers/DecimalText.h"
+#include "Platform/Foundation/Serialization/JSON/JSONEscapes.h"
 
 #include <boost/json/basic_parser_impl.hpp>
 
@@ -26,69 +27,102 @@ public:
     static constexpr std::size_t max_object_size = SIZE_MAX, max_array_size = SIZE_MAX,
                                  max_key_size = SIZE_MAX, max_string_size = SIZE_MAX;
 
-    Events(JSONHandler &handler, std::string_view text) : handler_(handler), text_(text) {}
+    /// The handler has been told the first `toldBefore` of the events already.
+    Events(JSONHandler &handler, std::string_view text, std::size_t toldBefore)
+        : handler_(handler), text_(text), toldBefore_(toldBefore) {}
 
     /// Whether what was parsed up to now ends within a number.
     bool isWithinNumber() const { return !number_.empty(); }
     const char *refusal() const { return refusal_; }
+    /// Whether the handler has ended it, with a reason or without.
+    bool isRefused() const { return isRefused_; }
+    std::size_t told() const { return told_; }
+
+    /// Puts what stands behind a quote, up to the next, behind the parts of the text that the parser is in
+    /// the middle of. Gives the bytes up to there; none when the parser is to judge them.
+    std::optional<std::size_t> unescape(std::string_view behindQuote) {
+        const auto unescaped = unescapeJSON(behindQuote, room());
+        if (!unescaped)
+            return std::nullopt;
+        end_ += unescaped->made;
+        return unescaped->used;
+    }
 
     // What the parser calls.
     bool on_document_begin(json::error_code &) { return true; }
     bool on_document_end(json::error_code &) { return true; }
-    bool on_object_begin(json::error_code &error) { return answer(handler_.StartObject(), error); }
-    bool on_object_end(std::size_t count, json::error_code &error) {
-        return answer(handler_.EndObject(count), error);
+    bool on_object_begin(json::error_code &error) {
+        return tell(error, [&] { return handler_.StartObject(); });
     }
-    bool on_array_begin(json::error_code &error) { return answer(handler_.StartArray(), error); }
+    bool on_object_end(std::size_t count, json::error_code &error) {
+        return tell(error, [&] { return handler_.EndObject(count); });
+    }
+    bool on_array_begin(json::error_code &error) {
+        return tell(error, [&] { return handler_.StartArray(); });
+    }
     bool on_array_end(std::size_t count, json::error_code &error) {
-        return answer(handler_.EndArray(count), error);
+        return tell(error, [&] { return handler_.EndArray(count); });
     }
     bool on_key_part(json::string_view part, std::size_t, json::error_code &) { return keep(part); }
     bool on_key(json::string_view last, std::size_t, json::error_code &error) {
-        return answer(handler_.Key(whole(last)), error);
+        const std::string_view key = whole(last);
+        return tell(error, [&] { return handler_.Key(key); });
     }
     bool on_string_part(json::string_view part, std::size_t, json::error_code &) { return keep(part); }
     bool on_string(json::string_view last, std::size_t, json::error_code &error) {
-        return answer(handler_.String(whole(last)), error);
+        const std::string_view text = whole(last);
+        return tell(error, [&] { return handler_.String(text); });
     }
     bool on_number_part(json::string_view part, json::error_code &) {
         number_ += viewOf(part);
         return true;
     }
     bool on_int64(std::int64_t number, json::string_view, json::error_code &error) {
-        return answer(handler_.Int64(number), error);
+        return tell(error, [&] { return handler_.Int64(number); });
     }
     bool on_uint64(std::uint64_t number, json::string_view, json::error_code &error) {
-        return answer(handler_.Uint64(number), error);
+        return tell(error, [&] { return handler_.Uint64(number); });
     }
     /// The parser's own number is not always the nearest.
     bool on_double(double, json::string_view last, json::error_code &error) {
         number_ += viewOf(last);
         const double number = doubleOfDecimalText(number_);
         number_.clear();
-        return std::isfinite(number) ? answer(handler_.Double(number), error)
+        return std::isfinite(number) ? tell(error, [&] { return handler_.Double(number); })
                                      : refuse("Number too large.", error);
     }
-    bool on_bool(bool flag, json::error_code &error) { return answer(handler_.Bool(flag), error); }
-    bool on_null(json::error_code &error) { return answer(handler_.Null(), error); }
+    bool on_bool(bool flag, json::error_code &error) {
+        return tell(error, [&] { return handler_.Bool(flag); });
+    }
+    bool on_null(json::error_code &error) {
+        return tell(error, [&] { return handler_.Null(); });
+    }
     bool on_comment_part(json::string_view, json::error_code &) { return false; }
     bool on_comment(json::string_view, json::error_code &) { return false; }
 
 private:
-    bool answer(bool goOn, json::error_code &error) { return goOn || refuse(handler_.refusal(), error); }
+    template <class Telling>
+    bool tell(json::error_code &error, Telling telling) {
+        return told_++ < toldBefore_ || telling() || refuse(handler_.refusal(), error);
+    }
     bool refuse(const char *why, json::error_code &error) {
         refusal_ = why;
+        isRefused_ = true;
         error = make_error_code(boost::system::errc::operation_canceled);
         return false;
     }
 
     /// Puts a part of a text with escapes behind the earlier ones.
     bool keep(json::string_view part) {
-        if (!unescaped_) // no text gets longer by that
-            unescaped_ = std::make_unique_for_overwrite<char[]>(text_.size());
-        std::copy(part.begin(), part.end(), unescaped_.get() + end_);
+        std::copy(part.begin(), part.end(), room());
         end_ += part.size();
         return true;
+    }
+    /// Where the next part goes.
+    char *room() {
+        if (!unescaped_) // no text gets longer by that
+            unescaped_ = std::make_unique_for_overwrite<char[]>(text_.size());
+        return unescaped_.get() + end_;
     }
     /// The whole of a text: where it stands, or of its parts.
     std::string_view whole(json::string_view last) {
@@ -104,7 +138,10 @@ private:
 
     JSONHandler &handler_;
     const std::string_view text_;
+    const std::size_t toldBefore_;
+    std::size_t told_ = 0;
     const char *refusal_ = nullptr;
+    bool isRefused_ = false;
     std::string number_;                // the parts of the number that the parser is in the middle of
     std::unique_ptr<char[]> unescaped_; // texts with escapes, one after the other
     std::size_t begin_ = 0, end_ = 0;   // of the last of them
@@ -139,11 +176,69 @@ std::string_view shortened(std::string_view exponent) {
     return exponent.size() > longestExponent ? "999999999" : exponent;
 }
 
+/// The quote before the next escape: an opening one, or itself an escaped one in the same text. None without.
+std::optional<std::size_t> quoteBeforeEscape(std::string_view text, std::size_t searched) {
+    while (searched < text.size()) {
+        const std::size_t escape = text.find('\\', searched);
+        if (escape == text.npos)
+            return std::nullopt;
+        if (const void *const quote = memrchr(text.data() + searched, '"', escape - searched))
+            return static_cast<std::size_t>(static_cast<const char *>(quote) - text.data());
+        searched = escape + 1;
+    }
+    return std::nullopt;
+}
+
+// In bytes.
+constexpr std::size_t shortestText = 32;  ///< to be worth interrupting the parser
+constexpr std::size_t mostSkipped = 4096; ///< between two looks at texts that are short
+
+/// Of the text that goes on here; none for one that is worth it.
+std::optional<std::size_t> lengthOfShortText(std::string_view text) {
+    for (std::size_t at = 0; at < std::min(text.size(), shortestText); at += text[at] == '\\' ? 2u : 1u)
+        if (text[at] == '"')
+            return at;
+    return std::nullopt;
+}
+
 class Reader {
 public:
-    Reader(std::string_view text, JSONHandler &handler) : text_(text), parser_(options(), handler, text) {}
+    Reader(std::string_view text, JSONHandler &handler, std::size_t toldBefore = 0)
+        : text_(text), parser_(options(), handler, text, toldBefore) {}
 
+    /// Reads what is JSON and has no exponents too long for the parser; else it fails early, anywhere.
+    ///
+    /// The parser takes texts with escapes byte by byte. Of those that are not short it is given the quotes,
+    /// and what stands between them is put in its place. Where the short ones are many, fewer are looked at.
     std::optional<JSONFailure> read() {
+        std::string_view rest = text_;
+        std::size_t searched = 0, skipped = 0; // of the rest
+        while (const auto quote = quoteBeforeEscape(rest, searched)) {
+            const std::string_view behind = rest.substr(*quote + 1);
+            if (const auto length = lengthOfShortText(behind)) {
+                skipped = std::min(2 * skipped + shortestText, mostSkipped);
+                searched = *quote + 1 + *length + skipped;
+                continue;
+            }
+            const auto piece = rest.substr(0, *quote + 1);
+            if (auto failure = parse(piece, piece, true))
+                return failure;
+            const auto length = parser_.handler().unescape(behind);
+            rest = behind.substr(length.value_or(0));
+            if (!length)
+                break; // no text: the parser is to refuse it
+            searched = 1;
+            skipped = 0;
+        }
+        return parse(rest, rest, false);
+    }
+    /// Whether the handler has ended it.
+    bool isRefused() const { return parser_.handler().isRefused(); }
+    /// How much the handler has been told.
+    std::size_t told() const { return parser_.handler().told(); }
+
+    /// Reads any text, as the parser does, and finds where it is wrong.
+    std::optional<JSONFailure> readWithCare() {
         std::string_view rest = text_;
         while (true) {
             const std::string_view exponent = nextLongExponent(rest);
@@ -194,7 +289,10 @@ private:
 std::optional<JSONFailure> readJSON(std::string_view text, JSONHandler &handler) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     const std::size_t start = text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
-    auto failure = Reader(text.substr(start), handler).read();
+    Reader reader(text.substr(start), handler); // keeps the texts that the handler has been told
+    auto failure = reader.read();
+    if (failure && !reader.isRefused())
+        failure = Reader(text.substr(start), handler, reader.told()).readWithCare();
     if (failure)
         failure->offset += start;
     return failure;

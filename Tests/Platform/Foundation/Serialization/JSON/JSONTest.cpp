@@ -5,6 +5,7 @@
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/RandomObjects.h"
 
+#include <boost/json.hpp>
 #include <gmock/gmock.h>
 
 using namespace std::string_literals;
@@ -126,6 +127,54 @@ TEST(JSON, refusesControlCharactersAnywhere) {
             const bool isBlank = std::string_view("\t\n\r").find(control) != std::string_view::npos;
             EXPECT_EQ(read(std::string(before, ' ') + control + "1") != nullptr, isBlank) << int{control};
         }
+}
+
+// Long texts with escapes come from our own hands, the others from the parser's: it alone tells what is
+// right.
+TEST(JSON, readsTextsWithEscapesAsTheParserAlone) {
+    constexpr unsigned seed = 1207;
+    SCOPED_TRACE(seed);
+    RandomObjects random(seed, RandomObjects::Kind::JSON);
+    const std::string_view escapes[] = {"\\n",     "\\\"",           "\\\\",    "\\/",
+                                        "\\u00e9", "\\uD83D\\ude00", "\\u0000", "\\u20AC"};
+    const auto randomText = [&] {
+        std::string made = "\"";
+        for (auto parts = random.below(6); parts > 0; --parts) {
+            made +=
+                repeated(std::string(1, "abc,:{[ "[random.below(8)]), random.below(random.below(4) ? 6 : 70));
+            if (random.below(3) == 0)
+                made += escapes[random.below(std::size(escapes))];
+        }
+        return made + "\"";
+    };
+    std::size_t accepted = 0, refused = 0;
+    for (int round = 0; round < 10000; ++round) {
+        std::string json = "[{" + randomText() + " : " + randomText() + "}";
+        for (auto more = random.below(6); more > 0; --more)
+            json += "," + randomText();
+        json += "]";
+        if (random.below(2))
+            json = random.mutated(json, "\"\\\"\\ud8{}[],:\n\t x\x1F\x80");
+        boost::json::error_code error;
+        const auto expected = boost::json::parse(json, error);
+        const id made = read(json);
+        ASSERT_EQ(made == nullptr, error.failed()) << json;
+        ++(made ? accepted : refused);
+        if (!made)
+            continue;
+        const std::string plain(boost::json::serialize(expected)); // with the fewest escapes
+        ASSERT_EQ(written(made, Write::WithoutEscapingSlashes | fragments),
+                  written(read(plain), Write::WithoutEscapingSlashes | fragments))
+            << json;
+        const auto *list = expected.if_array();
+        for (std::size_t i = 0; list && i < list->size(); ++i) {
+            if (const auto *each = (*list)[i].if_string()) {
+                const std::string wanted(each->data(), each->size());
+                ASSERT_EQ(text(as<NSArray>(made)->objectAtIndex(i)), wanted) << json;
+            }
+        }
+    }
+    EXPECT_GT(std::min(accepted, refused), 1000u) << "both ends were reached";
 }
 
 TEST(JSON, readsWhatItMust) {
