@@ -4,26 +4,20 @@
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 #include "Platform/Foundation/Collections/ObjectVisit.h"
 
-#include <optional>
-
 /// Holds the lock of one container and then that of another, but for those that the thread holds already: a
 /// container may be met again in what is being compared.
 class BothLocks {
 public:
     BothLocks(const NSObject &one, dispatch::Semaphore &lock, const NSObject &other,
-              dispatch::Semaphore &otherLock) {
-        if (!Visit::involves(one))
-            lock_.emplace(lock);
-        if (!Visit::involves(other))
-            otherLock_.emplace(otherLock);
-        visit_.emplace(one, &other);
-    }
+              dispatch::Semaphore &otherLock)
+        : lock_(Visit::involves(one) ? nullptr : &lock),
+          otherLock_(Visit::involves(other) ? nullptr : &otherLock), visit_(one, &other) {}
     BothLocks(const BothLocks &) = delete;
     BothLocks &operator=(const BothLocks &) = delete;
 
 private:
     using Visit = ObjectVisit<BothLocks>;
 
-    std::optional<SemaphoreLock> lock_, otherLock_;
-    std::optional<Visit> visit_;
+    const SemaphoreLock lock_, otherLock_;
+    const Visit visit_;
 };

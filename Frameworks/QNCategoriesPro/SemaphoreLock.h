@@ -5,11 +5,19 @@
 
 class SemaphoreLock {
 public:
-    explicit SemaphoreLock(dispatch::Semaphore &semaphore) : semaphore_(semaphore) { semaphore_.wait(); }
+    explicit SemaphoreLock(dispatch::Semaphore &semaphore) : SemaphoreLock(&semaphore) {}
+    /// Null locks nothing.
+    explicit SemaphoreLock(dispatch::Semaphore *semaphore) : semaphore_(semaphore) {
+        if (semaphore_)
+            semaphore_->wait();
+    }
     SemaphoreLock(const SemaphoreLock &) = delete;
     SemaphoreLock &operator=(const SemaphoreLock &) = delete;
-    ~SemaphoreLock() { semaphore_.signal(); }
+    ~SemaphoreLock() {
+        if (semaphore_)
+            semaphore_->signal();
+    }
 
 private:
-    dispatch::Semaphore &semaphore_;
+    dispatch::Semaphore *const semaphore_;
 };
