@@ -137,15 +137,14 @@ TEST(Validation, mailboxesOfRFC5321) {
     EXPECT_TRUE(qn::isEmailAddress(string(local + "@" + times(94, "a.") + "a"))) << "254 characters";
 }
 
-// RFC 3986 (1.1.2, 3, 5.4 for what is only relative, appendix C).
+// RFC 3986 (1.1.2, 3, 5.4 for what is only relative, appendix C); the object identifier is of RFC 3061.
 TEST(Validation, addressesOfRFC3986) {
     for (const char *valid :
          {"ftp://ftp.is.co.za/rfc/rfc1808.txt", "http://www.ietf.org/rfc/rfc2396.txt",
           "ldap://[2001:db8::7]/c=GB?objectClass?one", "mailto:John.Doe@example.com",
           "news:comp.infosystems.www.servers.unix", "tel:+1-816-555-1212", "telnet://192.0.2.16:80/",
-          "urn:oasis:names:specification:docbook:dtd:xml:4.1.2",
-          "foo://example.com:8042/over/there?name=ferret#nose", "urn:example:animal:ferret:nose",
-          "http://a/b/c/d;p?q", "g:h", "http://[::ffff:192.0.2.1]:631/"})
+          "urn:oid:1.3.6.1.2.1.27", "foo://example.com:8042/over/there?name=ferret#nose",
+          "urn:example:animal:ferret:nose", "http://a/b/c/d;p?q", "g:h", "http://[::ffff:192.0.2.1]:631/"})
         EXPECT_TRUE(qn::isURL(string(valid))) << valid;
     for (const char *invalid : {"",
                                 "g",
