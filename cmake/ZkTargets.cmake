@@ -25,23 +25,24 @@ if(ZK_FUZZ)
     target_compile_options(zk_options INTERFACE -Wno-error)
 endif()
 
-# zk_library(NAME SOURCES a.cpp … HEADERS a.h … USES other …): a static library.
-# Its headers are also compiled alone by the target all_verify_interface_header_sets.
-function(zk_library name)
+# What libraries and their rooms have in common. The headers are also compiled alone, by the target
+# all_verify_interface_header_sets.
+function(zk_add_library name kind)
     cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;USES" ${ARGN})
-    add_library(${name} STATIC ${ARG_SOURCES})
+    add_library(${name} ${kind} ${ARG_SOURCES})
     target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${ARG_HEADERS})
     set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
     target_link_libraries(${name} PUBLIC zk_options ${ARG_USES})
 endfunction()
 
+# zk_library(NAME SOURCES a.cpp … HEADERS a.h … USES other …): a static library.
+function(zk_library name)
+    zk_add_library(${name} STATIC ${ARGN})
+endfunction()
+
 # zk_room(NAME SOURCES a.cpp … HEADERS a.h … USES other …): one room of a library, see zk_library_of_rooms.
 function(zk_room name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;USES" ${ARGN})
-    add_library(${name} OBJECT ${ARG_SOURCES})
-    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${ARG_HEADERS})
-    set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
-    target_link_libraries(${name} PUBLIC zk_options ${ARG_USES})
+    zk_add_library(${name} OBJECT ${ARGN})
 endfunction()
 
 # zk_library_of_rooms(NAME room …): the rooms as one static library. A class may be declared in one room and have
