@@ -61,8 +61,11 @@ TEST_F(WindowTest, theTableIsReadAfterThePassThatWokeTheThread) {
     openWithLaser();
     Counted counted(*view);
     table->setDataSource(&counted);
+    qt.advance(NSTableView::reloadPace);
+    EXPECT_TRUE(QtTesting::eventually([&] { return counted.counts > 0; }));
     QtTesting::settle();
     EXPECT_EQ(counted.printers, 1);
+    table->reloadData(); // arranged now, whether the view's thread has come to ask for it or not
     const int before = counted.counts;
     std::filesystem::remove(printers.file("SN0001.json"));
     qt.advance(2s);

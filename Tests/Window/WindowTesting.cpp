@@ -62,6 +62,7 @@ void WindowTest::addQueue(const char *name, const char *uri) {
         qt.advance(NSTableView::reloadPace);
         return table->model()->rowCount() == rows + 1;
     }));
+    QtTesting::settle(); // what fell due with the last advance happens now, not in what the test looks at
 }
 
 void WindowTest::openWithLaser(const std::string &more) {
