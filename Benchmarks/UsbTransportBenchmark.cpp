@@ -65,19 +65,19 @@ BENCHMARK(listing);
 
 class InstantDevice final : public UsbDevice {
 public:
-    size_t packetSize() const override { return 512; }
-    Transferred send(std::span<const uint8_t> bytes, milliseconds, const std::stop_token &) override {
+    std::size_t packetSize() const override { return 512; }
+    Transferred send(std::span<const std::uint8_t> bytes, milliseconds, const std::stop_token &) override {
         return {TL_USB_OK, bytes.size()};
     }
-    Transferred receive(std::span<uint8_t> buffer, milliseconds, const std::stop_token &) override {
-        std::fill_n(buffer.begin(), 8, uint8_t{0});
+    Transferred receive(std::span<std::uint8_t> buffer, milliseconds, const std::stop_token &) override {
+        std::fill_n(buffer.begin(), 8, std::uint8_t{0});
         return {TL_USB_OK, 8};
     }
-    Transferred portStatus(uint8_t &bits, milliseconds, const std::stop_token &) override {
+    Transferred portStatus(std::uint8_t &bits, milliseconds, const std::stop_token &) override {
         bits = 0x18;
         return {TL_USB_OK, 1};
     }
-    Transferred deviceId(std::span<uint8_t>, milliseconds, const std::stop_token &) override {
+    Transferred deviceId(std::span<std::uint8_t>, milliseconds, const std::stop_token &) override {
         return {TL_USB_OK, 0};
     }
 };
@@ -101,11 +101,11 @@ void usbExchange(benchmark::State &state) {
     UsbPrinters printers(bus, dispatch::SystemClock::shared());
     Transport transport(printers, dispatch::SystemClock::shared());
     const std::string uri = "usb://Zelkor/L200%20Series?serial=SN1";
-    const std::array<uint8_t, 46> request{};
-    std::array<uint8_t, 4096> reply;
+    const std::array<std::uint8_t, 46> request{};
+    std::array<std::uint8_t, 4096> reply;
     for (auto _ : state) {
         void *handle = nullptr;
-        size_t header = 0, data = 0;
+        std::size_t header = 0, data = 0;
         const bool done =
             transport.open(uri, handle) == TL_USB_OK &&
             transport.transfer(handle, request, reply, header, milliseconds(10000)) == TL_USB_OK &&

@@ -21,10 +21,9 @@ void localizeMenu(QWidget *menu) {
         titled->setTitle(translated(titled->title()));
     else
         menu->setWindowTitle(translated(menu->windowTitle()));
-    for (QAction *item : menu->actions()) {
+    for (QAction *item : menu->actions())
         if (item->menu())
             localizeMenu(item->menu());
         else
             item->setText(translated(item->text()));
-    }
 }

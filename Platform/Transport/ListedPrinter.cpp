@@ -6,12 +6,10 @@
 namespace transport {
 
 bool ListedPrinter::isNamed(std::string_view uri) const {
-    if (names(uri, identity)) {
+    if (names(uri, identity))
         return true;
-    }
-    if (!deviceId) {
+    if (!deviceId)
         return false;
-    }
     const auto told = [](const std::string &text, const std::string &instead) {
         return text.empty() ? instead : text;
     };
@@ -20,7 +18,7 @@ bool ListedPrinter::isNamed(std::string_view uri) const {
 }
 
 tl_usb_device_info ListedPrinter::record() const {
-    constexpr size_t fieldSize = 256; // what fits is what is recorded
+    constexpr std::size_t fieldSize = 256; // what fits is what is recorded
     const auto fill = [](char(&field)[fieldSize], const std::string &text) {
         std::memcpy(field, text.data(), text.size());
     };

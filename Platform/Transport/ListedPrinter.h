@@ -14,8 +14,8 @@ namespace transport {
 struct ListedPrinter {
     PrinterIdentity identity{};
     std::optional<PrinterIdentity> deviceId{}; // what else it calls itself
-    uint16_t vid = 0;
-    uint16_t pid = 0;
+    std::uint16_t vid = 0;
+    std::uint16_t pid = 0;
     std::string plugging{}; // no other plugging-in, of this printer or of another, has the same text
 
     /// Whether the URI names it by one of the two.

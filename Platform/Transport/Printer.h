@@ -32,12 +32,12 @@ public:
 
     virtual tl_usb_status open(const std::stop_token &stop) = 0;
     /// Writes all bytes, of which there are some, within the time-out.
-    virtual tl_usb_status write(std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
+    virtual tl_usb_status write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds timeout,
                                 const std::stop_token &stop) = 0;
     /// Reads one transfer; `count` is 0 on failure. A transfer longer than the buffer, which is not empty,
     /// fills it.
-    virtual tl_usb_status read(std::span<uint8_t> buffer, size_t &count, std::chrono::milliseconds timeout,
-                               const std::stop_token &stop) = 0;
+    virtual tl_usb_status read(std::span<std::uint8_t> buffer, std::size_t &count,
+                               std::chrono::milliseconds timeout, const std::stop_token &stop) = 0;
     /// Works open and closed.
     virtual tl_usb_status status(std::string &text, std::chrono::milliseconds timeout,
                                  const std::stop_token &stop) = 0;

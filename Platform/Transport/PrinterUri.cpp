@@ -60,9 +60,8 @@ std::string_view withoutManufacturer(std::string_view product, std::string_view 
     const bool begins = product.size() > manufacturer.size() &&
                         std::ranges::equal(manufacturer, product.substr(0, manufacturer.size()), {},
                                            ascii::lowerCase<char>, ascii::lowerCase<char>);
-    if (manufacturer.empty() || !begins) {
+    if (manufacturer.empty() || !begins)
         return product;
-    }
     const std::string_view rest = product.substr(manufacturer.size());
     return rest.substr(std::min(rest.find_first_not_of(" \t"), rest.size()));
 }
@@ -83,9 +82,8 @@ bool isTextOf(std::string_view text, const PrinterIdentity &printer) {
          {std::string_view(printer.product), withoutManufacturer(printer.product, printer.manufacturer)}) {
         const std::string name = joined(printer.manufacturer, product);
         if (text == name + std::string(serialItem) + printer.serial ||
-            (printer.serial.empty() && text == name)) {
+            (printer.serial.empty() && text == name))
             return true;
-        }
     }
     return false;
 }
@@ -98,9 +96,8 @@ std::string printerUri(const PrinterIdentity &printer) {
 }
 
 std::optional<PrinterIdentity> parsePrinterUri(std::string_view uri) {
-    if (!uri.starts_with(scheme)) {
+    if (!uri.starts_with(scheme))
         return std::nullopt;
-    }
     const std::string_view text = uri.substr(scheme.size());
     const std::size_t slash = std::min(text.find('/'), text.size());
     const std::string_view rest = text.substr(std::min(slash + 1, text.size()));
@@ -116,15 +113,13 @@ PrinterIdentity recorded(const PrinterIdentity &printer) {
 }
 
 bool names(std::string_view uri, const PrinterIdentity &printer) {
-    if (!uri.starts_with(scheme)) {
+    if (!uri.starts_with(scheme))
         return false;
-    }
     const PrinterIdentity shown = recorded(printer);
     for (const std::string_view spelling : {uri, withoutInterface(uri)}) {
         const std::string text = percentDecoded(spelling.substr(scheme.size()));
-        if (isTextOf(text, printer) || isTextOf(text, shown)) {
+        if (isTextOf(text, printer) || isTextOf(text, shown))
             return true;
-        }
     }
     return false;
 }

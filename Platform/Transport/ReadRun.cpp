@@ -12,18 +12,16 @@ std::optional<milliseconds> ReadRun::begin(dispatch::Instant now, milliseconds t
         written_ ? 2 * std::max(timeout, shortestTimeout) : std::max(timeout, longestDrain);
     const auto left = std::chrono::ceil<milliseconds>(*start_ + longest - now);
     over_ = over_ || reads_ == mostReads || left <= milliseconds(0);
-    if (over_) {
+    if (over_)
         return std::nullopt;
-    }
     ++reads_;
     shortened_ = left < timeout;
     return std::min(left, timeout);
 }
 
 tl_usb_status ReadRun::end(tl_usb_status status) {
-    if (status != TL_USB_ERROR_TIMEOUT) {
+    if (status != TL_USB_ERROR_TIMEOUT)
         return status;
-    }
     over_ = shortened_;
     start_.reset();
     reads_ = 0;

@@ -20,9 +20,8 @@ public:
     Call &operator=(const Call &) = delete;
     ~Call() {
         const std::lock_guard lock(transport_.mutex_);
-        if (--transport_.calls_ == 0) {
+        if (--transport_.calls_ == 0)
             transport_.lastCallEnded_.notify_all();
-        }
     }
 
     bool allowed() const { return allowed_; }
@@ -34,13 +33,11 @@ private:
 
 Transport::Transport(Printers &printers, dispatch::Clock &clock) : printers_(printers), clock_(clock) {}
 
-std::vector<tl_usb_device_info> Transport::list(int32_t vid) {
+std::vector<tl_usb_device_info> Transport::list(std::int32_t vid) {
     std::vector<tl_usb_device_info> records;
-    for (const auto &printer : attached()) {
-        if (const ListedPrinter &listed = printer->listed(); listed.vid == vid) {
+    for (const auto &printer : attached())
+        if (const ListedPrinter &listed = printer->listed(); listed.vid == vid)
             records.push_back(listed.record());
-        }
-    }
     return records;
 }
 
@@ -81,28 +78,25 @@ tl_usb_status Transport::close(void *handle) {
     Handles closed;
     {
         const std::lock_guard lock(mutex_);
-        if (auto node = handles_.extract(handle)) {
+        if (auto node = handles_.extract(handle))
             closed.push_back(std::move(node.mapped()));
-        }
     }
     retire(closed);
     return closed.empty() ? TL_USB_ERROR_INVALID : TL_USB_OK;
 }
 
-tl_usb_status Transport::transfer(void *handle, std::span<const uint8_t> bytes, std::span<uint8_t> buffer,
-                                  size_t &count, milliseconds timeout) {
+tl_usb_status Transport::transfer(void *handle, std::span<const std::uint8_t> bytes,
+                                  std::span<std::uint8_t> buffer, std::size_t &count, milliseconds timeout) {
     count = 0;
     const Call call(*this);
-    if (!call.allowed()) {
+    if (!call.allowed())
         return TL_USB_ERROR_CANCELLED;
-    }
     std::shared_ptr<Handle> open;
     {
         const std::lock_guard lock(mutex_);
         const auto found = handles_.find(handle);
-        if (found == handles_.end()) {
+        if (found == handles_.end())
             return TL_USB_ERROR_INVALID;
-        }
         open = found->second;
     }
     tl_usb_status status = TL_USB_OK;
@@ -112,9 +106,8 @@ tl_usb_status Transport::transfer(void *handle, std::span<const uint8_t> bytes, 
             status = open->printer->write(bytes, timeout, open->stop.get_token());
             open->reads.written();
         }
-        if (status == TL_USB_OK && !buffer.empty()) {
+        if (status == TL_USB_OK && !buffer.empty())
             status = read(*open, buffer, count, timeout);
-        }
     }
     if (status == TL_USB_ERROR_NO_DEVICE) {
         const std::lock_guard lock(mutex_);
@@ -123,7 +116,7 @@ tl_usb_status Transport::transfer(void *handle, std::span<const uint8_t> bytes, 
     return status;
 }
 
-tl_usb_status Transport::read(Handle &handle, std::span<uint8_t> buffer, size_t &count,
+tl_usb_status Transport::read(Handle &handle, std::span<std::uint8_t> buffer, std::size_t &count,
                               milliseconds timeout) {
     const auto allowed = handle.reads.begin(clock_.now(), timeout);
     return !allowed
@@ -151,9 +144,8 @@ std::vector<std::shared_ptr<Printer>> Transport::attached() {
         return std::ranges::none_of(
             printers, [&](const auto &printer) { return printer->listed().plugging == left.plugging; });
     };
-    for (const auto &left : takeIf(hasGone)) {
+    for (const auto &left : takeIf(hasGone))
         left->printer->giveBack();
-    }
     return printers;
 }
 
@@ -162,9 +154,8 @@ Transport::withPrinter(const std::string &uri,
                        const std::function<tl_usb_status(const std::shared_ptr<Printer> &)> &use) {
     const auto isNamed = [&](const auto &printer) { return printer->listed().isNamed(uri); };
     if (const auto named = namedOf(printers_.recentlyAttached(), isNamed); named.size() == 1) {
-        if (const tl_usb_status status = use(named.front()); status != TL_USB_ERROR_NO_DEVICE) {
+        if (const tl_usb_status status = use(named.front()); status != TL_USB_ERROR_NO_DEVICE)
             return status;
-        }
     }
     const auto named = namedOf(attached(), isNamed);
     return named.size() == 1 ? use(named.front())
@@ -177,25 +168,22 @@ Transport::Handles Transport::takeIf(const std::function<bool(const ListedPrinte
     Handles taken;
     std::erase_if(handles_, [&](const auto &entry) {
         const bool match = matches(entry.second->printer->listed());
-        if (match) {
+        if (match)
             taken.push_back(entry.second);
-        }
         return match;
     });
     return taken;
 }
 
 void Transport::stop(const Handles &handles) {
-    for (const auto &handle : handles) {
+    for (const auto &handle : handles)
         handle->stop.request_stop();
-    }
 }
 
 void Transport::retire(const Handles &handles) {
     stop(handles);
-    for (const auto &handle : handles) {
+    for (const auto &handle : handles)
         handle->printer->giveBack();
-    }
 }
 
 } // namespace transport

@@ -30,14 +30,14 @@ public:
     Transport &operator=(const Transport &) = delete;
     ~Transport() { shutDown(); }
 
-    std::vector<tl_usb_device_info> list(int32_t vid);
+    std::vector<tl_usb_device_info> list(std::int32_t vid);
     tl_usb_status status(const std::string &uri, std::chrono::milliseconds timeout, std::string &text);
     tl_usb_status open(const std::string &uri, void *&handle);
     /// Ends a call in progress on the handle with TL_USB_ERROR_CANCELLED.
     tl_usb_status close(void *handle);
     /// Writes, then reads, each unless its span is empty. `count` is 0 on failure.
-    tl_usb_status transfer(void *handle, std::span<const uint8_t> bytes, std::span<uint8_t> buffer,
-                           size_t &count, std::chrono::milliseconds timeout);
+    tl_usb_status transfer(void *handle, std::span<const std::uint8_t> bytes, std::span<std::uint8_t> buffer,
+                           std::size_t &count, std::chrono::milliseconds timeout);
 
     /// Cancels what runs, waits for it and gives every printer back. Later calls are cancelled at once. Every
     /// caller waits until that is done, whoever does it.
@@ -57,7 +57,7 @@ private:
     tl_usb_status withPrinter(const std::string &uri,
                               const std::function<tl_usb_status(const std::shared_ptr<Printer> &)> &use);
     tl_usb_status open(const std::shared_ptr<Printer> &printer, void *&handle);
-    tl_usb_status read(Handle &handle, std::span<uint8_t> buffer, size_t &count,
+    tl_usb_status read(Handle &handle, std::span<std::uint8_t> buffer, std::size_t &count,
                        std::chrono::milliseconds timeout);
     Handles takeIf(const std::function<bool(const ListedPrinter &)> &matches);
     static void stop(const Handles &handles);
@@ -70,7 +70,7 @@ private:
 
     std::mutex mutex_; // never held while a printer is used; guards what follows
     std::map<void *, std::shared_ptr<Handle>> handles_;
-    uintptr_t nextHandle_ = 1; // a number never given out twice: any value may come back from a caller
+    std::uintptr_t nextHandle_ = 1; // a number never given out twice: any value may come back from a caller
     int calls_ = 0;
     std::condition_variable lastCallEnded_;
 };

@@ -43,16 +43,15 @@ const struct Ending {
 } ending;
 
 // Whose call the end of the process cancels is not to take that for a failure, and to report it.
-int32_t answer(int32_t status) {
-    while (quickExit && status == TL_USB_ERROR_CANCELLED) {
+std::int32_t answer(std::int32_t status) {
+    while (quickExit && status == TL_USB_ERROR_CANCELLED)
         ::pause();
-    }
     return status;
 }
 
 // No exception crosses the C interface.
 template <class Function>
-int32_t guarded(Function function) {
+std::int32_t guarded(Function function) {
     try {
         return answer(function());
     } catch (const std::bad_alloc &) {
@@ -62,78 +61,72 @@ int32_t guarded(Function function) {
     }
 }
 
-std::chrono::milliseconds timeoutOf(int32_t timeout_ms) {
+std::chrono::milliseconds timeoutOf(std::int32_t timeout_ms) {
     return std::chrono::milliseconds(std::max(timeout_ms, 1));
 }
 
 } // namespace
 
-int32_t tl_usb_get_devicelist_by_vid(int32_t vid, tl_usb_device_info **list, int32_t *count) {
-    if (list == nullptr || count == nullptr) {
+std::int32_t tl_usb_get_devicelist_by_vid(std::int32_t vid, tl_usb_device_info **list, std::int32_t *count) {
+    if (list == nullptr || count == nullptr)
         return TL_USB_ERROR_INVALID;
-    }
     *list = nullptr;
     *count = 0;
     return guarded([&] {
         thread_local std::vector<tl_usb_device_info> kept; // until the thread lists again or ends
         kept = library().list(vid);
         *list = kept.empty() ? nullptr : kept.data();
-        *count = static_cast<int32_t>(kept.size());
+        *count = static_cast<std::int32_t>(kept.size());
         return TL_USB_OK;
     });
 }
 
-int32_t tl_usb_get_printer_info(const char *uri, int32_t, int32_t, int32_t timeout_ms, int32_t, char **text) {
-    if (uri == nullptr || text == nullptr) {
+std::int32_t tl_usb_get_printer_info(const char *uri, std::int32_t, std::int32_t, std::int32_t timeout_ms,
+                                     std::int32_t, char **text) {
+    if (uri == nullptr || text == nullptr)
         return TL_USB_ERROR_INVALID;
-    }
     return guarded([&] {
         std::string status;
         if (const tl_usb_status result = library().status(uri, timeoutOf(timeout_ms), status);
-            result != TL_USB_OK) {
+            result != TL_USB_OK)
             return result;
-        }
         char *const copy = ::strdup(status.c_str());
-        if (copy == nullptr) {
+        if (copy == nullptr)
             return TL_USB_ERROR_NO_MEMORY;
-        }
         *text = copy;
         return TL_USB_OK;
     });
 }
 
-int32_t tl_usb_get_device_handle(const char *uri, int32_t, void **handle) {
-    if (handle == nullptr) {
+std::int32_t tl_usb_get_device_handle(const char *uri, std::int32_t, void **handle) {
+    if (handle == nullptr)
         return TL_USB_ERROR_INVALID;
-    }
     *handle = nullptr;
-    if (uri == nullptr) {
+    if (uri == nullptr)
         return TL_USB_ERROR_INVALID;
-    }
     return guarded([&] { return library().open(uri, *handle); });
 }
 
-int32_t tl_usb_data_transfer_by_handle(void *handle, const uint8_t *write_buffer, uint32_t write_length,
-                                       int32_t timeout_ms, uint8_t *read_buffer, int32_t *read_length,
-                                       uintptr_t) {
-    const int32_t capacity = read_length == nullptr ? 0 : std::exchange(*read_length, 0);
+std::int32_t tl_usb_data_transfer_by_handle(void *handle, const std::uint8_t *write_buffer,
+                                            std::uint32_t write_length, std::int32_t timeout_ms,
+                                            std::uint8_t *read_buffer, std::int32_t *read_length,
+                                            std::uintptr_t) {
+    const std::int32_t capacity = read_length == nullptr ? 0 : std::exchange(*read_length, 0);
     const bool reads = read_buffer != nullptr || read_length != nullptr;
     if ((reads && (read_buffer == nullptr || capacity <= 0)) ||
-        (write_buffer == nullptr && write_length != 0)) {
+        (write_buffer == nullptr && write_length != 0))
         return TL_USB_ERROR_INVALID;
-    }
     return guarded([&] {
-        size_t count = 0;
-        const tl_usb_status status =
-            library().transfer(handle, {write_buffer, write_length},
-                               {read_buffer, static_cast<size_t>(capacity)}, count, timeoutOf(timeout_ms));
-        if (reads) {
-            *read_length = static_cast<int32_t>(count);
-        }
+        std::size_t count = 0;
+        const tl_usb_status status = library().transfer(handle, {write_buffer, write_length},
+                                                        {read_buffer, static_cast<std::size_t>(capacity)},
+                                                        count, timeoutOf(timeout_ms));
+        if (reads)
+            *read_length = static_cast<std::int32_t>(count);
         return status;
     });
 }
 
-int32_t tl_usb_close_device_handle(void *handle) {
+std::int32_t tl_usb_close_device_handle(void *handle) {
     return guarded([&] { return library().close(handle); });
 }

@@ -13,12 +13,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         ScriptedTransport::Read read;
         const std::uint8_t kind = bytes.byte();
         read.status = (kind & 3) == 1 ? TL_USB_ERROR_TIMEOUT : TL_USB_OK;
-        for (std::size_t length = bytes.byte(); length > 0 && !bytes.empty(); --length) {
+        for (std::size_t length = bytes.byte(); length > 0 && !bytes.empty(); --length)
             read.bytes.push_back(bytes.byte());
-        }
-        if ((kind & 0x10) != 0) { // the transport, too, may tell any length
+        if ((kind & 0x10) != 0) // the transport, too, may tell any length
             read.length = static_cast<std::int32_t>(static_cast<std::uint32_t>(kind) << 24) + bytes.byte();
-        }
         transport.reads.push_back(std::move(read));
     }
     int calls = 0;

@@ -16,7 +16,7 @@ public:
         descriptor_.bNumInterfaces = bytes_.byte();
         descriptor_.interface =
             arrayOf(interfaces_, descriptor_.bNumInterfaces, [this](libusb_interface &interface) {
-                interface.num_altsetting = static_cast<int8_t>(bytes_.byte());
+                interface.num_altsetting = static_cast<std::int8_t>(bytes_.byte());
                 interface.altsetting =
                     arrayOf(settings_, interface.num_altsetting,
                             [this](libusb_interface_descriptor &setting) { fill(setting); });
@@ -29,13 +29,11 @@ private:
     /// Null, or of that many items, as libusb has it.
     template <class Item, class Fill>
     const Item *arrayOf(std::deque<std::vector<Item>> &arrays, int count, Fill fill) {
-        if (bytes_.below(4) == 0 || bytes_.empty()) {
+        if (bytes_.below(4) == 0 || bytes_.empty())
             return nullptr;
-        }
-        std::vector<Item> &items = arrays.emplace_back(static_cast<size_t>(std::max(count, 0)));
-        for (Item &item : items) {
+        std::vector<Item> &items = arrays.emplace_back(static_cast<std::size_t>(std::max(count, 0)));
+        for (Item &item : items)
             fill(item);
-        }
         return items.data();
     }
     void fill(libusb_interface_descriptor &setting) {
@@ -49,8 +47,8 @@ private:
             arrayOf(endpoints_, setting.bNumEndpoints, [this](libusb_endpoint_descriptor &endpoint) {
                 endpoint.bEndpointAddress = bytes_.byte();
                 endpoint.bmAttributes = bytes_.byte();
-                endpoint.wMaxPacketSize = static_cast<uint16_t>(bytes_.byte() * 256);
-                endpoint.wMaxPacketSize = static_cast<uint16_t>(endpoint.wMaxPacketSize + bytes_.byte());
+                endpoint.wMaxPacketSize = static_cast<std::uint16_t>(bytes_.byte() * 256);
+                endpoint.wMaxPacketSize = static_cast<std::uint16_t>(endpoint.wMaxPacketSize + bytes_.byte());
             });
     }
 
@@ -66,9 +64,8 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const Configuration configuration(FuzzBytes(data, size));
     const auto settings = transport::settingsOf(configuration.descriptor());
-    for (const transport::AlternateSetting &setting : settings) {
+    for (const transport::AlternateSetting &setting : settings)
         alwaysHolds((setting.bulkIn == 0) == (setting.packetSize == 0) && setting.packetSize < 2048);
-    }
     if (const auto chosen = transport::printerSetting(settings)) {
         alwaysHolds(std::ranges::find(settings, *chosen) != settings.end());
         alwaysHolds(chosen->interfaceClass == 7 && chosen->bulkIn >= 0x80 && chosen->bulkOut != 0 &&

@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const auto &[manufacturer, product, serial] = transport::identityOf(id);
     alwaysHolds(manufacturer.size() + product.size() + serial.size() <= total);
 
-    const std::string status = transport::statusText(size > 0 ? data[0] : uint8_t{0}, id);
+    const std::string status = transport::statusText(size > 0 ? data[0] : std::uint8_t{0}, id);
     const boost::json::object fields = boost::json::parse(status).as_object();
     alwaysHolds(fields.at("printer_status").is_int64() &&
                 fields.at("device_id").as_object().size() <= id.size());

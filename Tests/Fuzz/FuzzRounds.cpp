@@ -23,17 +23,15 @@ Bytes current;
 
 void show(int) {
     std::fprintf(stderr, "seed %u, input:", seed);
-    for (const std::uint8_t byte : current) {
+    for (const std::uint8_t byte : current)
         std::fprintf(stderr, " %02X", byte);
-    }
     std::fprintf(stderr, "\n");
 }
 
 std::vector<Bytes> seedsIn(const char *folder) {
     std::vector<std::filesystem::path> files;
-    for (const auto &entry : std::filesystem::directory_iterator(folder)) {
+    for (const auto &entry : std::filesystem::directory_iterator(folder))
         files.push_back(entry.path());
-    }
     std::ranges::sort(files);
     std::vector<Bytes> seeds = {{}};
     for (const auto &file : files) {
@@ -49,9 +47,8 @@ public:
 
     Bytes next() {
         Bytes bytes = seeds_[below(seeds_.size())];
-        for (std::size_t edits = below(6); edits > 0; --edits) {
+        for (std::size_t edits = below(6); edits > 0; --edits)
             edit(bytes);
-        }
         return bytes;
     }
 
@@ -81,9 +78,8 @@ private:
             break;
         }
         default:
-            if (rest > 0) {
+            if (rest > 0)
                 *at = value();
-            }
         }
     }
 

@@ -16,9 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
 /// What holds whatever the bytes are.
 inline void alwaysHolds(bool condition) {
-    if (!condition) {
+    if (!condition)
         std::abort();
-    }
 }
 
 /// Takes numbers and texts off the front of the bytes; zeros behind their end.
@@ -28,9 +27,8 @@ public:
 
     bool empty() const { return size_ == 0; }
     std::uint8_t byte() {
-        if (size_ == 0) {
+        if (size_ == 0)
             return 0;
-        }
         --size_;
         return *data_++;
     }

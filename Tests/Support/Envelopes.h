@@ -6,7 +6,7 @@
 
 namespace envelopes {
 
-using Bytes = std::vector<uint8_t>;
+using Bytes = std::vector<std::uint8_t>;
 
 // clang-format off
 inline const Bytes readThreshold = {

@@ -12,9 +12,8 @@
 class TemporaryFolder {
 public:
     TemporaryFolder() : path_(testing::TempDir() + "printers.XXXXXX") {
-        if (::mkdtemp(path_.data()) == nullptr) {
+        if (::mkdtemp(path_.data()) == nullptr)
             throw std::runtime_error("no temporary folder");
-        }
     }
     ~TemporaryFolder() { std::filesystem::remove_all(path_); }
     TemporaryFolder(const TemporaryFolder &) = delete;

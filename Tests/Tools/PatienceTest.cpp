@@ -76,8 +76,7 @@ TEST(Patience, givesUpWhenTheTimeIsOver) {
         EXPECT_EQ(result.wait_for(0s), std::future_status::timeout);
         clock.advance(1ns);
         EXPECT_EQ(result.get(), waits ? "CUPS" : "");
-        if (waits) {
+        if (waits)
             EXPECT_EQ(screen.await(2), (Lines{"CUPS", ""}));
-        }
     }
 }

@@ -184,14 +184,13 @@ std::size_t endOfQuotation(const Folded &folded, std::size_t at) {
 /// Where the array or object of JSON ends whose bracket is at `at`.
 std::size_t endOfBrackets(const Folded &folded, std::size_t at) {
     const std::string &text = folded.text();
-    for (int depth = 0; at < text.size(); ++at) {
+    for (int depth = 0; at < text.size(); ++at)
         if (isQuote(text[at]))
             at = std::min(endOfQuotation(folded, at), text.size() - 1);
         else if (text[at] == '[' || text[at] == '{')
             ++depth;
         else if ((text[at] == ']' || text[at] == '}') && --depth == 0)
             return at;
-    }
     return at;
 }
 

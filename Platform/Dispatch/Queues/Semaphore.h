@@ -35,11 +35,10 @@ public:
     /// Takes one and says true, or says false at once.
     bool tryWait() noexcept {
         std::uint64_t state = state_.load(std::memory_order_relaxed);
-        while (permits(state) > 0) {
+        while (permits(state) > 0)
             if (state_.compare_exchange_weak(state, state - 1, std::memory_order_acquire,
                                              std::memory_order_relaxed))
                 return true;
-        }
         return false;
     }
 
@@ -50,11 +49,10 @@ public:
     void signal() {
         do {
             std::uint64_t state = state_.load(std::memory_order_relaxed);
-            while (waiters(state) == 0) {
+            while (waiters(state) == 0)
                 if (state_.compare_exchange_weak(state, state + 1, std::memory_order_release,
                                                  std::memory_order_relaxed))
                     return;
-            }
         } while (!signalWaiter());
     }
 

@@ -6,16 +6,15 @@ namespace transport {
 
 namespace {
 
-constexpr uint8_t printerClass = 7, printerSubclass = 1;
-constexpr uint8_t oneWay = 1, twoWay = 2;
+constexpr std::uint8_t printerClass = 7, printerSubclass = 1;
+constexpr std::uint8_t oneWay = 1, twoWay = 2;
 
 // 0: not to be used.
 int preference(const AlternateSetting &setting) {
     const bool usable = setting.interfaceClass == printerClass && setting.subclass == printerSubclass &&
                         setting.bulkIn != 0 && setting.bulkOut != 0;
-    if (!usable || (setting.protocol != oneWay && setting.protocol != twoWay)) {
+    if (!usable || (setting.protocol != oneWay && setting.protocol != twoWay))
         return 0;
-    }
     return setting.protocol;
 }
 

@@ -9,14 +9,15 @@ namespace transport {
 
 /// An alternate setting as its descriptors describe it.
 struct AlternateSetting {
-    uint8_t interface = 0;
-    uint8_t number = 0;
-    uint8_t interfaceClass = 0;
-    uint8_t subclass = 0;
-    uint8_t protocol = 0; // of the printer class: 1 one-way, 2 two-way, 3 IEEE 1284.4 packets, 4 IPP over USB
-    uint8_t bulkIn = 0;   // endpoint address; 0: it has none
-    uint8_t bulkOut = 0;
-    uint16_t packetSize = 0; // of bulkIn, in bytes, above 0 where that exists
+    std::uint8_t interface = 0;
+    std::uint8_t number = 0;
+    std::uint8_t interfaceClass = 0;
+    std::uint8_t subclass = 0;
+    std::uint8_t protocol =
+        0; // of the printer class: 1 one-way, 2 two-way, 3 IEEE 1284.4 packets, 4 IPP over USB
+    std::uint8_t bulkIn = 0; // endpoint address; 0: it has none
+    std::uint8_t bulkOut = 0;
+    std::uint16_t packetSize = 0; // of bulkIn, in bytes, above 0 where that exists
 
     bool operator==(const AlternateSetting &) const = default;
 };

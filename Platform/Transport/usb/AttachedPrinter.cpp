@@ -27,9 +27,8 @@ fs::path treeAt(const fs::path &root) {
 std::vector<std::string> namesIn(const fs::path &folder) {
     std::vector<std::string> names;
     std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
         names.push_back(entry->path().filename());
-    }
     return names;
 }
 
@@ -40,33 +39,30 @@ public:
     explicit Tree(const fs::path &root)
         : folder_(::open(treeAt(root).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
     ~Tree() {
-        if (folder_ >= 0) {
+        if (folder_ >= 0)
             ::close(folder_);
-        }
     }
     Tree(const Tree &) = delete;
     Tree &operator=(const Tree &) = delete;
 
     /// The number of the entry's folder; 0 when there is none.
-    uint64_t folderNumber(const std::string &entry) const {
+    std::uint64_t folderNumber(const std::string &entry) const {
         struct stat status {};
-        return ::fstatat(folder_, entry.c_str(), &status, 0) == 0 ? uint64_t{status.st_ino} : 0;
+        return ::fstatat(folder_, entry.c_str(), &status, 0) == 0 ? std::uint64_t{status.st_ino} : 0;
     }
 
     /// Without white space at its ends; none when it cannot be read.
     std::optional<std::string> attribute(const std::string &entry, const char *name) const {
         const int file = ::openat(folder_, (entry + '/' + name).c_str(), O_RDONLY | O_CLOEXEC);
-        if (file < 0) {
+        if (file < 0)
             return std::nullopt;
-        }
         std::array<char, 4096> page; // the most that an attribute has
         const ssize_t length = ::read(file, page.data(), page.size());
         ::close(file);
-        if (length < 0) {
+        if (length < 0)
             return std::nullopt;
-        }
-        const std::string_view text(page.data(), static_cast<size_t>(length));
-        const size_t first = std::min(text.find_first_not_of(blanks), text.size());
+        const std::string_view text(page.data(), static_cast<std::size_t>(length));
+        const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
         return std::string(text.substr(first, text.find_last_not_of(blanks) + 1 - first));
     }
 
@@ -95,13 +91,12 @@ bool isInterfaceOf(std::string_view device, std::string_view entry) {
 }
 
 // Without its interfaces.
-std::optional<AttachedPrinter> deviceAt(const Tree &tree, const std::string &name, uint16_t vid) {
-    const auto pid = tree.number<uint16_t>(name, "idProduct", 16);
+std::optional<AttachedPrinter> deviceAt(const Tree &tree, const std::string &name, std::uint16_t vid) {
+    const auto pid = tree.number<std::uint16_t>(name, "idProduct", 16);
     const auto bus = tree.number<int>(name, "busnum", 10);
     const auto address = tree.number<int>(name, "devnum", 10);
-    if (!pid || !bus || !address) {
+    if (!pid || !bus || !address)
         return std::nullopt;
-    }
     return AttachedPrinter{
         .identity = {tree.text(name, "manufacturer"), tree.text(name, "product"), tree.text(name, "serial")},
         .vid = vid,
@@ -113,19 +108,16 @@ std::optional<AttachedPrinter> deviceAt(const Tree &tree, const std::string &nam
 }
 
 std::optional<AttachedPrinter> printerAt(const Tree &tree, const std::vector<std::string> &names,
-                                         const std::string &name, uint16_t vid) {
+                                         const std::string &name, std::uint16_t vid) {
     std::vector<std::string> interfaces;
-    for (const std::string &entry : names) {
-        if (isInterfaceOf(name, entry) && tree.attribute(entry, "bInterfaceClass") == printerClass) {
+    for (const std::string &entry : names)
+        if (isInterfaceOf(name, entry) && tree.attribute(entry, "bInterfaceClass") == printerClass)
             interfaces.push_back(entry);
-        }
-    }
     auto printer = interfaces.empty() ? std::nullopt : deviceAt(tree, name, vid);
     if (printer) {
         std::ranges::sort(interfaces);
-        if (const auto id = tree.attribute(interfaces.front(), "ieee1284_id")) {
+        if (const auto id = tree.attribute(interfaces.front(), "ieee1284_id"))
             printer->deviceId = identityOf(parseDeviceId(*id));
-        }
         printer->interfaces = std::move(interfaces);
     }
     return printer;
@@ -135,12 +127,11 @@ std::optional<AttachedPrinter> printerAt(const Tree &tree, const std::vector<std
 
 ListedPrinter AttachedPrinter::listed() const {
     std::string plugging;
-    for (const uint64_t number : {uint64_t(bus), uint64_t(address), folder, uint64_t{vid}, uint64_t{pid}}) {
+    for (const std::uint64_t number :
+         {std::uint64_t(bus), std::uint64_t(address), folder, std::uint64_t{vid}, std::uint64_t{pid}})
         plugging += std::to_string(number) + ' ';
-    }
-    for (const std::string *const text : {&identity.manufacturer, &identity.product, &identity.serial}) {
+    for (const std::string *const text : {&identity.manufacturer, &identity.product, &identity.serial})
         plugging += *text + '\n'; // of which sysfs has one at the end only
-    }
     return {.identity = identity, .deviceId = deviceId, .vid = vid, .pid = pid, .plugging = plugging};
 }
 
@@ -150,21 +141,18 @@ fs::path AttachedPrinter::node() const {
     return path.data();
 }
 
-std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const fs::path &root) {
+std::vector<AttachedPrinter> attachedPrinters(std::optional<std::int32_t> vid, const fs::path &root) {
     const Tree tree(root);
     const std::vector<std::string> names = namesIn(treeAt(root));
     std::vector<AttachedPrinter> printers;
     for (const std::string &name : names) {
-        if (name.find(':') != std::string::npos) {
+        if (name.find(':') != std::string::npos)
             continue;
-        }
-        const auto vendor = tree.number<uint16_t>(name, "idVendor", 16);
-        if (!vendor || (vid && *vid != *vendor)) {
+        const auto vendor = tree.number<std::uint16_t>(name, "idVendor", 16);
+        if (!vendor || (vid && *vid != *vendor))
             continue;
-        }
-        if (auto printer = printerAt(tree, names, name, *vendor)) {
+        if (auto printer = printerAt(tree, names, name, *vendor))
             printers.push_back(std::move(*printer));
-        }
     }
     std::ranges::sort(printers, {}, [](const auto &p) { return std::tuple(p.bus, p.address); });
     return printers;
@@ -172,7 +160,7 @@ std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid, const 
 
 bool isStillAttached(const AttachedPrinter &printer, const fs::path &root) {
     const Tree tree(root);
-    const auto vendor = tree.number<uint16_t>(printer.name, "idVendor", 16);
+    const auto vendor = tree.number<std::uint16_t>(printer.name, "idVendor", 16);
     const auto device = vendor ? deviceAt(tree, printer.name, *vendor) : std::nullopt;
     return device && device->isSamePlugging(printer);
 }
@@ -184,11 +172,9 @@ std::vector<AttachedPrinter> attachedPrintersNamed(std::string_view uri,
 
 std::vector<fs::path> printNodes(const AttachedPrinter &printer, const fs::path &root) {
     std::vector<fs::path> nodes;
-    for (const std::string &interface : printer.interfaces) {
-        for (const std::string &name : namesIn(treeAt(root) / interface / "usbmisc")) {
+    for (const std::string &interface : printer.interfaces)
+        for (const std::string &name : namesIn(treeAt(root) / interface / "usbmisc"))
             nodes.push_back(fs::path("/dev/usb") / name);
-        }
-    }
     return nodes;
 }
 

@@ -20,12 +20,12 @@ struct AttachedPrinter {
     PrinterIdentity identity{};
     std::optional<PrinterIdentity>
         deviceId{}; // by its IEEE 1284 device ID, where the kernel read that already
-    uint16_t vid = 0;
-    uint16_t pid = 0;
-    int bus = 0;         // with the address: this device, as no two at a time share them
-    int address = 0;     // changes most times that the device is plugged in
-    uint64_t folder = 0; // the number of its folder in sysfs: changes each time it is plugged in
-    std::string name{};  // of that folder, e.g. "1-2"
+    std::uint16_t vid = 0;
+    std::uint16_t pid = 0;
+    int bus = 0;              // with the address: this device, as no two at a time share them
+    int address = 0;          // changes most times that the device is plugged in
+    std::uint64_t folder = 0; // the number of its folder in sysfs: changes each time it is plugged in
+    std::string name{};       // of that folder, e.g. "1-2"
     std::vector<std::string> interfaces{}; // of the printer class, by their names in sysfs, e.g. "1-2:1.0"
 
     /// /dev/bus/usb/BBB/DDD.
@@ -42,7 +42,7 @@ struct AttachedPrinter {
 };
 
 /// The attached printers, by bus and address; those of one vendor, or all. `root` stands in for "/".
-std::vector<AttachedPrinter> attachedPrinters(std::optional<int32_t> vid = std::nullopt,
+std::vector<AttachedPrinter> attachedPrinters(std::optional<std::int32_t> vid = std::nullopt,
                                               const std::filesystem::path &root = "/");
 
 /// Whether that plugging-in lasts; reads no more than the folder of the printer.

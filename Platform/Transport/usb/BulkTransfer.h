@@ -13,14 +13,15 @@
 namespace transport {
 
 /// Writes all bytes within the time-out, or fails.
-tl_usb_status writeAll(UsbDevice &device, std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
-                       const std::stop_token &stop, dispatch::Clock &clock);
+tl_usb_status writeAll(UsbDevice &device, std::span<const std::uint8_t> bytes,
+                       std::chrono::milliseconds timeout, const std::stop_token &stop,
+                       dispatch::Clock &clock);
 
 /// Reads one transfer; `count` is 0 on failure. Waits through empty packets, at a leisurely pace, as some
 /// printers answer every request for data with one. A transfer longer than the buffer fills it and gives
 /// TL_USB_ERROR_OVERFLOW, and its rest is read and dropped. Whether a transfer of whole packets that just
 /// fills the buffer goes on shows only in what follows at once.
-tl_usb_status readTransfer(UsbDevice &device, std::span<uint8_t> buffer, size_t &count,
+tl_usb_status readTransfer(UsbDevice &device, std::span<std::uint8_t> buffer, std::size_t &count,
                            std::chrono::milliseconds timeout, const std::stop_token &stop,
                            dispatch::Clock &clock);
 

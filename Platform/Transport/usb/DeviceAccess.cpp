@@ -46,15 +46,13 @@ enum class Sight { open, notOpen, hidden };
 Sight look(const fs::path &descriptors, const std::vector<fs::path> &nodes) {
     std::error_code error;
     fs::directory_iterator entry(descriptors, error);
-    if (error) {
+    if (error)
         return Sight::hidden;
-    }
     for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
         std::error_code unreadable;
         const fs::path target = fs::read_symlink(entry->path(), unreadable);
-        if (std::ranges::find(nodes, target) != nodes.end()) {
+        if (std::ranges::find(nodes, target) != nodes.end())
             return Sight::open;
-        }
     }
     return Sight::notOpen;
 }
@@ -70,16 +68,14 @@ bool printsOn(const Search &search, const std::string &uri) {
 std::optional<Holder> holder(const Search &search, pid_t pid) {
     const fs::path process = search.root / "proc" / std::to_string(pid);
     const Sight sight = look(process / "fd", search.nodes);
-    if (sight == Sight::notOpen) {
+    if (sight == Sight::notOpen)
         return std::nullopt;
-    }
     Holder found{.pid = pid, .process = processName(process), .seen = sight == Sight::open};
     const std::string argument = found.process == "usb" ? firstArgument(process) : std::string();
-    if (argument.starts_with("usb://")) {
+    if (argument.starts_with("usb://"))
         found.kind = Holder::Kind::cupsBackend;
-    } else if (found.process == "ipp-usb") {
+    else if (found.process == "ipp-usb")
         found.kind = Holder::Kind::ippUsb;
-    }
     const bool likely = (found.kind == Holder::Kind::cupsBackend && printsOn(search, argument)) ||
                         (found.kind == Holder::Kind::ippUsb && search.claimedByProgram);
     return found.seen || likely ? std::optional(found) : std::nullopt;
@@ -94,9 +90,8 @@ std::vector<pid_t> processes(const fs::path &root) {
         const std::string name = entry->path().filename();
         pid_t pid = 0;
         const auto [stop, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
-        if (failure == std::errc() && stop == name.data() + name.size() && pid != ::getpid()) {
+        if (failure == std::errc() && stop == name.data() + name.size() && pid != ::getpid())
             found.push_back(pid);
-        }
     }
     std::ranges::sort(found);
     return found;
@@ -104,11 +99,9 @@ std::vector<pid_t> processes(const fs::path &root) {
 
 std::vector<Holder> holders(const Search &search) {
     std::vector<Holder> found;
-    for (const pid_t pid : processes(search.root)) {
-        if (auto process = holder(search, pid)) {
+    for (const pid_t pid : processes(search.root))
+        if (auto process = holder(search, pid))
             found.push_back(std::move(*process));
-        }
-    }
     return found;
 }
 
@@ -118,9 +111,8 @@ std::optional<fs::path> installedUdevRule(const fs::path &root) {
     for (const char *const folder : ruleFolders) {
         const fs::path file = root / folder / ruleFile;
         std::error_code error;
-        if (fs::exists(file, error)) { // a link to /dev/null takes the rule out of force
+        if (fs::exists(file, error)) // a link to /dev/null takes the rule out of force
             return fs::is_regular_file(file, error) ? std::optional(file) : std::nullopt;
-        }
     }
     return std::nullopt;
 }
@@ -154,17 +146,14 @@ DeviceAccess deviceAccess(const AttachedPrinter &printer, const fs::path &root) 
 std::optional<DeviceAccess> accessToHeld(std::string_view uri, const std::vector<AttachedPrinter> &printers,
                                          const fs::path &root) {
     const auto named = parsePrinterUri(uri);
-    if (!named || named->serial.empty()) {
+    if (!named || named->serial.empty())
         return std::nullopt;
-    }
     for (const AttachedPrinter &printer : printers) {
-        if (printer.deviceId || printer.identity.serial != named->serial) {
+        if (printer.deviceId || printer.identity.serial != named->serial)
             continue;
-        }
         DeviceAccess access = deviceAccess(printer, root);
-        if (access.kernelDriver == "usbfs") {
+        if (access.kernelDriver == "usbfs")
             return access;
-        }
     }
     return std::nullopt;
 }

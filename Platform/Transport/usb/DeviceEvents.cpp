@@ -19,9 +19,8 @@ int numberOf(udev_device *device, const char *property) {
 DeviceEvent eventOf(udev_device *device) {
     const char *const action = udev_device_get_action(device);
     const char *const type = udev_device_get_devtype(device);
-    if (type == nullptr || std::string_view(type) != "usb_device") {
+    if (type == nullptr || std::string_view(type) != "usb_device")
         return {};
-    }
     return {.removed = action != nullptr && std::string_view(action) == "remove",
             .bus = numberOf(device, "BUSNUM"),
             .address = numberOf(device, "DEVNUM")};
@@ -40,9 +39,8 @@ void DeviceEvents::Release::operator()(udev_monitor *monitor) const {
 DeviceEvents::DeviceEvents() : library_(udev_new()) {
     monitor_.reset(library_ ? udev_monitor_new_from_netlink(library_.get(), "kernel") : nullptr);
     if (monitor_ && (udev_monitor_filter_add_match_subsystem_devtype(monitor_.get(), "usb", nullptr) < 0 ||
-                     udev_monitor_enable_receiving(monitor_.get()) < 0)) {
+                     udev_monitor_enable_receiving(monitor_.get()) < 0))
         monitor_.reset();
-    }
 }
 
 DeviceEvents::~DeviceEvents() = default;

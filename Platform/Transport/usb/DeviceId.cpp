@@ -9,47 +9,42 @@ namespace {
 
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks(" \t\r\n\v\f\0", 7);
-    const size_t first = text.find_first_not_of(blanks);
+    const std::size_t first = text.find_first_not_of(blanks);
     return first == std::string_view::npos ? std::string_view()
                                            : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 std::string firstOf(const DeviceId &id, std::initializer_list<const char *> keys) {
-    for (const char *const key : keys) {
-        if (const auto found = id.find(key); found != id.end()) {
+    for (const char *const key : keys)
+        if (const auto found = id.find(key); found != id.end())
             return found->second;
-        }
-    }
     return {};
 }
 
 } // namespace
 
-std::string_view deviceIdText(std::span<const uint8_t> reply) {
-    constexpr size_t lengthField = 2;
-    if (reply.size() <= lengthField) {
+std::string_view deviceIdText(std::span<const std::uint8_t> reply) {
+    constexpr std::size_t lengthField = 2;
+    if (reply.size() <= lengthField)
         return {};
-    }
-    const auto fits = [&](size_t length) { return length > lengthField && length <= reply.size(); };
-    const auto bigEndian = static_cast<size_t>(reply[0] << 8 | reply[1]);
-    const auto littleEndian = static_cast<size_t>(reply[1] << 8 | reply[0]);
-    const size_t length = fits(bigEndian) ? bigEndian : fits(littleEndian) ? littleEndian : reply.size();
+    const auto fits = [&](std::size_t length) { return length > lengthField && length <= reply.size(); };
+    const auto bigEndian = static_cast<std::size_t>(reply[0] << 8 | reply[1]);
+    const auto littleEndian = static_cast<std::size_t>(reply[1] << 8 | reply[0]);
+    const std::size_t length = fits(bigEndian) ? bigEndian : fits(littleEndian) ? littleEndian : reply.size();
     return {reinterpret_cast<const char *>(reply.data()) + lengthField, length - lengthField};
 }
 
 DeviceId parseDeviceId(std::string_view text) {
     DeviceId id;
     while (!text.empty()) {
-        const size_t end = std::min(text.find(';'), text.size());
+        const std::size_t end = std::min(text.find(';'), text.size());
         const std::string_view item = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
-        const size_t colon = item.find(':');
-        if (colon == std::string_view::npos) {
+        const std::size_t colon = item.find(':');
+        if (colon == std::string_view::npos)
             continue;
-        }
-        if (const std::string_view key = trimmed(item.substr(0, colon)); !key.empty()) {
+        if (const std::string_view key = trimmed(item.substr(0, colon)); !key.empty())
             id.emplace(key, trimmed(item.substr(colon + 1)));
-        }
     }
     return id;
 }

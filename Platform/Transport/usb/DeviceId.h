@@ -19,7 +19,7 @@ using DeviceId = std::map<std::string, std::string>;
 
 /// The text of a reply to GET_DEVICE_ID. The length field is trusted only within what was received; printers
 /// that write it little-endian are understood, too.
-std::string_view deviceIdText(std::span<const uint8_t> reply);
+std::string_view deviceIdText(std::span<const std::uint8_t> reply);
 
 /// Any bytes are safe; what is no KEY:VALUE is passed over.
 DeviceId parseDeviceId(std::string_view text);

@@ -19,9 +19,8 @@ HeldPrinter::HeldPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::
 
 HeldPrinter::~HeldPrinter() {
     giveBack();
-    if (watcher_.joinable()) {
+    if (watcher_.joinable())
         watcher_.join();
-    }
 }
 
 tl_usb_status HeldPrinter::open(const std::stop_token &stop) {
@@ -30,12 +29,12 @@ tl_usb_status HeldPrinter::open(const std::stop_token &stop) {
         stop, [&](UsbDevice &) { return bus_.isAttached(printer_) ? TL_USB_OK : TL_USB_ERROR_NO_DEVICE; });
 }
 
-tl_usb_status HeldPrinter::write(std::span<const uint8_t> bytes, milliseconds timeout,
+tl_usb_status HeldPrinter::write(std::span<const std::uint8_t> bytes, milliseconds timeout,
                                  const std::stop_token &stop) {
     return transfer(stop, [&](UsbDevice &device) { return writeAll(device, bytes, timeout, stop, clock_); });
 }
 
-tl_usb_status HeldPrinter::read(std::span<uint8_t> buffer, size_t &count, milliseconds timeout,
+tl_usb_status HeldPrinter::read(std::span<std::uint8_t> buffer, std::size_t &count, milliseconds timeout,
                                 const std::stop_token &stop) {
     count = 0;
     return transfer(
@@ -48,12 +47,12 @@ tl_usb_status HeldPrinter::status(std::string &text, milliseconds timeout, const
         return std::max(std::chrono::ceil<milliseconds>(deadline - clock_.now()), milliseconds(1));
     };
     return use(false, stop, [&](UsbDevice &device) {
-        uint8_t bits = 0;
+        std::uint8_t bits = 0;
         const auto [status, length] = device.portStatus(bits, remaining(), stop);
         if (status != TL_USB_OK || length == 0) {
             return status == TL_USB_OK ? TL_USB_ERROR_IO : status;
         }
-        std::array<uint8_t, 4096> reply;
+        std::array<std::uint8_t, 4096> reply;
         // An extra: the status stands without it.
         const Transferred id = device.deviceId(reply, remaining(), stop);
         text = statusText(bits, parseDeviceId(deviceIdText({reply.data(), id.count})));
@@ -64,9 +63,8 @@ tl_usb_status HeldPrinter::status(std::string &text, milliseconds timeout, const
 void HeldPrinter::giveBack() {
     Lock lock(mutex_);
     keep_ = false;
-    if (state_ == State::open && users_ == 0) {
+    if (state_ == State::open && users_ == 0)
         closeDevice(lock);
-    }
     changed_.wait(lock, [this] { return state_ != State::closing; });
 }
 
@@ -76,9 +74,8 @@ tl_usb_status HeldPrinter::transfer(const std::stop_token &stop, const Work &wor
 }
 
 tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Work &work) {
-    if (const tl_usb_status status = begin(keep, stop); status != TL_USB_OK) {
+    if (const tl_usb_status status = begin(keep, stop); status != TL_USB_OK)
         return status;
-    }
     tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
     struct Ending {
         HeldPrinter &held;
@@ -92,14 +89,12 @@ tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Wor
 tl_usb_status HeldPrinter::begin(bool keep, const std::stop_token &stop) {
     Lock lock(mutex_);
     changed_.wait(lock, [this] { return state_ == State::closed || state_ == State::open; });
-    if (stop.stop_requested()) {
+    if (stop.stop_requested())
         return TL_USB_ERROR_CANCELLED;
-    }
     if (state_ == State::closed) {
         keep_ = false;
-        if (const tl_usb_status status = openDevice(lock); status != TL_USB_OK) {
+        if (const tl_usb_status status = openDevice(lock); status != TL_USB_OK)
             return status;
-        }
     }
     ++users_;
     keep_ = keep_ || (keep && !stop.stop_requested()); // who stopped it has given the printer back by now
@@ -111,9 +106,8 @@ void HeldPrinter::end(tl_usb_status status) {
     lastUse_ = clock_.now();
     keep_ = keep_ && status != TL_USB_ERROR_NO_DEVICE;
     const bool last = --users_ == 0;
-    if (last && !(keep_ && watch())) {
+    if (last && !(keep_ && watch()))
         closeDevice(lock);
-    }
 }
 
 tl_usb_status HeldPrinter::openDevice(Lock &lock) {
@@ -148,12 +142,10 @@ void HeldPrinter::become(State state) {
 
 // With mutex_ held. False when there is no thread to be had.
 bool HeldPrinter::watch() {
-    if (watching_) {
+    if (watching_)
         return true;
-    }
-    if (watcher_.joinable()) {
+    if (watcher_.joinable())
         watcher_.join(); // it has let go of the mutex for the last time
-    }
     try {
         watcher_ = std::thread([this] { runWatch(); });
     } catch (const std::system_error &) {
@@ -168,11 +160,10 @@ void HeldPrinter::runWatch() {
     while (state_ == State::open) {
         const Instant now = clock_.now();
         const Instant due = (users_ == 0 ? lastUse_ : now) + idleTime;
-        if (now >= due) {
+        if (now >= due)
             closeDevice(lock);
-        } else {
+        else
             clock_.waitUntil(lock, changed_, due);
-        }
     }
     watching_ = false;
 }

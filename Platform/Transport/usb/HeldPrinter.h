@@ -38,9 +38,9 @@ public:
 
     const ListedPrinter &listed() const override { return listed_; }
     tl_usb_status open(const std::stop_token &stop) override;
-    tl_usb_status write(std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
+    tl_usb_status write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds timeout,
                         const std::stop_token &stop) override;
-    tl_usb_status read(std::span<uint8_t> buffer, size_t &count, std::chrono::milliseconds timeout,
+    tl_usb_status read(std::span<std::uint8_t> buffer, std::size_t &count, std::chrono::milliseconds timeout,
                        const std::stop_token &stop) override;
     tl_usb_status status(std::string &text, std::chrono::milliseconds timeout,
                          const std::stop_token &stop) override;

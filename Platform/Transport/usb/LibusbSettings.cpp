@@ -11,7 +11,7 @@ namespace {
 template <class Item, class Count>
 std::span<const Item> spanOf(const Item *items, Count count) {
     return items == nullptr || count <= 0 ? std::span<const Item>()
-                                          : std::span(items, static_cast<size_t>(count));
+                                          : std::span(items, static_cast<std::size_t>(count));
 }
 
 AlternateSetting settingOf(const libusb_interface_descriptor &descriptor) {
@@ -21,10 +21,9 @@ AlternateSetting settingOf(const libusb_interface_descriptor &descriptor) {
                              .subclass = descriptor.bInterfaceSubClass,
                              .protocol = descriptor.bInterfaceProtocol};
     for (const auto &endpoint : spanOf(descriptor.endpoint, descriptor.bNumEndpoints)) {
-        const auto packetSize = static_cast<uint16_t>(endpoint.wMaxPacketSize & 0x07FF);
-        if ((endpoint.bmAttributes & 0x03) != LIBUSB_TRANSFER_TYPE_BULK || packetSize == 0) {
+        const auto packetSize = static_cast<std::uint16_t>(endpoint.wMaxPacketSize & 0x07FF);
+        if ((endpoint.bmAttributes & 0x03) != LIBUSB_TRANSFER_TYPE_BULK || packetSize == 0)
             continue;
-        }
         if ((endpoint.bEndpointAddress & LIBUSB_ENDPOINT_IN) == 0) {
             setting.bulkOut = setting.bulkOut == 0 ? endpoint.bEndpointAddress : setting.bulkOut;
         } else if (setting.bulkIn == 0) {
@@ -39,11 +38,9 @@ AlternateSetting settingOf(const libusb_interface_descriptor &descriptor) {
 
 std::vector<AlternateSetting> settingsOf(const libusb_config_descriptor &configuration) {
     std::vector<AlternateSetting> settings;
-    for (const auto &interface : spanOf(configuration.interface, configuration.bNumInterfaces)) {
-        for (const auto &alternate : spanOf(interface.altsetting, interface.num_altsetting)) {
+    for (const auto &interface : spanOf(configuration.interface, configuration.bNumInterfaces))
+        for (const auto &alternate : spanOf(interface.altsetting, interface.num_altsetting))
             settings.push_back(settingOf(alternate));
-        }
-    }
     return settings;
 }
 

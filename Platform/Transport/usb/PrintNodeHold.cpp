@@ -14,9 +14,8 @@ PrintNodeHold::PrintNodeHold(const AttachedPrinter &printer) {
     bool hidden = false;
     for (const auto &node : nodes) {
         const int file = ::open(node.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-        if (file >= 0) {
+        if (file >= 0)
             files_.push_back(file);
-        }
         used_ = used_ || (file < 0 && errno == EBUSY);
         hidden = hidden || (file < 0 && (errno == EACCES || errno == EPERM));
     }
@@ -24,9 +23,8 @@ PrintNodeHold::PrintNodeHold(const AttachedPrinter &printer) {
 }
 
 PrintNodeHold::~PrintNodeHold() {
-    for (const int file : files_) {
+    for (const int file : files_)
         ::close(file);
-    }
 }
 
 } // namespace transport

@@ -15,6 +15,6 @@ namespace transport {
 
 /// `portStatus`: the bits of the class request GET_PORT_STATUS. Bytes of the ID that are not UTF-8 show as
 /// U+FFFD.
-std::string statusText(uint8_t portStatus, const DeviceId &id);
+std::string statusText(std::uint8_t portStatus, const DeviceId &id);
 
 } // namespace transport

@@ -17,7 +17,7 @@ namespace transport {
 
 struct Transferred {
     tl_usb_status status = TL_USB_OK;
-    size_t count = 0; // bytes moved, also when the rest failed
+    std::size_t count = 0; // bytes moved, also when the rest failed
 };
 
 /// An open device file with the printer interface claimed. Destroying it gives the interface back to the
@@ -33,19 +33,19 @@ public:
     virtual ~UsbDevice() = default;
 
     /// The most bytes a packet from the printer has.
-    virtual size_t packetSize() const = 0;
+    virtual std::size_t packetSize() const = 0;
 
     /// One bulk transfer. After a stall the endpoint is clear again.
-    virtual Transferred send(std::span<const uint8_t> bytes, std::chrono::milliseconds timeout,
+    virtual Transferred send(std::span<const std::uint8_t> bytes, std::chrono::milliseconds timeout,
                              const std::stop_token &stop) = 0;
     /// The size of `buffer` is a multiple of the packet size. Ends with the first packet that is not full.
-    virtual Transferred receive(std::span<uint8_t> buffer, std::chrono::milliseconds timeout,
+    virtual Transferred receive(std::span<std::uint8_t> buffer, std::chrono::milliseconds timeout,
                                 const std::stop_token &stop) = 0;
 
     /// The requests of the printer class: one byte of status bits; the device ID with its length field.
-    virtual Transferred portStatus(uint8_t &bits, std::chrono::milliseconds timeout,
+    virtual Transferred portStatus(std::uint8_t &bits, std::chrono::milliseconds timeout,
                                    const std::stop_token &stop) = 0;
-    virtual Transferred deviceId(std::span<uint8_t> buffer, std::chrono::milliseconds timeout,
+    virtual Transferred deviceId(std::span<std::uint8_t> buffer, std::chrono::milliseconds timeout,
                                  const std::stop_token &stop) = 0;
 };
 

@@ -12,9 +12,8 @@ std::vector<std::shared_ptr<Printer>> UsbPrinters::attached() {
     std::vector<std::shared_ptr<Printer>> printers,
         former; // whose ends are not waited for with the lock held
     const std::lock_guard lock(mutex_);
-    for (const AttachedPrinter &printer : attached) {
+    for (const AttachedPrinter &printer : attached)
         printers.push_back(printerFor(printer));
-    }
     latestEnd_ = end;
     former = std::exchange(latest_, printers);
     std::erase_if(known_, [](const auto &printer) { return printer.expired(); });
@@ -24,9 +23,8 @@ std::vector<std::shared_ptr<Printer>> UsbPrinters::attached() {
 std::vector<std::shared_ptr<Printer>> UsbPrinters::recentlyAttached() {
     {
         const std::lock_guard lock(mutex_);
-        if (clock_.now() < latestEnd_) {
+        if (clock_.now() < latestEnd_)
             return latest_;
-        }
     }
     return attached();
 }
@@ -40,11 +38,9 @@ void UsbPrinters::forget() {
 
 std::shared_ptr<Printer> UsbPrinters::printerFor(const AttachedPrinter &attached) {
     auto made = std::make_shared<HeldPrinter>(attached, bus_, clock_);
-    for (const auto &weak : known_) {
-        if (auto known = weak.lock(); known && known->listed().plugging == made->listed().plugging) {
+    for (const auto &weak : known_)
+        if (auto known = weak.lock(); known && known->listed().plugging == made->listed().plugging)
             return known;
-        }
-    }
     known_.push_back(made);
     return made;
 }

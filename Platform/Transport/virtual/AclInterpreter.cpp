@@ -10,11 +10,11 @@ namespace transport {
 namespace {
 
 constexpr std::string_view universalExit = "\x1B%-12345X";
-constexpr size_t longestLine = 256;
-constexpr size_t frameHeaderSize = 16;
+constexpr std::size_t longestLine = 256;
+constexpr std::size_t frameHeaderSize = 16;
 
-size_t bigEndian16(const std::vector<uint8_t> &bytes, size_t offset) {
-    return static_cast<size_t>(bytes[offset] << 8 | bytes[offset + 1]);
+std::size_t bigEndian16(const std::vector<std::uint8_t> &bytes, std::size_t offset) {
+    return static_cast<std::size_t>(bytes[offset] << 8 | bytes[offset + 1]);
 }
 
 // In upper case; an equals sign is a word of its own.
@@ -24,12 +24,10 @@ std::vector<std::string> wordsOf(std::string_view line) {
     for (const char character : line) {
         const bool blank = character == ' ' || character == '\t' || character == '\r';
         const bool alone = character == '=';
-        if (!blank && (alone || !continues)) {
+        if (!blank && (alone || !continues))
             words.emplace_back();
-        }
-        if (!blank) {
+        if (!blank)
             words.back().push_back(ascii::upperCase(character));
-        }
         continues = !blank && !alone;
     }
     return words;
@@ -37,13 +35,12 @@ std::vector<std::string> wordsOf(std::string_view line) {
 
 } // namespace
 
-void AclInterpreter::feed(std::span<const uint8_t> bytes, const FrameHandler &handler) {
-    for (const uint8_t byte : bytes) {
+void AclInterpreter::feed(std::span<const std::uint8_t> bytes, const FrameHandler &handler) {
+    for (const std::uint8_t byte : bytes)
         feed(byte, handler);
-    }
 }
 
-void AclInterpreter::feed(uint8_t byte, const FrameHandler &handler) {
+void AclInterpreter::feed(std::uint8_t byte, const FrameHandler &handler) {
     if (mode_ == Mode::Frames) {
         feedFrame(byte, handler);
     } else if (completesExit(byte)) {
@@ -55,7 +52,7 @@ void AclInterpreter::feed(uint8_t byte, const FrameHandler &handler) {
 }
 
 // ESC occurs in UEL only as its first byte, so a mismatch can only start over.
-bool AclInterpreter::completesExit(uint8_t byte) {
+bool AclInterpreter::completesExit(std::uint8_t byte) {
     const char character = static_cast<char>(byte);
     if (character != universalExit[exitMatched_]) {
         exitMatched_ = character == universalExit[0] ? 1 : 0;
@@ -65,27 +62,25 @@ bool AclInterpreter::completesExit(uint8_t byte) {
     return exitMatched_ == 0;
 }
 
-void AclInterpreter::feedLine(uint8_t byte) {
-    if (byte == '\n') {
+void AclInterpreter::feedLine(std::uint8_t byte) {
+    if (byte == '\n')
         endLine();
-    } else if (line_.size() < longestLine) {
+    else if (line_.size() < longestLine)
         line_.push_back(static_cast<char>(byte));
-    }
 }
 
 void AclInterpreter::endLine() {
     static constexpr std::array<std::string_view, 5> enterAcl = {"@PJL", "ENTER", "LANGUAGE", "=", "ACL"};
     const std::vector<std::string> words = wordsOf(line_);
     line_.clear();
-    if (std::ranges::equal(words, enterAcl)) {
+    if (std::ranges::equal(words, enterAcl))
         mode_ = Mode::Frames;
-    } else if (!words.empty() && (words[0] != "@PJL" || (words.size() > 1 && words[1] == "ENTER"))) {
+    else if (!words.empty() && (words[0] != "@PJL" || (words.size() > 1 && words[1] == "ENTER")))
         mode_ = Mode::BetweenJobs;
-    }
 }
 
-void AclInterpreter::feedFrame(uint8_t byte, const FrameHandler &handler) {
-    static constexpr uint8_t marker[] = {0x00, 0xAC};
+void AclInterpreter::feedFrame(std::uint8_t byte, const FrameHandler &handler) {
+    static constexpr std::uint8_t marker[] = {0x00, 0xAC};
     if (frame_.size() < sizeof marker && byte != marker[frame_.size()]) {
         frame_.clear();
         mode_ = Mode::BetweenJobs;
@@ -93,11 +88,10 @@ void AclInterpreter::feedFrame(uint8_t byte, const FrameHandler &handler) {
         return;
     }
     frame_.push_back(byte);
-    if (frame_.size() < frameHeaderSize || frame_.size() < frameHeaderSize + bigEndian16(frame_, 4)) {
+    if (frame_.size() < frameHeaderSize || frame_.size() < frameHeaderSize + bigEndian16(frame_, 4))
         return;
-    }
     const auto *text = reinterpret_cast<const char *>(frame_.data());
-    handler({.command = static_cast<uint16_t>(bigEndian16(frame_, 2)),
+    handler({.command = static_cast<std::uint16_t>(bigEndian16(frame_, 2)),
              .data = std::string_view(text, frame_.size()).substr(frameHeaderSize)});
     frame_.clear();
 }

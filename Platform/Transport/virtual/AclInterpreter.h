@@ -27,7 +27,7 @@
 namespace transport {
 
 struct AclFrame {
-    uint16_t command;
+    std::uint16_t command;
     std::string_view data; // valid during the call that hands the frame over
 };
 
@@ -36,21 +36,21 @@ public:
     using FrameHandler = std::function<void(const AclFrame &)>;
 
     /// Takes the next bytes, split anywhere, and calls the handler for each frame they complete.
-    void feed(std::span<const uint8_t> bytes, const FrameHandler &handler);
+    void feed(std::span<const std::uint8_t> bytes, const FrameHandler &handler);
 
 private:
     enum class Mode { BetweenJobs, Lines, Frames };
 
-    void feed(uint8_t byte, const FrameHandler &handler);
-    bool completesExit(uint8_t byte);
-    void feedLine(uint8_t byte);
+    void feed(std::uint8_t byte, const FrameHandler &handler);
+    bool completesExit(std::uint8_t byte);
+    void feedLine(std::uint8_t byte);
     void endLine();
-    void feedFrame(uint8_t byte, const FrameHandler &handler);
+    void feedFrame(std::uint8_t byte, const FrameHandler &handler);
 
     Mode mode_ = Mode::BetweenJobs;
-    size_t exitMatched_ = 0; // bytes of UEL seen so far
+    std::size_t exitMatched_ = 0; // bytes of UEL seen so far
     std::string line_;
-    std::vector<uint8_t> frame_;
+    std::vector<std::uint8_t> frame_;
 };
 
 } // namespace transport

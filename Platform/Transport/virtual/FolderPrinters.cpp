@@ -22,7 +22,7 @@ public:
                                        .vid = plugged.state.vid,
                                        .pid = plugged.state.pid,
                                        .plugging = plugged.file.string()},
-          printer_(plugged.state, [file = plugged.file](int32_t threshold) {
+          printer_(plugged.state, [file = plugged.file](std::int32_t threshold) {
               return PrinterFolder::storeThreshold(file, threshold);
           }) {}
 
@@ -32,24 +32,22 @@ public:
         return present([this] { return printer_.open(); });
     }
 
-    tl_usb_status write(std::span<const uint8_t> bytes, std::chrono::milliseconds,
+    tl_usb_status write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds,
                         const std::stop_token &) override {
         return present([&] { return printer_.write(bytes); });
     }
 
-    tl_usb_status read(std::span<uint8_t> buffer, size_t &count, std::chrono::milliseconds,
+    tl_usb_status read(std::span<std::uint8_t> buffer, std::size_t &count, std::chrono::milliseconds,
                        const std::stop_token &) override {
         count = 0;
         return present([&] {
-            std::vector<uint8_t> transfer;
-            if (const tl_usb_status status = printer_.read(transfer); status != TL_USB_OK) {
+            std::vector<std::uint8_t> transfer;
+            if (const tl_usb_status status = printer_.read(transfer); status != TL_USB_OK)
                 return status;
-            }
-            const size_t kept = std::min(transfer.size(), buffer.size());
+            const std::size_t kept = std::min(transfer.size(), buffer.size());
             std::copy_n(transfer.begin(), kept, buffer.begin());
-            if (transfer.size() > kept) {
+            if (transfer.size() > kept)
                 return TL_USB_ERROR_OVERFLOW;
-            }
             count = kept;
             return TL_USB_OK;
         });
@@ -69,9 +67,8 @@ private:
     tl_usb_status present(const std::function<tl_usb_status()> &work) {
         const std::lock_guard lock(mutex_);
         std::optional<VirtualPrinterState> state = PrinterFolder::load(file_);
-        if (!state) {
+        if (!state)
             return TL_USB_ERROR_NO_DEVICE;
-        }
         printer_.setState(std::move(*state));
         return work();
     }
@@ -86,9 +83,8 @@ private:
 
 std::vector<std::shared_ptr<Printer>> FolderPrinters::attached() {
     std::vector<std::shared_ptr<Printer>> printers;
-    for (const PluggedPrinter &plugged : PrinterFolder::fromEnvironment().printers()) {
+    for (const PluggedPrinter &plugged : PrinterFolder::fromEnvironment().printers())
         printers.push_back(std::make_shared<FolderPrinter>(plugged));
-    }
     return printers;
 }
 

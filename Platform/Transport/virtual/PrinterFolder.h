@@ -38,7 +38,7 @@ public:
     static std::string whyNoPrinter(const std::filesystem::path &file);
     /// Replaces the file as a whole and keeps its mode and its other keys. False, and the file as it was, on
     /// failure.
-    static bool storeThreshold(const std::filesystem::path &file, int32_t threshold);
+    static bool storeThreshold(const std::filesystem::path &file, std::int32_t threshold);
 
 private:
     std::filesystem::path folder_;

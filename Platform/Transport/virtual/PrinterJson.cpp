@@ -13,8 +13,8 @@ namespace {
 
 namespace json = boost::json;
 
-constexpr size_t longestIdentity = 255; // a device record holds it with a terminating zero
-constexpr size_t deepestNesting = 16;   // reading recurses
+constexpr std::size_t longestIdentity = 255; // a device record holds it with a terminating zero
+constexpr std::size_t deepestNesting = 16;   // reading recurses
 
 constexpr std::string_view blanks = " \t\r\n";
 
@@ -27,114 +27,98 @@ struct Malformed : std::runtime_error {
 }
 
 json::object parsed(std::string_view text) {
-    if (text.size() > longestPrinterText) {
+    if (text.size() > longestPrinterText)
         throw Malformed("The text is longer than 65536 bytes.");
-    }
     json::stream_parser parser({}, {.max_depth = deepestNesting});
     json::error_code error;
-    const size_t used = parser.write_some(text.data(), text.size(), error);
-    if (!error && used == text.size()) {
+    const std::size_t used = parser.write_some(text.data(), text.size(), error);
+    if (!error && used == text.size())
         parser.finish(error);
-    }
-    if (error == json::error::too_deep) {
+    if (error == json::error::too_deep)
         throw Malformed("The text nests deeper than 16 levels.");
-    }
     if (error || used < text.size()) {
         throw Malformed("Not JSON at byte " + std::to_string(used) + ": " +
                         (error ? error : make_error_code(json::error::extra_data)).message() + ".");
     }
     json::value value = parser.release();
-    if (!value.is_object()) {
+    if (!value.is_object())
         throw Malformed("The text must be a JSON object.");
-    }
     return std::move(value.get_object());
 }
 
 const json::value &need(const json::object &document, const char *key) {
     const json::value *const value = document.if_contains(key);
-    if (value == nullptr) {
+    if (value == nullptr)
         throw Malformed(std::string(key) + " is missing.");
-    }
     return *value;
 }
 
 std::string textOf(const json::value &value, const char *key) {
-    if (!value.is_string()) {
+    if (!value.is_string())
         fail(key, "a text");
-    }
     std::string text(value.get_string());
-    if (text.find('\0') != std::string::npos) {
+    if (text.find('\0') != std::string::npos)
         fail(key, "a text without a zero byte");
-    }
     return text;
 }
 
 std::string identity(const json::object &document, const char *key) {
     std::string text = textOf(need(document, key), key);
-    if (text.size() > longestIdentity) {
+    if (text.size() > longestIdentity)
         fail(key, "at most 255 bytes long");
-    }
     return text;
 }
 
 std::string name(const json::object &document, const char *key) {
     std::string text = identity(document, key);
-    if (text.empty()) {
+    if (text.empty())
         fail(key, "a text that is not empty");
-    }
     return text;
 }
 
-std::optional<uint16_t> hexadecimal(std::string_view text) {
-    uint16_t number = 0;
+std::optional<std::uint16_t> hexadecimal(std::string_view text) {
+    std::uint16_t number = 0;
     const char *const end = text.data() + text.size();
-    if (!text.starts_with("0x")) {
+    if (!text.starts_with("0x"))
         return std::nullopt;
-    }
     const auto [stop, error] = std::from_chars(text.data() + 2, end, number, 16);
     return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
 // 23115 or "0x5A4B".
-uint16_t identifier(const json::object &document, const char *key) {
+std::uint16_t identifier(const json::object &document, const char *key) {
     const json::value &value = need(document, key);
-    if (const int64_t *const number = value.if_int64(); number && *number >= 0 && *number <= 0xFFFF) {
-        return static_cast<uint16_t>(*number);
-    }
-    const std::optional<uint16_t> number = value.is_string() ? hexadecimal(textOf(value, key)) : std::nullopt;
-    if (!number) {
+    if (const std::int64_t *const number = value.if_int64(); number && *number >= 0 && *number <= 0xFFFF)
+        return static_cast<std::uint16_t>(*number);
+    const std::optional<std::uint16_t> number =
+        value.is_string() ? hexadecimal(textOf(value, key)) : std::nullopt;
+    if (!number)
         fail(key, "a number from 0 to 65535 or a text like \"0x5A4B\"");
-    }
     return *number;
 }
 
-int32_t integer(const json::object &document, const char *key, int32_t absent) {
+std::int32_t integer(const json::object &document, const char *key, std::int32_t absent) {
     const json::value *const value = document.if_contains(key);
-    if (value == nullptr) {
+    if (value == nullptr)
         return absent;
-    }
-    const int64_t *const number = value->if_int64();
-    if (number == nullptr || !std::in_range<int32_t>(*number)) {
+    const std::int64_t *const number = value->if_int64();
+    if (number == nullptr || !std::in_range<std::int32_t>(*number))
         fail(key, "an integer of 32 bits");
-    }
-    return static_cast<int32_t>(*number);
+    return static_cast<std::int32_t>(*number);
 }
 
 std::set<Fault> faults(const json::object &document) {
     std::set<Fault> found;
     const json::value *const list = document.if_contains("faults");
-    if (list == nullptr) {
+    if (list == nullptr)
         return found;
-    }
-    if (!list->is_array()) {
+    if (!list->is_array())
         fail("faults", "an array of texts");
-    }
     for (const json::value &item : list->get_array()) {
         const std::string text = textOf(item, "each of faults");
         const std::optional<Fault> fault = faultNamed(text);
-        if (!fault) {
+        if (!fault)
             throw Malformed("faults holds the unknown name \"" + text + "\".");
-        }
         found.insert(*fault);
     }
     return found;
@@ -149,9 +133,8 @@ VirtualPrinterState stateOf(const json::object &document) {
     state.pid = identifier(document, "pid");
     state.printerStatus = integer(document, "printer_status", state.printerStatus);
     state.threshold = integer(document, "threshold", state.threshold);
-    if (const json::value *const text = document.if_contains("status_text")) {
+    if (const json::value *const text = document.if_contains("status_text"))
         state.statusText = textOf(*text, "status_text");
-    }
     state.faults = faults(document);
     return state;
 }
@@ -161,13 +144,12 @@ VirtualPrinterState stateOf(const json::object &document) {
 std::string_view placeOfMember(std::string_view text, std::string_view name) {
     std::string_view found, last; // the last string: a key, when a colon follows
     int depth = 0;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const size_t start = i;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::size_t start = i;
         switch (text[i]) {
         case '"':
-            while (text[++i] != '"') {
+            while (text[++i] != '"')
                 i += text[i] == '\\';
-            }
             last = text.substr(start, i + 1 - start);
             break;
         case '{':
@@ -180,7 +162,7 @@ std::string_view placeOfMember(std::string_view text, std::string_view name) {
             break;
         case ':':
             if (depth == 1 && json::parse(json::string_view(last.data(), last.size())).as_string() == name) {
-                const size_t begin = text.find_first_not_of(blanks, i + 1);
+                const std::size_t begin = text.find_first_not_of(blanks, i + 1);
                 found = text.substr(begin, text.find_first_of(" \t\r\n,}", begin) - begin);
             }
             break;
@@ -197,23 +179,21 @@ std::optional<VirtualPrinterState> printerFromJson(std::string_view text, std::s
     try {
         return stateOf(parsed(text));
     } catch (const Malformed &malformed) {
-        if (reason != nullptr) {
+        if (reason != nullptr)
             *reason = malformed.what();
-        }
         return std::nullopt;
     }
 }
 
-std::optional<std::string> jsonWithThreshold(std::string_view text, int32_t threshold) {
-    if (!printerFromJson(text)) {
+std::optional<std::string> jsonWithThreshold(std::string_view text, std::int32_t threshold) {
+    if (!printerFromJson(text))
         return std::nullopt;
-    }
     const std::string number = std::to_string(threshold);
     std::string changed(text);
     if (const auto old = placeOfMember(text, "threshold"); !old.empty()) {
-        changed.replace(static_cast<size_t>(old.data() - text.data()), old.size(), number);
+        changed.replace(static_cast<std::size_t>(old.data() - text.data()), old.size(), number);
     } else { // no printer is an empty object
-        const size_t end = changed.find_last_not_of(blanks, changed.rfind('}') - 1) + 1;
+        const std::size_t end = changed.find_last_not_of(blanks, changed.rfind('}') - 1) + 1;
         changed.insert(end, ", \"threshold\": " + number);
     }
     return changed;

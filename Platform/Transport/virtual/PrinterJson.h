@@ -11,7 +11,7 @@
 
 namespace transport {
 
-inline constexpr size_t longestPrinterText = 65536; // bytes
+inline constexpr std::size_t longestPrinterText = 65536; // bytes
 
 /// None for a text that is no printer; `reason`, when given, then says in one sentence why. Any bytes are
 /// safe.
@@ -19,6 +19,6 @@ std::optional<VirtualPrinterState> printerFromJson(std::string_view text, std::s
 
 /// The same text with another threshold, which is added at the end when there was none; all else stays as it
 /// stands. None for a text that is no printer.
-std::optional<std::string> jsonWithThreshold(std::string_view text, int32_t threshold);
+std::optional<std::string> jsonWithThreshold(std::string_view text, std::int32_t threshold);
 
 } // namespace transport

@@ -37,7 +37,7 @@ namespace transport {
 class VirtualPrinter {
 public:
     /// Told each new threshold that differs from the old one; false refuses it. None accepts all.
-    using ThresholdStore = std::function<bool(int32_t threshold)>;
+    using ThresholdStore = std::function<bool(std::int32_t threshold)>;
 
     explicit VirtualPrinter(VirtualPrinterState state, ThresholdStore store = {});
 
@@ -47,19 +47,19 @@ public:
 
     /// Forgets half-received requests and queued replies, and plugs an unplugged printer in again.
     tl_usb_status open();
-    tl_usb_status write(std::span<const uint8_t> bytes);
+    tl_usb_status write(std::span<const std::uint8_t> bytes);
     /// Takes the next transfer; leaves `transfer` empty when there is none.
-    tl_usb_status read(std::vector<uint8_t> &transfer);
+    tl_usb_status read(std::vector<std::uint8_t> &transfer);
 
 private:
     struct Transfer {
-        std::vector<uint8_t> bytes;
+        std::vector<std::uint8_t> bytes;
         bool unplugs = false; // reading it is the last that is heard of the printer
     };
 
     void answer(const AclFrame &request);
     bool storeThreshold(std::string_view request);
-    void reply(uint16_t command, uint16_t status, std::string_view data);
+    void reply(std::uint16_t command, std::uint16_t status, std::string_view data);
     void queue(Transfer transfer);
     void queueText(std::string_view text);
 

@@ -67,10 +67,10 @@ struct VirtualPrinterState {
     std::string manufacturer{};
     std::string product{};
     std::string serial{};
-    uint16_t vid = 0;
-    uint16_t pid = 0;
-    int32_t printerStatus = 3;
-    int32_t threshold = 0; // percent; a file may hold any value, a request only 0 and 2 to 10
+    std::uint16_t vid = 0;
+    std::uint16_t pid = 0;
+    std::int32_t printerStatus = 3;
+    std::int32_t threshold = 0; // percent; a file may hold any value, a request only 0 and 2 to 10
     std::optional<std::string> statusText{}; // replaces the whole status text
     std::set<Fault> faults{};
 

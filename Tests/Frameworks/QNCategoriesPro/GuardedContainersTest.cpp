@@ -560,9 +560,8 @@ TEST(GuardedContainers, loseNothingAmongManyThreads) {
             dictionary->setObject(mine, mine);
             dictionary->setObject(mine, word(static_cast<std::size_t>(i)));
             EXPECT_TRUE(qn::entriesForKeys(dictionary, dictionary->allKeys())->objectForKey(mine));
-            if (i % 2) {
+            if (i % 2)
                 EXPECT_EQ(qn::popObjectForKey(dictionary, mine), mine);
-            }
         }
     });
     EXPECT_EQ(array->count(), static_cast<NSUInteger>(workers * rounds));

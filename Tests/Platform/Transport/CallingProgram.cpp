@@ -11,7 +11,7 @@
 #include <vector>
 
 int main(int argc, char **argv) {
-    constexpr int32_t patience_ms = 60'000;
+    constexpr std::int32_t patience_ms = 60'000;
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
@@ -28,14 +28,13 @@ int main(int argc, char **argv) {
         return tl_usb_get_printer_info(argv[1], 0, 2, patience_ms, 1, &text);
     }
     void *handle = nullptr;
-    if (call.empty() || tl_usb_get_device_handle(argv[1], 2, &handle) != TL_USB_OK) {
+    if (call.empty() || tl_usb_get_device_handle(argv[1], 2, &handle) != TL_USB_OK)
         return EXIT_FAILURE;
-    }
-    std::vector<uint8_t> reply(4096);
-    auto length = static_cast<int32_t>(reply.size());
+    std::vector<std::uint8_t> reply(4096);
+    auto length = static_cast<std::int32_t>(reply.size());
     const bool reads = call == "read";
-    return tl_usb_data_transfer_by_handle(handle, reads ? nullptr : envelopes::readThreshold.data(),
-                                          reads ? 0 : static_cast<uint32_t>(envelopes::readThreshold.size()),
-                                          patience_ms, reads ? reply.data() : nullptr,
-                                          reads ? &length : nullptr, 0);
+    return tl_usb_data_transfer_by_handle(
+        handle, reads ? nullptr : envelopes::readThreshold.data(),
+        reads ? 0 : static_cast<std::uint32_t>(envelopes::readThreshold.size()), patience_ms,
+        reads ? reply.data() : nullptr, reads ? &length : nullptr, 0);
 }

@@ -21,11 +21,9 @@ public:
     void plug(const transport::VirtualPrinterState &printer) override {
         const auto text = [](const std::string &value) { return '"' + value + '"'; };
         std::string faults;
-        for (const auto &[name, fault] : transport::faultNames) {
-            if (printer.has(fault)) {
+        for (const auto &[name, fault] : transport::faultNames)
+            if (printer.has(fault))
                 faults += (faults.empty() ? "" : ", ") + text(std::string(name));
-            }
-        }
         const auto file = names_.try_emplace(printer.serial, std::to_string(1000 + names_.size()) + ".json");
         folder_.put(file.first->second,
                     R"({"manufacturer": )" + text(printer.manufacturer) + R"(, "product": )" +
@@ -39,7 +37,7 @@ public:
         std::filesystem::remove(folder_.file(names_.at(serial)));
     }
 
-    int32_t threshold(const std::string &serial) const override {
+    std::int32_t threshold(const std::string &serial) const override {
         return transport::PrinterFolder::load(folder_.file(names_.at(serial))).value().threshold;
     }
 

@@ -24,9 +24,8 @@ const std::string identity =
 
 std::vector<std::string> names(const PrinterFolder &folder) {
     std::vector<std::string> found;
-    for (const auto &printer : folder.printers()) {
+    for (const auto &printer : folder.printers())
         found.push_back(printer.file.filename());
-    }
     return found;
 }
 
@@ -84,9 +83,8 @@ TEST(PrinterJson, SaysWhatIsWrong) {
 
 TEST(PrinterFolder, ListsPrintersByFileNameAndPassesOverTheRest) {
     const TemporaryFolder folder;
-    for (const char *name : {"c1.json", "a.json", "c2.json", "B.json", "c10.json"}) {
+    for (const char *name : {"c1.json", "a.json", "c2.json", "B.json", "c10.json"})
         folder.put(name, "{" + identity + "}");
-    }
     folder.put("c.txt", "{" + identity + "}");
     folder.put("d.json", "{");
     std::filesystem::create_directory(folder.file("e.json"));

@@ -16,7 +16,7 @@ public:
     /// Changes the printer of this serial number, if it is plugged in.
     virtual void plug(const transport::VirtualPrinterState &printer) = 0;
     virtual void unplug(const std::string &serial) = 0;
-    virtual int32_t threshold(const std::string &serial) const = 0;
+    virtual std::int32_t threshold(const std::string &serial) const = 0;
 
     /// On a bus waiting takes time, and an empty packet is no transfer.
     virtual bool isBus() const = 0;

@@ -66,9 +66,8 @@ TEST(PrinterUri, goesBothWaysForAnyBytes) {
         ASSERT_TRUE(parsed) << uri;
         EXPECT_EQ(printerUri(*parsed), uri);
         if (printer.manufacturer.find('/') == std::string::npos &&
-            printer.serial.find("?serial=") == std::string::npos) {
+            printer.serial.find("?serial=") == std::string::npos)
             EXPECT_EQ(*parsed, printer) << uri;
-        }
         EXPECT_TRUE(names(uri, printer)) << uri;
         // What is listed for a printer, however long or wrong its texts, names that printer.
         const tl_usb_device_info record =
@@ -87,11 +86,9 @@ TEST(PrinterUri, namesOnePrinterOfMany) {
                                               "sn0002", "XSN0002", "SN%30002"};
     std::vector<PrinterIdentity> printers;
     for (const std::string &maker : makers) {
-        for (const std::string &product : products) {
-            for (const std::string &serial : serials) {
+        for (const std::string &product : products)
+            for (const std::string &serial : serials)
                 printers.push_back({maker, product, serial});
-            }
-        }
     }
     for (const PrinterIdentity &printer : printers) {
         const auto named = namedOf(
@@ -140,20 +137,17 @@ TEST(PrinterUri, namesPrintersInTheSpellingsOfCups) {
         {"ipp://Zelkor/A/B", none},
         {"", none},
     };
-    for (const auto &[uri, expected] : cases) {
-        for (int printer = 0; printer < 6; ++printer) {
+    for (const auto &[uri, expected] : cases)
+        for (int printer = 0; printer < 6; ++printer)
             EXPECT_EQ(names(uri, printers[printer]), printer == expected) << uri << " " << printer;
-        }
-    }
     EXPECT_FALSE(parsePrinterUri("ipp://Zelkor/A/B"));
 }
 
 TEST(PrinterUri, isOfWholeCharactersWhereATextIsTooLong) {
     const std::string umlauts = [] {
         std::string text;
-        for (int i = 0; i < 200; ++i) {
+        for (int i = 0; i < 200; ++i)
             text += "ä";
-        }
         return text;
     }();
     EXPECT_EQ(recorded({"", umlauts, "a\xFFz"}), (PrinterIdentity{"", umlauts.substr(0, 254), "a\uFFFDz"}));

@@ -16,15 +16,14 @@ namespace {
 /// One exchange: open, drain, write, read until a read fails.
 std::string storyOf(const PrinterPorts &ports, const Bytes &request) {
     void *handle = nullptr;
-    int32_t opened = TL_USB_OK;
+    std::int32_t opened = TL_USB_OK;
     {
         const auto user = ports.ordinaryUser();
         opened = tl_usb_get_device_handle(uriOf("SN0001").c_str(), 2, &handle);
     }
     std::string story = "open " + std::to_string(opened);
-    if (handle == nullptr) {
+    if (handle == nullptr)
         return story;
-    }
     story += " drain " + receiveAll(handle);
     story += " write " + std::to_string(send(handle, request));
     story += " read " + receiveAll(handle);
@@ -38,16 +37,16 @@ TEST_P(Transport, ListsRecordsByteForByte) {
     ports->plug(sampleLaser({}, std::string(255, 's')));
     ports->plug({.manufacturer = "Other", .product = "P", .serial = "", .vid = 1, .pid = 2});
     tl_usb_device_info *list = nullptr;
-    int32_t count = 0;
+    std::int32_t count = 0;
     ASSERT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, &list, &count), TL_USB_OK);
     ASSERT_EQ(count, 2);
-    std::string expected(size_t{2} * 772, '\0');
-    for (size_t record = 0; record < 2; ++record) {
+    std::string expected(std::size_t{2} * 772, '\0');
+    for (std::size_t record = 0; record < 2; ++record) {
         const std::string serial = record == 0 ? "SN0001" : std::string(255, 's');
         expected.replace(record * 772, serial.size(), serial);
         expected.replace(record * 772 + 256, 12, "Sample Laser");
         expected.replace(record * 772 + 512, 6, "Zelkor");
-        const std::array<uint16_t, 2> identifiers = {0x1234, 0x5A4B};
+        const std::array<std::uint16_t, 2> identifiers = {0x1234, 0x5A4B};
         std::memcpy(&expected[record * 772 + 768], identifiers.data(), 4);
     }
     EXPECT_EQ(std::string(reinterpret_cast<const char *>(list), expected.size()), expected);
@@ -80,7 +79,7 @@ TEST_P(Transport, ReadsWritesAndReadsBack) {
 
     void *const handle = openPrinter();
     Bytes header(8);
-    int32_t length = 8;
+    std::int32_t length = 8;
     EXPECT_EQ(tl_usb_data_transfer_by_handle(handle, envelopes::readThreshold.data(), 105, patience_ms,
                                              header.data(), &length, 0),
               TL_USB_OK);
@@ -118,9 +117,8 @@ TEST_P(Transport, ShowsEveryFaultOfAnExchange) {
     for (const auto &[faults, story] : cases) {
         ports->plug(sampleLaser(faults));
         std::string expected = story;
-        if (const size_t empty = expected.find(" <>"); empty != std::string::npos && ports->isBus()) {
+        if (const std::size_t empty = expected.find(" <>"); empty != std::string::npos && ports->isBus())
             expected.erase(empty, 3); // an empty packet is no transfer there
-        }
         EXPECT_EQ(storyOf(*ports, envelopes::readThreshold), expected);
         shownFaults.insert(faults.begin(), faults.end());
     }
@@ -131,7 +129,7 @@ TEST_P(Transport, DoesNotReadForEver) {
     using enum Fault;
     const struct {
         std::set<Fault> faults;
-        int32_t drained, answered; // how the reads end
+        std::int32_t drained, answered; // how the reads end
     } cases[] = {{{EndlessText, Silent}, TL_USB_ERROR_ENDLESS, TL_USB_ERROR_ENDLESS},
                  {{EndlessReplies, WrongLength, JunkFirst}, TL_USB_ERROR_TIMEOUT, TL_USB_ERROR_ENDLESS},
                  {{EndlessReplies, StaleOutput}, TL_USB_ERROR_ENDLESS, TL_USB_ERROR_ENDLESS}};
@@ -141,10 +139,9 @@ TEST_P(Transport, DoesNotReadForEver) {
         Bytes transfer;
         const auto lastStatus = [&] {
             int reads = 0;
-            int32_t status = TL_USB_OK;
-            while ((status = receive(handle, transfer, silence_ms)) == TL_USB_OK) {
+            std::int32_t status = TL_USB_OK;
+            while ((status = receive(handle, transfer, silence_ms)) == TL_USB_OK)
                 ++reads;
-            }
             EXPECT_LE(reads, 1000);
             return status;
         };
@@ -162,7 +159,7 @@ TEST_P(Transport, FindsAPrinterByTheRecordItListed) {
     serial += "\u00fc and more";
     ports->plug(sampleLaser({}, ports->isBus() ? serial : serial.substr(0, 254)));
     tl_usb_device_info *list = nullptr;
-    int32_t count = 0;
+    std::int32_t count = 0;
     ASSERT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, &list, &count), TL_USB_OK);
     ASSERT_EQ(count, 1);
     EXPECT_EQ(list->serial, std::string(254, 's'));
@@ -172,10 +169,10 @@ TEST_P(Transport, FindsAPrinterByTheRecordItListed) {
 TEST_P(Transport, ToldOfAnUnpluggedPrinterOnce) {
     const char *const stories[] = {"-2 -1 -1 -1 -1 -1", "0 -2 -1 -1 -1 -1", "0 -5 -2 -1 -1 -1",
                                    "0 -5 0 -2 -1 -1",   "0 -5 0 0 -2 -1",   "0 -5 0 0 0 0"};
-    for (size_t unplugged = 0; unplugged < std::size(stories); ++unplugged) {
+    for (std::size_t unplugged = 0; unplugged < std::size(stories); ++unplugged) {
         void *handle = nullptr;
         Bytes transfer;
-        const std::function<int32_t()> calls[] = {
+        const std::function<std::int32_t()> calls[] = {
             [&] { return tl_usb_get_device_handle(uriOf("SN0001").c_str(), 2, &handle); },
             [&] { return receive(handle, transfer, silence_ms); },
             [&] { return send(handle, envelopes::readThreshold); },
@@ -185,10 +182,9 @@ TEST_P(Transport, ToldOfAnUnpluggedPrinterOnce) {
         };
         ports->plug(sampleLaser());
         std::string story;
-        for (size_t call = 0; call < std::size(calls); ++call) {
-            if (call == unplugged) {
+        for (std::size_t call = 0; call < std::size(calls); ++call) {
+            if (call == unplugged)
                 ports->unplug("SN0001");
-            }
             story += (call > 0 ? " " : "") + std::to_string(calls[call]());
         }
         EXPECT_EQ(story, stories[unplugged]) << "unplugged before call " << unplugged;
@@ -199,15 +195,16 @@ TEST_P(Transport, RefusesUnusableArguments) {
     ports->plug(sampleLaser());
     void *handle = openPrinter();
     Bytes buffer(16);
-    const auto transfer = [&](const uint8_t *out, uint32_t outLength, uint8_t *in, int32_t *inLength) {
+    const auto transfer = [&](const std::uint8_t *out, std::uint32_t outLength, std::uint8_t *in,
+                              std::int32_t *inLength) {
         return tl_usb_data_transfer_by_handle(handle, out, outLength, 100, in, inLength, 0);
     };
-    for (const int32_t capacity : {0, -1, INT32_MIN}) {
-        int32_t length = capacity;
+    for (const std::int32_t capacity : {0, -1, INT32_MIN}) {
+        std::int32_t length = capacity;
         EXPECT_EQ(transfer(nullptr, 0, buffer.data(), &length), TL_USB_ERROR_INVALID);
         EXPECT_EQ(length, 0);
     }
-    int32_t length = 16;
+    std::int32_t length = 16;
     EXPECT_EQ(transfer(nullptr, 0, nullptr, &length), TL_USB_ERROR_INVALID);
     EXPECT_EQ(transfer(nullptr, 0, buffer.data(), nullptr), TL_USB_ERROR_INVALID);
     EXPECT_EQ(transfer(nullptr, 9, nullptr, nullptr), TL_USB_ERROR_INVALID);
@@ -257,9 +254,8 @@ TEST_P(Transport, KeepsOneOpenHandleAPrinter) {
 
 TEST_P(Transport, ServesThreadsAtOnce) {
     constexpr int threads = 3;
-    for (int thread = 0; thread < threads; ++thread) {
+    for (int thread = 0; thread < threads; ++thread)
         ports->plug(sampleLaser({}, std::to_string(thread)));
-    }
     dispatch::onThreads(threads, [](int thread) {
         for (int i = 0; i < 50; ++i) {
             void *const handle = openPrinter(std::to_string(thread));

@@ -13,8 +13,8 @@
 
 using envelopes::Bytes;
 
-constexpr int32_t patience_ms = 10'000; // for what comes
-constexpr int32_t silence_ms = 20;      // for what does not: what is there is never late
+constexpr std::int32_t patience_ms = 10'000; // for what comes
+constexpr std::int32_t silence_ms = 20;      // for what does not: what is there is never late
 
 inline transport::VirtualPrinterState sampleLaser(const std::set<transport::Fault> &faults = {},
                                                   const std::string &serial = "SN0001") {
@@ -31,66 +31,62 @@ inline std::string uriOf(const std::string &serial) {
     return "usb://Zelkor/Sample%20Laser?serial=" + serial;
 }
 
-inline void *openPrinter(const std::string &serial = "SN0001", int32_t expected = TL_USB_OK) {
+inline void *openPrinter(const std::string &serial = "SN0001", std::int32_t expected = TL_USB_OK) {
     void *handle = nullptr;
     EXPECT_EQ(tl_usb_get_device_handle(uriOf(serial).c_str(), 2, &handle), expected);
     EXPECT_EQ(handle == nullptr, expected != TL_USB_OK);
     return handle;
 }
 
-inline int32_t send(void *handle, const Bytes &request) {
-    return tl_usb_data_transfer_by_handle(handle, request.data(), static_cast<uint32_t>(request.size()),
+inline std::int32_t send(void *handle, const Bytes &request) {
+    return tl_usb_data_transfer_by_handle(handle, request.data(), static_cast<std::uint32_t>(request.size()),
                                           patience_ms, nullptr, nullptr, 0);
 }
 
-inline int32_t receive(void *handle, Bytes &transfer, int32_t timeout_ms = patience_ms,
-                       int32_t capacity = 4096) {
+inline std::int32_t receive(void *handle, Bytes &transfer, std::int32_t timeout_ms = patience_ms,
+                            std::int32_t capacity = 4096) {
     transfer.assign(4096, 0xEE);
-    int32_t length = capacity;
-    const int32_t status =
+    std::int32_t length = capacity;
+    const std::int32_t status =
         tl_usb_data_transfer_by_handle(handle, nullptr, 0, timeout_ms, transfer.data(), &length, 0);
     EXPECT_TRUE(status == TL_USB_OK || length == 0);
-    transfer.resize(static_cast<size_t>(length));
+    transfer.resize(static_cast<std::size_t>(length));
     return status;
 }
 
 /// Printable transfers that a header is not taken for are shown as text.
 inline std::string shown(const Bytes &transfer) {
-    if (!transfer.empty() && transfer[0] == '@') {
+    if (!transfer.empty() && transfer[0] == '@')
         return "text";
-    }
     std::ostringstream stream;
-    for (const uint8_t byte : transfer) {
+    for (const std::uint8_t byte : transfer)
         stream << "0123456789ABCDEF"[byte >> 4] << "0123456789ABCDEF"[byte & 15];
-    }
     return "<" + stream.str() + ">";
 }
 
 /// Everything that comes until a read fails, and how that failed.
-inline std::string receiveAll(void *handle, int32_t timeout_ms = silence_ms) {
+inline std::string receiveAll(void *handle, std::int32_t timeout_ms = silence_ms) {
     std::string story;
     Bytes transfer;
-    int32_t status = TL_USB_OK;
-    while ((status = receive(handle, transfer, timeout_ms)) == TL_USB_OK) {
+    std::int32_t status = TL_USB_OK;
+    while ((status = receive(handle, transfer, timeout_ms)) == TL_USB_OK)
         story += shown(transfer) + " ";
-    }
     return story + std::to_string(status);
 }
 
 inline std::string statusCall(const std::string &serial = "SN0001") {
     char untouched[] = "untouched";
     char *text = untouched;
-    const int32_t status = tl_usb_get_printer_info(uriOf(serial).c_str(), 0, 2, 2000, 1, &text);
+    const std::int32_t status = tl_usb_get_printer_info(uriOf(serial).c_str(), 0, 2, 2000, 1, &text);
     std::string result = std::to_string(status) + " " + text;
-    if (text != untouched) {
+    if (text != untouched)
         std::free(text);
-    }
     return result;
 }
 
-inline int32_t countPrinters(int32_t vid = 0x5A4B) {
+inline std::int32_t countPrinters(std::int32_t vid = 0x5A4B) {
     tl_usb_device_info *list = nullptr;
-    int32_t number = -1;
+    std::int32_t number = -1;
     EXPECT_EQ(tl_usb_get_devicelist_by_vid(vid, &list, &number), TL_USB_OK);
     EXPECT_EQ(list == nullptr, number == 0);
     return number;

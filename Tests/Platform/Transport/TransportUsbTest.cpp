@@ -48,9 +48,8 @@ struct Usage {
 
 void awaitThat(const std::function<bool()> &condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(patience_ms);
-    while (!condition() && std::chrono::steady_clock::now() < deadline) {
+    while (!condition() && std::chrono::steady_clock::now() < deadline)
         std::this_thread::yield();
-    }
     EXPECT_TRUE(condition());
 }
 
@@ -58,9 +57,8 @@ void expectNoGrowth(int cycles, const std::function<void()> &cycle) {
     cycle();
     cycle();
     const Usage before;
-    for (int i = 0; i < cycles; ++i) {
+    for (int i = 0; i < cycles; ++i)
         cycle();
-    }
     // The emulation closes its ends on a thread of its own.
     awaitThat([&] {
         const Usage now;
@@ -132,7 +130,7 @@ private:
         __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
         __user_cap_data_struct data[2] = {};
         EXPECT_EQ(::syscall(SYS_capget, &header, data), 0);
-        constexpr uint32_t privilege = uint32_t{1} << CAP_SYS_ADMIN;
+        constexpr std::uint32_t privilege = std::uint32_t{1} << CAP_SYS_ADMIN;
         data[0].effective = allowed ? data[0].permitted : data[0].effective & ~privilege;
         EXPECT_EQ(::syscall(SYS_capset, &header, data), 0);
     }
@@ -241,11 +239,10 @@ TEST_F(TransportUsb, endsAReadWhenItsPrinterOrItsHandleGoes) {
         void *const handle = openPrinter();
         std::thread reader([&] { EXPECT_EQ(receiveAll(handle, patience_ms), unplugs ? "-2" : "-10"); });
         awaitRead();
-        if (unplugs) {
+        if (unplugs)
             ports.unplug("SN0001");
-        } else {
+        else
             EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK);
-        }
         reader.join();
     }
 }
@@ -293,14 +290,13 @@ TEST_F(TransportUsb, survivesAnyDescriptors) {
     int opened = 0, refused = 0;
     for (int round = 0; round < 60; ++round) {
         Bytes descriptors = usbDescriptors(state);
-        for (size_t edits = 1 + random() % 3; edits > 0; --edits) {
-            descriptors[18 + random.below(descriptors.size() - 18)] = static_cast<uint8_t>(random());
-        }
+        for (std::size_t edits = 1 + random() % 3; edits > 0; --edits)
+            descriptors[18 + random.below(descriptors.size() - 18)] = static_cast<std::uint8_t>(random());
         descriptors.resize(random() % 4 == 0 ? 18 + random() % (descriptors.size() - 17)
                                              : descriptors.size());
         const auto device = UsbTestbed::shared().plug(state, descriptors);
         void *handle = nullptr;
-        const int32_t status = tl_usb_get_device_handle(uriOf("SN0002").c_str(), 2, &handle);
+        const std::int32_t status = tl_usb_get_device_handle(uriOf("SN0002").c_str(), 2, &handle);
         EXPECT_EQ(status == TL_USB_OK, handle != nullptr) << round;
         ++(handle != nullptr ? opened : refused);
         tl_usb_close_device_handle(handle);

@@ -15,18 +15,16 @@ public:
     static std::unique_ptr<PrinterPorts> make() { return std::make_unique<UsbPorts>(); }
 
     ~UsbPorts() override {
-        for (const auto &[serial, printer] : printers_) {
+        for (const auto &[serial, printer] : printers_)
             UsbTestbed::shared().unplug(printer);
-        }
     }
 
     void plug(const transport::VirtualPrinterState &printer) override {
         const auto found = printers_.find(printer.serial);
-        if (found != printers_.end()) {
+        if (found != printers_.end())
             found->second->setState(printer);
-        } else {
+        else
             printers_.emplace(printer.serial, UsbTestbed::shared().plug(printer));
-        }
     }
 
     void unplug(const std::string &serial) override {
@@ -34,7 +32,7 @@ public:
         printers_.erase(serial);
     }
 
-    int32_t threshold(const std::string &serial) const override {
+    std::int32_t threshold(const std::string &serial) const override {
         return printers_.at(serial)->state().threshold;
     }
 
@@ -42,9 +40,8 @@ public:
 
     std::shared_ptr<void> ordinaryUser() const override {
         constexpr uid_t nobody = 65534;
-        if (::geteuid() != 0) {
+        if (::geteuid() != 0)
             return {};
-        }
         ::setfsuid(nobody);
         return {nullptr, [](void *) { ::setfsuid(0); }};
     }

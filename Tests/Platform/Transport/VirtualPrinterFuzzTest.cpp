@@ -21,17 +21,15 @@ Bytes hostilePiece(Random &random) {
         return {changed.begin(), changed.end()};
     }
     Bytes noise(random.below(200));
-    for (uint8_t &byte : noise) {
-        byte = static_cast<uint8_t>(random.oneIn(2) ? random.of(telling) : static_cast<char>(random()));
-    }
+    for (std::uint8_t &byte : noise)
+        byte = static_cast<std::uint8_t>(random.oneIn(2) ? random.of(telling) : static_cast<char>(random()));
     return noise;
 }
 
-size_t drain(VirtualPrinter &printer) {
-    size_t count = 0;
-    for (Bytes transfer; printer.read(transfer) == TL_USB_OK; ++count) {
+std::size_t drain(VirtualPrinter &printer) {
+    std::size_t count = 0;
+    for (Bytes transfer; printer.read(transfer) == TL_USB_OK; ++count)
         EXPECT_TRUE(transfer.size() == 1 || transfer.size() == 8);
-    }
     return count;
 }
 
@@ -43,7 +41,7 @@ TEST(VirtualPrinterFuzz, SurvivesAnyBytesAndRecovers) {
         VirtualPrinter printer({});
         for (int piece = 0; piece < 100; ++piece) {
             ASSERT_EQ(printer.write(hostilePiece(random)), TL_USB_OK);
-            const int32_t threshold = printer.state().threshold;
+            const std::int32_t threshold = printer.state().threshold;
             ASSERT_TRUE(threshold >= 0 && threshold <= 9 && threshold != 1) << threshold;
         }
         ASSERT_LE(drain(printer), 64u);
@@ -57,9 +55,8 @@ TEST(VirtualPrinterFuzz, SurvivesAnyBytesAndRecovers) {
 
 TEST(VirtualPrinterFuzz, UnreadRepliesAreBounded) {
     VirtualPrinter printer({});
-    for (int i = 0; i < 1'000; ++i) {
+    for (int i = 0; i < 1'000; ++i)
         ASSERT_EQ(printer.write(envelopes::readThreshold), TL_USB_OK);
-    }
     EXPECT_EQ(drain(printer), 64u);
 }
 
@@ -68,7 +65,7 @@ TEST(PrinterJsonFuzz, AMutatedFileIsAPrinterOrSaysWhyNot) {
         R"({"manufacturer": "Zelkor", "product": "L\u00e4ser", "serial": "SN1", "vid": "0x5A4B",
         "pid": 17, "printer_status": 3, "threshold": 3, "status_text": "{}", "faults": ["silent", "busy"],
         "note": [1.5, null, {"a": [true, "\ud83d\ude00"]}]})";
-    size_t printers = 0;
+    std::size_t printers = 0;
     Random random(1);
     for (int round = 0; round < 20'000; ++round) {
         const std::string text = random.mutated(valid, "{}[]:,\"\\0e.-\x1F\xC3");

@@ -27,8 +27,8 @@ std::string text(const Bytes &bytes) {
     return {bytes.begin(), bytes.end()};
 }
 
-std::string frame(uint16_t command, const std::string &data) {
-    const auto bigEndian = [](size_t value) {
+std::string frame(std::uint16_t command, const std::string &data) {
+    const auto bigEndian = [](std::size_t value) {
         return std::string{static_cast<char>(value >> 8 & 0xFF), static_cast<char>(value & 0xFF)};
     };
     return std::string("\0\xAC", 2) + bigEndian(command) + bigEndian(data.size()) + std::string(10, '\0') +
@@ -45,9 +45,8 @@ std::string readFrame() {
 
 std::vector<Bytes> replies(VirtualPrinter &printer) {
     std::vector<Bytes> found;
-    for (Bytes transfer; printer.read(transfer) == TL_USB_OK;) {
+    for (Bytes transfer; printer.read(transfer) == TL_USB_OK;)
         found.push_back(transfer);
-    }
     return found;
 }
 
@@ -59,10 +58,10 @@ std::vector<Bytes> answers(VirtualPrinter &printer, const std::string &request) 
 } // namespace
 
 TEST(VirtualPrinter, AnswersTheSameHoweverTheBytesAreSplit) {
-    for (size_t split = 0; split <= envelopes::readThreshold.size(); ++split) {
+    for (std::size_t split = 0; split <= envelopes::readThreshold.size(); ++split) {
         SCOPED_TRACE(split);
         VirtualPrinter printer({.threshold = 7});
-        const std::span<const uint8_t> all = envelopes::readThreshold;
+        const std::span<const std::uint8_t> all = envelopes::readThreshold;
         ASSERT_EQ(printer.write(all.first(split)), TL_USB_OK);
         ASSERT_EQ(printer.write(all.subspan(split)), TL_USB_OK);
         ASSERT_THAT(replies(printer), ElementsAre(readReply, Bytes{'7'}));
@@ -75,7 +74,7 @@ TEST(VirtualPrinter, FindsTheFrameAmongOtherPjl) {
     const struct {
         const char *what;
         std::string request;
-        size_t transfers;
+        std::size_t transfers;
     } cases[] = {
         {"other lines first", exitLanguage + "@PJL\r\n@PJL JOB NAME=\"a\"\r\n \r\n" + enterAcl + readFrame(),
          2},
@@ -133,9 +132,9 @@ TEST(VirtualPrinter, StoresOnlyTheThresholdsThereAre) {
 }
 
 TEST(VirtualPrinter, ReportsAChangedThresholdAndKeepsTheOldOneWhenItCannotBeKept) {
-    std::vector<int32_t> reported;
+    std::vector<std::int32_t> reported;
     bool accepts = true;
-    VirtualPrinter printer({.threshold = 3}, [&](int32_t threshold) {
+    VirtualPrinter printer({.threshold = 3}, [&](std::int32_t threshold) {
         reported.push_back(threshold);
         return accepts;
     });

@@ -10,9 +10,8 @@
 namespace {
 
 void check(bool done, const std::filesystem::path &path) {
-    if (!done) {
+    if (!done)
         throw std::system_error(errno, std::generic_category(), path);
-    }
 }
 
 } // namespace

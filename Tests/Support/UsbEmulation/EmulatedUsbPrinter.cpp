@@ -41,9 +41,8 @@ void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
     const std::scoped_lock guard(mutex_);
     printer_.setState(state);
     isFresh_ = clients_.empty();
-    if (!isFresh_) {
+    if (!isFresh_)
         printer_.open();
-    }
     std::filesystem::permissions(node_.path(), state.has(Fault::CannotOpen) ? none : all);
 }
 
@@ -100,12 +99,12 @@ bool EmulatedUsbPrinter::hasKernelDriver() const {
     return kernelDriver_;
 }
 
-size_t EmulatedUsbPrinter::opens() const {
+std::size_t EmulatedUsbPrinter::opens() const {
     const std::scoped_lock guard(mutex_);
     return clients_.size();
 }
 
-size_t EmulatedUsbPrinter::pending() const {
+std::size_t EmulatedUsbPrinter::pending() const {
     const std::scoped_lock guard(mutex_);
     return reads_.size() + requests_.size();
 }
@@ -118,18 +117,16 @@ bool EmulatedUsbPrinter::isReleasing() const {
 void EmulatedUsbPrinter::connect(const Client *client) {
     const std::scoped_lock guard(mutex_);
     clients_.insert(client);
-    if (std::exchange(isFresh_, false)) {
+    if (std::exchange(isFresh_, false))
         printer_.open();
-    }
 }
 
 void EmulatedUsbPrinter::vanish(const Client *client) {
     const auto isTheirs = [&](const Urb &urb) { return urb.client == client; };
     const std::scoped_lock guard(mutex_);
     clients_.erase(client);
-    if (claimer_ == client) {
+    if (claimer_ == client)
         claimer_ = nullptr;
-    }
     std::erase_if(reads_, isTheirs);
     std::erase_if(requests_, isTheirs);
     std::erase_if(finished_, isTheirs);
@@ -145,13 +142,14 @@ void EmulatedUsbPrinter::handle(Client *client) {
         releasing_ = false;
     }
     UMockdevIoctlData *const argument = umockdev_ioctl_client_get_arg(client);
-    const size_t size = _IOC_SIZE(request);
+    const std::size_t size = _IOC_SIZE(request);
     const Data block = size > 0 ? resolve(argument, 0, size) : Data();
     const Answer answered = answer(client, request, block ? block.get() : argument);
     umockdev_ioctl_client_complete(client, answered.error != 0 ? -1 : answered.result, answered.error);
 }
 
-EmulatedUsbPrinter::Data EmulatedUsbPrinter::resolve(UMockdevIoctlData *parent, size_t offset, size_t size) {
+EmulatedUsbPrinter::Data EmulatedUsbPrinter::resolve(UMockdevIoctlData *parent, std::size_t offset,
+                                                     std::size_t size) {
     GError *error = nullptr;
     Data data(umockdev_ioctl_data_resolve(parent, offset, size, &error));
     if (error != nullptr) {
@@ -164,12 +162,10 @@ EmulatedUsbPrinter::Data EmulatedUsbPrinter::resolve(UMockdevIoctlData *parent, 
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::answer(const Client *client, unsigned long request,
                                                       UMockdevIoctlData *argument) {
-    if (request == USBDEVFS_REAPURBNDELAY) {
+    if (request == USBDEVFS_REAPURBNDELAY)
         return reap(client, argument);
-    }
-    if (unplugged_) {
+    if (unplugged_)
         return {.error = ENODEV};
-    }
     switch (request) {
     case USBDEVFS_GET_CAPABILITIES:
         as<std::uint32_t>(argument) = capabilities;
@@ -193,69 +189,60 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::answer(const Client *client, unsi
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::claim(const Client *client, unsigned interface) {
-    if (interface != usbPrinterInterface) {
+    if (interface != usbPrinterInterface)
         return {.error = EINVAL};
-    }
-    if (claimer_ || printer_.state().has(Fault::Busy)) {
+    if (claimer_ || printer_.state().has(Fault::Busy))
         return {.error = EBUSY};
-    }
     claimer_ = client;
     kernelDriver_ = false;
     return {};
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::release(const Client *client, unsigned interface) {
-    if (claimer_ != client || interface != usbPrinterInterface) {
+    if (claimer_ != client || interface != usbPrinterInterface)
         return {.error = EINVAL};
-    }
     claimer_ = nullptr;
     return {};
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::bindDriver(const usbdevfs_ioctl &call) {
-    if (call.ioctl_code != static_cast<int>(USBDEVFS_CONNECT) || call.ifno != int{usbPrinterInterface}) {
+    if (call.ioctl_code != static_cast<int>(USBDEVFS_CONNECT) || call.ifno != int{usbPrinterInterface})
         return {.error = EINVAL};
-    }
-    if (claimer_) {
+    if (claimer_)
         return {.error = EBUSY};
-    }
     kernelDriver_ = true;
     return {.result = 1};
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::submit(const Client *client, UMockdevIoctlData *block) {
     const auto &urb = as<usbdevfs_urb>(block);
-    const auto length = static_cast<size_t>(urb.buffer_length);
+    const auto length = static_cast<std::size_t>(urb.buffer_length);
     Urb submitted{client, Data(umockdev_ioctl_data_ref(block)),
                   length > 0 ? resolve(block, offsetof(usbdevfs_urb, buffer), length) : Data()};
     const bool isControl = urb.type == USBDEVFS_URB_TYPE_CONTROL;
-    if (!isControl && (claimer_ != client || (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut))) {
+    if (!isControl && (claimer_ != client || (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut)))
         return {.error = ENOENT}; // the kernel is more lenient, but says so in its log
-    }
-    if (!isControl && urb.endpoint == usbBulkIn) {
+    if (!isControl && urb.endpoint == usbBulkIn)
         reads_.push_back(std::move(submitted));
-    } else if (requestsHeld_) {
+    else if (requestsHeld_)
         requests_.push_back(std::move(submitted));
-    } else {
+    else
         take(std::move(submitted));
-    }
     serveReads();
     return {};
 }
 
 void EmulatedUsbPrinter::take(Urb urb) {
-    if (as<usbdevfs_urb>(urb.block.get()).type == USBDEVFS_URB_TYPE_CONTROL) {
+    if (as<usbdevfs_urb>(urb.block.get()).type == USBDEVFS_URB_TYPE_CONTROL)
         control(std::move(urb));
-    } else {
+    else
         write(std::move(urb));
-    }
 }
 
 EmulatedUsbPrinter::Answer EmulatedUsbPrinter::reap(const Client *client, UMockdevIoctlData *pointer) {
     const auto found = std::ranges::find_if(finished_, [&](const Urb &urb) { return urb.client == client; });
-    if (found == finished_.end()) {
+    if (found == finished_.end())
         return {.error = unplugged_ ? ENODEV : EAGAIN};
-    }
     umockdev_ioctl_data_set_ptr(pointer, 0, found->block.get());
     finished_.erase(found);
     showReady();
@@ -282,10 +269,9 @@ void EmulatedUsbPrinter::control(Urb urb) {
     constexpr std::uint8_t fromClassInterface = USB_DIR_IN | USB_TYPE_CLASS | USB_RECIP_INTERFACE;
     Bytes reply =
         setup.bRequestType == fromClassInterface ? classReply(setup.bRequest, setup.wIndex) : Bytes();
-    if (reply.empty()) {
+    if (reply.empty())
         return finish(std::move(urb), -EPIPE);
-    }
-    reply.resize(std::min<size_t>(reply.size(), setup.wLength));
+    reply.resize(std::min<std::size_t>(reply.size(), setup.wLength));
     std::ranges::copy(reply, urb.buffer->data + sizeof setup);
     as<usbdevfs_urb>(urb.block.get()).actual_length = static_cast<int>(reply.size());
     finish(std::move(urb), 0);
@@ -311,29 +297,25 @@ EmulatedUsbPrinter::Bytes EmulatedUsbPrinter::classReply(std::uint8_t request, s
 }
 
 void EmulatedUsbPrinter::write(Urb urb) {
-    if (stalled_.contains(usbBulkOut)) {
+    if (stalled_.contains(usbBulkOut))
         return finish(std::move(urb), -EPIPE);
-    }
     const std::span<const std::uint8_t> bytes =
-        urb.buffer ? std::span(urb.buffer->data, static_cast<size_t>(urb.buffer->data_len))
+        urb.buffer ? std::span(urb.buffer->data, static_cast<std::size_t>(urb.buffer->data_len))
                    : std::span<const std::uint8_t>();
     const int status = onWire(printer_.write(bytes));
-    if (status == 0) {
+    if (status == 0)
         as<usbdevfs_urb>(urb.block.get()).actual_length = static_cast<int>(bytes.size());
-    }
     finish(std::move(urb), status);
 }
 
 void EmulatedUsbPrinter::serveReads() {
-    if (stalled_.contains(usbBulkIn)) {
+    if (stalled_.contains(usbBulkIn))
         return finishAll(reads_, -EPIPE);
-    }
     while (!reads_.empty() && !answersHeld_) {
         Bytes transfer;
         const tl_usb_status status = printer_.read(transfer);
-        if (status == TL_USB_ERROR_TIMEOUT) {
+        if (status == TL_USB_ERROR_TIMEOUT)
             return;
-        }
         Urb urb = std::move(reads_.front());
         reads_.pop_front();
         finish(std::move(urb), onWire(status), transfer);
@@ -348,7 +330,7 @@ int EmulatedUsbPrinter::onWire(tl_usb_status status) {
 // The virtual printer's transfers are short: each is one packet.
 void EmulatedUsbPrinter::finish(Urb urb, int status, const Bytes &sent) {
     auto &block = as<usbdevfs_urb>(urb.block.get());
-    const size_t taken = std::min(sent.size(), static_cast<size_t>(block.buffer_length));
+    const std::size_t taken = std::min(sent.size(), static_cast<std::size_t>(block.buffer_length));
     if (taken > 0) {
         std::memcpy(urb.buffer->data, sent.data(), taken);
         block.actual_length = static_cast<int>(taken);
@@ -359,9 +341,8 @@ void EmulatedUsbPrinter::finish(Urb urb, int status, const Bytes &sent) {
 }
 
 void EmulatedUsbPrinter::finishAll(std::deque<Urb> &urbs, int status) {
-    for (Urb &urb : std::exchange(urbs, {})) {
+    for (Urb &urb : std::exchange(urbs, {}))
         finish(std::move(urb), status);
-    }
 }
 
 void EmulatedUsbPrinter::showReady() {

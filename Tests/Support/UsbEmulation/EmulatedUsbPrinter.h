@@ -54,9 +54,9 @@ public:
     bool isUnplugged() const;
     bool isClaimed() const;
     bool hasKernelDriver() const;
-    size_t opens() const;     ///< open files of the node
-    size_t pending() const;   ///< transfers that wait for the printer
-    bool isReleasing() const; ///< somebody waits to give the printer interface back
+    std::size_t opens() const;   ///< open files of the node
+    std::size_t pending() const; ///< transfers that wait for the printer
+    bool isReleasing() const;    ///< somebody waits to give the printer interface back
 
     // What UsbTestbed passes on.
     using Client = UMockdevIoctlClient;
@@ -80,7 +80,7 @@ private:
     };
     using Bytes = std::vector<std::uint8_t>;
 
-    static Data resolve(UMockdevIoctlData *parent, size_t offset, size_t size);
+    static Data resolve(UMockdevIoctlData *parent, std::size_t offset, std::size_t size);
     Answer answer(const Client *client, unsigned long request, UMockdevIoctlData *argument);
     Answer claim(const Client *client, unsigned interface);
     Answer release(const Client *client, unsigned interface);

@@ -20,9 +20,8 @@ using Bytes = std::vector<std::uint8_t>;
 
 std::string hex(const Bytes &bytes) {
     std::string digits;
-    for (const std::uint8_t byte : bytes) {
+    for (const std::uint8_t byte : bytes)
         digits += format("%02X", byte);
-    }
     return digits;
 }
 
@@ -42,9 +41,8 @@ std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterStat
     record += attribute("idVendor", format("%04x", printer.vid)) +
               attribute("idProduct", format("%04x", printer.pid));
     record += attribute("manufacturer", printer.manufacturer) + attribute("product", printer.product);
-    if (!printer.serial.empty()) {
+    if (!printer.serial.empty())
         record += attribute("serial", printer.serial);
-    }
     return record + "H: descriptors=" + hex(descriptors) + "\n\n";
 }
 

@@ -61,9 +61,8 @@ std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPri
 std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state,
                                                      const std::vector<std::uint8_t> &descriptors) {
     forgetUnplugged();
-    if (++last_.device > mostDevicesOfBus) {
+    if (++last_.device > mostDevicesOfBus)
         last_ = {last_.bus + 1, 1};
-    }
     Plugged plugged{std::make_shared<EmulatedUsbPrinter>(last_, root_, state),
                     std::unique_ptr<UMockdevIoctlBase, Unreference>(umockdev_ioctl_base_new())};
     EmulatedUsbPrinter *const printer = plugged.printer.get();
@@ -89,19 +88,17 @@ void UsbTestbed::unplug(const std::shared_ptr<EmulatedUsbPrinter> &printer) {
     umockdev_testbed_uevent(testbed_.get(), usbFolder(address).c_str(), "remove");
     // Each by itself: removing a device leaves the links to its interfaces, over which every later look
     // stumbles.
-    for (unsigned interface = 0; interface <= usbPrinterInterface; ++interface) {
+    for (unsigned interface = 0; interface <= usbPrinterInterface; ++interface)
         umockdev_testbed_remove_device(testbed_.get(), usbInterfaceFolder(address, interface).c_str());
-    }
     umockdev_testbed_remove_device(testbed_.get(), usbFolder(address).c_str());
 }
 
 void UsbTestbed::forgetUnplugged() {
     std::erase_if(plugged_, [&](const Plugged &plugged) {
         const bool forgotten = plugged.printer->isUnplugged() && plugged.printer->opens() == 0;
-        if (forgotten) {
+        if (forgotten)
             umockdev_testbed_detach_ioctl(testbed_.get(), usbNodePath(plugged.printer->address()).c_str(),
                                           nullptr);
-        }
         return forgotten;
     });
 }

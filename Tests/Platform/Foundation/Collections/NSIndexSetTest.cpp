@@ -49,12 +49,11 @@ void expectHolds(const Ref<NSIndexSet> &indexes, const Model &model, NSUInteger 
 Model shifted(const Model &model, NSUInteger from, NSInteger delta) {
     Model moved;
     const auto up = [&](NSUInteger index) { return static_cast<NSInteger>(index) + delta; };
-    for (const NSUInteger index : model) {
+    for (const NSUInteger index : model)
         if (index >= from && up(index) >= 0)
             moved.insert(static_cast<NSUInteger>(up(index)));
         else if (index < from && (delta > 0 || static_cast<NSInteger>(index) < up(from)))
             moved.insert(index);
-    }
     return moved;
 }
 

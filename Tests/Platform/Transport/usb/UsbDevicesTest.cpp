@@ -31,27 +31,23 @@ public:
         put(folder + "devnum", address + "\n");
         put(folder + "manufacturer", identity.manufacturer + "\n");
         put(folder + "product", identity.product + " \n");
-        if (!identity.serial.empty()) {
+        if (!identity.serial.empty())
             put(folder + "serial", identity.serial + "\n");
-        }
     }
     void interface(const std::string &name, const std::string &kind, const std::string &driver = {},
                    const std::string &printNode = {}) const {
         const std::string folder = "sys/bus/usb/devices/" + name + "/";
         put(folder + "bInterfaceClass", kind + "\n");
-        if (!driver.empty()) {
+        if (!driver.empty())
             link(folder + "driver", "../../../../bus/usb/drivers/" + driver);
-        }
-        if (!printNode.empty()) {
+        if (!printNode.empty())
             fs::create_directories(file(folder + "usbmisc/" + printNode));
-        }
     }
     /// What it has open is hidden when none is given.
     void process(const std::string &pid, const std::string &name, const std::string &arguments,
                  const std::vector<std::string> &open = {}) const {
-        for (size_t i = 0; i < open.size(); ++i) {
+        for (std::size_t i = 0; i < open.size(); ++i)
             link("proc/" + pid + "/fd/" + std::to_string(i), open[i]);
-        }
         put("proc/" + pid + "/comm", name + "\n");
         put("proc/" + pid + "/cmdline", arguments);
     }
@@ -89,9 +85,8 @@ TEST(UsbDevices, ListsPrintersOfAVendor) {
     // By the names of either kind; the device ID may know a serial number that the descriptors lack.
     const auto named = [&](const char *uri) {
         std::vector<int> addresses;
-        for (const AttachedPrinter &printer : attachedPrintersNamed(uri, all)) {
+        for (const AttachedPrinter &printer : attachedPrintersNamed(uri, all))
             addresses.push_back(printer.address);
-        }
         return addresses;
     };
     EXPECT_THAT(named("usb://Zelkor/ZK%20300?serial=X9"), ElementsAre(9)) << "by its device ID";
@@ -182,7 +177,7 @@ TEST(UsbDevices, TellOnePluggingFromAnother) {
 }
 
 TEST(DeviceId, IsReadWithinWhatWasReceived) {
-    const auto text = [](std::vector<uint8_t> reply) { return std::string(deviceIdText(reply)); };
+    const auto text = [](std::vector<std::uint8_t> reply) { return std::string(deviceIdText(reply)); };
     EXPECT_EQ(text({0, 5, 'a', 'b', 'c', 'x'}), "abc");
     EXPECT_EQ(text({5, 0, 'a', 'b', 'c', 'x'}), "abc"); // little-endian
     EXPECT_EQ(text({0xFF, 0xFF, 'a', 'b'}), "ab");

@@ -23,7 +23,7 @@ using namespace transport;
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 using testing::ElementsAre;
-using Bytes = std::vector<uint8_t>;
+using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 
@@ -32,7 +32,7 @@ constexpr const char *otherUri = "usb://Zelkor/L200?serial=SN2";
 
 struct Packets {
     tl_usb_status status = TL_USB_OK;
-    size_t count = 0;
+    std::size_t count = 0;
     milliseconds after{0}; // what the printer takes; more than the time-out: nothing comes of it
 };
 
@@ -42,7 +42,7 @@ struct Wire {
     std::deque<Packets> answers;                    // then nothing but time-outs
     std::deque<Packets> accepts;                    // then everything
     std::function<Packets()> chatter{}, appetite{}; // in place of the above
-    std::vector<size_t> chunks;
+    std::vector<std::size_t> chunks;
     Bytes written;
     int receives = 0;
     std::atomic<int> open = 0, opened = 0;
@@ -59,13 +59,12 @@ public:
     }
     ~FakeDevice() override { --wire_.open; }
 
-    size_t packetSize() const override { return 64; }
+    std::size_t packetSize() const override { return 64; }
 
-    Transferred send(std::span<const uint8_t> bytes, milliseconds timeout,
+    Transferred send(std::span<const std::uint8_t> bytes, milliseconds timeout,
                      const std::stop_token &stop) override {
-        if (isStopped(stop)) {
+        if (isStopped(stop))
             return {TL_USB_ERROR_CANCELLED, 0};
-        }
         const std::lock_guard lock(wire_.mutex);
         Packets accepted{.count = bytes.size()};
         if (wire_.appetite) {
@@ -76,52 +75,46 @@ public:
             wire_.accepts.pop_front();
         }
         wire_.chunks.push_back(bytes.size());
-        if (!passes(accepted, timeout)) {
+        if (!passes(accepted, timeout))
             return {TL_USB_ERROR_TIMEOUT, 0};
-        }
         wire_.written.insert(wire_.written.end(), bytes.begin(),
                              bytes.begin() + static_cast<std::ptrdiff_t>(accepted.count));
         return {accepted.status, accepted.count};
     }
 
-    Transferred receive(std::span<uint8_t> buffer, milliseconds timeout,
+    Transferred receive(std::span<std::uint8_t> buffer, milliseconds timeout,
                         const std::stop_token &stop) override {
         EXPECT_EQ(buffer.size() % packetSize(), 0u);
-        if (isStopped(stop)) {
+        if (isStopped(stop))
             return {TL_USB_ERROR_CANCELLED, 0};
-        }
         const std::lock_guard lock(wire_.mutex);
         ++wire_.receives;
-        if (wire_.chatter) {
+        if (wire_.chatter)
             wire_.answers.assign(1, wire_.chatter());
-        }
         if (wire_.answers.empty()) {
             clock_.advance(timeout);
             return {TL_USB_ERROR_TIMEOUT, 0};
         }
         Packets &answer = wire_.answers.front();
-        if (!passes(answer, timeout)) {
+        if (!passes(answer, timeout))
             return {TL_USB_ERROR_TIMEOUT, 0};
-        }
-        const size_t count = std::min(answer.count, buffer.size());
+        const std::size_t count = std::min(answer.count, buffer.size());
         const bool done = count < buffer.size(); // else the transfer goes on, or an empty packet ends it
-        std::iota(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count), uint8_t{1});
+        std::iota(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count), std::uint8_t{1});
         const tl_usb_status status = answer.status;
         answer.count -= count;
-        if (done) {
+        if (done)
             wire_.answers.pop_front();
-        }
         return {status, count};
     }
 
-    Transferred portStatus(uint8_t &bits, milliseconds, const std::stop_token &stop) override {
-        if (wire_.statusWaits && isStopped(stop)) {
+    Transferred portStatus(std::uint8_t &bits, milliseconds, const std::stop_token &stop) override {
+        if (wire_.statusWaits && isStopped(stop))
             return {TL_USB_ERROR_CANCELLED, 0};
-        }
         bits = 0x18;
         return {TL_USB_OK, 1};
     }
-    Transferred deviceId(std::span<uint8_t>, milliseconds, const std::stop_token &) override {
+    Transferred deviceId(std::span<std::uint8_t>, milliseconds, const std::stop_token &) override {
         return {TL_USB_OK, 0};
     }
 
@@ -165,13 +158,11 @@ public:
         Wire &wire = printer.identity.serial == "SN1" ? first : second;
         if (&wire == &first && slowOpening) {
             openingSlowly = true;
-            while (slowOpening) {
+            while (slowOpening)
                 std::this_thread::yield();
-            }
         }
-        if (!isAttached(printer)) {
+        if (!isAttached(printer))
             return TL_USB_ERROR_NO_DEVICE;
-        }
         EXPECT_EQ(wire.open, 0) << "two device files of one printer";
         device = std::make_unique<FakeDevice>(wire, clock_);
         return TL_USB_OK;
@@ -194,16 +185,15 @@ protected:
         EXPECT_NE(handle, nullptr);
         return handle;
     }
-    tl_usb_status read(void *handle, size_t capacity = 64, milliseconds timeout = 100ms) {
+    tl_usb_status read(void *handle, std::size_t capacity = 64, milliseconds timeout = 100ms) {
         buffer.assign(capacity, 0);
         return usb.transfer(handle, {}, buffer, count, timeout);
     }
     // The watcher sees to it on its own time; only its end can be waited for.
     void awaitGivenBack(const Wire &wire) {
         clock.advance(HeldPrinter::idleTime);
-        while (wire.open != 0) {
+        while (wire.open != 0)
             std::this_thread::yield();
-        }
     }
 
     dispatch::ManualClock clock;
@@ -211,7 +201,7 @@ protected:
     UsbPrinters printers{bus, clock};
     Transport usb{printers, clock};
     Bytes buffer;
-    size_t count = 0;
+    std::size_t count = 0;
 };
 
 } // namespace
@@ -245,7 +235,8 @@ TEST_F(UsbTransportTest, EndsEveryExchange) {
         SCOPED_TRACE(round);
         const milliseconds timeout = pick(1000ms, 3000ms, 10'000ms);
         const milliseconds slowest = pick(1ms, 50ms, 99ms, 1000ms, 9000ms, 12'000ms);
-        const auto shortest = pick(size_t{1}, size_t{8}, size_t{64}, size_t{4096}, size_t{9000});
+        const auto shortest =
+            pick(std::size_t{1}, std::size_t{8}, std::size_t{64}, std::size_t{4096}, std::size_t{9000});
         const auto talk = [&] {
             return Packets{.count = shortest + random() % 64,
                            .after = 1ms + milliseconds(random.below(1u << 31)) % slowest};
@@ -259,15 +250,13 @@ TEST_F(UsbTransportTest, EndsEveryExchange) {
         int reads = 0;
         const auto readToTheEnd = [&](milliseconds limit) {
             tl_usb_status status = TL_USB_OK;
-            for (reads = 0; status == TL_USB_OK; ++reads) {
+            for (reads = 0; status == TL_USB_OK; ++reads)
                 status = read(handle, 4096, limit);
-            }
             endless += status == TL_USB_ERROR_ENDLESS;
             silent += status == TL_USB_ERROR_TIMEOUT;
             overlong += status == TL_USB_ERROR_OVERFLOW;
-            if (status == TL_USB_ERROR_ENDLESS) {
+            if (status == TL_USB_ERROR_ENDLESS)
                 EXPECT_EQ(read(handle, 4096, limit), TL_USB_ERROR_ENDLESS) << "and stays so";
-            }
             EXPECT_LE(reads, 1001);
         };
         readToTheEnd(100ms);
@@ -280,9 +269,8 @@ TEST_F(UsbTransportTest, EndsEveryExchange) {
         readToTheEnd(timeout);
         EXPECT_LE(clock.now() - start, 2 * timeout);
     }
-    for (const int reached : {endless, silent, overlong}) {
+    for (const int reached : {endless, silent, overlong})
         EXPECT_GT(reached, 20);
-    }
 }
 
 TEST_F(UsbTransportTest, LetsAReaderTakeItsTimeWithAPrinterThatPauses) {
@@ -295,9 +283,8 @@ TEST_F(UsbTransportTest, LetsAReaderTakeItsTimeWithAPrinterThatPauses) {
     EXPECT_EQ(read(handle, 64, 60s), TL_USB_ERROR_TIMEOUT) << "a silent printer is no endless one";
     bus.first.chatter = [] { return Packets{.count = 8}; };
     for (int run = 0; run < 3; ++run) {
-        for (int i = 0; i < 1000; ++i) {
+        for (int i = 0; i < 1000; ++i)
             ASSERT_EQ(read(handle), TL_USB_OK) << i;
-        }
         EXPECT_EQ(read(handle), TL_USB_ERROR_ENDLESS);
         EXPECT_EQ(usb.transfer(handle, Bytes(3, 1), {}, count, 10ms), TL_USB_OK) << "and all begins anew";
     }
@@ -306,9 +293,9 @@ TEST_F(UsbTransportTest, LetsAReaderTakeItsTimeWithAPrinterThatPauses) {
 TEST_F(UsbTransportTest, ReadsOneTransfer) {
     const struct {
         Packets answer;
-        size_t capacity;
+        std::size_t capacity;
         tl_usb_status status;
-        size_t count, copied;
+        std::size_t count, copied;
     } cases[] = {
         {{.count = 8}, 4096, TL_USB_OK, 8, 8},
         {{.count = 64}, 64, TL_USB_OK, 64, 64},     // fills the buffer, an empty packet ends it
@@ -326,7 +313,7 @@ TEST_F(UsbTransportTest, ReadsOneTransfer) {
         EXPECT_EQ(count, length) << answer.count;
         Bytes expected(capacity, 0);
         // The fake counts anew in each packet run it is asked for.
-        std::iota(expected.begin(), expected.begin() + static_cast<std::ptrdiff_t>(copied), uint8_t{1});
+        std::iota(expected.begin(), expected.begin() + static_cast<std::ptrdiff_t>(copied), std::uint8_t{1});
         EXPECT_EQ(buffer, expected) << answer.count;
         EXPECT_EQ(read(handle, 7), TL_USB_OK);
         EXPECT_EQ(count, 2u) << "the next transfer is whole";
@@ -416,9 +403,8 @@ TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
     void *const other = opened(otherUri);
     bus.slowOpening = true;
     std::thread opening([&] { opened(); });
-    while (!bus.openingSlowly) {
+    while (!bus.openingSlowly)
         std::this_thread::yield();
-    }
     awaitGivenBack(bus.second);
     EXPECT_EQ(read(other), TL_USB_ERROR_TIMEOUT);
     EXPECT_EQ(usb.list(0).size(), 2u);
@@ -426,9 +412,8 @@ TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
     EXPECT_EQ(bus.second.open, 0);
     void *const again = opened(otherUri);
     std::thread ending([&] { usb.shutDown(); });
-    while (bus.second.open != 0) {
+    while (bus.second.open != 0)
         std::this_thread::yield();
-    }
     bus.slowOpening = false;
     opening.join();
     ending.join();
@@ -438,7 +423,7 @@ TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
 
 TEST_F(UsbTransportTest, CancelsCallsInProgress) {
     Bytes own(64);
-    size_t length = 0;
+    std::size_t length = 0;
     std::string text;
     void *handle = nullptr, *later = nullptr;
     const std::function<tl_usb_status(Transport &)> calls[] = {
@@ -479,7 +464,7 @@ TEST_F(UsbTransportTest, CancelsCallsInProgress) {
 
 TEST(StatusText, IsNormalOnlyWhenAllIsWell) {
     for (int bits = 0; bits < 256; ++bits) {
-        const std::string text = statusText(static_cast<uint8_t>(bits), {});
+        const std::string text = statusText(static_cast<std::uint8_t>(bits), {});
         const bool normal = (bits & 0x38) == 0x18;
         EXPECT_NE(text.find(normal ? R"("printer_status":3,)" : R"("printer_status":2,)"), std::string::npos)
             << bits;
@@ -490,7 +475,8 @@ TEST(StatusText, IsNormalOnlyWhenAllIsWell) {
 }
 
 TEST(AlternateSetting, PrefersTwoWayAndNeverIppOverUsb) {
-    const auto setting = [](uint8_t interface, uint8_t protocol, uint8_t bulkIn = 0x81, uint8_t kind = 7) {
+    const auto setting = [](std::uint8_t interface, std::uint8_t protocol, std::uint8_t bulkIn = 0x81,
+                            std::uint8_t kind = 7) {
         return AlternateSetting{.interface = interface,
                                 .interfaceClass = kind,
                                 .subclass = 1,

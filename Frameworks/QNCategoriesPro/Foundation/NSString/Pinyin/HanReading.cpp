@@ -63,10 +63,9 @@ bool qn::han::isIdeograph(char32_t character) {
 }
 
 bool qn::han::hasIdeographs(std::u16string_view units) {
-    for (std::size_t at = 0; at < units.size();) {
+    for (std::size_t at = 0; at < units.size();)
         if (isIdeograph(nextCharacter(units, at)))
             return true;
-    }
     return false;
 }
 

@@ -251,9 +251,8 @@ TEST(DateTexts, surviveAnyPatternAndAnyText) {
         const NSDateFormatter formatter(any(), make<NSLocale>(random.of(locales)), nullptr);
         const auto date = at(random.milliseconds(random.below(3) ? 100 : 1e9) / 1000);
         for (const auto &units : {any(), formatter.stringFromDate(date)})
-            if (const auto read = formatter.dateFromString(units)) {
+            if (const auto read = formatter.dateFromString(units))
                 ASSERT_TRUE(std::isfinite(since1970(read))) << text(units);
-            }
     }
     const std::pair<const char16_t *, std::string> table[] = {
         {u"", ""},
