@@ -93,17 +93,16 @@ void TipWindow::center() {
     frame->updateGeometry();
     layout()->activate();
     adjustSize();
-    const NSRect parent = parentFrame();
-    move(qRound(parent.x + (parent.width - width()) * 0.5),
-         qRound(parent.y + (parent.height - height()) * 0.5));
+    const QPointF centre = parentFrame().center();
+    move(qRound(centre.x() - width() * 0.5), qRound(centre.y() - height() * 0.5));
 }
 
-NSRect TipWindow::parentFrame() const {
+QRectF TipWindow::parentFrame() const {
     const std::scoped_lock guard(frameLock_);
     return _parentFrame;
 }
 
-void TipWindow::setParentFrame(const NSRect &frame) {
+void TipWindow::setParentFrame(const QRectF &frame) {
     const std::scoped_lock guard(frameLock_);
     _parentFrame = frame;
 }

@@ -7,11 +7,11 @@
 
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Interface/ModalSession.h"
-#include "Platform/Interface/NSRect.h"
 #include "Platform/Interface/Outlet.h"
 #include "Platform/Interface/Symbol.h"
 
 #include <QDialog>
+#include <QRectF>
 
 #include <mutex>
 
@@ -37,8 +37,8 @@ public:
     void center() override;
 
     /// The frame of the window that the tip is to be centred over, in screen coordinates.
-    NSRect parentFrame() const;
-    void setParentFrame(const NSRect &frame);
+    QRectF parentFrame() const;
+    void setParentFrame(const QRectF &frame);
 
     /// How wide and high a tip is at most with these letters, whatever it says; logical pixels.
     static int widest(const QFont &font);
@@ -56,5 +56,5 @@ private:
     QProgressBar *progress = nullptr;
     SymbolView *symbolView = nullptr;
     mutable std::mutex frameLock_;
-    NSRect _parentFrame;
+    QRectF _parentFrame;
 };

@@ -55,9 +55,9 @@ TipWindow *theTipWindow() {
     return delegate ? dynamic_cast<TipWindow *>(delegate->tipWindow()) : nullptr;
 }
 
-NSRect frameOfWindowOf(const QWidget &view) {
+QRectF frameOfWindowOf(const QWidget &view) {
     const QWidget *window = view.window();
-    return window && window != &view ? toNSRect(window->frameGeometry()) : NSRect();
+    return window && window != &view ? window->frameGeometry() : QRectF();
 }
 
 Ref<NSMutableDictionary> entryAt(NSInteger row) {

@@ -13,7 +13,6 @@
 #include "Manager/QueueNames.h"
 #include "Manager/ShownSettings.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Interface/NSRect.h"
 #include "Platform/Interface/NSTableView.h"
 #include "Platform/Interface/Outlet.h"
 

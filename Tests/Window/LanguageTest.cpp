@@ -81,7 +81,7 @@ TEST_P(RoomTest, isBesideTheTipForTheLevel) {
             window->resize(size);
             QtTesting::settle();
             for (const char *key : {"Get Printer Status", "Printer Status Tip"}) {
-                tip->setParentFrame(toNSRect(window->frameGeometry()));
+                tip->setParentFrame(window->frameGeometry());
                 tip->setMsgText(NSLocalizedString(textOf(key)));
                 tip->setProIndicator(false);
                 tip->setSymbol(Symbol::warning);

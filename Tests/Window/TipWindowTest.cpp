@@ -11,13 +11,13 @@
 TEST_F(WindowTest, theTipIsCentredOverItsParent) {
     open();
     tip->setMsgText(u"Text"_ns);
-    const NSRect parents[] = {
+    const QRectF parents[] = {
         {100, 200, 800, 600}, {0, 0, 10, 10}, {-500, -300, 1024.5, 768.5}, {7, 7, 0, 0}, {}};
-    for (const NSRect &parent : parents) {
+    for (const QRectF &parent : parents) {
         tip->setParentFrame(parent);
         tip->center();
-        EXPECT_NEAR(tip->x(), parent.x + (parent.width - tip->width()) / 2, 0.5);
-        EXPECT_NEAR(tip->y(), parent.y + (parent.height - tip->height()) / 2, 0.5);
+        EXPECT_NEAR(tip->x(), parent.center().x() - tip->width() / 2.0, 0.5);
+        EXPECT_NEAR(tip->y(), parent.center().y() - tip->height() / 2.0, 0.5);
     }
     EXPECT_LT(tip->x(), 0) << "without a window its centre is at the origin of the screen";
 
@@ -72,8 +72,8 @@ TEST_F(WindowTest, theTipsParentFrameIsReadWhole) {
                 tip->setParentFrame({i, i, i, i});
         });
     for (int i = 0; i < 100'000; ++i) {
-        const NSRect frame = tip->parentFrame();
-        torn += frame.x != frame.y || frame.y != frame.width || frame.width != frame.height;
+        const QRectF frame = tip->parentFrame();
+        torn += frame.x() != frame.y() || frame.y() != frame.width() || frame.width() != frame.height();
     }
     done = true;
     for (std::thread &thread : threads)

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Runtime/Object/NSException.h"
+#include "Platform/Runtime/Object/NumberType.h"
 #include "Platform/Runtime/Reflection/Reflection.h"
 
 #include <cstdlib>
@@ -49,32 +50,16 @@ char kindOf(std::string_view encoding) {
     return kind == encoding.npos ? '\0' : encoding[kind];
 }
 
+bool isNumber(char kind) {
+    return kind != '\0' && runtime::numberEncodings.find(kind) != std::string_view::npos;
+}
+
 id boxed(Storage &storage, std::string_view encoding) {
-    switch (kindOf(encoding)) {
-    case 'B':
-        return NSNumber::numberWithBool(storage.as<bool>());
-    case 'c':
-        return NSNumber::numberWithChar(storage.as<std::int8_t>());
-    case 'C':
-        return NSNumber::numberWithUnsignedChar(storage.as<std::uint8_t>());
-    case 's':
-        return NSNumber::numberWithShort(storage.as<std::int16_t>());
-    case 'S':
-        return NSNumber::numberWithUnsignedShort(storage.as<std::uint16_t>());
-    case 'i':
-        return NSNumber::numberWithInt(storage.as<std::int32_t>());
-    case 'I':
-        return NSNumber::numberWithUnsignedInt(storage.as<std::uint32_t>());
-    case 'q':
-        return NSNumber::numberWithLongLong(storage.as<std::int64_t>());
-    case 'Q':
-        return NSNumber::numberWithUnsignedLongLong(storage.as<std::uint64_t>());
-    case 'f':
-        return NSNumber::numberWithFloat(storage.as<float>());
-    case 'd':
-        return NSNumber::numberWithDouble(storage.as<double>());
-    case 'D':
-        return NSNumber::numberWithDouble(static_cast<double>(storage.as<long double>()));
+    const char kind = kindOf(encoding);
+    if (isNumber(kind))
+        return runtime::withNumberType(
+            kind, [&]<class T>() -> id { return NSNumber::numberWith(storage.as<T>()); });
+    switch (kind) {
     case '#':
         return storage.as<Class>() ? storage.as<Class>()->self() : nullptr;
     case '[':
@@ -99,50 +84,6 @@ id read(const objc_method &getter, NSObject *object, SEL selector) {
     return boxed(storage, encoding);
 }
 
-/// Puts the number into memory as the type; false for a type that is no number.
-bool putNumber(Storage &storage, char kind, const NSNumber &number) {
-    switch (kind) {
-    case 'B':
-        storage.as<bool>() = number.boolValue();
-        return true;
-    case 'c':
-        storage.as<std::int8_t>() = number.charValue();
-        return true;
-    case 'C':
-        storage.as<std::uint8_t>() = number.unsignedCharValue();
-        return true;
-    case 's':
-        storage.as<std::int16_t>() = number.shortValue();
-        return true;
-    case 'S':
-        storage.as<std::uint16_t>() = number.unsignedShortValue();
-        return true;
-    case 'i':
-        storage.as<std::int32_t>() = number.intValue();
-        return true;
-    case 'I':
-        storage.as<std::uint32_t>() = number.unsignedIntValue();
-        return true;
-    case 'q':
-        storage.as<std::int64_t>() = number.longLongValue();
-        return true;
-    case 'Q':
-        storage.as<std::uint64_t>() = number.unsignedLongLongValue();
-        return true;
-    case 'f':
-        storage.as<float>() = number.floatValue();
-        return true;
-    case 'd':
-        storage.as<double>() = number.doubleValue();
-        return true;
-    case 'D':
-        storage.as<long double>() = number.doubleValue();
-        return true;
-    default:
-        return false;
-    }
-}
-
 /// False when the object does not fit the type.
 bool put(Storage &storage, const runtime::EncodedType &type, const std::string &encoding, const id &object) {
     const char kind = kindOf(encoding);
@@ -152,8 +93,10 @@ bool put(Storage &storage, const runtime::EncodedType &type, const std::string &
         return cls || !object;
     }
     const auto number = as<NSNumber>(object);
-    if (number && putNumber(storage, kind, *number))
+    if (number && isNumber(kind)) {
+        runtime::withNumberType(kind, [&]<class T>() { storage.as<T>() = number->valueAs<T>(); });
         return true;
+    }
     const auto value = as<NSValue>(object);
     if (!value || value->objCType() != encoding)
         return false;

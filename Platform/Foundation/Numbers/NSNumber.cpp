@@ -76,11 +76,10 @@ std::uint64_t NSNumber::unsignedLongLongValue() const {
 
 void NSNumber::getValue(void *value, NSUInteger size) const {
     checkSize(size);
-    if (encoding_ == 'f') {
-        const float narrow = floatValue();
-        std::memcpy(value, &narrow, size);
-    } else // The low bytes come first, so that a narrow number is the beginning of a wide one.
-        std::memcpy(value, &unsigned_, size);
+    runtime::withNumberType(objCType(), [&]<class T>() {
+        const T narrow = valueAs<T>();
+        std::memcpy(value, &narrow, sizeof narrow);
+    });
 }
 
 double NSNumber::doubleValue() const {

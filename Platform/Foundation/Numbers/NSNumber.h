@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Platform/Foundation/Numbers/NSValue.h"
+#include "Platform/Runtime/Object/NumberType.h"
 
 #include <cstdint>
 
@@ -18,34 +19,21 @@ public:
     NSNumber(char encoding, double value) : encoding_(encoding), floating_(value) {}
 
     static Ref<NSNumber> numberWithBool(bool value);
-    static Ref<NSNumber> numberWithChar(std::int8_t value) {
-        return make<NSNumber>('c', std::int64_t{value});
-    }
-    static Ref<NSNumber> numberWithUnsignedChar(std::uint8_t value) {
-        return make<NSNumber>('C', std::uint64_t{value});
-    }
-    static Ref<NSNumber> numberWithShort(std::int16_t value) {
-        return make<NSNumber>('s', std::int64_t{value});
-    }
-    static Ref<NSNumber> numberWithUnsignedShort(std::uint16_t value) {
-        return make<NSNumber>('S', std::uint64_t{value});
-    }
-    static Ref<NSNumber> numberWithInt(std::int32_t value) {
-        return make<NSNumber>('i', std::int64_t{value});
-    }
-    static Ref<NSNumber> numberWithUnsignedInt(std::uint32_t value) {
-        return make<NSNumber>('I', std::uint64_t{value});
-    }
-    static Ref<NSNumber> numberWithLongLong(std::int64_t value) { return make<NSNumber>('q', value); }
-    static Ref<NSNumber> numberWithUnsignedLongLong(std::uint64_t value) {
-        return make<NSNumber>('Q', value);
-    }
-    static Ref<NSNumber> numberWithInteger(NSInteger value) { return numberWithLongLong(value); }
-    static Ref<NSNumber> numberWithUnsignedInteger(NSUInteger value) {
-        return numberWithUnsignedLongLong(value);
-    }
-    static Ref<NSNumber> numberWithFloat(float value) { return make<NSNumber>('f', double{value}); }
-    static Ref<NSNumber> numberWithDouble(double value) { return make<NSNumber>('d', value); }
+    static Ref<NSNumber> numberWithChar(std::int8_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithUnsignedChar(std::uint8_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithShort(std::int16_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithUnsignedShort(std::uint16_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithInt(std::int32_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithUnsignedInt(std::uint32_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithLongLong(std::int64_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithUnsignedLongLong(std::uint64_t value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithInteger(NSInteger value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithUnsignedInteger(NSUInteger value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithFloat(float value) { return numberWith(value); }
+    static Ref<NSNumber> numberWithDouble(double value) { return numberWith(value); }
+    /// The one of the above for the type. A `long double` is kept as a `double`.
+    template <class T>
+    static Ref<NSNumber> numberWith(T value);
 
     /// The encoding of the type it was made from: one of "BcCsSiIqQfd".
     char objCType() const { return isDecimal() ? 'd' : encoding_; }
@@ -59,18 +47,21 @@ public:
     /// Whole numbers are narrowed by dropping high bits, as C does; a floating value is cut towards zero and
     /// clamped to 64 bits first, not-a-number counting as 0.
     bool boolValue() const;
-    std::int8_t charValue() const { return static_cast<std::int8_t>(longLongValue()); }
-    std::uint8_t unsignedCharValue() const { return static_cast<std::uint8_t>(longLongValue()); }
-    std::int16_t shortValue() const { return static_cast<std::int16_t>(longLongValue()); }
-    std::uint16_t unsignedShortValue() const { return static_cast<std::uint16_t>(longLongValue()); }
-    std::int32_t intValue() const { return static_cast<std::int32_t>(longLongValue()); }
-    std::uint32_t unsignedIntValue() const { return static_cast<std::uint32_t>(longLongValue()); }
+    std::int8_t charValue() const { return valueAs<std::int8_t>(); }
+    std::uint8_t unsignedCharValue() const { return valueAs<std::uint8_t>(); }
+    std::int16_t shortValue() const { return valueAs<std::int16_t>(); }
+    std::uint16_t unsignedShortValue() const { return valueAs<std::uint16_t>(); }
+    std::int32_t intValue() const { return valueAs<std::int32_t>(); }
+    std::uint32_t unsignedIntValue() const { return valueAs<std::uint32_t>(); }
     std::int64_t longLongValue() const;
     std::uint64_t unsignedLongLongValue() const;
     NSInteger integerValue() const { return longLongValue(); }
     NSUInteger unsignedIntegerValue() const { return unsignedLongLongValue(); }
     float floatValue() const { return static_cast<float>(doubleValue()); }
     double doubleValue() const;
+    /// The one of the above for the type.
+    template <class T>
+    T valueAs() const;
     /// The number that `stringValue` shows; not a number for an infinite value.
     NSDecimal decimalValue() const;
     /// Decimal text that reads back equal; booleans are "1" and "0".
@@ -99,3 +90,29 @@ private:
         const double floating_;
     };
 };
+
+template <class T>
+Ref<NSNumber> NSNumber::numberWith(T value) {
+    if constexpr (std::same_as<T, bool>)
+        return numberWithBool(value);
+    else if constexpr (std::same_as<T, long double>)
+        return numberWith(static_cast<double>(value));
+    else if constexpr (std::floating_point<T>)
+        return make<NSNumber>(runtime::numberEncoding<T>(), double{value});
+    else if constexpr (std::signed_integral<T>)
+        return make<NSNumber>(runtime::numberEncoding<T>(), std::int64_t{value});
+    else
+        return make<NSNumber>(runtime::numberEncoding<T>(), std::uint64_t{value});
+}
+
+template <class T>
+T NSNumber::valueAs() const {
+    if constexpr (std::same_as<T, bool>)
+        return boolValue();
+    else if constexpr (std::floating_point<T>)
+        return static_cast<T>(doubleValue());
+    else if constexpr (std::same_as<T, std::uint64_t>)
+        return unsignedLongLongValue();
+    else
+        return static_cast<T>(longLongValue());
+}

@@ -1,6 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
 
 #include "Frameworks/QNCategoriesPro/DateFromLengthTable.h"
+#include "Frameworks/QNCategoriesPro/ISODateFormatter.h"
 #include "Platform/Foundation/Dates/NSCalendar.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/Dates/NSDateFormatter.h"
@@ -32,10 +33,6 @@ Ref<NSDate> dateByAddingSpans(const Ref<NSDate> &date, NSInteger count, std::uin
     return date ? NSDate::dateWithTimeIntervalSinceReferenceDate(date->timeIntervalSinceReferenceDate() +
                                                                  static_cast<NSTimeInterval>(product))
                 : nullptr;
-}
-
-Ref<NSDateFormatter> makeISOFormatter() {
-    return make<NSDateFormatter>(u"yyyy-MM-dd'T'HH:mm:ssZ"_ns, NSLocale::posixLocale());
 }
 
 } // namespace
@@ -164,8 +161,7 @@ Ref<NSString> qn::stringWithFormat(const Ref<NSDate> &date, const Ref<NSString> 
 }
 
 Ref<NSString> qn::ISOFormatString(const Ref<NSDate> &date) {
-    static const auto &formatter = *new Ref<NSDateFormatter>(makeISOFormatter());
-    return formatter->stringFromDate(date);
+    return ISODateFormatter().stringFromDate(date);
 }
 
 Ref<NSDate> qn::dateWithString(const Ref<NSString> &text, const Ref<NSString> &format) {
@@ -178,8 +174,7 @@ Ref<NSDate> qn::dateWithString(const Ref<NSString> &text, const Ref<NSString> &f
 }
 
 Ref<NSDate> qn::dateWithISOFormatString(const Ref<NSString> &text) {
-    static const auto &formatter = *new Ref<NSDateFormatter>(makeISOFormatter());
-    return formatter->dateFromString(text);
+    return ISODateFormatter().dateFromString(text);
 }
 
 Ref<NSDate> qn::dateWithString(const Ref<NSString> &text) {

@@ -1,4 +1,3 @@
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
@@ -13,7 +12,7 @@ void copyAs(const _QNModelPropertyMeta &meta, NSObject &from, NSObject &to) {
 
 void copyProperty(const _QNModelPropertyMeta &meta, NSObject &from, NSObject &to) {
     if (meta._isCNumber)
-        return qn::withNumberType(meta._type, [&]<class T>() { copyAs<T>(meta, from, to); });
+        return meta.withNumberType([&]<class T>() { copyAs<T>(meta, from, to); });
     switch (meta.valueType()) {
     case QNEncodingTypeObject:
     case QNEncodingTypeBlock:

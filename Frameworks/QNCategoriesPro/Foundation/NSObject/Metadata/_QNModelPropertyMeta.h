@@ -9,6 +9,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/FoundationKind.h"
 #include "Frameworks/QNCategoriesPro/QNClassInfo.h"
+#include "Platform/Runtime/Object/NumberType.h"
 
 #include <type_traits>
 
@@ -24,6 +25,13 @@ public:
 
     /// The type of the value, without the bits beside it.
     QNEncodingType valueType() const { return _type & QNEncodingTypeMask; }
+
+    /// Of a number, `_isCNumber`: calls `visit.operator()<T>()` with its C++ type, `bool` … `long double`,
+    /// and returns what it returns.
+    template <class Visit>
+    decltype(auto) withNumberType(const Visit &visit) const {
+        return runtime::withNumberType(runtime::numberEncodings[valueType() - QNEncodingTypeBool], visit);
+    }
 
     /// Call the accessors of an instance of the class, which the property has to have. `T` is the type as
     /// which its values cross a send (TypeEncoding.h): `id`, `Class`, `SEL`, `bool`, `std::int8_t` …

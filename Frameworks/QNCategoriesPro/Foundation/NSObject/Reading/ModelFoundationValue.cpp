@@ -2,7 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/DateFromLengthTable.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelNumberValue.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelISOFormatter.h"
+#include "Frameworks/QNCategoriesPro/ISODateFormatter.h"
 #include "Platform/Foundation/Collections/NSAttributedString.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Dates/NSDate.h"
@@ -69,7 +69,7 @@ bool storeDate(const PropertyStore &store, const id &value) {
     // No text of another form is in that of models, so the quick way comes first.
     if (const auto date = qn::dateFromFixedForm(text))
         return store(date);
-    const auto date = qn::modelISOFormatter().dateFromString(text);
+    const auto date = qn::ISODateFormatter().dateFromString(text);
     return store(date ? date : qn::dateFromLengthTable(text));
 }
 

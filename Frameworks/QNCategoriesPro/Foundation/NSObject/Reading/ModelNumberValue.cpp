@@ -27,16 +27,18 @@ Ref<NSNumber> numberFromText(const NSString &text) {
     return std::isfinite(value) ? NSNumber::numberWithDouble(value) : nullptr;
 }
 
-/// 64 bits of a number. A decimal one is read as signed for either signedness.
+/// What a property of the type gets: 64 bits of a decimal number are read as signed for either signedness,
+/// and what is not finite counts as 0, but for the infinity of a `long double`.
 template <class T>
-T wide(const NSNumber &number) {
-    return std::is_signed_v<T> || number.isDecimal() ? static_cast<T>(number.longLongValue())
-                                                     : static_cast<T>(number.unsignedLongLongValue());
-}
-
-template <class T>
-T finiteOrZero(T value) {
-    return std::isfinite(value) ? value : 0;
+T valueFor(const NSNumber &number) {
+    if constexpr (std::same_as<T, std::uint64_t>)
+        return number.isDecimal() ? static_cast<T>(number.longLongValue()) : number.unsignedLongLongValue();
+    else if constexpr (std::same_as<T, long double>)
+        return std::isnan(number.doubleValue()) ? 0 : number.doubleValue();
+    else if constexpr (std::floating_point<T>)
+        return std::isfinite(number.valueAs<T>()) ? number.valueAs<T>() : 0;
+    else
+        return number.valueAs<T>();
 }
 
 } // namespace
@@ -56,30 +58,5 @@ void qn::setNumber(NSObject &model, const id &value, const _QNModelPropertyMeta 
         given = made ? made.get() : zero.get();
     }
     const NSNumber &number = *given;
-    switch (meta.valueType()) {
-    case QNEncodingTypeBool:
-        return meta.set<bool>(model, number.boolValue());
-    case QNEncodingTypeInt8:
-        return meta.set<std::int8_t>(model, number.charValue());
-    case QNEncodingTypeUInt8:
-        return meta.set<std::uint8_t>(model, number.unsignedCharValue());
-    case QNEncodingTypeInt16:
-        return meta.set<std::int16_t>(model, number.shortValue());
-    case QNEncodingTypeUInt16:
-        return meta.set<std::uint16_t>(model, number.unsignedShortValue());
-    case QNEncodingTypeInt32:
-        return meta.set<std::int32_t>(model, number.intValue());
-    case QNEncodingTypeUInt32:
-        return meta.set<std::uint32_t>(model, number.unsignedIntValue());
-    case QNEncodingTypeInt64:
-        return meta.set<std::int64_t>(model, wide<std::int64_t>(number));
-    case QNEncodingTypeUInt64:
-        return meta.set<std::uint64_t>(model, wide<std::uint64_t>(number));
-    case QNEncodingTypeFloat:
-        return meta.set<float>(model, finiteOrZero(number.floatValue()));
-    case QNEncodingTypeDouble:
-        return meta.set<double>(model, finiteOrZero(number.doubleValue()));
-    default:
-        return meta.set<long double>(model, std::isnan(number.doubleValue()) ? 0 : number.doubleValue());
-    }
+    meta.withNumberType([&]<class T>() { meta.set<T>(model, valueFor<T>(number)); });
 }

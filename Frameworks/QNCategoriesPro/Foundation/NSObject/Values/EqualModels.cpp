@@ -1,6 +1,5 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/EqualModels.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
 #include "Platform/Foundation/Collections/ObjectVisit.h"
 
@@ -24,9 +23,8 @@ bool areEqual(T value, T other) {
 
 bool haveEqual(const _QNModelPropertyMeta &property, NSObject &model, NSObject &other) {
     if (property._isCNumber && property._isReadByGetter)
-        return qn::withNumberType(property._type, [&]<class T>() {
-            return areEqual<T>(property.get<T>(model), property.get<T>(other));
-        });
+        return property.withNumberType(
+            [&]<class T>() { return areEqual<T>(property.get<T>(model), property.get<T>(other)); });
     return areEqual(qn::valueOfProperty(model, property), qn::valueOfProperty(other, property));
 }
 

@@ -3,32 +3,7 @@
 #include <cmath>
 
 Ref<NSNumber> qn::numberOfProperty(NSObject &model, const _QNModelPropertyMeta &meta) {
-    switch (meta.valueType()) {
-    case QNEncodingTypeBool:
-        return NSNumber::numberWithBool(meta.get<bool>(model));
-    case QNEncodingTypeInt8:
-        return NSNumber::numberWithChar(meta.get<std::int8_t>(model));
-    case QNEncodingTypeUInt8:
-        return NSNumber::numberWithUnsignedChar(meta.get<std::uint8_t>(model));
-    case QNEncodingTypeInt16:
-        return NSNumber::numberWithShort(meta.get<std::int16_t>(model));
-    case QNEncodingTypeUInt16:
-        return NSNumber::numberWithUnsignedShort(meta.get<std::uint16_t>(model));
-    case QNEncodingTypeInt32:
-        return NSNumber::numberWithInt(meta.get<std::int32_t>(model));
-    case QNEncodingTypeUInt32:
-        return NSNumber::numberWithUnsignedInt(meta.get<std::uint32_t>(model));
-    case QNEncodingTypeInt64:
-        return NSNumber::numberWithLongLong(meta.get<std::int64_t>(model));
-    case QNEncodingTypeUInt64:
-        return NSNumber::numberWithUnsignedLongLong(meta.get<std::uint64_t>(model));
-    case QNEncodingTypeFloat:
-        return NSNumber::numberWithFloat(meta.get<float>(model));
-    case QNEncodingTypeDouble:
-        return NSNumber::numberWithDouble(meta.get<double>(model));
-    default:
-        return NSNumber::numberWithDouble(static_cast<double>(meta.get<long double>(model)));
-    }
+    return meta.withNumberType([&]<class T>() { return NSNumber::numberWith(meta.get<T>(model)); });
 }
 
 Ref<NSNumber> qn::finiteNumberOfProperty(NSObject &model, const _QNModelPropertyMeta &meta) {

@@ -2,11 +2,11 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelISOFormatter.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/OutermostWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/ModelWriting.h"
+#include "Frameworks/QNCategoriesPro/ISODateFormatter.h"
 #include "Platform/Foundation/Collections/NSAttributedString.h"
 #include "Platform/Foundation/Collections/NSNull.h"
 #include "Platform/Foundation/Collections/NSSet.h"
@@ -157,7 +157,7 @@ id ModelToJSONObjectRecursive(const id &object) {
     case qn::WrittenKind::AttributedString:
         return static_cast<const NSAttributedString &>(*object).string();
     case qn::WrittenKind::Date:
-        return qn::modelISOFormatter().stringFromDate(as<NSDate>(object));
+        return qn::ISODateFormatter().stringFromDate(as<NSDate>(object));
     case qn::WrittenKind::Data:
         return nullptr;
     case qn::WrittenKind::Model:

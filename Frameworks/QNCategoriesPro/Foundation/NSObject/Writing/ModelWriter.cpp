@@ -1,11 +1,10 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/ModelWriter.h"
 
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelISOFormatter.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelWalk.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/JSONObjectWriter.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/ModelWriting.h"
+#include "Frameworks/QNCategoriesPro/ISODateFormatter.h"
 #include "Platform/Foundation/Collections/NSAttributedString.h"
 #include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Data/NSData.h"
@@ -71,7 +70,7 @@ bool ModelWriter::value(const id &object) {
     case qn::WrittenKind::AttributedString:
         return text(static_cast<const NSAttributedString &>(*object).string());
     case qn::WrittenKind::Date:
-        return text(qn::modelISOFormatter().stringFromDate(as<NSDate>(object)));
+        return text(qn::ISODateFormatter().stringFromDate(as<NSDate>(object)));
     case qn::WrittenKind::Data:
         return false;
     case qn::WrittenKind::Model:
@@ -154,7 +153,7 @@ bool ModelWriter::array(const id &array, const id &visited) {
 
 bool ModelWriter::property(NSObject &model, const _QNModelPropertyMeta &meta) {
     if (meta._isCNumber)
-        return qn::withNumberType(meta._type, [&]<class T>() {
+        return meta.withNumberType([&]<class T>() {
             const T number = meta.get<T>(model);
             if constexpr (std::is_floating_point_v<T>) {
                 const auto real = static_cast<double>(number);

@@ -1,9 +1,9 @@
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelISOFormatter.h"
+#include "Frameworks/QNCategoriesPro/ISODateFormatter.h"
 
 #include "Platform/Foundation/Text/NSLocale.h"
 #include "Platform/Foundation/Text/NSString.h"
 
-const NSDateFormatter &qn::modelISOFormatter() {
+const NSDateFormatter &qn::ISODateFormatter() {
     static const auto &formatter = *new Ref<NSDateFormatter>(
         make<NSDateFormatter>(u"yyyy-MM-dd'T'HH:mm:ssZ"_ns, NSLocale::posixLocale()));
     return *formatter;
