@@ -2,12 +2,9 @@
 
 #include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Numbers/NSNumber.h"
+#include "Platform/Foundation/KeyValueCoding/BoxedValue.h"
 #include "Platform/Runtime/Object/NSException.h"
-#include "Platform/Runtime/Object/NumberType.h"
 #include "Platform/Runtime/Reflection/Reflection.h"
-
-#include <cstdlib>
 
 namespace {
 
@@ -30,93 +27,18 @@ std::string capitalized(std::string_view name) {
                                      (key ? key->utf8() : "(null)") + "\"");
 }
 
-/// A result of a method or a value for one, as raw memory with the size and alignment of its type.
-class Storage {
-public:
-    explicit Storage(const runtime::EncodedType &type)
-        : bytes_(std::max(type.size, sizeof(std::max_align_t)) / sizeof(std::max_align_t) + 1) {}
-    void *get() { return bytes_.data(); }
-    template <class T>
-    T &as() {
-        return *static_cast<T *>(get());
-    }
-
-private:
-    std::vector<std::max_align_t> bytes_;
-};
-
-char kindOf(std::string_view encoding) {
-    const std::size_t kind = encoding.find_first_not_of(runtime::typeQualifiers);
-    return kind == encoding.npos ? '\0' : encoding[kind];
-}
-
-bool isNumber(char kind) {
-    return kind != '\0' && runtime::numberEncodings.find(kind) != std::string_view::npos;
-}
-
-id boxed(Storage &storage, std::string_view encoding) {
-    const char kind = kindOf(encoding);
-    if (isNumber(kind))
-        return runtime::withNumberType(
-            kind, [&]<class T>() -> id { return NSNumber::numberWith(storage.as<T>()); });
-    switch (kind) {
-    case '#':
-        return storage.as<Class>() ? storage.as<Class>()->self() : nullptr;
-    case '[':
-        return NSValue::valueWithBytes(storage.as<void *>(), encoding);
-    default:
-        return NSValue::valueWithBytes(storage.get(), encoding);
-    }
-}
-
 id read(const objc_method &getter, NSObject *object, SEL selector) {
-    const std::string encoding = method_copyReturnType(&getter);
-    if (kindOf(encoding) == '@') {
-        alignas(id) std::byte place[sizeof(id)];
-        getter.invoke(getter.imp, object, selector, nullptr, place);
-        id *result = std::launder(reinterpret_cast<id *>(place));
-        id kept = std::move(*result);
-        result->~id();
-        return kept;
-    }
-    Storage storage(*runtime::firstType(encoding));
-    getter.invoke(getter.imp, object, selector, nullptr, storage.get());
-    return boxed(storage, encoding);
+    BoxedValue value(method_copyReturnType(&getter));
+    getter.invoke(getter.imp, object, selector, nullptr, value.result());
+    return value.object();
 }
 
 /// False when the object does not fit the type.
-bool put(Storage &storage, const runtime::EncodedType &type, const std::string &encoding, const id &object) {
-    const char kind = kindOf(encoding);
-    if (kind == '#') {
-        const auto cls = as<objc_class>(object);
-        storage.as<Class>() = cls.get();
-        return cls || !object;
-    }
-    const auto number = as<NSNumber>(object);
-    if (number && isNumber(kind)) {
-        runtime::withNumberType(kind, [&]<class T>() { storage.as<T>() = number->valueAs<T>(); });
-        return true;
-    }
-    const auto value = as<NSValue>(object);
-    if (!value || value->objCType() != encoding)
-        return false;
-    value->getValue(storage.get(), type.size);
-    return true;
-}
-
 bool write(const objc_method &setter, NSObject *object, SEL selector, const id &value) {
-    const std::string encoding = method_copyArgumentType(&setter, 2);
-    const void *argument = &value;
-    if (kindOf(encoding) == '@') {
-        setter.invoke(setter.imp, object, selector, &argument, nullptr);
-        return true;
-    }
-    const auto type = *runtime::firstType(encoding);
-    Storage storage(type);
-    if (!put(storage, type, encoding, value))
+    BoxedValue boxed(method_copyArgumentType(&setter, 2));
+    if (!boxed.set(value))
         return false;
-    void *const bytes = storage.get();
-    argument = kindOf(encoding) == '[' ? static_cast<const void *>(&bytes) : bytes;
+    const void *const argument = boxed.argument();
     setter.invoke(setter.imp, object, selector, &argument, nullptr);
     return true;
 }

@@ -7,14 +7,7 @@
 // instance variables `_title`, `_isTitle`, `title` and `isTitle`. Writing tries the methods `setTitle:` and
 // `_setTitle:`, then the same instance variables. A dictionary has values by its own keys instead.
 //
-// | type                    | as an object                                                      |
-// |-------------------------|-------------------------------------------------------------------|
-// | object                  | itself; a member that takes another class gets none               |
-// | Class                   | the class object                                                  |
-// | B c C s S i I q Q f d   | NSNumber of that type; any number is converted when written       |
-// | D                       | NSNumber of a double                                              |
-// | structure, union, array | NSValue of the type; only a value of exactly that type is written |
-// | SEL, pointer            | the same                                                          |
+// Values that are no objects are boxed (BoxedValue.h); a member that takes another class of object gets none.
 //
 // Raised are NSUnknownKeyException when an object has nothing of that name, and NSInvalidArgumentException
 // when none or an object of a kind that does not fit is written to something that is no object.

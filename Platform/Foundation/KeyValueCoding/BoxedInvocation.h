@@ -1,0 +1,37 @@
+// A call of any selector with its arguments as objects, to be made now or later.
+//
+//     const auto call = make<BoxedInvocation>(book, sel_registerName("setPages:"),
+//                                             std::vector<id>{NSNumber::numberWithInt(320)});
+//     call->invoke();
+//
+// Arguments and result are boxed as BoxedValue.h tells. Receiver and arguments are kept.
+//
+// Threads: `invoke` as the method that is called, one at a time.
+#pragma once
+
+#include "Platform/Foundation/KeyValueCoding/BoxedValue.h"
+#include "Platform/Runtime/Object/Method.h"
+
+#include <deque>
+
+class BoxedInvocation : public NSObject {
+    NS_CLASS(BoxedInvocation, NSObject)
+public:
+    /// For a receiver of none it does nothing. Raises NSInvalidArgumentException, which names the receiver's
+    /// class and the selector, when the receiver does not respond to it, when it takes another number of
+    /// arguments, and when one of them is of a kind that does not fit, which is named by its position, from
+    /// 1, and its encoding.
+    BoxedInvocation(id receiver, SEL selector, const std::vector<id> &arguments);
+
+    /// Makes the call. Returns none for a method that returns nothing. Passes on what the method raises.
+    id invoke();
+    /// The same without a result, for timers: the operation "run".
+    void run() { invoke(); }
+
+private:
+    const id receiver_;
+    const SEL selector_;
+    Method method_ = nullptr;
+    std::deque<BoxedValue> arguments_; // which do not move
+    std::vector<const void *> addresses_;
+};
