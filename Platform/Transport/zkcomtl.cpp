@@ -68,7 +68,7 @@ std::chrono::milliseconds timeoutOf(std::int32_t timeout_ms) {
 } // namespace
 
 std::int32_t tl_usb_get_devicelist_by_vid(std::int32_t vid, tl_usb_device_info **list, std::int32_t *count) {
-    if (list == nullptr || count == nullptr)
+    if (!list || !count)
         return TL_USB_ERROR_INVALID;
     *list = nullptr;
     *count = 0;
@@ -83,7 +83,7 @@ std::int32_t tl_usb_get_devicelist_by_vid(std::int32_t vid, tl_usb_device_info *
 
 std::int32_t tl_usb_get_printer_info(const char *uri, std::int32_t, std::int32_t, std::int32_t timeout_ms,
                                      std::int32_t, char **text) {
-    if (uri == nullptr || text == nullptr)
+    if (!uri || !text)
         return TL_USB_ERROR_INVALID;
     return guarded([&] {
         std::string status;
@@ -91,7 +91,7 @@ std::int32_t tl_usb_get_printer_info(const char *uri, std::int32_t, std::int32_t
             result != TL_USB_OK)
             return result;
         char *const copy = ::strdup(status.c_str());
-        if (copy == nullptr)
+        if (!copy)
             return TL_USB_ERROR_NO_MEMORY;
         *text = copy;
         return TL_USB_OK;
@@ -99,10 +99,10 @@ std::int32_t tl_usb_get_printer_info(const char *uri, std::int32_t, std::int32_t
 }
 
 std::int32_t tl_usb_get_device_handle(const char *uri, std::int32_t, void **handle) {
-    if (handle == nullptr)
+    if (!handle)
         return TL_USB_ERROR_INVALID;
     *handle = nullptr;
-    if (uri == nullptr)
+    if (!uri)
         return TL_USB_ERROR_INVALID;
     return guarded([&] { return library().open(uri, *handle); });
 }
@@ -111,10 +111,9 @@ std::int32_t tl_usb_data_transfer_by_handle(void *handle, const std::uint8_t *wr
                                             std::uint32_t write_length, std::int32_t timeout_ms,
                                             std::uint8_t *read_buffer, std::int32_t *read_length,
                                             std::uintptr_t) {
-    const std::int32_t capacity = read_length == nullptr ? 0 : std::exchange(*read_length, 0);
-    const bool reads = read_buffer != nullptr || read_length != nullptr;
-    if ((reads && (read_buffer == nullptr || capacity <= 0)) ||
-        (write_buffer == nullptr && write_length != 0))
+    const std::int32_t capacity = read_length ? std::exchange(*read_length, 0) : 0;
+    const bool reads = read_buffer || read_length;
+    if ((reads && (!read_buffer || capacity <= 0)) || (!write_buffer && write_length != 0))
         return TL_USB_ERROR_INVALID;
     return guarded([&] {
         std::size_t count = 0;

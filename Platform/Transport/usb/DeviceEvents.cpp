@@ -10,7 +10,7 @@ namespace {
 
 int numberOf(udev_device *device, const char *property) {
     const char *const value = udev_device_get_property_value(device, property);
-    const std::string_view text = value == nullptr ? "" : value;
+    const std::string_view text = value ? value : "";
     int number = 0;
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
@@ -19,7 +19,7 @@ int numberOf(udev_device *device, const char *property) {
 DeviceEvent eventOf(udev_device *device) {
     const char *const action = udev_device_get_action(device);
     const char *const type = udev_device_get_devtype(device);
-    if (type == nullptr || std::string_view(type) != "usb_device")
+    if (!type || std::string_view(type) != "usb_device")
         return {};
     return {.removed = action != nullptr && std::string_view(action) == "remove",
             .bus = numberOf(device, "BUSNUM"),

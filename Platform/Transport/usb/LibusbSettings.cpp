@@ -10,8 +10,7 @@ namespace {
 
 template <class Item, class Count>
 std::span<const Item> spanOf(const Item *items, Count count) {
-    return items == nullptr || count <= 0 ? std::span<const Item>()
-                                          : std::span(items, static_cast<std::size_t>(count));
+    return !items || count <= 0 ? std::span<const Item>() : std::span(items, static_cast<std::size_t>(count));
 }
 
 AlternateSetting settingOf(const libusb_interface_descriptor &descriptor) {

@@ -60,7 +60,7 @@ PrinterFolder::PrinterFolder(fs::path folder) : folder_(std::move(folder)) {}
 
 PrinterFolder PrinterFolder::fromEnvironment() {
     const char *const folder = std::getenv("ZKCOMTL_PRINTERS");
-    return PrinterFolder(folder == nullptr ? "" : folder);
+    return PrinterFolder(folder ? folder : "");
 }
 
 std::vector<PluggedPrinter> PrinterFolder::printers() const {

@@ -48,7 +48,7 @@ json::object parsed(std::string_view text) {
 
 const json::value &need(const json::object &document, const char *key) {
     const json::value *const value = document.if_contains(key);
-    if (value == nullptr)
+    if (!value)
         throw Malformed(std::string(key) + " is missing.");
     return *value;
 }
@@ -99,10 +99,10 @@ std::uint16_t identifier(const json::object &document, const char *key) {
 
 std::int32_t integer(const json::object &document, const char *key, std::int32_t absent) {
     const json::value *const value = document.if_contains(key);
-    if (value == nullptr)
+    if (!value)
         return absent;
     const std::int64_t *const number = value->if_int64();
-    if (number == nullptr || !std::in_range<std::int32_t>(*number))
+    if (!number || !std::in_range<std::int32_t>(*number))
         fail(key, "an integer of 32 bits");
     return static_cast<std::int32_t>(*number);
 }
@@ -110,7 +110,7 @@ std::int32_t integer(const json::object &document, const char *key, std::int32_t
 std::set<Fault> faults(const json::object &document) {
     std::set<Fault> found;
     const json::value *const list = document.if_contains("faults");
-    if (list == nullptr)
+    if (!list)
         return found;
     if (!list->is_array())
         fail("faults", "an array of texts");
@@ -179,7 +179,7 @@ std::optional<VirtualPrinterState> printerFromJson(std::string_view text, std::s
     try {
         return stateOf(parsed(text));
     } catch (const Malformed &malformed) {
-        if (reason != nullptr)
+        if (reason)
             *reason = malformed.what();
         return std::nullopt;
     }
