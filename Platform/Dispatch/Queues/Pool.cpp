@@ -11,8 +11,8 @@ namespace dispatch {
 
 using namespace std::chrono_literals;
 
-static constexpr auto patience = 2ms;
-static constexpr auto idleLife = 5s;
+constexpr auto patience = 2ms;
+constexpr auto idleLife = 5s;
 
 Pool &Pool::shared() {
     static auto *const pool = new Pool; // its threads outlive static destruction

@@ -7,7 +7,7 @@
 namespace dispatch {
 
 // What is waited for is mostly short: giving way a few times is far cheaper than going to sleep.
-static constexpr int yields = 20;
+constexpr int yields = 20;
 
 void Semaphore::waitSlowly() {
     for (int i = 0; i < yields; ++i) {

@@ -9,7 +9,7 @@ namespace dispatch {
 
 using namespace std::chrono_literals;
 
-static constexpr auto patience = 100ms; // with a queue that cannot take a tick
+constexpr auto patience = 100ms; // with a queue that cannot take a tick
 
 // Shared with the blocks in the queue. Alarms are cancelled only with the mutex released: their function
 // takes it.

@@ -8,7 +8,11 @@
 
 namespace dispatch {
 
-static std::atomic<Clock *> replacement = nullptr;
+namespace {
+
+std::atomic<Clock *> replacement = nullptr;
+
+} // namespace
 
 Clock &Clock::current() {
     Clock *clock = replacement.load(std::memory_order_acquire);

@@ -6,9 +6,13 @@
 
 namespace dispatch {
 
-static double seconds(Instant instant) {
+namespace {
+
+double seconds(Instant instant) {
     return std::chrono::duration<double>(instant.sinceOrigin()).count();
 }
+
+} // namespace
 
 ManualClock::ManualClock(double wallTime)
     : wallTimeAtOrigin_(wallTime), alarms_(std::make_shared<AlarmList>()) {}

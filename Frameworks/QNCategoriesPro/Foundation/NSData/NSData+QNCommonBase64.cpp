@@ -8,7 +8,9 @@
 #include <algorithm>
 
 /// In lines of 64 columns, each with a line feed behind it.
-static std::vector<std::uint8_t> encoded(std::span<const std::uint8_t> bytes) {
+namespace {
+
+std::vector<std::uint8_t> encoded(std::span<const std::uint8_t> bytes) {
     constexpr std::size_t lineLength = 64, bytesPerLine = lineLength / 4 * 3;
     const std::size_t characters = base64Length(bytes.size());
     std::vector<std::uint8_t> text(characters + (characters + lineLength - 1) / lineLength);
@@ -21,6 +23,8 @@ static std::vector<std::uint8_t> encoded(std::span<const std::uint8_t> bytes) {
     }
     return text;
 }
+
+} // namespace
 
 Ref<NSData> qn::base64EncodedData(const Ref<NSData> &data) {
     return data ? make<NSData>(encoded(data->span())) : nullptr;

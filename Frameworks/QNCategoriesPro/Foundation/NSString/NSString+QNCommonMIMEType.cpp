@@ -5,12 +5,16 @@
 #include "Platform/Foundation/System/UniformType.h"
 #include "Platform/Foundation/Text/NSString.h"
 
-static Ref<NSString> extensionOf(const Ref<NSString> &text) {
+namespace {
+
+Ref<NSString> extensionOf(const Ref<NSString> &text) {
     auto extension = text->pathExtension();
     if (qn::stringByTrim(extension)->length() > 0)
         return extension;
     return text->hasPrefix(u"."_ns) ? text->substringFromIndex(1) : text;
 }
+
+} // namespace
 
 Ref<NSString> qn::MIMEType(const Ref<NSString> &text) {
     if (!text)

@@ -58,7 +58,9 @@ TEST(Pool, aJobIsReleasedWithItsRun) {
     released.wait();
 }
 
-static void exitWithJobsBlocked() {
+namespace {
+
+void exitWithJobsBlocked() {
     static auto &started = *new Semaphore(0), &never = *new Semaphore(0); // still waited for at the end
     for (int i = 0; i < 3; ++i) {
         globalQueue().async([] {
@@ -69,6 +71,8 @@ static void exitWithJobsBlocked() {
     }
     std::exit(7);
 }
+
+} // namespace
 
 TEST(PoolDeathTest, aProcessExitsWithJobsBlocked) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
