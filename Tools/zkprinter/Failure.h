@@ -6,10 +6,10 @@
 
 /// The exit statuses of the program.
 enum class ExitStatus {
-    success = 0,
-    notNormal = 1,          ///< the printer answered that it is not in a normal state
+    success = 0,            ///< done
+    notNormal = 1,          ///< the printer answered that it is not in a normal state (`status` only)
     usage = 2,              ///< the command line makes no sense
-    noSuchQueue = 3,        ///< no queue of that name, or its model is not supported
+    noSuchQueue = 3,        ///< there is no queue of that name, or its model is not supported
     notUsb = 4,             ///< the queue does not print over USB
     notAttached = 5,        ///< the queue's printer is not attached, or switched off
     noAnswer = 6,           ///< the printer is attached but did not answer in time
@@ -20,9 +20,9 @@ enum class ExitStatus {
     busy = 11,              ///< a print job or another program holds the printer
     unplugged = 12,         ///< the printer was unplugged or switched off meanwhile
     transferFailed = 13,    ///< the transfer failed on the cable or in the printer
-    ambiguous = 14,         ///< two attached printers go by what was asked for
-    timedOut = 15,          ///< the command took longer than it may
-    unwritable = 16,        ///< standard output does not take what there is to say
+    ambiguous = 14,         ///< two attached printers are called what was asked for; neither was touched
+    timedOut = 15,          ///< the command took longer than `--timeout` allows
+    unwritable = 16,        ///< standard output does not take the result: a full disk, or nobody reads it
     outOfResources = 17,    ///< this computer has no memory or no thread left for the command
 };
 
