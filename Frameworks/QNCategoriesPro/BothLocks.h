@@ -1,11 +1,11 @@
-// What two lock-guarded containers are compared under.
+// The locks of two guarded containers, held while the two are compared.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 #include "Platform/Foundation/Collections/ObjectVisit.h"
 
-/// Holds the lock of one container and then that of another, but for those that the thread holds already: a
-/// container may be met again in what is being compared.
+/// Takes the lock of one container, then that of another, except a lock that the thread already holds: a
+/// container may turn up again inside what is being compared.
 class BothLocks {
 public:
     BothLocks(const NSObject &one, dispatch::Semaphore &lock, const NSObject &other,

@@ -28,7 +28,7 @@ const NSDateFormatter *shared() {
     return formatter.get();
 }
 
-/// Those to try in turn; null for no more.
+/// Tried in turn; null where there are no more.
 using Formatters = std::array<const NSDateFormatter *, 2>;
 
 Formatters formattersFor(const NSString &text) {
@@ -76,7 +76,7 @@ Ref<NSDate> qn::dateFromFixedForm(const Ref<NSString> &text) {
 }
 
 Ref<NSDate> qn::dateFromLengthTable(const Ref<NSString> &text) {
-    const auto date =
-        dateFromFixedForm(text); // a text of one form is not in the other, so the quick way comes first
+    // No text fits two of the forms, so trying the quick way first changes no result.
+    const auto date = dateFromFixedForm(text);
     return date ? date : firstDate<&NSDateFormatter::dateFromString>(text);
 }

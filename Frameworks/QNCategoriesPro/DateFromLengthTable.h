@@ -1,4 +1,4 @@
-// Dates from texts whose length says which form they have. Any thread.
+// Dates from texts whose length, in UTF-16 units, decides which form they have. Any thread.
 //
 //     10      2014-01-20
 //     19      2014-01-20T12:24:48, 2014-01-20 12:24:48
@@ -9,7 +9,7 @@
 //     30      Mon Jan 20 12:24:48 +0000 2014
 //     34      Mon Jan 20 12:24:48.000 +0000 2014
 //
-// Those that do not name their offset are in UTC.
+// Forms without an offset are in UTC.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -19,10 +19,10 @@ class NSString;
 
 namespace qn {
 
-/// Returns none if the argument is none, of another length, or not a date of its form. Within its length, it
-/// may deviate as `NSDateFormatter::dateFromString` says.
+/// Returns none if the text is none, of another length, or not a date of its form. Within its length the text
+/// may deviate as far as `NSDateFormatter::dateFromString` allows.
 Ref<NSDate> dateFromLengthTable(const Ref<NSString> &text);
-/// The same, of texts with all digits of their form alone, which is quick.
+/// The same, but only for texts with exactly the digits of their form; much quicker.
 Ref<NSDate> dateFromFixedForm(const Ref<NSString> &text);
 
 } // namespace qn

@@ -1,9 +1,9 @@
-// What the lock-guarded containers reach their contents through: the lock is held as long as this lives.
+// How guarded containers reach their contents: the lock is held as long as this object lives.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 
-/// `LockedContents(lock, contents)->operation(…)` holds the lock for that one operation, and gives it back
+/// `LockedContents(lock, contents)->operation(…)` holds the lock for that one operation, and releases it also
 /// when the operation raises.
 template <class Contents>
 class LockedContents {

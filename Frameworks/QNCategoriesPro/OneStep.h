@@ -1,4 +1,4 @@
-// Operations of several calls on a container that count as one, also on a container that a lock guards:
+// Several calls on a container as one step, which other threads see whole when a lock guards the container:
 //
 //     return oneStep(array, [](NSMutableArray &contents) { … });
 #pragma once
@@ -9,7 +9,8 @@
 
 namespace qn {
 
-/// What `operation` gives for the container's contents; none, zero or false for a container of none.
+/// Calls `operation` with the container's contents and returns its result. When the container is none,
+/// `operation` is not called, and the result is none, zero or false.
 template <class Container, class Operation>
 auto oneStep(const Ref<Container> &container, const Operation &operation) {
     using Result = std::invoke_result_t<Operation, Container &>;

@@ -7,10 +7,10 @@
 // Code that adds to a class at run time marks its record with `setNeedUpdate`; the next lookup through the
 // cache rebuilds it, and it stays the same object.
 //
-// Threads: any. One lock guards the cache; rebuilding runs under it, building a new record does not. So of
-// two threads that ask first at once each may get a record of its own; later callers get the one stored last,
-// and the other stays marked, since marks to come will not reach it.
-// A reader of a record that is being rebuilt sees each dictionary either as it was or as it will be.
+// Threads: any. One lock guards the cache; rebuilding runs under it, building a new record does not. So two
+// threads that ask for a new class at the same time may get a record each; later callers get the one stored
+// last, and the other is marked for good, since later marks do not reach it.
+// A reader of a record that is being rebuilt sees each dictionary either before or after, never half-built.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/QNClassMemberInfo.h"
@@ -22,7 +22,7 @@
 class QNClassInfo : public NSObject {
     NS_CLASS(QNClassInfo, NSObject)
 public:
-    /// The record kept in the cache, fresh. None for null.
+    /// The record in the cache, made or rebuilt first if need be. None for null.
     static Ref<QNClassInfo> classInfoWithClass(Class cls);
     /// None for an unknown name.
     static Ref<QNClassInfo> classInfoWithClassName(const Ref<NSString> &name);
@@ -35,7 +35,7 @@ public:
     void _update();
     void setNeedUpdate() { ++_marks; }
     bool needUpdate() const { return _marks != _marksSeen; }
-    /// How often the record has been marked, and how many of these marks what it holds is newer than.
+    /// How often the record was marked, and how many of those marks its contents already reflect.
     std::uint64_t marks() const { return _marks; }
     std::uint64_t marksSeen() const { return _marksSeen; }
 

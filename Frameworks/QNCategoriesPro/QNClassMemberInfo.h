@@ -1,7 +1,7 @@
 // Records of what a class has: its instance variables, methods and properties, decoded.
 //
-// Each is made from the runtime's handle; a null handle gives none. What the runtime does not tell stays
-// none.
+// Each is made from the runtime's handle; a null handle gives none. What the runtime does not know is none,
+// null or 0.
 //
 // Immutable; any thread.
 #pragma once
@@ -48,7 +48,7 @@ public:
     /// Of the whole method.
     Ref<NSString> typeEncoding() const { return _typeEncoding; }
     Ref<NSString> returnTypeEncoding() const { return _returnTypeEncoding; }
-    /// NSString an argument, the receiver and the selector included; none without arguments.
+    /// One NSString per argument, including the receiver and the selector; none without arguments.
     Ref<NSArray> argumentTypeEncodings() const { return _argumentTypeEncodings; }
 
 private:
@@ -75,11 +75,12 @@ public:
     Ref<NSString> typeEncoding() const { return _typeEncoding; }
     /// Of the backing variable.
     Ref<NSString> ivarName() const { return _ivarName; }
-    /// The class that the encoding names, when it is known; of a declared property the very class of C++.
+    /// The class that the encoding names; for a declared property the class of its C++ type. Null while no
+    /// such class exists.
     Class cls() const { return _cls || _unknownClass.empty() ? _cls : objc_getClass(_unknownClass); }
     /// The class of the elements, when the declaration gives one.
     Class elementCls() const { return _elementCls; }
-    /// NSString a protocol that the encoding names; none when it names none.
+    /// One NSString per protocol that the encoding names; none when it names none.
     Ref<NSArray> protocols() const { return _protocols; }
     /// The custom accessors, or else those derived from the name, whether the class has them or not.
     SEL getter() const { return _getter; }

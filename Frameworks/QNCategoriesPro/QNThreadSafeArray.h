@@ -4,22 +4,22 @@
 //     names->addObject(u"copy"_ns);              // has taken effect when it returns
 //     const id name = qn::popFirstObject(names); // one step, like every operation of the helper library
 //
-// Every operation takes the lock, does on the inner array what it is named for, and gives the lock back; what
-// it raises reaches the caller with the lock given back. Each array has a lock of its own.
+// Every operation holds the lock while the inner array carries it out. What that raises reaches the caller
+// after the lock was released. Each array has a lock of its own.
 //
-// Threads: any. The lock is not recursive, so a thread that comes back to the same array from inside an
+// Threads: any. The lock is not recursive, so a thread that uses the same array again from inside an
 // operation waits for ever: from a block, a comparator, a test, a selector's operation, the `isEqual`, the
 // `description` or the destruction of an element, or by giving the array to itself as an argument.
 //
-// These take a second lock while they hold the array's own. Two threads that do so crosswise at the same
-// moment may wait for ever:
+// These take a second lock while they hold the array's own. Two threads that do so at the same time in
+// opposite order may wait for ever:
 //
 // | operation                                                              | second lock                   |
 // |------------------------------------------------------------------------|-------------------------------|
 // | `isEqual`, `isEqualToArray` with another guarded array                 | the other's                   |
-// | whatever takes a list of objects, when that is a guarded array:        | the list's, once; for the     |
-// | `addObjectsFromArray`, `setArray`, `removeObjectsInArray`,             | common object once an element |
-// | `replaceObjectsInRange`, `insertObjects`, `replaceObjectsAtIndexes`,   |                               |
+// | whatever takes a list of objects, when that is a guarded array:        | the list's, once; for         |
+// | `addObjectsFromArray`, `setArray`, `removeObjectsInArray`,             | `firstObjectCommonWithArray`  |
+// | `replaceObjectsInRange`, `insertObjects`, `replaceObjectsAtIndexes`,   | once per element              |
 // | `arrayByAddingObjectsFromArray`, `firstObjectCommonWithArray`, and     |                               |
 // | `appendObjects`, `prependObjects`, `insertObjects` of the library      |                               |
 // | whatever compares elements or asks for their texts, when these are     | that of an element, and in it |
@@ -31,14 +31,14 @@
 // time.
 //
 // An array may hold itself, directly or in what it holds. Its texts, also those in logs and formats, show the
-// inner one as "<QNThreadSafeArray: 0x…>"; it is equal to another one as far as both can be told apart; it
-// has no JSON and no property list; models leave the inner one out, and keyed archives hold it once.
+// inner one as "<QNThreadSafeArray: 0x…>"; it equals another one unless a difference is found; it has no
+// JSON and no property list; models leave the inner one out, and keyed archives hold it once.
 //
 // * Enumerators are made under the lock but used without it: they are not safe against writers, and raise
 //   NSGenericException when they notice one.
 // * A walk with range-for takes the lock for each batch. A writer in between makes its next step raise
 //   NSGenericException, as with an ordinary array.
-// * Arrays that are given back are snapshots.
+// * Arrays that operations return are snapshots.
 // * Equality is asymmetric: a guarded array equals guarded arrays only, an ordinary one may equal it, too.
 //   It takes the receiver's lock, then the other's.
 #pragma once
@@ -64,7 +64,7 @@ public:
     static Ref<QNThreadSafeArray> initWithContentsOfURL(const Ref<NSURL> &url);
 
     QNThreadSafeArray() : QNThreadSafeArray(NSMutableArray::array()) {}
-    /// Takes an ordinary array over, which nobody else may use any more.
+    /// Takes over an ordinary array, which nobody else may use from then on.
     explicit QNThreadSafeArray(Ref<NSMutableArray> contents) : _arr(std::move(contents)) {}
 
     NSUInteger count() const override { return locked()->count(); }

@@ -1,11 +1,11 @@
 // A mutable dictionary that any thread may use: one ordinary dictionary behind one lock.
 //
-// It promises what QNThreadSafeArray promises, in the same words: each operation holds the dictionary's own
-// lock, which is not recursive and is given back when the operation raises; walks lock for each batch of
-// keys; enumerators are not protected; what is given back is a snapshot; equality is asymmetric.
+// It promises what QNThreadSafeArray promises: each operation holds the dictionary's own lock, which is not
+// recursive and is released when the operation raises; walks lock for each batch of keys; enumerators are
+// not protected; what operations return is a snapshot; equality is asymmetric.
 //
-// These take a second lock while they hold the dictionary's own. Two threads that do so crosswise at the same
-// moment may wait for ever:
+// These take a second lock while they hold the dictionary's own. Two threads that do so at the same time
+// in opposite order may wait for ever:
 //
 // | operation                                                               | second lock                  |
 // |-------------------------------------------------------------------------|------------------------------|
@@ -18,7 +18,8 @@
 // | `allKeysForObject`, equality, `description`,                            | guarded array                |
 // | `descriptionInStringsFileFormat`, and the JSON texts of the library     |                              |
 //
-// A dictionary may hold itself, directly or in what it holds; a guarded array tells what that means.
+// A dictionary may hold itself, directly or in what it holds; see QNThreadSafeArray for what follows from
+// that.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
@@ -27,7 +28,7 @@
 class QNThreadSafeDictionary : public NSMutableDictionary {
     NS_CLASS(QNThreadSafeDictionary, NSMutableDictionary)
 public:
-    /// Named as those of the guarded array, but dictionaries.
+    /// These two have the names of the guarded array's, but make dictionaries.
     static Ref<QNThreadSafeDictionary> array() { return init(); }
     static Ref<QNThreadSafeDictionary> arrayWithCapacity(NSUInteger capacity) {
         return initWithCapacity(capacity);
@@ -37,12 +38,12 @@ public:
     static Ref<QNThreadSafeDictionary> initWithCapacity(NSUInteger capacity);
     static Ref<QNThreadSafeDictionary> initWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys);
     static Ref<QNThreadSafeDictionary> initWithObjects(const id *objects, const id *keys, NSUInteger count);
-    /// With `copyItems`, the values are copies of the others.
+    /// With `copyItems`, the values are copied.
     static Ref<QNThreadSafeDictionary> initWithDictionary(const Ref<NSDictionary> &dictionary,
                                                           bool copyItems = false);
 
     QNThreadSafeDictionary() : QNThreadSafeDictionary(NSMutableDictionary::dictionary()) {}
-    /// Takes an ordinary dictionary over, which nobody else may use any more.
+    /// Takes over an ordinary dictionary, which nobody else may use from then on.
     explicit QNThreadSafeDictionary(Ref<NSMutableDictionary> contents) : _dic(std::move(contents)) {}
 
     NSUInteger count() const override { return locked()->count(); }

@@ -9,8 +9,8 @@
 // | invalid | `invalidate`, destruction, a tick after the target went away, the first tick |
 // |         | of a timer that does not repeat (which never reaches the target)            |
 //
-// Threads: ticks run on the main thread. Everything may be called from any thread; the target is called
-// without the lock, so it may call `invalidate` itself.
+// Threads: the timer's own ticks run on the main thread. Everything may be called from any thread; the target
+// is called without the lock, so it may call `invalidate` itself.
 #pragma once
 
 #include "Platform/Dispatch/Queues/Semaphore.h"
@@ -33,7 +33,7 @@ public:
     QNTimer(NSTimeInterval interval, const id &target, SEL selector, bool repeats);
     ~QNTimer() override;
 
-    /// One tick.
+    /// One tick, on the calling thread.
     void fire();
     /// Stops the timer for good.
     void invalidate();

@@ -1,11 +1,11 @@
-// Drawing by lot. Any thread.
+// Random indexes, seeded by the system. Any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
 
 namespace qn {
 
-/// An index below the bound, which is not 0; each as likely as the others.
+/// An index below `bound`, which must not be 0; all are equally likely.
 NSUInteger randomIndex(NSUInteger bound);
 
 } // namespace qn

@@ -1,4 +1,4 @@
-// What arrays and dictionaries share in turning into text and bytes. Any thread.
+// How arrays and dictionaries are turned into texts and bytes and back. Any thread.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/OneStep.h"
@@ -11,18 +11,17 @@ class NSString;
 
 namespace qn::collection {
 
-/// The property list that the bytes, in any format, or the text's UTF-8 bytes hold: throughout mutable or
-/// throughout immutable. Returns none if the argument is none.
+/// The property list in the bytes (of any format) or in the text's UTF-8 bytes, with all its containers
+/// mutable or all immutable. Returns none if the argument is none or not a property list.
 id propertyList(const Ref<NSData> &data, bool mutableThroughout);
 id propertyList(const Ref<NSString> &text, bool mutableThroughout);
 
-/// The collection as a binary property list, or as an XML one in text; none when it is none or no property
-/// list.
+/// The collection as a binary property list, or as the text of an XML one; none when it is none or not a
+/// property list.
 Ref<NSData> plistData(const id &collection);
 Ref<NSString> plistString(const id &collection);
 
-/// None when the collection is none, not a valid JSON object, or has a text with a surrogate that stands
-/// alone.
+/// None when the collection is none, not a valid JSON object, or contains a text with an unpaired surrogate.
 Ref<NSString> jsonText(const id &collection, NSJSONWritingOptions options);
 /// The same, as one step on a guarded collection.
 template <class Collection>
@@ -33,7 +32,7 @@ Ref<NSString> jsonText(const Ref<Collection> &collection, NSJSONWritingOptions o
     return oneStep(collection, [=](Collection &contents) { return jsonText(contents.self(), options); });
 }
 
-/// Pretty-printed with all that the platform offers.
+/// Pretty-printed with every option of the platform that helps people read.
 inline constexpr NSJSONWritingOptions readable =
     NSJSONWritingOptions::PrettyPrinted | NSJSONWritingOptions::SortedKeys |
     NSJSONWritingOptions::FragmentsAllowed | NSJSONWritingOptions::WithoutEscapingSlashes;

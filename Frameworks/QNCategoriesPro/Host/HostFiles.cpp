@@ -22,7 +22,7 @@ public:
             close(descriptor_);
     }
 
-    /// How many bytes were read; none at the end and when it fails.
+    /// How many bytes were read; 0 at the end and on failure.
     std::size_t read(char *buffer, std::size_t size) const {
         const ssize_t count = descriptor_ < 0 ? -1 : ::read(descriptor_, buffer, size);
         return count > 0 ? static_cast<std::size_t>(count) : 0;

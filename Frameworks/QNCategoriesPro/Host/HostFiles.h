@@ -1,5 +1,5 @@
-// What the kernel tells in small files, below a folder that stands for "/". What cannot be read, is empty or
-// of another form is absent. Any thread.
+// Small files of the kernel, below a folder that stands for "/". What cannot be read, is empty or has
+// another form is absent. Any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -19,26 +19,27 @@ class HostFiles {
 public:
     explicit HostFiles(std::filesystem::path root) : root_(std::move(root)) {}
 
-    /// All of a file, at most 4 MiB. Paths are relative: "proc/stat".
+    /// The whole file; absent when it is larger than 4 MiB. Paths are relative: "proc/stat".
     std::optional<std::string> contents(const std::string &path) const;
-    /// Its first line without white space at both ends, of valid UTF-8.
+    /// Its first line without white space at either end; none unless that is valid UTF-8.
     Ref<NSString> text(const std::string &path) const;
-    /// Its first line as a decimal number that is not negative.
+    /// Its first line as an unsigned decimal number.
     std::optional<std::uint64_t> number(const std::string &path) const;
     bool exists(const std::string &path) const;
-    /// What is in a folder, in the order of names.
+    /// The names in a folder, sorted.
     std::vector<std::string> names(const std::string &path) const;
 
 private:
     std::filesystem::path root_;
 };
 
-/// A decimal number that is not negative and nothing else.
+/// The text as an unsigned decimal number; absent when there is anything else in it, or it is too large.
 std::optional<std::uint64_t> numberOf(std::string_view text);
-/// The lines, without their ends and the last one's.
+/// The lines without their ends. A final line end starts no further line; an empty text is one empty line.
 std::vector<std::string_view> linesOf(std::string_view text);
-/// The words between blanks and tabs.
+/// The words between white space.
 std::vector<std::string_view> wordsOf(std::string_view line);
+/// Without white space at either end.
 std::string_view trimmed(std::string_view text);
 
 } // namespace qn

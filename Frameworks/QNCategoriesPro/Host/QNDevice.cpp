@@ -9,7 +9,7 @@ namespace {
 
 using Number = std::optional<std::uint64_t>;
 
-/// What boards say whose maker did not fill in the form.
+/// Placeholders that makers of boards left in the DMI table.
 bool isFiller(const Ref<NSString> &text) {
     static const Ref<NSString> fillers[] = {u"to be filled by o.e.m."_ns,
                                             u"default string"_ns,
@@ -27,7 +27,7 @@ Ref<NSString> withoutFiller(const Ref<NSString> &text) {
     return text && !isFiller(text) ? text : nullptr;
 }
 
-/// The value of a line such as `NAME="Debian GNU/Linux"`, of which a shell could read the assignment.
+/// The value of a line such as `NAME="Debian GNU/Linux"`, which is written as a shell's assignment.
 Ref<NSString> assigned(std::string_view contents, std::string_view key) {
     for (auto line : qn::linesOf(contents)) {
         line = qn::trimmed(line);
@@ -80,7 +80,7 @@ QNMachine QNDevice::machine() const {
     const std::string board = "sys/class/dmi/id/", tree = "sys/firmware/devicetree/base/";
     QNMachine machine{withoutFiller(files_.text(board + "sys_vendor")),
                       withoutFiller(files_.text(board + "product_name"))};
-    if (!machine.model) // boards without a BIOS; the text ends with a zero
+    if (!machine.model) // boards without a BIOS; the text ends with a zero byte
         if (const auto model = files_.contents(tree + "model"))
             machine.model = NSString::stringWithUTF8String(model->substr(0, model->find('\0')));
     return machine;

@@ -1,9 +1,9 @@
-// The computer that the program runs on: what the kernel tells of it, read anew with each call.
+// The computer that the program runs on, as the kernel describes it; read anew with each call.
 //
 //     const QNDevice device;
 //     if (const auto available = device.memory().available)
 //
-// What the system does not tell is absent: none, nullopt, an empty list; never 0. Nothing waits for another
+// What the system does not say is absent: none, nullopt or an empty list, never 0. No call waits for another
 // machine or program. Sizes are in bytes. Any thread.
 #pragma once
 
@@ -28,7 +28,7 @@ struct QNSystem {
 
 struct QNMemory {
     std::optional<std::uint64_t> total;
-    std::optional<std::uint64_t> used;      ///< what is not available
+    std::optional<std::uint64_t> used;      ///< total - available
     std::optional<std::uint64_t> available; ///< to new programs, without swapping
     std::optional<std::uint64_t> swapTotal, swapUsed, swapFree;
 };
@@ -42,7 +42,7 @@ struct QNBattery {
 
 class QNDevice {
 public:
-    /// Where the kernel is asked; tests bring their own.
+    /// Where facts come from; tests bring their own.
     struct Sources {
         std::filesystem::path root = "/";
         qn::FileSystemSizes fileSystemSizes = qn::sizeOfFileSystemAt;
@@ -61,7 +61,7 @@ public:
         return qn::readFileSystems(files_, sources_.fileSystemSizes);
     }
     QNNetworkReading network() const { return qn::readNetwork(files_, sources_.interfaceAddresses); }
-    /// Those of the computer, not of a mouse or a headset.
+    /// The computer's own, not those of a mouse or a headset.
     std::vector<QNBattery> batteries() const;
 
 private:

@@ -1,4 +1,4 @@
-// The file systems that are mounted, and their room. Plain values. Any thread.
+// Mounted file systems and their sizes. Plain values. Any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -14,8 +14,8 @@ class NSString;
 /// In bytes.
 struct QNFileSystemSize {
     std::uint64_t total = 0;
-    std::uint64_t free = 0;      ///< also for the system's own use
-    std::uint64_t available = 0; ///< to everybody
+    std::uint64_t free = 0;      ///< including what is reserved for the system
+    std::uint64_t available = 0; ///< to ordinary users
 
     bool operator==(const QNFileSystemSize &) const = default;
 };
@@ -24,7 +24,7 @@ struct QNFileSystem {
     Ref<NSString> device; ///< as the kernel calls it: "/dev/sda1", "tmpfs"
     Ref<NSString> mountPoint;
     Ref<NSString> type; ///< "ext4"
-    /// Absent for those of other machines and of programs (FUSE): who asks waits until these answer.
+    /// Absent for file systems of other machines and of programs (FUSE): asking would wait for their answer.
     std::optional<QNFileSystemSize> size;
 };
 
@@ -32,11 +32,12 @@ namespace qn {
 
 class HostFiles;
 
-/// Asks the kernel for the room at a mount point; absent when it does not say.
+/// Asks the kernel for the size at a mount point; absent when it does not say.
 using FileSystemSizes = std::function<std::optional<QNFileSystemSize>(const std::string &mountPoint)>;
 std::optional<QNFileSystemSize> sizeOfFileSystemAt(const std::string &mountPoint);
 
-/// Each device and each mount point once, without those that keep nothing (/proc and the like).
+/// Each device and each mount point once, without file systems of size 0 such as /proc. Of a device that is
+/// mounted at several places, the shortest counts.
 std::vector<QNFileSystem> readFileSystems(const HostFiles &files, const FileSystemSizes &sizes);
 
 } // namespace qn

@@ -55,14 +55,14 @@ QNInterfaceKind kindOf(const qn::HostFiles &files, const std::string &folder) {
     case ARPHRD_IPGRE:
     case ARPHRD_IP6GRE:
     case ARPHRD_PPP:
-    case ARPHRD_NONE: // what "tun" devices and WireGuard are
+    case ARPHRD_NONE: // "tun" devices and WireGuard
         return QNInterfaceKind::tunnel;
     default:
         return QNInterfaceKind::other;
     }
 }
 
-/// Drivers without a state of their own, the loopback's for one, say that it is unknown.
+/// Drivers that keep no state, such as the loopback's, report "unknown"; the carrier then decides.
 std::optional<bool> isLinked(const qn::HostFiles &files, const std::string &folder) {
     const auto state = files.text(folder + "operstate");
     if (!state)
@@ -125,7 +125,7 @@ QNNetworkReading qn::readNetwork(const HostFiles &files, const InterfaceAddresse
     for (const std::string &name : files.names("sys/class/net")) {
         const std::string folder = "sys/class/net/" + name + "/";
         if (!files.exists(folder + "type"))
-            continue; // a file that belongs to none, such as "bonding_masters"
+            continue; // not an interface, e.g. "bonding_masters"
         QNNetworkInterface one{NSString::stringWithUTF8String(name),
                                kindOf(files, folder),
                                isLinked(files, folder),

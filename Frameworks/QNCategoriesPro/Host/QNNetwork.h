@@ -1,4 +1,4 @@
-// Network interfaces, their addresses and what went through them. Plain values. Any thread.
+// Network interfaces, their addresses and their traffic. Plain values. Any thread.
 //
 //     const auto before = device.network();
 //     …
@@ -23,10 +23,10 @@ enum class QNInterfaceKind {
     wireless,
     loopback,
     tunnel,
-    other, ///< bridges and the like, which exist in software only
+    other, ///< everything else, such as bridges
 };
 
-/// Since the interface is there, or between two readings.
+/// Since the interface was made, or between two readings.
 struct QNTraffic {
     std::uint64_t receivedBytes = 0, receivedPackets = 0;
     std::uint64_t sentBytes = 0, sentPackets = 0;
@@ -37,7 +37,7 @@ struct QNTraffic {
 struct QNNetworkInterface {
     Ref<NSString> name; ///< "eth0"
     QNInterfaceKind kind = QNInterfaceKind::other;
-    std::optional<bool> isLinked;  ///< whether there is somebody at the other end
+    std::optional<bool> isLinked;  ///< whether the link is up
     Ref<NSString> hardwareAddress; ///< "00:00:5e:00:53:01"; none for those without one
     std::vector<Ref<NSString>> IPv4Addresses, IPv6Addresses; ///< the latter without zones
     std::optional<QNTraffic> traffic;
@@ -63,14 +63,14 @@ std::vector<InterfaceAddress> addressesOfInterfaces();
 
 QNNetworkReading readNetwork(const HostFiles &files, const InterfaceAddresses &addresses);
 
-/// Of all interfaces of a kind together. Absent when none of them tells.
+/// The sum over all interfaces of a kind. Absent when none of them has counters.
 std::optional<QNTraffic> trafficOf(const QNNetworkReading &reading, QNInterfaceKind kind);
 
-/// By the names of interfaces, of those that tell at both ends and whose counters did not begin anew
-/// meanwhile.
+/// By the name of the interface, for those that have counters in both readings which did not start again in
+/// between.
 std::map<std::string, QNTraffic> trafficBetween(const QNNetworkReading &before,
                                                 const QNNetworkReading &after);
-/// The same for all interfaces of a kind together. Absent when there is none of those.
+/// The sum of these over all interfaces of a kind. Absent when there are none.
 std::optional<QNTraffic> trafficBetween(const QNNetworkReading &before, const QNNetworkReading &after,
                                         QNInterfaceKind kind);
 

@@ -8,9 +8,8 @@
 
 namespace {
 
-/// Of the words of "cpu0 529935 647797 254402 …": the times as user, nice, system, idle, waiting for input
-/// and output, two kinds of interrupts, stolen by the host of a virtual machine. What guests used is in the
-/// first two.
+/// From the words of "cpu0 529935 647797 254402 …": user, nice, system, idle, waiting for input and output,
+/// hard and soft interrupts, stolen by the host of a virtual machine. What guests used is in the first two.
 std::optional<QNProcessorTimes> timesOf(const std::vector<std::string_view> &words) {
     constexpr std::size_t idle = 4, waiting = 5, stolen = 8;
     QNProcessorTimes times;
@@ -27,7 +26,7 @@ std::optional<QNProcessorTimes> timesOf(const std::vector<std::string_view> &wor
 std::optional<double> loadOf(const QNProcessorTimes &before, const QNProcessorTimes &after) {
     if (after.total <= before.total)
         return std::nullopt;
-    // The time of waiting may go back a little.
+    // The waiting time that the kernel reports may decrease a little.
     const auto busy = static_cast<double>(after.busy) - static_cast<double>(before.busy);
     return std::clamp(busy / static_cast<double>(after.total - before.total), 0.0, 1.0);
 }

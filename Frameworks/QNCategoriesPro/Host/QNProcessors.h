@@ -1,4 +1,4 @@
-// How busy the processors are: two readings, and what lies between them.
+// How busy the processors are between two readings.
 //
 //     const auto before = device.processors();
 //     …
@@ -17,7 +17,7 @@ namespace qn {
 class HostFiles;
 }
 
-/// Since the system was started, in the kernel's ticks, all cores together or one.
+/// Since the system was started, in the kernel's ticks; of all cores together or of one.
 struct QNProcessorTimes {
     std::uint64_t busy = 0;
     std::uint64_t total = 0;
@@ -28,10 +28,10 @@ struct QNProcessorTimes {
 struct QNProcessorReading {
     dispatch::Instant moment; ///< by the current clock
     std::optional<QNProcessorTimes> all;
-    std::map<unsigned, QNProcessorTimes> cores; ///< by the kernel's number; those that are switched on
+    std::map<unsigned, QNProcessorTimes> cores; ///< those that are switched on, by the kernel's number
 };
 
-/// From 0, idle, to 1. Absent where no tick has passed, and for cores that were not on at both ends.
+/// From 0 (idle) to 1. Absent where no tick has passed, and for cores that were not on in both readings.
 struct QNProcessorLoad {
     double seconds = 0; ///< between the readings
     std::optional<double> total;
@@ -43,7 +43,7 @@ namespace qn {
 QNProcessorLoad loadBetween(const QNProcessorReading &before, const QNProcessorReading &after);
 
 QNProcessorReading readProcessors(const HostFiles &files);
-/// Those that are switched on.
+/// How many are switched on.
 std::optional<unsigned> countProcessors(const HostFiles &files);
 
 } // namespace qn

@@ -5,13 +5,13 @@
 
 namespace qn {
 
-/// A new array of a model for each dictionary of the array, but those whose mapping fails. None without a
-/// class or an array.
+/// A new array with a model for each dictionary of the array, in their order; elements that are no
+/// dictionaries and those whose mapping fails are left out. None without a class or an array.
 Ref<NSArray> modelArrayWithClass(Class cls, const Ref<NSArray> &array);
-/// Of an array, or of a text or bytes that hold one.
+/// From an array, or from a text or bytes with a JSON array; none for anything else.
 Ref<NSArray> modelArrayWithClass(Class cls, const id &json);
 
-/// The same of either.
+/// The same with the class as a type.
 template <class T>
 Ref<NSArray> modelArrayWithClass(const id &json) {
     return modelArrayWithClass(T::class_(), json);

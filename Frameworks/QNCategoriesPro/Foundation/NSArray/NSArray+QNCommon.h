@@ -1,13 +1,14 @@
-// Reading arrays without a thought for their bounds. Each is one step on a guarded array; none gives none.
+// Reading elements without checking bounds first. Each is one step on a guarded array; an array of none gives
+// none. Any thread, on arrays that do not change meanwhile or are guarded.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSArray.h"
 
 namespace qn {
 
-/// Any element, each as likely as the others; none when empty.
+/// A random element, all equally likely; none when the array is empty.
 id randomObject(const Ref<NSArray> &array);
-/// None when the index is not below the count.
+/// The element at the index; none when the index is not below the count.
 id objectOrNilAtIndex(const Ref<NSArray> &array, NSUInteger index);
 
 } // namespace qn

@@ -9,14 +9,14 @@
 
 namespace qn {
 
-/// The array that a property list in any format holds. Returns none if the argument is none or a list of
-/// another kind.
+/// The array in a property list of any format. Returns none if the argument is none, not a property list, or
+/// its root is not an array.
 /// `arrayWithPlistData<NSMutableArray>` makes all of it mutable: arrays, dictionaries, texts and data.
 template <class Array = NSArray>
 Ref<Array> arrayWithPlistData(const Ref<NSData> &data) {
     return as<Array>(collection::propertyList(data, std::is_same_v<Array, NSMutableArray>));
 }
-/// The same on the UTF-8 bytes of the text.
+/// The same from the UTF-8 bytes of the text.
 template <class Array = NSArray>
 Ref<Array> arrayWithPlistString(const Ref<NSString> &text) {
     return as<Array>(collection::propertyList(text, std::is_same_v<Array, NSMutableArray>));
@@ -26,7 +26,7 @@ Ref<Array> arrayWithPlistString(const Ref<NSString> &text) {
 Ref<NSData> plistData(const Ref<NSArray> &array);
 Ref<NSString> plistString(const Ref<NSArray> &array);
 
-/// Compact JSON text; none when the array is not valid JSON, or a surrogate stands alone in it.
+/// Compact JSON text; none when the array is not valid JSON or contains an unpaired surrogate.
 Ref<NSString> jsonStringEncoded(const Ref<NSArray> &array);
 /// The same, pretty-printed with sorted keys and plain slashes.
 Ref<NSString> jsonPrettyStringEncoded(const Ref<NSArray> &array);

@@ -1,4 +1,4 @@
-// Conversions of byte buffers. None gives none, or zero. Any thread.
+// Conversions of byte buffers. A buffer of none gives none, or zero. Any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -8,25 +8,26 @@ class NSString;
 
 namespace qn {
 
-/// The text that the bytes hold as UTF-8 up to the first zero byte, or up to their end when there is none.
-/// Empty data gives the empty text; none gives none, and so do bytes that are not valid UTF-8.
+/// The text in the bytes, as UTF-8, up to the first zero byte or else to the end. Empty data gives the empty
+/// text; bytes that are not valid UTF-8 give none.
 Ref<NSString> UTF8String(const Ref<NSData> &data);
 
-/// Two upper-case digits a byte, without separators: "0AFF".
+/// Two upper-case digits per byte, without separators: "0AFF".
 Ref<NSString> hexString(const Ref<NSData> &data);
-/// The description without brackets and blanks: two lower-case digits a byte.
+/// Two lower-case digits per byte, without separators: the description without brackets and blanks.
 Ref<NSString> APNSToken(const Ref<NSData> &data);
 
-/// The bytes that the text writes in hexadecimal, blanks left aside, an odd last character ignored. Never
-/// fails on what is no digit: a pair of characters has the value of its leading digits, 0 without any, and
-/// "-1" is 0xFF. Only the low byte of a UTF-16 unit counts. None for a text without anything but blanks.
+/// The bytes of a hexadecimal text. Blanks are skipped, an odd last character is ignored. Characters that are
+/// not digits are no error: a pair has the value of its leading digits, 0 without any, and "-1" is 0xFF. Only
+/// the low byte of each UTF-16 unit counts. None for a text that is empty or nothing but blanks.
 Ref<NSData> dataWithHexString(const Ref<NSString> &text);
 
-/// The array or dictionary that the bytes hold as JSON. None, and a line in the log, when they are not JSON.
+/// The JSON array or dictionary in the bytes. When they are not one, the result is none and the error is
+/// logged.
 id jsonValueDecoded(const Ref<NSData> &data);
 
-/// The bytes of the program's resource of that name; none when there is none, and for a name that leads out
-/// of the resources.
+/// The bytes of the program's resource of that name; none when there is none, or when the name leads out of
+/// the resources.
 Ref<NSData> dataNamed(const Ref<NSString> &name);
 
 /// Zlib's CRC-32.
@@ -40,7 +41,7 @@ Ref<NSString> crc32String(const Ref<NSData> &data);
 Ref<NSData> base64EncodedData(const Ref<NSData> &data);
 Ref<NSString> base64EncodedString(const Ref<NSData> &data);
 Ref<NSData> base64DecodedData(const Ref<NSData> &data);
-/// By way of `UTF8String`.
+/// The decoded bytes as `UTF8String` reads them.
 Ref<NSString> base64DecodedString(const Ref<NSData> &data);
 
 // Digests, as bytes or as upper-case hexadecimal. Algorithm numbers:
@@ -49,10 +50,10 @@ Ref<NSString> base64DecodedString(const Ref<NSData> &data);
 //     digest     SHA-1  MD5  SHA-256  SHA-384  SHA-512  SHA-224
 //     bytes      20     16   32       48       64       28
 
-/// The length of a digest in bytes; 20 for a number without algorithm.
+/// The length of a digest in bytes; 20 for an unknown number.
 std::size_t size_t_alg(std::uint32_t alg);
 
-/// None for a number without algorithm.
+/// None for an unknown number.
 Ref<NSString> stringWithAlg(const Ref<NSData> &data, std::uint32_t alg);
 Ref<NSData> dataWithAlg(const Ref<NSData> &data, std::uint32_t alg);
 
@@ -69,15 +70,16 @@ Ref<NSData> SHA384_data(const Ref<NSData> &data);
 Ref<NSString> SHA512_string(const Ref<NSData> &data);
 Ref<NSData> SHA512_data(const Ref<NSData> &data);
 
-/// The HMAC in upper-case hexadecimal. The key is the text's UTF-8 up to the first zero byte. None for a
-/// number without algorithm, and without key.
+/// The HMAC in upper-case hexadecimal. The key is the text's UTF-8 up to the first zero byte. None for an
+/// unknown number, and without a key.
 Ref<NSString> hmacStringUsingAlg(const Ref<NSData> &data, std::uint32_t alg, const Ref<NSString> &key);
-/// The HMAC. None for a number without algorithm, and without key.
+/// The HMAC as bytes. None for an unknown number, and without a key.
 Ref<NSData> hmacDataUsingAlg(const Ref<NSData> &data, std::uint32_t alg, const Ref<NSData> &key);
 
-// AES-128, -192 or -256, by the length of the key, in CBC mode with PKCS#7 padding. An empty initialisation
-// vector, or none, is all zeros. None for keys that are not 16, 24 or 32 bytes and vectors that are not 16
-// bytes long, and for bytes to decrypt that are not whole blocks or not padded.
+// AES-128, -192 or -256, depending on the length of the key, in CBC mode with PKCS#7 padding. An empty
+// initialisation vector, or none, stands for 16 zero bytes. The result is none for keys that are not 16, 24
+// or 32 bytes long, for vectors that are not 16 bytes long, and for ciphertext that is not whole blocks or
+// whose padding is wrong.
 
 Ref<NSData> AES256EncryptWithKey(const Ref<NSData> &data, const Ref<NSData> &key, const Ref<NSData> &iv);
 Ref<NSData> AES256DecryptWithkey(const Ref<NSData> &data, const Ref<NSData> &key, const Ref<NSData> &iv);

@@ -1,4 +1,4 @@
-// Checksums: in a file of their own, so that only who asks for them is linked to zlib.
+// Checksums: in a file of their own, so that only programs that use them are linked to zlib.
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 
 #include "Platform/Foundation/Data/NSData.h"

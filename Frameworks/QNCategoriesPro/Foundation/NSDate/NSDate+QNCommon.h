@@ -1,5 +1,5 @@
-// Components of dates, simple arithmetic, and dates to texts and back. None gives none, zero or false. Any
-// thread; threads that use the same shared formatter wait for each other.
+// Components of dates, simple arithmetic, and dates to texts and back. A date or text of none gives none,
+// zero or false. Any thread; threads that use the same shared formatter wait for each other.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -11,7 +11,7 @@ class NSTimeZone;
 
 namespace qn {
 
-// Components in the current calendar and the default time zone; 0 for a date beyond what calendars reach
+// Components in the current calendar and the default time zone; 0 for a date out of the calendar's range
 
 Ref<NSCalendar> calendar(const Ref<NSDate> &date);
 Ref<NSTimeZone> timeZone(const Ref<NSDate> &date);
@@ -31,33 +31,33 @@ NSInteger weekday(const Ref<NSDate> &date);
 NSInteger weekdayOrdinal(const Ref<NSDate> &date);
 NSInteger weekOfMonth(const Ref<NSDate> &date);
 NSInteger weekOfYear(const Ref<NSDate> &date);
-/// The year of which `weekOfYear` is a week, counted as `year` is.
+/// The year that `weekOfYear` belongs to, counted as `year` is.
 NSInteger yearForWeekOfYear(const Ref<NSDate> &date);
 /// 1 to 4.
 NSInteger quarter(const Ref<NSDate> &date);
-/// The flag of the components that have only the quarter, which is false; see NSDateComponents.
+/// Always false: the flag of components that were asked for the quarter only; see NSDateComponents.
 bool isLeapMonth(const Ref<NSDate> &date);
-/// Whether the number of the year is one of a Gregorian leap year, which 0 is; false where there is no year.
+/// Whether `year`, which may be 0, is the number of a Gregorian leap year; false out of the calendar's range.
 bool isLeapYear(const Ref<NSDate> &date);
 bool isToday(const Ref<NSDate> &date);
 bool isYesterday(const Ref<NSDate> &date);
 bool isTomorrow(const Ref<NSDate> &date);
 
-// Arithmetic of the current calendar: a day that the month does not have becomes its last. None beyond what
-// calendars reach
+// Arithmetic in the current calendar: a day that the month does not have becomes its last. None out of the
+// calendar's range
 
 Ref<NSDate> dateByAddingYears(const Ref<NSDate> &date, NSInteger years);
 Ref<NSDate> dateByAddingMonths(const Ref<NSDate> &date, NSInteger months);
 Ref<NSDate> dateByAddingWeeks(const Ref<NSDate> &date, NSInteger weeks);
 
-// Arithmetic of seconds: a day has 86,400 of them, also where the clocks change. The product wraps at 64 bits
+// Arithmetic in seconds: a day has 86,400, also where clocks change. The number of seconds wraps at 64 bits
 
 Ref<NSDate> dateByAddingDays(const Ref<NSDate> &date, NSInteger days);
 Ref<NSDate> dateByAddingHours(const Ref<NSDate> &date, NSInteger hours);
 Ref<NSDate> dateByAddingMinutes(const Ref<NSDate> &date, NSInteger minutes);
 Ref<NSDate> dateByAddingSeconds(const Ref<NSDate> &date, NSInteger seconds);
 
-// Texts, by patterns as of NSDateFormatter; none for the locale or the time zone stands for the current one
+// Texts, by patterns of NSDateFormatter; a locale or time zone of none stands for the current one
 
 Ref<NSString> stringWithFormat(const Ref<NSDate> &date, const Ref<NSString> &format);
 Ref<NSString> stringWithFormat(const Ref<NSDate> &date, const Ref<NSString> &format,

@@ -5,13 +5,13 @@
 
 namespace qn {
 
-/// A new dictionary of a model for each value that is a dictionary, under its key, but those whose mapping
-/// fails. None without a class or a dictionary.
+/// A new dictionary with a model for each value that is a dictionary, under its key; other values and those
+/// whose mapping fails are left out. None without a class or a dictionary.
 Ref<NSDictionary> modelDictionaryWithClass(Class cls, const Ref<NSDictionary> &dictionary);
-/// Of a dictionary, or of a text or bytes that hold one.
+/// From a dictionary, or from a text or bytes with a JSON object; none for anything else.
 Ref<NSDictionary> modelDictionaryWithClass(Class cls, const id &json);
 
-/// The same of either.
+/// The same with the class as a type.
 template <class T>
 Ref<NSDictionary> modelDictionaryWithClass(const id &json) {
     return modelDictionaryWithClass(T::class_(), json);

@@ -3,7 +3,7 @@
 //     qn::intValueForKey(settings, u"threshold"_ns, 10)
 //
 // Any thread, on dictionaries that do not change meanwhile; `entriesForKeys` and the JSON texts are one step
-// on a guarded dictionary. A receiver of none gives none, zero or false, even where a default is named.
+// on a guarded dictionary. A dictionary of none gives none, zero or false, even where a default is passed.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/CollectionText.h"
@@ -15,25 +15,25 @@
 
 class NSArray;
 
-/// The value as a number. None and the null marker give none; so does what is neither number nor text.
+/// The value as a number; none for anything that is neither number nor text.
 ///
 /// | text, in any case | number |
 /// |---|---|
 /// | true, yes / false, no | the booleans |
 /// | nil, null | none |
-/// | with a "." anywhere | the double at its beginning, 0 when there is none |
+/// | any other with a "." | the double at its beginning, 0 when there is none |
 /// | any other | the 64-bit integer at its beginning, 0 when there is none |
 Ref<NSNumber> NSNumberFromID(const id &value);
 
 namespace qn {
 
-/// The number in the entry, or that of its text; nothing when the default is due: there is no key, no value,
+/// The number in the entry, or that of its text. `std::nullopt` where the default applies: no key, no value,
 /// the null marker, or a value that is neither number nor text. A text that means none ("nil", "null") gives
 /// none, not the default.
 std::optional<Ref<NSNumber>> scalarForKey(const Ref<NSDictionary> &dictionary, const id &key);
 
-/// Reads a scalar: `(dictionary, key, default)`. The default is for a missing, null or non-scalar value only:
-/// the texts "nil" and "null" give 0. `Read` converts the number (and cuts it, see NSNumber.h).
+/// Reads a scalar: `(dictionary, key, default)`. The default is for missing, null and non-scalar values only:
+/// the texts "nil" and "null" give 0. `Read` converts the number, and narrows it as NSNumber.h describes.
 template <auto Read>
 struct ScalarForKey {
     using Value = decltype((std::declval<const NSNumber &>().*Read)());
@@ -62,30 +62,29 @@ inline constexpr ScalarForKey<&NSNumber::doubleValue> doubleValueForKey;
 inline constexpr ScalarForKey<&NSNumber::integerValue> integerValueForKey;
 inline constexpr ScalarForKey<&NSNumber::unsignedIntegerValue> unsignedIntegerValueForKey;
 
-/// The number, or that of a text, which may be none; the default in the cases of the scalars above.
+/// The number, or that of a text, which may be none; the default in the same cases as above.
 Ref<NSNumber> numberValueForKey(const Ref<NSDictionary> &dictionary, const id &key,
                                 const Ref<NSNumber> &otherwise);
 /// The text, or that of a number ("12", "1.5"); the default for anything else.
 Ref<NSString> stringValueForKey(const Ref<NSDictionary> &dictionary, const id &key,
                                 const Ref<NSString> &otherwise);
 
-/// The keys in ascending order without regard to case (of their descriptions, for keys that are no texts).
+/// The keys in ascending order, ignoring case; keys that are not texts are ordered by their descriptions.
 Ref<NSArray> allKeysSorted(const Ref<NSDictionary> &dictionary);
 /// The values in the order of `allKeysSorted`.
 Ref<NSArray> allValuesSortedByKeys(const Ref<NSDictionary> &dictionary);
 bool containsObjectForKey(const Ref<NSDictionary> &dictionary, const id &key);
-/// The entries of those of the keys that have one.
+/// A new dictionary with the entries of those keys that are present.
 Ref<NSMutableDictionary> entriesForKeys(const Ref<NSDictionary> &dictionary, const Ref<NSArray> &keys);
 
-/// The dictionary that a property list in any format holds. Returns none if the argument is none or a list of
-/// another kind.
-/// `dictionaryWithPlistData<NSMutableDictionary>` makes all of it mutable: arrays, dictionaries, texts and
-/// data.
+/// The dictionary in a property list of any format. Returns none if the argument is none, not a property
+/// list, or its root is not a dictionary. `dictionaryWithPlistData<NSMutableDictionary>` makes all of it
+/// mutable: arrays, dictionaries, texts and data.
 template <class Dictionary = NSDictionary>
 Ref<Dictionary> dictionaryWithPlistData(const Ref<NSData> &data) {
     return as<Dictionary>(collection::propertyList(data, std::is_same_v<Dictionary, NSMutableDictionary>));
 }
-/// The same on the UTF-8 bytes of the text.
+/// The same from the UTF-8 bytes of the text.
 template <class Dictionary = NSDictionary>
 Ref<Dictionary> dictionaryWithPlistString(const Ref<NSString> &text) {
     return as<Dictionary>(collection::propertyList(text, std::is_same_v<Dictionary, NSMutableDictionary>));
@@ -95,12 +94,13 @@ Ref<Dictionary> dictionaryWithPlistString(const Ref<NSString> &text) {
 Ref<NSData> plistData(const Ref<NSDictionary> &dictionary);
 Ref<NSString> plistString(const Ref<NSDictionary> &dictionary);
 
-/// Compact JSON text; none when the dictionary is not valid JSON, or a surrogate stands alone in it.
+/// Compact JSON text; none when the dictionary is not valid JSON or contains an unpaired surrogate. Both are
+/// the same.
 Ref<NSString> jsonString(const Ref<NSDictionary> &dictionary);
 Ref<NSString> jsonStringEncoded(const Ref<NSDictionary> &dictionary);
 /// The same, pretty-printed with sorted keys and plain slashes.
 Ref<NSString> jsonPrettyString(const Ref<NSDictionary> &dictionary);
-/// The same, pretty-printed and nothing more.
+/// The same, pretty-printed with no other option.
 Ref<NSString> jsonPrettyStringEncoded(const Ref<NSDictionary> &dictionary);
 
 } // namespace qn

@@ -66,8 +66,8 @@ private:
 
 Ref<NSString> QNPercentEscapedStringFromString(const Ref<NSString> &text) {
     const auto escaped = NSMutableString::string();
-    // Each batch is widened in what is left: seen from a boundary nothing before it counts, and looking back
-    // over a text of flags would reach its beginning every time.
+    // Each batch is widened to whole characters within the rest of the text: what lies before a boundary does
+    // not matter, and in a text of flags, looking back for one would run to the beginning every time.
     std::u16string_view rest = text ? std::u16string_view(text->units()) : std::u16string_view();
     while (!rest.empty()) {
         const NSUInteger length =

@@ -1,4 +1,4 @@
-// Taking entries out of dictionaries. Each is one step on a guarded dictionary; a receiver of none gives
+// Taking entries out of dictionaries. Each is one step on a guarded dictionary; a dictionary of none gives
 // none.
 #pragma once
 
@@ -6,9 +6,9 @@
 
 namespace qn {
 
-/// Removes the entry and gives its value. Returns none if an argument is none or there is no such key.
+/// Removes the entry and returns its value; none if an argument is none or there is no such key.
 id popObjectForKey(const Ref<NSMutableDictionary> &dictionary, const id &key);
-/// Removes the entries of those of the keys that have one and gives them.
+/// Removes the entries of those keys that are present and returns them in a new dictionary.
 Ref<NSMutableDictionary> popEntriesForKeys(const Ref<NSMutableDictionary> &dictionary,
                                            const Ref<NSArray> &keys);
 

@@ -1,13 +1,13 @@
-// Fills objects with what JSON tells: the values of a dictionary go to the properties of the same names,
-// converted to their types. ModelHooks.h tells how a class changes that.
+// Fills objects from JSON: the values of a dictionary go to the properties of the same names, converted to
+// their types. A class changes that by the hooks of ModelHooks.h.
 //
 //     auto book = qn::modelWithJSON<Book>(u"{\"title\": \"Emma\", \"pages\": \"474\"}"_ns);
 //     book->pages;   // 474
 //
-// JSON is a dictionary, or a text or bytes that hold one. Models within models nest as deep as
-// ModelSetting.h tells. Values of JSON never raise; setters and hooks may.
+// JSON is a dictionary, or a text or bytes with a JSON object. Models nest at most 512 levels
+// (ModelSetting.h). No JSON, however wrong, raises; setters and hooks may.
 //
-// Threads: any, one at a time for each model.
+// Threads: any, one at a time per model.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSDictionary.h"
@@ -15,15 +15,15 @@
 
 namespace qn {
 
-/// None unless JSON is, or is the text or the bytes of, a dictionary.
+/// The dictionary itself, or the one in a text or bytes; none for anything else.
 Ref<NSDictionary> _dictionaryWithJSON(const id &json);
 
-/// A new object of the class, or of the one that the class names for the dictionary. None for a class of
-/// Foundation, without properties, or that cannot be instantiated, and when mapping fails.
+/// A new object of the class, or of the class that its hook chooses for the dictionary. None for a class of
+/// Foundation, without mapped properties, or that cannot be instantiated, and when mapping fails.
 id modelWithDictionary(Class cls, const id &dictionary);
 id modelWithJSON(Class cls, const id &json);
 
-/// The same; none as well when the class names one that is no `T`.
+/// The same as a `T`; none also when the hook chooses a class that is not a `T`.
 template <class T>
 Ref<T> modelWithDictionary(const id &dictionary) {
     return as<T>(modelWithDictionary(T::class_(), dictionary));
@@ -33,7 +33,8 @@ Ref<T> modelWithJSON(const id &json) {
     return as<T>(modelWithJSON(T::class_(), json));
 }
 
-/// False when nothing could be mapped or a hook says so.
+/// Fills an existing object. False when it has no mapped properties, the JSON is not a dictionary, or a hook
+/// refuses.
 bool modelSetWithDictionary(const id &model, const id &dictionary);
 bool modelSetWithJSON(const id &model, const id &json);
 

@@ -37,7 +37,7 @@ Text head(const NSObject &object) {
     return NSString::stringWithFormat("<%@: %p>", object.isa(), static_cast<const void *>(&object));
 }
 
-/// Blanks of the levels after each line feed.
+/// Appends the lines, indented after each line feed.
 void appendIndented(std::u16string &text, std::u16string_view lines, std::size_t levels) {
     for (;;) {
         const std::size_t end = lines.find(u'\n');
@@ -50,7 +50,8 @@ void appendIndented(std::u16string &text, std::u16string_view lines, std::size_t
     }
 }
 
-/// Writes each line once, where it belongs: to indent whole texts level by level would take the square.
+/// Writes each line once, with its final indentation: indenting whole texts level by level would take
+/// quadratic time.
 class Writer {
 public:
     void writeObject(const id &object);
@@ -65,7 +66,7 @@ private:
     void writeModel(NSObject &model, const _QNModelMeta &meta);
     void writeProperty(NSObject &model, const _QNModelPropertyMeta &meta);
 
-    /// A line for each item: its key, unless that is none, and what `writeValue` writes of it.
+    /// One line per item: its key, unless that is none, and what `writeValue` writes.
     template <class Items, class KeyOf, class WriteValue>
     void writeLines(const char16_t (&brackets)[3], const Items &items, const KeyOf &keyOf,
                     const WriteValue &writeValue) {

@@ -1,26 +1,26 @@
-// Models, and what they hold, as text for people; containers and models indented by four blanks a level:
+// Models and their contents as text for people, indented by four blanks per level:
 //
 //     <Book: 0x5581d3f0> {
 //         pages = 474;
 //         title = "Emma"
 //     }
 //
-// Properties stand in the order of their names. Values and data longer than 100 characters are cut. An object
-// within itself, and what lies more than 512 levels deep, shows as its class and address alone.
+// Properties are sorted by name. The texts of NSValue and NSData are cut after 100 characters. An object
+// within itself, and anything more than 512 levels deep, shows as its class and address only.
 //
-// Threads: any, while nobody changes the objects.
+// Threads: any, while no thread changes the objects.
 #pragma once
 
 #include "Platform/Foundation/Text/NSString.h"
 
-/// Never none. "<nil>" for none.
+/// The description of any object; "<nil>" for none. Never none.
 Ref<NSString> ModelDescription(const id &object);
-/// Inserts four blanks after every line feed, and returns the same text.
+/// Inserts four blanks after every line feed of the text itself, and returns it; none for none.
 Ref<NSMutableString> ModelDescriptionAddIndent(const Ref<NSMutableString> &text);
 
 namespace qn {
 
-/// Returns none for none.
+/// As `ModelDescription`, but none for none.
 Ref<NSString> modelDescription(const id &model);
 
 } // namespace qn

@@ -1,31 +1,32 @@
-// Models, and collections of them, as JSON: what NSObject+Model.h reads, written.
+// Writes models, and collections of them, as JSON: the reverse of NSObject+Model.h.
 //
 //     qn::modelToJSONString(book);   // {"title":"Emma","pages":474}
 //
 // | object                     | JSON                                                                      |
 // |----------------------------|---------------------------------------------------------------------------|
 // | text, number, null marker  | itself                                                                    |
-// | dictionary                 | itself when it is valid JSON; else anew: keys that are no texts by their   |
-// |                            | descriptions, what has no JSON as null                                    |
-// | array, set                 | an array, itself when it is valid JSON; else anew, without what has no    |
-// |                            | JSON and without null                                                     |
+// | dictionary                 | itself when it is valid JSON; else a new one, in which keys that are not  |
+// |                            | texts are their descriptions, and values without JSON are null            |
+// | array, set                 | an array, itself when it is valid JSON; else a new one without nulls and  |
+// |                            | elements that have no JSON                                                |
 // | URL, attributed string     | its text                                                                  |
 // | date                       | "2014-01-20T12:24:48+0100", in the time zone of the system                |
-// | data                       | none                                                                      |
-// | any other                  | a dictionary of its mapped properties, none when there are none           |
+// | data                       | has no JSON                                                               |
+// | any other                  | a dictionary of its mapped properties; without these it has no JSON       |
 //
-// A property is written under its key, its path of keys or the first of its several keys, unless something is
-// there already. Of the properties that share a key the one that is found first is the only one written.
-// Numbers that are not finite, null, and types without JSON (blocks, pointers, structures, C arrays) are left
-// out; a class and a selector are written by name. In the end `modelCustomTransformToDictionary:` may change
-// the dictionary, or refuse the object.
+// A property is written under its key, its path of keys or the first of its several keys, unless that place
+// is taken. Of several properties with one key, only the one found first is written. Numbers that are not
+// finite, null, and types without JSON (blocks, pointers, structures, C arrays) are left out; classes and
+// selectors are written by name. Finally `modelCustomTransformToDictionary:` may change the dictionary, or
+// refuse the object.
 //
-// Data and text are written straight from the models, in the same words; see ModelWriter.h.
+// `modelToJSONData` and `modelToJSONString` write models straight as text where they can, with the same
+// result; see ModelWriter.h.
 //
-// An object within itself has no JSON, nor has what lies more than 512 levels deep. One that is found on many
-// ways is written as many times.
+// An object within itself has no JSON, nor has anything more than 512 levels deep. An object that can be
+// reached in several ways is written each time.
 //
-// Threads: any, while nobody changes the objects. Getters and hooks may raise, nothing else does.
+// Threads: any, while no thread changes the objects. Only getters and hooks may raise.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/JSONObjectWriter.h"
@@ -34,11 +35,11 @@ class NSData;
 
 namespace qn {
 
-/// An array or a dictionary; none for an object that makes neither.
+/// An array or a dictionary; none for an object that becomes neither.
 id modelToJSONObject(const id &model);
-/// Its text in UTF-8 by NSJSONSerialization, without options; none without it, or when a hook made it
-/// something that JSON cannot be. What no JSON text can hold does not cost the rest: number objects that are
-/// not finite become null, and are left out of arrays; a surrogate that stands alone becomes U+FFFD.
+/// The same as compact JSON text, in UTF-8; none when there is no such object, or when a hook put something
+/// into it that JSON cannot hold. A single value does not spoil the rest: number objects that are not finite
+/// become null, or are left out of arrays, and an unpaired surrogate becomes U+FFFD.
 Ref<NSData> modelToJSONData(const id &model);
 Ref<NSString> modelToJSONString(const id &model);
 

@@ -1,4 +1,4 @@
-// Models as values, by their properties: for a class's own copy, coding, hash and equality.
+// Models as values: copying, coding, hashing and comparing them by their properties.
 //
 //     id Book::copy() const { return qn::modelCopy(self()); }
 //     NSUInteger Book::hash() const { return qn::modelHash(self()); }
@@ -6,14 +6,14 @@
 //     void Book::encodeWithCoder(const Ref<NSCoder> &coder) { qn::modelEncodeWithCoder(self(), coder); }
 //     id Book::initWithCoder(const Ref<NSCoder> &coder) { return qn::modelInitWithCoder(self(), coder); }
 //
-// Nothing calls them by itself. An object of a class of Foundation uses its own operations. Those properties
-// take part that are mapped.
+// A class has to forward to them, as above. For objects of Foundation's classes they call the object's own
+// operations. The mapped properties take part:
 //
 // | type                    | copied        | hash, equality | coded                                        |
 // |-------------------------|---------------|----------------|----------------------------------------------|
 // | number                  | yes           | yes            | as NSNumber; left out when it is not finite  |
 // | long double             | yes           |                | the same, as a double                        |
-// | object                  | the reference | yes            | what can be coded; no NSValue but numbers    |
+// | object                  | the reference | yes            | if it can be coded; of NSValues only numbers |
 // | class, block            | the reference | yes            |                                              |
 // | selector                | the reference |                | by name                                      |
 // | pointer, C string       | the reference |                |                                              |
@@ -21,7 +21,7 @@
 // | union                   | yes           | yes            |                                              |
 // | C array                 |               |                |                                              |
 //
-// Threads: any, while nobody changes the objects.
+// Threads: any, while no thread changes the objects.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -33,19 +33,20 @@ namespace qn {
 /// A new object of the same class with the same values. None for a class that cannot be instantiated.
 id modelCopy(const id &model);
 
-/// Under the names of the properties. Does nothing without a coder.
+/// Encodes each value under the name of its property. Does nothing without a coder.
 void modelEncodeWithCoder(const id &model, const Ref<NSCoder> &coder);
-/// The model itself, its properties set to what the coder has: numbers only by numbers, objects to none when
-/// the coder has none that fits.
+/// Sets the properties to what the coder has, and returns the model itself. A number property is set only
+/// where the coder has a number; an object property becomes none where the coder has no object for it.
 id modelInitWithCoder(const id &model, const Ref<NSCoder> &coder);
 
-/// Of all values; the address without values. Models that lead back to one another add nothing to each
-/// other's hash, nor does what lies more than 512 levels deep. Each model within is visited once, however
-/// many ways lead to it.
+/// The hashes of all values combined (XOR); the address for a class without compared properties. Models that
+/// refer back to one another add nothing to each other's hash, nor does anything more than 512 levels deep.
+/// Each model within is visited once, in however many ways it can be reached.
 NSUInteger modelHash(const id &model);
-/// Whether both are of exactly the same class, say that they have the same `hash`, and have equal values. So
-/// a class that has no hash of its own has no equal objects. Models more than 512 levels deep are not equal
-/// unless they are the same; a comparison within the same comparison adds nothing to it.
+/// Whether both are of exactly the same class, return the same `hash`, and have equal values. So objects of a
+/// class that does not override `hash` are never equal. Models more than 512 levels deep are equal only if
+/// they are the same object. Two models that are already being compared count as equal when they are met
+/// again.
 bool modelIsEqual(const id &model, const id &other);
 
 } // namespace qn

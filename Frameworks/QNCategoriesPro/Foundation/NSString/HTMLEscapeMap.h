@@ -1,4 +1,4 @@
-// The named character references of HTML 4.01, and "&apos;". Each map is sorted by code unit.
+// The named character references of HTML 4.01, and "&apos;". Both maps are sorted by code unit.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -6,17 +6,17 @@
 namespace qn {
 
 struct HTMLEscape {
-    const char16_t *text; ///< "&amp;", with a zero at its end
+    const char16_t *text; ///< "&amp;", zero-terminated
     unichar unit;
 };
 static_assert(sizeof(HTMLEscape) == 16);
 
-/// The special characters: markup, punctuation and blanks beyond Latin-1.
+/// The special characters: markup, spaces and punctuation, and a few letters beyond Latin-1.
 extern const HTMLEscape gUnicodeHTMLEscapeMap[33];
-/// All that have a name.
+/// All named characters.
 extern const HTMLEscape gAsciiHTMLEscapeMap[253];
 
-/// -1 when the key comes before the entry, 1 when it comes after, 0 when it is the entry's.
+/// -1 when the key comes before the entry's unit, 1 when after it, 0 when they are equal.
 constexpr int EscapeMapCompare(unichar key, const HTMLEscape &entry) {
     return (key > entry.unit) - (key < entry.unit);
 }

@@ -34,7 +34,7 @@ std::optional<char16_t> unitOfName(std::u16string_view reference) {
     return found == units.end() ? std::nullopt : std::optional(found->second);
 }
 
-/// What a reference from "&" through ";" stands for.
+/// The code unit of a reference, from "&" through ";".
 std::optional<char16_t> unitOfReference(std::u16string_view reference) {
     if (reference.size() < shortestReference)
         return std::nullopt;
@@ -49,7 +49,7 @@ std::optional<char16_t> unitOfReference(std::u16string_view reference) {
 
 void qn::html::resolveReferences(std::u16string &text) {
     const std::u16string_view units = text;
-    auto out = text.begin(); // never beyond what was read
+    auto out = text.begin(); // never ahead of what was read
     for (std::size_t start = 0;;) {
         const std::size_t reference = std::min(units.find(u'&', start), units.size());
         out = std::copy(units.data() + start, units.data() + reference, out);

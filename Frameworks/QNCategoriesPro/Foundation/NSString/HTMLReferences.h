@@ -5,7 +5,8 @@
 
 namespace qn::html {
 
-/// Replaces, once, every reference of 4 to 10 units by its code unit, in place.
+/// Replaces every reference of 4 to 10 units by its code unit, in place and without looking at the result
+/// again; see `stringByUnescapingFromHTML`.
 void resolveReferences(std::u16string &text);
 
 } // namespace qn::html

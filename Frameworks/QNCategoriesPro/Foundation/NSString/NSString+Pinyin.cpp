@@ -17,7 +17,7 @@ bool isLetterOrDigit(const Character &character) {
     return u_isalnum(static_cast<UChar32>(character.value));
 }
 
-/// The text with `write(made, character)` in the place of each character that has a reading.
+/// The text with what `write(made, character)` appends instead of each character that has a reading.
 template <class Write>
 Ref<NSString> replacing(const Ref<NSString> &text, bool spaced, Write write) {
     if (!text || !qn::han::hasIdeographs(text->units()))
@@ -77,7 +77,7 @@ Ref<NSString> qn::pinyinFirstLetters(const Ref<NSString> &text) {
     });
 }
 
-// After the letters stands a character below all letters, so that a syllable goes before those it begins.
+// The letters are followed by a character below all letters, so that "ha" comes before "hao".
 Ref<NSString> qn::pinyinSortingKey(const Ref<NSString> &text) {
     if (!text)
         return nullptr;

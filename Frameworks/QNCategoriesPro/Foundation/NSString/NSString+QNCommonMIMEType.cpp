@@ -1,5 +1,5 @@
-// MIME types: in a file of their own, so that only who asks for them is linked to the desktop's library of
-// types.
+// MIME types: in a file of their own, so that only programs that use them are linked to the desktop's library
+// of types.
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 
 #include "Platform/Foundation/System/UniformType.h"

@@ -49,7 +49,7 @@ public:
         const std::size_t found = rest_.find(text);
         take(found == rest_.npos ? rest_.size() : found + text.size());
     }
-    /// The piece up to and with the unit; empty, and nothing is taken, when it does not follow.
+    /// The piece up to and including the unit; empty, and nothing is taken, when the unit does not follow.
     std::u16string_view through(char16_t unit) { return take(rest_.find(unit) + 1); }
 
 private:
@@ -77,7 +77,7 @@ bool isInlineName(std::u16string name) {
     static constexpr std::u16string_view names[] = {u"a",      u"b",    u"i",    u"q",       u"span", u"em",
                                                     u"strong", u"cite", u"abbr", u"acronym", u"label"};
     for (char16_t &unit : name)
-        unit = static_cast<char16_t>(unit | 0x20); // nothing but letters comes here
+        unit = static_cast<char16_t>(unit | 0x20); // the name has only ASCII letters
     return contains(names, name);
 }
 
@@ -100,7 +100,7 @@ bool leavesNoBlank(std::u16string_view tag) {
 
 /// In place: runs of white space become one blank, those at both ends vanish.
 void collapse(std::u16string &text) {
-    auto out = text.begin(); // never beyond what was read
+    auto out = text.begin(); // never ahead of what was read
     bool blank = false;
     for (const char16_t unit : text) {
         if (isWhiteSpace(unit)) {
@@ -133,8 +133,8 @@ Ref<NSString> qn::stringByConvertingHTMLToPlainText(const Ref<NSString> &text) {
     return make<NSString>(std::move(plain));
 }
 
-// Each distinct tag, the longest first, replaced throughout the text would give the same: by then, no longer
-// tag ends with it.
+// One pass from left to right. Replacing each distinct tag throughout the text, longest first, would give the
+// same, but takes quadratic time.
 Ref<NSString> qn::stringByStrippingTags(const Ref<NSString> &text) {
     if (!text)
         return nullptr;

@@ -19,7 +19,7 @@ namespace {
 
 using Text = std::u16string_view;
 
-/// None as the empty text, which no form takes.
+/// The empty text for none: no form accepts it.
 Text unitsOf(const Ref<NSString> &text) {
     return text ? Text(text->units()) : Text();
 }

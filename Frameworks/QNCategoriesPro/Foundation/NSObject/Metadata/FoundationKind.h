@@ -1,4 +1,4 @@
-// What a class is to the mapping of models: one of the kinds of value that Foundation brings, or a model.
+// How the mapping of models treats a class: as one of Foundation's kinds of value, or as a model.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -24,7 +24,7 @@ enum class FoundationKind : NSUInteger {
     MutableSet = 15,
 };
 
-/// Subclasses are of the kind of the nearest class that has one; None for null. Any thread.
+/// The kind of the class, or of its nearest superclass that has one; None for null. Any thread.
 FoundationKind foundationKindOf(Class cls);
 
 } // namespace qn

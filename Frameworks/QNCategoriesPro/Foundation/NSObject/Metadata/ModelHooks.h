@@ -1,5 +1,5 @@
-// The operations by which a model class changes how it is mapped. All are optional; a class declares those it
-// has with the runtime, and the compiler refuses a function of another type:
+// The operations by which a model class changes how it is mapped. All are optional. A class declares those it
+// has, and the compiler refuses a function of another type:
 //
 //     class Book : public NSObject {
 //         NS_CLASS(Book, NSObject)
@@ -20,28 +20,28 @@
 // Of the class object:
 //
 //   modelCustomPropertyMapper           Ref<NSDictionary> ()
-//       By property: its key, with dots a path of keys, or an array of those, of which the first that has a
-//       value counts.
+//       By property: its key, a path of keys with dots between them, or an array of either, of which the
+//       first with a value counts.
 //   modelContainerPropertyGenericClass  Ref<NSDictionary> ()
 //       By property: the class of its elements, or the name of one.
 //   modelPropertyBlacklist              Ref<NSArray> ()
-//       The properties left out.
+//       The properties to leave out.
 //   modelPropertyWhitelist              Ref<NSArray> ()
-//       The only ones taken.
+//       The only properties to map.
 //   modelCustomClassForDictionary:      Class (Ref<NSDictionary>)
-//       The class to make for it; null for the usual one.
+//       The class to make for the dictionary; null for the usual one.
 //
 // Of instances:
 //
 //   modelCustomWillTransformFromDictionary:  Ref<NSDictionary> (Ref<NSDictionary>)
-//       The dictionary to map instead; none fails.
+//       The dictionary to map instead; with none the mapping fails.
 //   modelCustomTransformFromDictionary:      bool (Ref<NSDictionary>)
 //       Asked after mapping: whether it succeeded.
 //   modelCustomTransformToDictionary:        bool (Ref<NSMutableDictionary>)
 //       Asked after writing: whether it succeeded.
 //
-// A hook may also be given by its selector, as any operation: `classMethod<&Book::mapper>(…)`. One of other
-// types raises NSInvalidArgumentException when it is declared or added.
+// A hook may also be declared by its selector like any operation: `classMethod<&Book::mapper>(…)`. One of
+// another type then raises NSInvalidArgumentException when it is declared or added.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSArray.h"
@@ -69,9 +69,9 @@ inline constexpr OfInstances<bool(Dictionary)> modelCustomTransformFromDictionar
 inline constexpr OfInstances<bool(Ref<NSMutableDictionary>)> modelCustomTransformToDictionary{
     "modelCustomTransformToDictionary:"};
 
-/// What the class answers to a hook without arguments; none without the hook.
+/// The result of the class's hook without arguments; none without the hook.
 id ask(Class cls, SEL hook);
-/// What the class answers to `modelCustomClassForDictionary:`; null without the hook.
+/// The result of `modelCustomClassForDictionary:`; null without the hook.
 Class customClass(Class cls, const Ref<NSDictionary> &dictionary);
 
 } // namespace qn::hooks

@@ -1,5 +1,5 @@
-// Finds the properties of a key, as the mapper's dictionary does, but without a virtual call a comparison:
-// every entry of every dictionary that is mapped asks here.
+// Finds the properties of a key, as the mapper's dictionary does, but without virtual calls: it is asked for
+// every entry of every dictionary that is mapped.
 //
 // Immutable; any thread.
 #pragma once
@@ -12,7 +12,7 @@ namespace qn {
 
 class ModelKeyIndex {
 public:
-    /// Of none for no entries. Keys that are no texts are left out: no JSON has them.
+    /// A mapper of none has no entries. Keys that are not texts are left out: JSON has none.
     explicit ModelKeyIndex(const Ref<NSDictionary> &mapper);
 
     struct Slot {
@@ -24,7 +24,7 @@ public:
     /// The slot of the key, or null. Valid as long as the mapper lives.
     const Slot *find(const NSString &key) const;
 
-    /// Slots are numbered from 0 on.
+    /// The number of slots, which are numbered from 0.
     NSUInteger size() const { return slots_.size(); }
     NSUInteger numberOf(const Slot &slot) const { return static_cast<NSUInteger>(&slot - slots_.data()); }
 

@@ -1,4 +1,4 @@
-// Gives properties the keys they are found under, while the record of their class is built.
+// Assigns keys to properties while the record of their class is built.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelPropertyMeta.h"
@@ -7,16 +7,16 @@ namespace qn {
 
 class ModelMapper {
 public:
-    /// The properties by name; those that have been mapped leave the dictionary.
+    /// The properties by name; those that have got their keys are removed from the dictionary.
     explicit ModelMapper(Ref<NSMutableDictionary> metas) : metas_(std::move(metas)) {}
 
-    /// As the hook tells: by property a key, a path of keys with dots between them, or an array of those. A
-    /// property with no usable key is found under none.
+    /// By the hook's dictionary: per property a key, a path of keys with dots between them, or an array of
+    /// either. A property without a usable key is not mapped.
     void mapCustom(const Ref<NSDictionary> &keys);
     /// Everything else under its own name.
     void mapRest();
 
-    /// By key the first property of a chain; none when empty.
+    /// The first property of the chain of each key; none when there are no keys.
     Ref<NSDictionary> mapper() const;
     Ref<NSArray> keyPathMetas() const { return as<NSArray>(keyPathMetas_->copy()); }
     Ref<NSArray> multiKeysMetas() const { return as<NSArray>(multiKeysMetas_->copy()); }
@@ -26,7 +26,7 @@ private:
 
     void mapToKey(const Meta &meta, const Ref<NSString> &key);
     void mapToKeys(const Meta &meta, const Ref<NSArray> &keys);
-    /// Becomes the head of the chain.
+    /// Makes the property the head of the key's chain.
     void push(const Meta &meta, const id &key);
 
     const Ref<NSMutableDictionary> metas_;

@@ -31,8 +31,8 @@ bool mayHoldModels(const _QNModelPropertyMeta &property) {
            (property._nsType == qn::FoundationKind::None || property._nsType >= qn::FoundationKind::Array);
 }
 
-/// A record as the thread found it in the cache, which takes the lock; good while nothing has been stored
-/// there since.
+/// A record that the thread found in the cache before, so that it need not take the lock again; valid while
+/// nothing has been stored there since.
 struct Recent {
     Class cls = nullptr;
     Ref<_QNModelMeta> meta;
@@ -118,7 +118,7 @@ Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
         }
     }
     auto meta = initWithClass(cls);
-    auto kept = meta; // what it replaces goes outside the lock
+    auto kept = meta; // so that the record it replaces is released outside the lock
     const SemaphoreLock guard(cache().lock);
     cache().metas[cls].swap(kept);
     ++cache().stores;
@@ -132,7 +132,8 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
         return nullptr;
     auto meta = make<_QNModelMeta>();
     meta->_classInfo = classInfo;
-    meta->_marksSeen = classInfo->marksSeen(); // before anything is read that the next mark may be about
+    meta->_marksSeen =
+        classInfo->marksSeen(); // read before everything else, so that a later mark makes this record stale
     meta->_nsType = qn::foundationKindOf(cls);
     Properties properties(classInfo);
     const auto metas = properties.collect();
@@ -193,7 +194,8 @@ void _QNModelMeta::findWrittenKeys() {
         return;
     for (const auto &[key, head] : _mapper->allEntries()) {
         JSONWriter writer(NSJSONWritingOptions::None);
-        _isWrittenPlainly &= !writer.string(*peek<NSString>(key)); // else the whole text would be refused
+        _isWrittenPlainly &=
+            !writer.string(*peek<NSString>(key)); // a key that JSON cannot hold would spoil the whole text
         writer.put(":");
         const auto text = writer.take();
         _writtenKeys.emplace_back(std::string(text.begin(), text.end()), peek<_QNModelPropertyMeta>(head));

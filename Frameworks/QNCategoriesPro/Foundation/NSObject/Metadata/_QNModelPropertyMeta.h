@@ -16,14 +16,14 @@
 class _QNModelPropertyMeta : public NSObject {
     NS_CLASS(_QNModelPropertyMeta, NSObject)
 public:
-    /// Of a property that the class has or inherits. None without the class or the property. Without a
-    /// generic class, the one of the declaration stands for it, or else the first protocol of the property
-    /// that is named as a class.
+    /// For a property that the class has or inherits. None without the class or the property. Where `generic`
+    /// is null, the elements' class of the declaration is used, or else the class with the name of one of the
+    /// property's protocols, the first that exists.
     static Ref<_QNModelPropertyMeta> metaWithClassInfo(const Ref<QNClassInfo> &classInfo,
                                                        const Ref<QNClassPropertyInfo> &propertyInfo,
                                                        Class generic);
 
-    /// The type of the value, without the bits beside it.
+    /// The type of the value, without qualifiers and attributes.
     QNEncodingType valueType() const { return _type & QNEncodingTypeMask; }
 
     /// Of a number, `_isCNumber`: calls `visit.operator()<T>()` with its C++ type, `bool` … `long double`,
@@ -33,34 +33,34 @@ public:
         return runtime::withNumberType(runtime::numberEncodings[valueType() - QNEncodingTypeBool], visit);
     }
 
-    /// Call the accessors of an instance of the class, which the property has to have. `T` is the type as
-    /// which its values cross a send (TypeEncoding.h): `id`, `Class`, `SEL`, `bool`, `std::int8_t` …
-    /// `long double`, and `void *` for pointers, C strings and, to read them, C arrays.
+    /// Call the accessors, which must exist, on an instance of the class. `T` has to be the type that values
+    /// of the property have in a send (TypeEncoding.h); it is not checked: `id`, `Class`, `SEL`, `bool`,
+    /// `std::int8_t` … `long double`, and `void *` for pointers, C strings and, for reading only, C arrays.
     template <class T>
     T get(NSObject &model) const;
     template <class T>
     void set(NSObject &model, std::type_identity_t<runtime::Argument<T>> value) const;
 
-    /// Of a property with both accessors: whether they do no more than read and write a data member.
+    /// Whether both accessors, which must exist, only read and write a data member.
     bool hasSynthesizedAccessors() const { return _getterMethod->synthesized && _setterMethod->synthesized; }
 
     Ref<NSString> _name;
     QNEncodingType _type = 0;
     qn::FoundationKind _nsType = qn::FoundationKind::None; ///< of the class; only of objects
     bool _isCNumber = false;                               ///< a boolean up to a long double
-    Class _cls = nullptr;                                  ///< null unless the property names one
-    Class _genericCls = nullptr;                           ///< of the elements; null for any
-    /// Null unless instances have the accessor and it is of the type of the property.
+    Class _cls = nullptr;        ///< null unless the property names a class that exists
+    Class _genericCls = nullptr; ///< of the elements; null for any
+    /// Null unless instances have the accessor and it has the type of the property.
     SEL _getter = nullptr;
     SEL _setter = nullptr;
     bool _isKVCCompatible = false;
-    bool _isReadByGetter = false;                    ///< when key-value coding reads the name of the getter
+    bool _isReadByGetter = false;                    ///< whether key-value coding would call the getter, too
     bool _isStructAvailableForKeyedArchiver = false; ///< one of the platform's geometric structures
     bool _hasCustomClassFromDictionary = false;
-    bool _namesUnknownClass = false; ///< and no other stands for it; it may be made later
+    bool _namesUnknownClass = false; ///< and no other class replaces it; it may be made later
     Ref<NSString> _mappedToKey;      ///< the first one when there are several; none when it has no key
-    Ref<NSArray> _mappedToKeyPath;   ///< NSString a part; none unless there are at least two
-    Ref<NSArray> _mappedToKeyArray;  ///< NSString or a path as above; none unless there may be several
+    Ref<NSArray> _mappedToKeyPath;   ///< one NSString per part; none unless there are at least two
+    Ref<NSArray> _mappedToKeyArray;  ///< each an NSString or a path as above; none unless an array was given
     Ref<QNClassPropertyInfo> _info;
     Ref<_QNModelPropertyMeta> _next; ///< the next property of the same key
 

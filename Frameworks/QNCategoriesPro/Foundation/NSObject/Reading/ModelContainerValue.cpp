@@ -10,7 +10,7 @@ using qn::PropertyStore;
 
 namespace {
 
-/// A model of the class for elements; none for what is no dictionary and where models nest too deep.
+/// A model of the elements' class; none for a value that is not a dictionary and where models nest too deep.
 id elementModel(const _QNModelPropertyMeta &meta, const id &value) {
     if (!peek<NSDictionary>(value) || !qn::ModelNesting::admits(*value))
         return nullptr;

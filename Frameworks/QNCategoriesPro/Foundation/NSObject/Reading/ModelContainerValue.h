@@ -5,9 +5,9 @@
 
 namespace qn {
 
-/// Stores the value, its dictionaries as models when the property has a class for its elements; then what
-/// neither is nor becomes one is left out. False, and nothing is stored, for a value that does not fit and
-/// for a property of another kind.
+/// Stores the value. If the property has a class for its elements, dictionaries in the value become models of
+/// it, and elements that neither are such models nor become one are left out. False, and nothing is stored,
+/// for a value of another kind and for a property of another kind.
 bool storeContainerValue(const PropertyStore &store, const id &value);
 
 } // namespace qn

@@ -47,7 +47,7 @@ bool storeDecimalNumber(const PropertyStore &store, const id &value) {
         made = NSDecimalNumber::decimalNumberWithString(text);
     else
         return false;
-    return store(made->value().isNotANumber ? nullptr : made); // which no JSON could hold
+    return store(made->value().isNotANumber ? nullptr : made); // JSON has no not-a-number
 }
 
 bool storeData(const PropertyStore &store, const id &value, bool isMutable) {
@@ -66,7 +66,7 @@ bool storeDate(const PropertyStore &store, const id &value) {
     const auto text = as<NSString>(value);
     if (!text)
         return false;
-    // No text of another form is in that of models, so the quick way comes first.
+    // No text of these forms reads differently in the form of models, so the quick way may come first.
     if (const auto date = qn::dateFromFixedForm(text))
         return store(date);
     const auto date = qn::ISODateFormatter().dateFromString(text);

@@ -5,8 +5,8 @@
 
 namespace qn {
 
-/// Stores the value, converted to what the property holds. False, and nothing is stored, for a value that
-/// does not convert and for a property that is none of these.
+/// Stores the value, converted to the class of the property; none where a text does not convert. False, and
+/// nothing is stored, for a value of an unsuitable class and for a property that is none of these.
 bool storeFoundationValue(const PropertyStore &store, const id &value);
 
 } // namespace qn

@@ -1,4 +1,4 @@
-// The dictionaries that the thread is filling models with, each in the middle of the one before.
+// The dictionaries that the thread is filling models from, each within the one before.
 #pragma once
 
 #include "Platform/Foundation/Collections/ObjectVisit.h"

@@ -13,11 +13,11 @@
 
 namespace qn {
 
-/// None as well for a text with a number that is not finite.
+/// The value as a number, by the table; none also for a text with a number that is not finite.
 Ref<NSNumber> numberFromValue(const id &value);
 
-/// Sets a property of a number, narrowed as NSNumber does; to 0 for what is no number. Not-a-number becomes
-/// 0, so do infinite floats and doubles.
+/// Sets a number property, narrowed as NSNumber does; to 0 for a value that is not a number. Not-a-number
+/// becomes 0, and so do infinite floats and doubles.
 void setNumber(NSObject &model, const id &value, const _QNModelPropertyMeta &meta);
 
 } // namespace qn

@@ -37,8 +37,8 @@ bool isQuiet(Class cls, std::vector<Class> &met) {
            std::ranges::all_of(meta->_modelClasses, [&](Class each) { return isQuiet(each, met); });
 }
 
-/// Is told what the text holds. Plain models and arrays of them are frames here; all other values, whole
-/// containers among them, are left to the builder.
+/// Receives the parser's events. Plain models that are being filled, and arrays of them, are frames here; all
+/// other values, including whole containers, are left to the builder.
 class ModelReader final : public JSONHandler {
 public:
     explicit ModelReader(Ref<_QNModelMeta> meta, bool anArray)
@@ -95,7 +95,7 @@ public:
     bool EndArray(std::size_t count) override {
         if (depthInBuilder_ > 0)
             return builder_.EndArray(count) && leftBuilder();
-        if (frames_.size() == 1) { // of the array that is read, all but models is left out
+        if (frames_.size() == 1) { // the elements of the outermost array that are not models are left out
             std::erase_if(elements_,
                           [&](const id &each) { return each->isa() != rootMeta_->_classInfo->cls(); });
             frames_.clear();
@@ -122,7 +122,8 @@ private:
         }
     };
 
-    /// Of the model that a dictionary becomes, when one is made for it: none exists yet, and none is copied.
+    /// The record of the model that an object of the text becomes, if a new one is made for it: the property
+    /// holds none yet and does not copy.
     static Ref<_QNModelMeta> metaOfNewModel(const Frame &frame) {
         const PropertyMeta *property = frame.onlyProperty();
         return property && isOfModelClass(*property) && !(property->_type & QNEncodingTypePropertyCopy) &&
@@ -142,7 +143,7 @@ private:
         return text ? Target{meta, meta->_keys.find(*text)} : Target{};
     }
 
-    /// False for a key that was there before, and for one that is no text.
+    /// False for a key that occurred before, and for one that is not valid UTF-8.
     bool lookUp(std::string_view key) {
         Frame &frame = frames_.back();
         const Target &recent = targets_.find(key, [&] { return targetOf(key, frame.meta); });
@@ -184,7 +185,7 @@ private:
     JSONLeaves &leaves() { return builder_.leaves(); }
     bool leaf(const id &value) { return value && (depthInBuilder_ > 0 ? builder_.add(value) : take(value)); }
 
-    /// Puts a value where it belongs.
+    /// Puts a value into the innermost frame.
     bool take(const id &value) {
         if (frames_.empty())
             return false;
@@ -203,8 +204,8 @@ private:
     RecentValues<Target> targets_;
     std::size_t depthInBuilder_ = 0;
     std::vector<Frame> frames_;
-    std::vector<char> seen_;   // by number, 1 for a key that was there: a frame's, from its first on
-    std::vector<id> elements_; // a frame's elements, from its first on
+    std::vector<char> seen_; // per frame, from its `firstSeen` on: 1 for the number of each key that occurred
+    std::vector<id> elements_; // per frame, from its `firstElement` on
     id model_;
     bool gaveUp_ = false;
 };

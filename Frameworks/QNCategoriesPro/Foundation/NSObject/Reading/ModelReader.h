@@ -1,10 +1,10 @@
-// Makes models straight out of a JSON text. The long way builds dictionaries of all the text holds and fills
-// models with those; this way gives the same models in half the time, and needs no memory for dictionaries.
+// Reads models straight from a JSON text. The long way turns the whole text into dictionaries and fills
+// models from those; this way gives the same models, faster and without memory for dictionaries.
 //
-// It is open to plain classes (`_QNModelMeta::_isPlain`) when neither they nor the classes of what they hold
-// run code of their own while they are filled, so that nobody can tell the difference. Values that become no
-// plain model or array of those become objects, and are set by the long way. It gives up only on a key that
-// is there twice: the models begun by then are let go.
+// It serves plain classes (`_QNModelMeta::_isPlain`) as long as neither they nor the classes of their values
+// run code of their own while they are filled, so that no code can observe the difference. Values that do not
+// become a plain model, or an array of those, become objects and are set as by the long way. Once begun, it
+// gives up only on a key that occurs twice in an object; the models made by then are released.
 //
 // Threads: any.
 #pragma once
@@ -16,8 +16,8 @@
 
 namespace qn {
 
-/// The model of a dictionary, as by `modelWithDictionary`; none for any other text. Nothing where the caller
-/// has to go the long way.
+/// The model of the JSON object in the text, as by `modelWithDictionary`; none for any other text.
+/// `std::nullopt` where the caller has to go the long way.
 std::optional<id> readModel(Class cls, const Ref<NSData> &json);
 /// The models of an array, as by `modelArrayWithClass`, in the same way.
 std::optional<Ref<NSArray>> readModelArray(Class cls, const Ref<NSData> &json);

@@ -1,11 +1,13 @@
-// Values of a dictionary for properties that hold what only the runtime knows: classes, selectors, blocks,
-// pointers and plain bytes.
+// Values of a dictionary for properties of the runtime's types: classes, selectors, blocks, pointers and
+// plain bytes.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelPropertyMeta.h"
 
 namespace qn {
 
+/// Sets the property to a value of these kinds:
+///
 /// | property          | value                                                                         |
 /// |-------------------|-------------------------------------------------------------------------------|
 /// | class             | a class, or the name of one that runtime::findForeignClass finds              |
@@ -15,7 +17,7 @@ namespace qn {
 /// | plain bytes       | NSValue of the type, set by key-value coding under the name of the property   |
 ///
 /// Plain bytes are those of a structure, a union or a C array.
-/// The null marker makes all but the last null; any other value changes nothing.
+/// The null marker sets all but plain bytes to null; any other value changes nothing.
 void setRuntimeValue(NSObject &model, const id &value, const _QNModelPropertyMeta &meta);
 
 } // namespace qn

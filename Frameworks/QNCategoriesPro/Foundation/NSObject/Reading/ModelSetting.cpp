@@ -16,7 +16,7 @@ const _QNModelPropertyMeta &metaOf(const id &element) {
     return static_cast<const _QNModelPropertyMeta &>(*element);
 }
 
-/// None as soon as something on the way is no dictionary.
+/// None where something on the way is not a dictionary.
 id valueAtPath(const NSDictionary &dictionary, const NSArray &path) {
     id value;
     const NSDictionary *inner = &dictionary;

@@ -1,4 +1,4 @@
-// What callers give as JSON, as the collection it holds.
+// The collection in what callers pass as JSON.
 #pragma once
 
 #include "Platform/Foundation/Data/NSData.h"
@@ -13,7 +13,7 @@ inline Ref<NSData> jsonData(const id &json) {
     return text ? text->dataUsingUTF8() : as<NSData>(json);
 }
 
-/// A collection as it is; the one that a text or bytes hold. None for anything else.
+/// The collection itself, or the one in a text or bytes. None for anything else.
 template <class Collection>
 Ref<Collection> collectionFromJSON(const id &json) {
     if (auto collection = as<Collection>(json))

@@ -1,4 +1,4 @@
-// Where the conversion of a value for an object property puts its result: calls the setter.
+// Where the conversion of a value for an object property puts its result.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelPropertyMeta.h"
@@ -9,7 +9,7 @@ struct PropertyStore {
     NSObject &model;
     const _QNModelPropertyMeta &meta;
 
-    /// Says true: the value has been dealt with.
+    /// Calls the setter. Always true: the value has been dealt with.
     bool operator()(const id &object) const {
         meta.set<id>(model, object);
         return true;

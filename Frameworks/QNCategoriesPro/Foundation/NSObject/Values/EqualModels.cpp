@@ -12,7 +12,7 @@ bool areEqual(const id &value, const id &other) {
     return value == other || (value && other && value->isEqual(other));
 }
 
-/// As the numbers would compare as objects.
+/// As NSNumber compares them: not-a-number equals itself.
 template <class T>
 bool areEqual(T value, T other) {
     if constexpr (std::is_floating_point_v<T>)
@@ -34,14 +34,15 @@ bool haveEqualValues(const id &model, const id &other, const _QNModelMeta &meta)
                                [&](const auto *property) { return haveEqual(*property, *model, *other); });
 }
 
-/// Which of two sets goes into the other: no order of asking makes long ways.
+/// Which of two roots becomes the other's child. As good as random, so no order of comparisons makes deep
+/// trees.
 NSUInteger rank(const id &model) {
     return reinterpret_cast<NSUInteger>(model.get()) * 0x9E3779B97F4A7C15u;
 }
 
 } // namespace
 
-/// For as long as two models are compared; what is compared may raise.
+/// Lives while two models are compared; undoes assumptions unless they are equal, also when something raises.
 class qn::EqualModels::Comparison {
 public:
     Comparison(EqualModels &models, std::size_t joinsBefore) : models_(models), joinsBefore_(joinsBefore) {

@@ -1,9 +1,9 @@
-// The models that a comparison has found equal, or is about to: what is asked of two of them again, there or
-// within themselves, is answered already.
+// The pairs of models that the comparison under way has found equal, or is still comparing. When such a pair
+// is met again, it counts as equal at once; so models that refer back to themselves end the comparison, too.
 //
-// They are kept as sets of equal ones, so that comparing takes as many steps as there are models, however
-// many ways lead to each. When two turn out to differ, all that was concluded since they were begun with is
-// forgotten.
+// They are kept as disjoint sets of equal models, so that the number of comparisons grows with the number of
+// models and not with the number of ways to reach them. When two models turn out to differ, everything
+// assumed since their comparison began is undone.
 //
 // Threads: one at a time.
 #pragma once
@@ -27,12 +27,13 @@ private:
     class Comparison;
 
     id setOf(const id &model) const;
-    /// Puts the sets of both together; false when they are one already.
+    /// Unites the sets of both; false when they are one already.
     bool join(const id &model, const id &other);
     void forgetSince(std::size_t joins);
 
-    std::unordered_map<const NSObject *, id> parents_; // of each model but one of a set, another one of it
-    std::vector<id> joined_;                           // those with parents, in the order they got them
+    std::unordered_map<const NSObject *, id>
+        parents_;            // per set a tree: of each model but the root, another of the set
+    std::vector<id> joined_; // the models with parents, in the order they got them
     int depth_ = 0;
 };
 

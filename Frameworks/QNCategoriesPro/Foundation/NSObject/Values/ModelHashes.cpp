@@ -19,7 +19,7 @@ NSUInteger hashOfValues(const NSObject &model, const _QNModelMeta &meta) {
 
 } // namespace
 
-/// For as long as the properties of a model are asked for their hashes; they may raise.
+/// Lives while the properties of a model are asked for their hashes, which may raise.
 class qn::ModelHashes::Visit {
 public:
     Visit(ModelHashes &hashes, Met &met) : hashes_(hashes), met_(met) {
@@ -32,7 +32,7 @@ public:
     Visit &operator=(const Visit &) = delete;
     ~Visit() {
         --hashes_.depth_;
-        if (hashes_.lowest_ == met_.order) { // led back to nothing before it: its group is complete
+        if (hashes_.lowest_ == met_.order) { // refers back to nothing before it: its group is complete
             do {
                 hashes_.open_.back()->isOpen = false;
                 hashes_.open_.pop_back();

@@ -9,8 +9,8 @@
 
 namespace qn {
 
-/// Whoever calls keeps the collection. An ordinary immutable one is read where it lies, of any other a
-/// snapshot.
+/// Calls `visit(element)` for every element. The caller keeps the collection alive. An ordinary immutable
+/// collection is read in place, any other from a snapshot.
 template <class Visitor>
 void walkElements(const NSArray &array, const Visitor &visit) {
     const auto elements = array.isKindOfClass(NSMutableArray::class_()) ? std::nullopt : array.elements();
@@ -20,6 +20,7 @@ void walkElements(const NSArray &array, const Visitor &visit) {
         std::ranges::for_each(array.allObjects(), visit);
 }
 
+/// The same with `visit(key, value)` for every entry.
 template <class Visitor>
 void walkEntries(const NSDictionary &dictionary, const Visitor &visit) {
     const ObjectTable *table =

@@ -1,11 +1,11 @@
-// What a walk through models knows, from its outermost step to the end of that.
+// State that all steps of a walk through models share, from the outermost call to its end.
 #pragma once
 
 #include <optional>
 
 namespace qn {
 
-/// Gives the thread a `Walk` unless one is under way on it already. `Walk` has a thread-local pointer named
+/// Gives the thread a `Walk` unless one is under way there already. `Walk` has a static thread-local pointer
 /// `underWay`.
 template <class Walk>
 class OutermostWalk {

@@ -1,4 +1,4 @@
-// What a property holds, as an object. Any thread, as the getter allows.
+// The value of a property as an object. Threads: those that the getter allows.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelPropertyMeta.h"
@@ -6,11 +6,11 @@
 
 namespace qn {
 
-/// Of a property of a number, as wide as its type; a long double as a double.
+/// The value of a number property, in the width of its type; a long double as a double.
 Ref<NSNumber> numberOfProperty(NSObject &model, const _QNModelPropertyMeta &meta);
 /// The same; none for one that is not finite.
 Ref<NSNumber> finiteNumberOfProperty(NSObject &model, const _QNModelPropertyMeta &meta);
-/// By key-value coding under the name of the getter.
+/// The value as key-value coding returns it for the name of the getter.
 id valueOfProperty(const NSObject &model, const _QNModelPropertyMeta &meta);
 
 } // namespace qn

@@ -20,12 +20,13 @@
 
 namespace {
 
-/// What the walk under way on the thread knows of collections within others.
+/// Which collections within others the walk under way on the thread knows to be invalid JSON.
 class KnownCollections {
 public:
     static inline thread_local KnownCollections *underWay = nullptr;
 
-    /// Whether the collection is valid JSON as it is. Each is looked at twice at most, however deep it lies.
+    /// Whether the collection is valid JSON as it is. Remembering the invalid ones inside it keeps each
+    /// collection from being checked once per level above it.
     bool isValid(const id &collection) {
         if (notValid_.contains(collection))
             return false;
@@ -89,7 +90,8 @@ id propertyToJSON(NSObject &model, const _QNModelPropertyMeta &meta) {
     }
 }
 
-/// The dictionary that is to take the place of what stands at a part of a path; none when no dictionary does.
+/// A mutable dictionary to replace the value at a part of a path: a new one where there is no value; none
+/// where the value is not a dictionary.
 Ref<NSMutableDictionary> dictionaryAt(const id &existing) {
     if (!existing)
         return NSMutableDictionary::dictionary();

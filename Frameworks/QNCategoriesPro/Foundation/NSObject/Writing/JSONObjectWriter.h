@@ -1,7 +1,8 @@
-// Models as the objects that JSON has: dictionaries, arrays, texts, numbers and null.
+// Models as JSON objects: dictionaries, arrays, texts, numbers and null.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
 
-/// The JSON of any object, as the table of NSObject+ModelJSON.h tells; what is valid JSON is itself.
+/// The JSON of any object by the table in NSObject+ModelJSON.h; none when it has none. Valid JSON is returned
+/// itself. Getters and hooks may raise.
 id ModelToJSONObjectRecursive(const id &object);

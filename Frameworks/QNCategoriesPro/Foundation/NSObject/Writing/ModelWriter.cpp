@@ -33,14 +33,14 @@ private:
     bool array(const id &array, const id &visited);
     bool text(const Ref<NSString> &text) { return text && accept(out_.string(*text)); }
 
-    /// Whether a collection was valid JSON as it is, and is written.
+    /// Writes the collection if it is valid JSON as it is; false, and nothing is written, otherwise.
     bool writeAsItIs(const id &collection);
-    /// A list of what `items` writes by way of what it is given: a function that runs another one, and takes
-    /// back what is there of an item when that says false.
+    /// Writes a list. `items` gets a function that it calls once per item with a function that writes the
+    /// item; what that one wrote is taken back when it returns false.
     template <class Items>
     bool list(const char (&brackets)[3], const Items &items);
 
-    /// Says true: the value has been dealt with.
+    /// Returns true: the value has been dealt with, if only by giving up.
     bool accept(json::Reason reason) {
         gaveUp_ |= reason != nullptr;
         return true;
@@ -108,7 +108,7 @@ bool ModelWriter::writeAsItIs(const id &collection) {
     if (reason != json::invalidType && reason != json::notText)
         return accept(reason);
     out_.cutTo(before);
-    refused.pop_back(); // the collection itself, which is dealt with now
+    refused.pop_back(); // the collection itself, which the caller deals with now
     notValid_.insert(std::move_iterator(refused.begin()), std::move_iterator(refused.end()));
     return false;
 }
@@ -122,7 +122,7 @@ bool ModelWriter::dictionary(const id &object) {
     bool areTexts = true;
     qn::walkEntries(dictionary,
                     [&](const id &key, const id &) { areTexts = areTexts && peek<NSString>(key); });
-    if (!areTexts) // their descriptions may be alike
+    if (!areTexts) // the descriptions of two keys may be the same
         return accept(out_.value(ModelToJSONObjectRecursive(object)));
     const qn::ModelWriting visit(*object);
     return list("{}", [&](const auto &item) {

@@ -1,19 +1,20 @@
-// What writing models as JSON knows, whether as objects or straight as text.
+// What both ways of writing models as JSON share: as objects and straight as text.
 #pragma once
 
 #include "Platform/Foundation/Collections/ObjectVisit.h"
 
 namespace qn {
 
-/// The objects that the thread is writing, each in the middle of the one before.
+/// The objects that the thread is writing, each within the one before.
 using ModelWriting = ObjectVisit<struct Writing>;
 
-/// What becomes of an object.
+/// How an object is written.
 enum class WrittenKind { Text, Plain, Dictionary, Set, Array, URL, AttributedString, Date, Data, Model };
 
-/// Ordinary objects are told by their very class, others by their ancestors.
+/// The kind of an object, by its class or the nearest superclass that has one; Model for any other.
 WrittenKind writtenKindOf(const NSObject &object);
 
+/// Whether it is none or the null marker.
 bool isNull(const id &object);
 
 } // namespace qn

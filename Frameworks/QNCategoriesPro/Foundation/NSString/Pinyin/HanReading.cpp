@@ -37,14 +37,14 @@ void addReadingsToRun(Characters first, Characters last) {
     std::u16string_view units(text.getBuffer(), static_cast<std::size_t>(text.length()));
     for (; first != last; ++first) {
         const std::size_t end = std::min(units.find(u' '), units.size());
-        // An ideograph without a reading stays, or becomes the one that it is a variant of.
+        // An ideograph for which ICU has no reading stays, or becomes the one that it is a variant of.
         if (!qn::han::hasIdeographs(units.substr(0, end)))
             first->reading = units.substr(0, end);
         units.remove_prefix(std::min(end + 1, units.size()));
     }
 }
 
-/// The character at `at`, which moves behind it; half of a pair that stands alone as it is.
+/// The character at `at`, which moves behind it; an unpaired surrogate as it is.
 char32_t nextCharacter(std::u16string_view units, std::size_t &at) {
     const char16_t unit = units[at++];
     if (!U16_IS_LEAD(unit) || at == units.size() || !U16_IS_TRAIL(units[at]))

@@ -1,4 +1,4 @@
-// A syllable of pinyin taken apart. Any thread.
+// The parts of a syllable of pinyin. Any thread.
 #pragma once
 
 #include <string>
@@ -10,10 +10,10 @@ struct PinyinSyllable {
     std::u16string letters; ///< without tone mark: "lü"
     char16_t tone;          ///< 1 to 4; 5 without a mark
 
-    /// Of "lǜ", composed or not.
+    /// From a syllable such as "lǜ", in composed or decomposed form.
     explicit PinyinSyllable(std::u16string_view marked);
 
-    /// The consonant that it begins with, "zh" of "zhong"; the first letter when it begins with a vowel.
+    /// The consonant at its beginning, "zh" in "zhong"; the first letter when that is a vowel.
     std::u16string_view initial() const;
 };
 

@@ -15,11 +15,11 @@ char32_t folded(char32_t character) {
     return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT));
 }
 
-/// A character that somebody typed.
+/// A typed character.
 struct Key {
     char32_t character; ///< in lower case
     char16_t letter;    ///< as a letter of pinyin, without its tone; 0 when it is none
-    bool isMark;        ///< belongs to the letter before it
+    bool isMark;        ///< a combining mark of the letter before it
     bool isSeparator;   ///< may stand between syllables
 
     explicit Key(char32_t typed)
@@ -50,12 +50,13 @@ std::vector<Key> keysOf(const Ref<NSString> &typed) {
     return keys;
 }
 
-/// How far the keys can come by one more character of the text.
+/// Advances matches by one character of the text. A match is known by how many keys it has used, and where it
+/// starts; of several with the same keys only the longest is kept.
 class Step {
 public:
     Step(const std::vector<Key> &keys, std::vector<std::size_t> &starts) : keys_(keys), starts_(starts) {}
 
-    /// From before the key of that index, of a match that starts at `start`.
+    /// Advances a match that has used the keys before `key` and starts at `start`.
     void go(const qn::han::Character &character, std::size_t key, std::size_t start) {
         if (keys_[key].character == character.value)
             reach(key + 1, start);
@@ -111,7 +112,7 @@ NSRange qn::PinyinText::search(const Ref<NSString> &typed, At place) const {
         prepare();
     if (isUnread_ && std::any_of(keys.begin(), keys.end(), [](const Key &key) { return key.letter != 0; }))
         read();
-    // By key, where the longest match starts that goes up to it.
+    // All matches in parallel: per number of used keys, where the longest such match starts.
     std::vector<std::size_t> starts(keys.size() + 1, nowhere), next(starts);
     for (std::size_t i = 0; i < characters_.size(); ++i) {
         starts[0] = place == At::anywhere || i == 0 ? i : nowhere;

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// What follows country and check digits: numbers of digits (n), capitals (a) or either (c), as the registry
-/// writes them.
+/// What follows country and check digits, in the registry's notation: how many digits (n), capitals (a) or
+/// either (c).
 struct AccountForm {
     std::u16string_view country, form;
 };
@@ -74,7 +74,8 @@ bool qn::isCompactIBAN(std::u16string_view text) {
         return false;
     const auto country = text.substr(0, 2), check = text.substr(2, 2), account = text.substr(head);
     const auto found = std::ranges::find(accountForms, country, &AccountForm::country);
-    // Check digits are remainders taken from 98: 00, 01 and 99 would pass for others.
+    // Check digits are 98 minus a remainder of 97, so 02 to 98; 00, 01 and 99 would also pass the sum, but
+    // are not valid.
     if (found == std::end(accountForms) || !isOfForm(account, found->form) || !isDigits(check) ||
         check < u"02" || check > u"98")
         return false;

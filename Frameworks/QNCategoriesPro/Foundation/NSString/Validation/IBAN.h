@@ -5,8 +5,8 @@
 
 namespace qn {
 
-/// One without blanks: its country is in the registry, its form is that country's, its check digits are
-/// right.
+/// Whether a text without blanks has a country of the registry, that country's form, and the right check
+/// digits.
 bool isCompactIBAN(std::u16string_view text);
 
 } // namespace qn

@@ -83,7 +83,7 @@ constexpr PostalCode postalCodes[] = {
 } // namespace
 
 bool qn::isPostalCodeOf(std::u16string_view country, std::u16string_view text) {
-    thread_local std::map<std::u16string_view, TextMatcher> matchers; // those that were asked for
+    thread_local std::map<std::u16string_view, TextMatcher> matchers; // of the countries asked for so far
     const auto found = std::ranges::find(postalCodes, country, &PostalCode::country);
     return found != std::end(postalCodes) &&
            matchers.try_emplace(found->country, found->pattern).first->second.matches(text);

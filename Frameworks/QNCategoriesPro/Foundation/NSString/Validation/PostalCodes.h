@@ -5,7 +5,8 @@
 
 namespace qn {
 
-/// False for a country that is not in the table.
+/// Whether the text is a postal code of the country (capital letters of ISO 3166); false for a country that
+/// is not in the table.
 bool isPostalCodeOf(std::u16string_view country, std::u16string_view text);
 
 } // namespace qn

@@ -17,7 +17,7 @@ qn::TextMatcher::TextMatcher(std::u16string_view pattern) : expression_(opened(p
 bool qn::TextMatcher::asks(std::u16string_view text, Question question) {
     if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
         return false;
-    // Units must be somewhere, even none.
+    // ICU takes no null, even with no units.
     const char16_t *const units = text.empty() ? u"" : text.data();
     UErrorCode status = U_ZERO_ERROR;
     uregex_setText(expression_.get(), units, static_cast<std::int32_t>(text.size()), &status);

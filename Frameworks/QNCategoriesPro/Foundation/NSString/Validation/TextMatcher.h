@@ -1,5 +1,5 @@
-// A regular expression that is asked many times, compiled once. The patterns of the library never try the
-// same place in two ways without end, so that a match takes time in proportion to the text.
+// A regular expression, compiled once for many texts. The library's patterns avoid backtracking, so that a
+// match takes time proportional to the length of the text.
 //
 //     thread_local TextMatcher hexadecimal(u"[0-9A-Fa-f]++");
 //     return hexadecimal.matches(text->units());
@@ -15,11 +15,12 @@ namespace qn {
 
 class TextMatcher {
 public:
+    /// A pattern in ICU's syntax; it has to be valid.
     explicit TextMatcher(std::u16string_view pattern);
 
-    /// Whether the whole text is of the pattern. False for texts of 2^31 units and more.
+    /// Whether the pattern matches the whole text. False for texts of 2^31 units and more.
     bool matches(std::u16string_view text) { return asks(text, uregex_matches); }
-    /// Whether a part of it is.
+    /// Whether it matches a part of the text.
     bool finds(std::u16string_view text) { return asks(text, uregex_find); }
 
 private:
