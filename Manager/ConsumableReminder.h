@@ -11,18 +11,19 @@
 
 inline constexpr std::int64_t reminderChoices = 10;
 
-/// Nothing selected (−1) gives 0.
+/// The threshold that the item of the pop-up stands for; −1, no selection, gives 0.
 constexpr std::int64_t thresholdForPopUpIndex(std::int64_t index) {
     return index == 0 ? 0 : index + 1;
 }
 
+/// The item that shows the threshold; every number has one.
 constexpr std::int64_t popUpIndexForThreshold(std::int32_t threshold) {
     if (threshold == 0)
         return 0;
     return threshold >= 2 && threshold <= 10 ? threshold - 1 : reminderChoices - 1;
 }
 
-/// What the reminder can be set to.
+/// Whether the reminder can be set to the threshold.
 constexpr bool isReminderThreshold(std::int64_t threshold) {
     return threshold == 0 || (threshold >= 2 && threshold <= 10);
 }

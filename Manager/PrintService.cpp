@@ -15,14 +15,14 @@ namespace {
 constexpr int usualPort = 631;
 constexpr std::size_t longestSignOfLife = 65536; // bytes
 
-/// With the port if it is not the usual one; a socket has none.
+/// The server, with the port unless it is the usual one or the server is a socket.
 std::string shownServer() {
     const std::string server = cupsServer();
     const bool isUsual = server.starts_with('/') || ippPort() == usualPort;
     return isUsual ? server : server + ":" + std::to_string(ippPort());
 }
 
-/// One look at the print service, shared by who asks and who waits for the answer.
+/// One query of the print service, shared by the thread that asks and the one that waits for the answer.
 class Inquiry {
 public:
     /// Asks, and notes the answer.
@@ -36,7 +36,7 @@ public:
         changed_.notify_all();
     }
 
-    /// The answer, once there is one or the patience is over.
+    /// The answer, or one with `answers` false when the time is over.
     PrintServiceAnswer await() {
         std::unique_lock lock(mutex_);
         while (!answer_ && clock_.waitUntil(lock, changed_, deadline_)) {
@@ -52,7 +52,7 @@ public:
 private:
     using Connection = std::unique_ptr<http_t, void (*)(http_t *)>;
 
-    /// Nobody is there to type one.
+    /// No user is there to type one.
     static const char *noPassword(const char *, http_t *, const char *, const char *, void *) {
         return nullptr;
     }
@@ -65,13 +65,13 @@ private:
         if (!connection || !expose(connection.get()))
             return false;
         const bool briefly = answersBriefly(connection.get());
-        const bool lives = expose(nullptr) && briefly; // a connection shut down here ends like an answer
+        const bool lives = expose(nullptr) && briefly; // one that `await` shut down ends like an answer
         const char *const name = httpGetField(connection.get(), HTTP_FIELD_SERVER);
         answer.version = lives && name ? name : "";
         return lives;
     }
 
-    /// Any answer will do that comes to an end; what it says is not looked at.
+    /// Whether there is any answer that ends within `longestSignOfLife`; its contents do not matter.
     static bool answersBriefly(http_t *connection) {
         if (!asks(connection))
             return false;
@@ -87,8 +87,8 @@ private:
         return false;
     }
 
-    /// Sends a small question over this connection alone: the library's own way to send one connects anew
-    /// where the sending fails, and who gave up could not end that connection.
+    /// Sends a small request over this connection only. libcups' own way to send one connects again when
+    /// sending fails, and the waiting thread could not end that connection.
     static bool asks(http_t *connection) {
         const std::unique_ptr<ipp_t, void (*)(ipp_t *)> question(ippNewRequest(IPP_OP_CUPS_GET_DEFAULT),
                                                                  ippDelete);
@@ -99,7 +99,7 @@ private:
                httpFlushWrite(connection) >= 0;
     }
 
-    /// Says on which connection this thread waits; false when nobody waits for it any more.
+    /// Publishes the connection on which this thread waits; false when the other thread has given up.
     bool expose(http_t *connection) {
         const std::scoped_lock guard(mutex_);
         connection_ = connection;
@@ -112,7 +112,7 @@ private:
         answer.count = count;
         if (list)
             answer.queues = {list, [count](cups_dest_t *queues) { cupsFreeDests(count, queues); }};
-        // An empty list is also how the library says that nobody answered.
+        // An empty list may also mean that there was no answer.
         const ipp_status_t status = cupsLastError();
         answer.answers =
             count > 0 || status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
@@ -123,7 +123,7 @@ private:
     std::mutex mutex_; // guards what follows
     std::condition_variable changed_;
     std::optional<PrintServiceAnswer> answer_;
-    http_t *connection_ = nullptr; // which the other thread waits on, and will not close now
+    http_t *connection_ = nullptr; // on which the asking thread waits; not closed while set
     bool givenUp_ = false;
 };
 

@@ -1,4 +1,4 @@
-// The host's printing system itself, and the print queues it has.
+// The print service of the host, CUPS, and its print queues.
 #pragma once
 
 #include <chrono>
@@ -10,22 +10,21 @@ struct cups_dest_s;
 /// What the print service answered.
 struct PrintServiceAnswer {
     bool answers = false;
-    std::string server{};  ///< who was asked, a host or a socket's path
-    std::string version{}; ///< what it calls itself, e.g. "CUPS/2.4 IPP/2.1"; empty when it does not say
+    std::string server{};  ///< which was asked: a host (with an unusual port), or a socket's path
+    std::string version{}; ///< how it names itself, e.g. "CUPS/2.4 IPP/2.1"; empty when it does not say
     int count = 0;         ///< how many queues there are
-    /// That many queues, released with the last reference; null for none.
+    /// An array of `count` queues, released with the last reference; null without queues.
     std::shared_ptr<const cups_dest_s> queues{};
 };
 
-/// The longest that a look at the print service takes.
+/// The longest time that a query of the print service takes.
 inline constexpr std::chrono::milliseconds printServicePatience{4000};
 
 /// Asks the print service for a sign of life and, if it gives one, for its queues over the default
-/// connection. Blocks for as long as it takes to answer, but no longer than `printServicePatience` of the
-/// current clock: then it does not answer. Any thread.
+/// connection. Blocks until the answer is there, but no longer than `printServicePatience` by the current
+/// clock; then, and when the system has no thread left, `answers` is false. Any thread.
 ///
-/// The asking is done by a thread of its own; where the system has none left, nobody answers. One that is
-/// given up ends at once, unless the print service fell silent between the sign of life and the queues: as
-/// the default connection is the library's own, its thread then waits on until the other side closes or the
-/// process ends.
+/// A thread of its own does the asking. When it is given up it ends at once, unless the print service fell
+/// silent between the sign of life and the queues: the default connection belongs to libcups, so the thread
+/// then stays until the other side closes it or the process ends.
 PrintServiceAnswer askPrintService();

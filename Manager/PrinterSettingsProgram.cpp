@@ -5,7 +5,7 @@
 namespace {
 
 struct Program {
-    std::string_view desktop; // none: of no desktop in particular
+    std::string_view desktop; // empty: of no desktop in particular
     std::vector<std::string> command;
 };
 

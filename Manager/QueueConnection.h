@@ -1,7 +1,7 @@
 // How a print queue reaches its printer, for showing.
 //
-// Here a printer is compared whole, never by parts of texts: what is shown must tell two printers apart even
-// where the lookup of the record (see RecordLookup.h) takes one for the other.
+// Printers are compared by manufacturer, product and serial number in full: what is shown must keep two
+// printers apart even where the lookup of the record by parts of texts (RecordLookup.h) confuses them.
 //
 // Threads: any.
 #pragma once
@@ -14,18 +14,19 @@ class ZKSafeMutableArray;
 class ZKUSB;
 
 enum class QueueConnection {
-    network, ///< whatever is not USB
+    network, ///< everything that is not USB
     usbAttached,
     usbNotAttached,
 };
 
-/// Whether a queue's URI names a printer on USB. No for none.
+/// Whether a queue's URI names a printer on USB; false for none.
 bool isUsb(const Ref<NSString> &deviceUri);
 
-/// What the printer calls itself; an absent text is an empty one.
+/// How the printer names itself; an absent text counts as empty.
 transport::PrinterIdentity identityOf(const ZKUSB &printer);
 
-/// Whether the URI names this very printer.
+/// Whether the URI names exactly this printer (PrinterUri.h); false for none.
 bool namesPrinter(const Ref<NSString> &deviceUri, const transport::PrinterIdentity &printer);
 
+/// How a queue with the URI reaches its printer; `attached` are the records of the attached ones.
 QueueConnection connectionOf(const Ref<NSString> &deviceUri, const ZKSafeMutableArray &attached);

@@ -11,14 +11,14 @@ struct QueueList {
         found,
         noneSupported, ///< the print service has no queue of a supported model
         silent,        ///< no print service answered
-        damaged,       ///< a file of this program is missing or makes no sense
+        damaged,       ///< a file of this program is missing or cannot be used
     };
 
     State state = State::noneSupported;
     Ref<NSMutableArray> entries;  ///< table entries (see QueueMatching.h)
-    Ref<NSString> latestDestName; ///< of all queues, supported or not; none without any
+    Ref<NSString> latestDestName; ///< the name of the last queue, supported or not; none without queues
 };
 
-/// Asks the print service. Blocks for as long as it takes to answer, or until its patience ends (see
-/// PrintService.h). Any thread.
+/// Asks the print service. Blocks until it answers, at most for `printServicePatience` (PrintService.h). Any
+/// thread.
 QueueList readQueueList();

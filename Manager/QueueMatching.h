@@ -1,7 +1,6 @@
-// Which print queues of the host's printing system belong to supported models.
+// Which print queues of the host belong to supported models.
 //
-// Threads: any; blocks for as long as the print service takes to answer, and never longer than
-// `printServicePatience` (PrintService.h).
+// Threads: any; blocks until the print service answers, at most for `printServicePatience` (PrintService.h).
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -13,7 +12,7 @@ class NSArray;
 class NSMutableArray;
 class NSString;
 
-/// What came of it, and why there are no entries when there are none.
+/// What was found, and if there are no entries, why.
 struct QueueMatching {
     enum class Outcome {
         matching,       ///< there are entries
@@ -26,15 +25,16 @@ struct QueueMatching {
     Outcome outcome = Outcome::noPrintService;
     int destinations = 0; ///< how many queues there are in all
     std::string server;   ///< which print service was asked: a host, with an unusual port, or a socket's path
-    std::string service;  ///< what it calls itself, e.g. "CUPS/2.4 IPP/2.1"; empty when it did not say
+    std::string service;  ///< how it names itself, e.g. "CUPS/2.4 IPP/2.1"; empty when it did not say
 };
 
 /// Appends to `entries`, in the order of CUPS, a table entry for every queue and every model of `models`
-/// whose "ppdModel" equals the queue's make and model. So a queue that two models match appears twice.
+/// whose "ppdModel" equals the queue's make and model. A queue that matches two models appears twice.
 ///
 /// A table entry is a mutable dictionary of texts: "displayName" (the queue's description), "hideName" (its
 /// name) and "deviceUri". A text that the queue lacks is left out.
 ///
-/// `seen` is told the name of every queue as it is read, supported or not. Without `models` nothing matches.
+/// `seen`, which may be empty, is called with the name of every queue, supported or not. Without `models`
+/// nothing matches.
 QueueMatching matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
                           const std::function<void(const Ref<NSString> &destName)> &seen);

@@ -7,11 +7,11 @@ class NSString;
 class ZKSafeMutableArray;
 class ZKUSB;
 
-/// The first record of the list whose printer type (every space written "%20") and serial number both stand
-/// in the device URI, or none. Plain, case-sensitive substring tests; a record without either text never
-/// matches.
+/// The first record of the list whose printer type (with "%20" for every space) and serial number both occur
+/// in the device URI, or none. Plain, case-sensitive substring tests; a record that lacks one of the texts
+/// never matches.
 ///
-/// Whoever binds the record to a selection keeps the earlier one when this gives none:
+/// A selection without a record keeps the one that was bound before:
 ///
 ///     if (const auto record = recordForDeviceUri(uri, list))
 ///         usbPrinter = record;

@@ -1,17 +1,16 @@
-// Whose settings the window shows, and where the level among them comes from.
+// Which printer's settings the window shows, and where the level comes from.
 //
-// The printer that is asked and written to is the one that is bound, and that may be the printer of an
-// earlier selection (see RecordLookup.h). So that nobody takes it for the selected one, this keeps the two
-// apart.
+// The printer that is read and written is the bound one, which may be the printer of an earlier selection
+// (see RecordLookup.h). This keeps it apart from the selected one, so that the window can say which it shows.
 //
 // | level   | from                                                                             |
 // |---------|----------------------------------------------------------------------------------|
-// | notRead | start; the bound printer did not say its level, or another one said its own      |
+// | notRead | start; another printer was bound; the bound one gave no level, or another one did |
 // | reading | `beginReading`                                                                   |
 // | read    | `levelWasRead` from the bound printer                                            |
 // | chosen  | `levelWasChosen`                                                                 |
 // | set     | `levelWasWritten` to the bound printer                                           |
-// | refused | the same, when the printer refused                                               |
+// | refused | the same, when the printer refused the level                                     |
 //
 // Threads: the main thread.
 #pragma once
@@ -32,19 +31,20 @@ public:
     /// Why the settings that are shown are not those that the selected printer has now.
     enum class Obstacle { none, notAttached, notReady, notFound };
 
-    /// A queue over USB was selected; `bound` is the printer that its settings are those of, or none.
+    /// A queue over USB was selected; `bound` is the printer whose settings are shown from now on, or none.
+    /// `isAttached` and `isReady` are of the selected printer.
     void select(const Ref<NSString> &deviceUri, const std::optional<Printer> &bound, bool isAttached,
                 bool isReady);
 
-    /// The bound printer is being asked. The number stands for this reading until the next one begins.
+    /// The bound printer is being asked. Returns a number for this reading, for `endReading`.
     int beginReading();
-    /// A printer said its level, which is shown from now on.
+    /// A printer answered with its level, which the window shows from now on.
     void levelWasRead(const Printer &from);
-    /// It answered, but not with a level.
+    /// A printer answered, but not with a level.
     void levelWasNotRead(const Printer &from);
-    /// Nothing more comes of that reading.
+    /// No more answers come from that reading. Nothing when a later one has begun.
     void endReading(int number);
-    /// Somebody chose another level.
+    /// The user chose another level.
     void levelWasChosen();
     /// A printer took the level that is shown, or refused it.
     void levelWasWritten(const Printer &to, bool taken);

@@ -1,4 +1,4 @@
-// The list of supported models that ships as a resource.
+// The list of supported models, a resource of the program.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -7,5 +7,5 @@ class NSArray;
 class NSData;
 
 /// The resource "models" of type "plist": dictionaries whose text "ppdModel" equals the make and model of a
-/// supported queue. None when the resource is missing or no array.
+/// supported queue. None when the resource is missing or not an array.
 Ref<NSArray> supportedModels();

@@ -32,8 +32,8 @@ std::size_t announcedLength(const NSData &header) {
     return header.length() >= 8 ? static_cast<std::size_t>(bytes[6] << 8 | bytes[7]) : 0;
 }
 
-/// One exchange; `handle` gets what the printer replied. It owns what it uses: the reply of an exchange that
-/// runs beside this one on another thread may still be with it when this one is over.
+/// One exchange; `handle` gets the printer's reply. It has to own what it uses: an exchange with the same
+/// printer on another thread may still call it when this one is over.
 void exchange(ZKUSB &printer, std::uint16_t command, const Ref<NSString> &text,
               std::function<void(const Ref<NSData> &, const Ref<NSData> &)> handle) {
     const auto completion = makeBlock<void(const Ref<NSData> &, const Ref<NSData> &)>(std::move(handle));

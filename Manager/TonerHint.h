@@ -1,8 +1,9 @@
 // The consumable-reminder threshold: the toner level, in percent, at which a printer warns that toner is low.
 // 0 means that the reminder is off; otherwise it is 2 to 10.
 //
-// Threads: both queries block their thread for one exchange, which may take the drain and three time-outs of
-// ten seconds, so call them off the main thread. `deliver` is called on that thread before the query returns.
+// Threads: all queries block their thread for one exchange, which may take 35 seconds: 5 for the drain, and
+// three time-outs of 10. So call them off the main thread. `deliver` is called on that thread before the
+// query returns.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -24,13 +25,13 @@ struct TonerHintReading {
 
     Outcome outcome = Outcome::nothing;
     std::int32_t threshold =
-        0; ///< the number that the printer's words begin with, whatever it is; 0 for none
+        0; ///< the number at the beginning of the printer's words, unchecked; 0 without one
 
-    // By which a doubter may judge the threshold:
+    // For callers that check the threshold:
     std::string words{};       ///< the reply's data: foreign bytes
-    std::size_t announced = 0; ///< how many there should be, as the reply's header says
+    std::size_t announced = 0; ///< how many bytes of data the reply's header announced
 
-    /// Whether they tell the same; how they were worded does not matter.
+    /// Whether outcome and threshold are the same; the words do not matter.
     friend bool operator==(const TonerHintReading &a, const TonerHintReading &b) {
         return a.outcome == b.outcome && a.threshold == b.threshold;
     }
@@ -44,11 +45,11 @@ enum class TonerHintWriting {
     success,
 };
 
-/// Asks the printer for its threshold. `deliver` may be called never (no printer, or the exchange ended
+/// Asks the printer for its threshold. `deliver` may not be called at all (no printer, or the exchange ended
 /// silently), once, or twice: a threshold whose data had the wrong length is followed by another outcome.
 void readTonerHint(const Ref<ZKUSB> &printer, const std::function<void(const TonerHintReading &)> &deliver);
 
-/// Sets the threshold, 0 or 2 to 10. `deliver` as above.
+/// Sets the threshold, 0 or 2 to 10, which is not checked here. `deliver` as above.
 void writeTonerThreshold(const Ref<ZKUSB> &printer, std::int64_t threshold,
                          const std::function<void(TonerHintWriting)> &deliver);
 

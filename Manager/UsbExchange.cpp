@@ -14,7 +14,7 @@ namespace {
 constexpr std::int32_t openMode = 2;
 constexpr std::int32_t drainTimeout_ms = 100;
 constexpr NSUInteger replyHeaderLength = 8;
-constexpr int mostCompletions = 2; // a printer may send replies of the wrong length for ever
+constexpr int mostCompletions = 2; // a faulty printer might send replies of the wrong length for ever
 
 std::uint16_t bigEndian(const std::uint8_t *bytes) {
     return static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
@@ -65,7 +65,7 @@ bool UsbExchange::read(std::int32_t timeout_ms) {
 UsbExchange::Next UsbExchange::takeTransfer() {
     if (buffer_[0] == AC[0] && buffer_[1] == AC[1] && takeReply())
         return Next::stop;
-    // Only a transfer that resembles a header in neither byte is something else that may be skipped.
+    // Only a transfer with neither byte of a header is skipped; with one of them the exchange just ends.
     return buffer_[0] != AC[0] && buffer_[1] != AC[1] ? Next::readTransfer : Next::stop;
 }
 

@@ -1,7 +1,7 @@
-// The steps of one exchange with a printer; what they promise is told at ZKUSB::sendACLWithPJL.
+// The steps of one exchange with a printer; see ZKUSB::sendACLWithPJL for what they promise.
 //
 // The handle is closed only when the write or the reading of a reply header fails. Every other end leaves it
-// open: the transport keeps one handle a printer and retires it when the next exchange opens its own.
+// open: the transport keeps one handle per printer and retires it when the next exchange opens its own.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -26,11 +26,12 @@ private:
     bool write(const NSData &request);
     /// Reads one transfer into the zeroed buffer; false when the transport failed.
     bool read(std::int32_t timeout_ms);
-    /// A transfer is in the buffer: takes it for a reply header, or skips it.
+    /// Takes the transfer in the buffer for a reply header, or skips it.
     Next takeTransfer();
-    /// The buffer begins with a reply header: reads its data and completes; true when the exchange is over.
+    /// The buffer begins like a reply header: reads the data, and calls the completion; true when the
+    /// exchange is over.
     bool takeReply();
-    /// Notes on the printer how a step ended.
+    /// Sets the printer's transport status; whether that is OK.
     bool succeeded(std::int32_t transportStatus);
     void fail();
     void complete(const Ref<NSData> &header, const Ref<NSData> &data);
@@ -41,5 +42,5 @@ private:
     void *handle_ = nullptr;
     std::array<std::uint8_t, 4096> buffer_;
     std::int32_t length_ = 0; // bytes in the buffer, 0 to its size
-    int completions_ = 0;     // calls of the completion, also those that nobody held it for
+    int completions_ = 0;     // calls of the completion, counting those for which nobody held it any more
 };

@@ -28,7 +28,7 @@ class NSData;
 inline constexpr std::string_view PJL_UEL = "\x1B%-12345X";
 /// Switches the printer's interpreter to ACL.
 inline constexpr std::string_view PJL_ENTERLANG = "@PJL ENTER LANGUAGE=ACL\r\n";
-/// Marks the begin of an ACL frame.
+/// Marks the beginning of an ACL frame.
 inline constexpr std::array<std::uint8_t, 2> AC = {0x00, 0xAC};
 
 class ZKCommand : public NSObject {
@@ -36,6 +36,7 @@ class ZKCommand : public NSObject {
 public:
     /// The envelope of ACLWithCMD(command, data), without an `encrypt` byte.
     static Ref<NSData> PJLWithCMD(std::uint16_t command, const Ref<NSData> &data);
+    /// A frame without data.
     static Ref<NSData> ACLWithCMD(std::uint16_t command);
     /// Data of 65,536 bytes or more is appended whole, while the length field wraps around.
     static Ref<NSData> ACLWithCMD(std::uint16_t command, const Ref<NSData> &data);

@@ -17,7 +17,7 @@ NS_IMPLEMENTATION(ZKManager) {
 
 namespace {
 
-/// A field of a device record; none when its bytes are not a text.
+/// A field of a device record; none when its bytes are not valid UTF-8.
 Ref<NSString> textOf(const char (&field)[256]) {
     return NSString::stringWithUTF8String({field, strnlen(field, sizeof field)});
 }
@@ -82,8 +82,8 @@ void ZKManager::discoverPrinter() {
     printerList()->removeAllObjects();
     if (count <= 0 || !devices)
         return;
-    // All are read before any is handed over: a callback may start another pass, whose list takes the place
-    // of this one, and may replace itself.
+    // All records are made before the first callback, which may start another pass: that frees this one's
+    // device list. A callback may also replace itself.
     std::vector<Ref<ZKUSB>> records;
     for (const tl_usb_device_info &device : std::span(devices, static_cast<std::size_t>(count)))
         records.push_back(recordOf(device));

@@ -22,7 +22,7 @@
 class ZKSafeMutableArray;
 class ZKUSB;
 
-/// Receives each printer that a pass found.
+/// Receives each printer that a pass found, on the thread of the pass.
 using DiscoveryCallback = Block<void(const Ref<ZKUSB> &printer)>;
 
 class ZKManager : public NSObject {
@@ -33,27 +33,29 @@ public:
 
     /// The only instance.
     static Ref<ZKManager> shared();
-    /// Allocating and copying yield the only instance, too.
+    /// Allocating and copying return the only instance, too.
     static Ref<ZKManager> allocWithZone() { return shared(); }
     id copy() const override { return shared(); }
 
     bool stopRepeatDiscover() const { return stopRepeatDiscover_; }
     void setStopRepeatDiscover(bool stop) { stopRepeatDiscover_ = stop; }
-    /// The printers of the latest pass, as the callback collected them. Created empty on first read.
+    /// The printers of the latest pass, as the callback collected them; empty before the first.
     Ref<ZKSafeMutableArray> printerList();
     /// Stores a copy.
     void setPrinterList(const Ref<ZKSafeMutableArray> &list);
     Ref<DiscoveryCallback> callback() const { return callback_; }
     void setCallback(const Ref<DiscoveryCallback> &callback);
-    /// The discovery timer as long as somebody (its run loop) keeps it.
+    /// The discovery timer, which its run loop owns; none once that has let it go.
     Ref<NSTimer> localTimer() const { return localTimer_.lock(); }
     void setLocalTimer(const Ref<NSTimer> &timer) { localTimer_ = timer; }
 
     /// Starts repeated discovery on the calling thread's run loop. A second call replaces callback and timer
     /// without stopping the earlier timer, and `stopRepeatDiscover` stays as it is.
     void zk_discoverPrinter(const Ref<DiscoveryCallback> &callback);
-    /// One pass: empties the list and hands a new record of each attached printer to the callback.
+    /// One pass: empties the list and passes a new record of each attached printer to the callback, if there
+    /// is one.
     void discoverPrinter();
+    /// Ends discovery; for good, unless `stopRepeatDiscover` is set to false again before it is started anew.
     void zk_stopDiscoverPrinter();
 
 private:

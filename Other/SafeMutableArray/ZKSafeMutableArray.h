@@ -4,15 +4,15 @@
 //     list->addObject(printer);                     // returns at once
 //     for (NSUInteger i = 0; i < list->count(); ++i) // sees the write
 //
-// All instances of the process share one queue, so a write to one list also holds up reads of the others. A
-// read sees every write that the same thread issued before it. Writes are fire-and-forget: the checks are
-// made when the write runs, and a write that does not fit changes nothing.
+// All instances of the process share one queue, so a write to one list also delays reads of the others. A
+// read sees every write that the same thread issued before it. Writes return at once: arguments are checked
+// when the write runs, and an invalid write changes nothing.
 //
-// Unlike ordinary arrays nothing is raised: none is ignored by writes, an index past the end gives none, and
-// a walk goes over what the list held at its start, whatever is written meanwhile.
+// Unlike ordinary arrays they raise nothing: writes ignore none, an index past the end gives none, and a walk
+// visits what the list held at its start, whatever is written meanwhile.
 //
-// Threads: any, but never from inside one of its own operations (a comparison of elements, say): a read would
-// wait for itself.
+// Threads: any, but not from inside one of their own operations (such as a comparison of elements): a read
+// would wait for itself.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSArray.h"
@@ -30,13 +30,14 @@ public:
     /// None when the index is not below the count.
     id objectAtIndex(NSUInteger index) const override;
     using NSMutableArray::indexOfObject;
-    /// By `isEqual`. 0xFFFFFFFFFFFFFFFF when absent; NSNotFound for none, which is not looked for.
+    /// The first equal element. Absent: 0xFFFFFFFFFFFFFFFF, unlike in other arrays; NSNotFound only for an
+    /// object of none.
     NSUInteger indexOfObject(const id &object) const override;
-    /// What the array holds at one moment, cut to the range.
+    /// The elements of the range at one moment; the range is cut to the array.
     std::vector<id> getObjects(NSRange range) const override;
 
     void addObject(const id &object) override;
-    /// An index past the end is not corrected: the write is refused and logged.
+    /// With an index past the end the write is refused and logged.
     void insertObject(const id &object, NSUInteger index) override;
     void removeObjectAtIndex(NSUInteger index) override;
     void removeLastObject() override;
