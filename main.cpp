@@ -1,4 +1,4 @@
-// The process entry of the window.
+// zkutility: the entry of the program with the window.
 #include "Platform/Foundation/System/EndingSignals.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Interface/NSApplication.h"
@@ -23,7 +23,7 @@ Options:
 "zkprinter" does the same on the command line.
 )";
 
-/// Ends the program.
+/// Prints the text and ends the program; with failure when standard output does not take it.
 [[noreturn]] void answer(const char *text) {
     const bool written = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
     if (!written)
@@ -33,8 +33,8 @@ Options:
 
 QtMessageHandler usualHandler = nullptr;
 
-/// Until there is a screen, all that Qt has to tell is why there is none, in many lines and with an abort.
-/// The system log gets them.
+/// Until there is a screen, Qt only reports why there is none, in many lines and with an abort. These lines
+/// go to the system log, and the user gets one sentence.
 void tellInOneSentence(QtMsgType type, const QMessageLogContext &context, const QString &message) {
     if (QGuiApplication::primaryScreen())
         return usualHandler(type, context, message);

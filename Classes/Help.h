@@ -1,4 +1,4 @@
-// What the help menu offers.
+// The commands of the help menu.
 //
 // Threads: the main thread.
 #pragma once
@@ -10,8 +10,8 @@ namespace Help {
 /// Shows the program's name, version and licence, and what it runs on.
 void showAbout(QWidget &window);
 
-/// Has the report for the support made and puts it on the clipboard; says so, or that it failed. Returns at
-/// once.
+/// Runs `zkprinter diagnose` and puts its report on the clipboard; a message box says so, or that it failed.
+/// Returns at once.
 void copyDiagnostics(QWidget &window);
 
 } // namespace Help

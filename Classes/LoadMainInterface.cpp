@@ -1,4 +1,4 @@
-// What the application's entry calls to get its main interface: linked into the program itself, not the
+// The function that NSApplicationMain calls for the main interface. Linked into the program itself, not the
 // library.
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
@@ -12,7 +12,7 @@ void NSLoadMainInterface(NSApplication &application) {
     QApplication::setApplicationName(QStringLiteral("zkutility"));
     QApplication::setDesktopFileName(QStringLiteral("zkutility"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zkutility.png")));
-    static auto &interface = *new MainInterface(application); // as long as the process
+    static auto &interface = *new MainInterface(application); // lives as long as the process
     WindowPlace::restore(*interface.window);
     interface.window->show();
 }

@@ -1,4 +1,4 @@
-// The words of menus.
+// Translates menus.
 #pragma once
 
 class QWidget;

@@ -11,7 +11,7 @@ class MyMainWindow;
 class NSApplication;
 
 struct MainInterface {
-    /// Makes them and makes the delegate the application's.
+    /// Makes them, and sets the application's delegate.
     explicit MainInterface(NSApplication &application);
     ~MainInterface();
 

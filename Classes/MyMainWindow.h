@@ -1,4 +1,4 @@
-// The main window: a background picture with one content view upon it, and the main menu.
+// The main window: a background picture with one content view on it, and the main menu.
 #pragma once
 
 #include "Platform/Interface/Outlet.h"
@@ -18,8 +18,8 @@ public:
     void awakeFromNib() override;
     bool canBecomeKeyWindow() const { return true; }
 
-    /// Makes the view the single content of the main view, upon the background picture. The views it replaces
-    /// lose their parent and belong to the caller.
+    /// Makes the view the only content of the main view, on the background picture. The views it replaces
+    /// lose their parent and are not deleted.
     void showView(QWidget *view);
 
     utilityMainView *UtilityMainView() const { return _UtilityMainView; }

@@ -22,7 +22,7 @@ struct AccessibleTip final : QAccessibleWidget {
     explicit AccessibleTip(TipWindow *tip) : QAccessibleWidget(tip, QAccessible::AlertMessage) {}
 };
 
-/// Where programs cannot place their windows, they still can those that belong to another one.
+/// Under Wayland programs cannot place windows, but they can place pop-ups of other windows.
 Qt::WindowType placeableKind() {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) ? Qt::ToolTip : Qt::Dialog;
 }
@@ -69,7 +69,7 @@ int TipWindow::highest(const QFont &font) {
     return measure(font, 96);
 }
 
-// As narrow as it can be without needing another line.
+// As narrow as possible without another line.
 void TipWindow::wrapMessage() {
     const QMargins edge = outlet<QLayout>(*this, "tipRows")->contentsMargins();
     const QMargins frame = outlet<QLayout>(*this, "tipEdge")->contentsMargins();
@@ -87,7 +87,7 @@ void TipWindow::center() {
     if (const QWidget *owner = parentWidget())
         setWindowTitle(owner->window()->windowTitle());
     wrapMessage();
-    // The layouts of a hidden window would keep what they last knew.
+    // The layouts of a hidden window do not update by themselves.
     auto *const frame = outlet<QFrame>(*this, "tipFrame");
     frame->layout()->activate();
     frame->updateGeometry();
@@ -107,7 +107,7 @@ void TipWindow::setParentFrame(const QRectF &frame) {
     _parentFrame = frame;
 }
 
-// A line around it parts it from the window beneath, also where both are dark and nothing casts a shadow.
+// A line around the tip sets it off from the window beneath, also where both are dark and there is no shadow.
 void TipWindow::paintEvent(QPaintEvent *event) {
     QDialog::paintEvent(event);
     QPainter painter(this);
@@ -115,8 +115,8 @@ void TipWindow::paintEvent(QPaintEvent *event) {
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
-// Only the timer ends a tip, or the end of the window it is over: neither Escape nor the window manager
-// closes it.
+// Only the timer ends a tip, or the closing of the window it is over; neither Escape nor the window manager
+// does.
 void TipWindow::keyPressEvent(QKeyEvent *event) {
     event->accept();
 }

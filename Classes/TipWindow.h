@@ -1,6 +1,5 @@
-// The one message window: a short text with a symbol before it and, while something is under way, a progress
-// indicator. Run modally; it has no buttons and is ended by `setStopModalState`. Screen readers know it as an
-// alert.
+// The message window: a short text behind a symbol and, while something is under way, a progress indicator.
+// It is run modally, has no buttons, and is ended by `setStopModalState`. For screen readers it is an alert.
 //
 // Threads: the main thread, except `parentFrame` and `setParentFrame`, which any thread may call.
 #pragma once
@@ -29,18 +28,19 @@ public:
     void setStopModalState();
     /// The text is already translated; none clears the field.
     void setMsgText(const Ref<NSString> &text);
-    /// Yes hides the indicator, no shows it.
+    /// Hides the progress indicator (true) or shows it.
     void setProIndicator(bool hidden);
-    /// Tells success from failure at a glance; none for a tip that is neither.
+    /// The symbol in front of the text, or none.
     void setSymbol(std::optional<Symbol> symbol);
-    /// Places the window over `parentFrame`; its size fits its text, whose lines are about equally long.
+    /// Fits the size to the text, in lines of about equal length, and centres the window over `parentFrame`.
     void center() override;
 
     /// The frame of the window that the tip is to be centred over, in screen coordinates.
     QRectF parentFrame() const;
     void setParentFrame(const QRectF &frame);
 
-    /// How wide and high a tip is at most with these letters, whatever it says; logical pixels.
+    /// The size that a tip is expected not to exceed with this font, in logical pixels: the width its text is
+    /// wrapped to, and the height that the main view leaves free.
     static int widest(const QFont &font);
     static int highest(const QFont &font);
 

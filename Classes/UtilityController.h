@@ -1,4 +1,4 @@
-// Owns the entries of the printer table, and the timer that ends each modal run of the tip window.
+// Owns the entries of the printer table, and starts the timers that end modal runs of the tip window.
 //
 // | state | from                                                                              |
 // |-------|-----------------------------------------------------------------------------------|
@@ -18,15 +18,15 @@ class UtilityController : public NSObject {
 public:
     /// The only instance.
     static Ref<UtilityController> shareInstance();
-    /// Allocating and copying yield the only instance, too.
+    /// Allocating and copying return the only instance, too.
     static Ref<UtilityController> allocWithZone() { return shareInstance(); }
     id copy() const override { return shareInstance(); }
 
-    /// The entries (see Manager/QueueMatching.h), filled once, when the main view wakes.
+    /// The entries (see Manager/QueueMatching.h); empty until the print service has answered.
     Ref<NSMutableArray> printerNameArray() const { return printerNameArray_; }
 
-    /// Has the tip window's modal run ended in that many seconds. A timer that is armed already is neither
-    /// stopped nor kept: it goes on firing at its own interval.
+    /// Starts a timer that ends the tip window's modal run in that many seconds. A timer that is armed
+    /// already is forgotten, but not stopped: it goes on firing at its own interval.
     void startRefreshTimer(NSInteger seconds);
     /// The timer's action: ends the tip window's modal run and disarms the timer.
     void stopRefreshTimer();

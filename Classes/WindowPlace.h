@@ -1,4 +1,4 @@
-// Where a window was when it was closed, kept for the next time.
+// Remembers where a window was when it was closed.
 //
 // Threads: the main thread.
 #pragma once
@@ -10,14 +10,15 @@ class QWidget;
 
 namespace WindowPlace {
 
-/// Where to put a window: the remembered place where all of it lies on one of the areas; else the wished size
-/// in the middle of the first area, neither larger than that area. An empty `remembered` stands for none.
-/// Without areas, the wished size at the origin.
+/// Where to put a window: at the remembered place if that lies within one of the areas; otherwise in the
+/// middle of the first area, with the remembered size or else the wished one, cut to the area. An empty
+/// `remembered` stands for none. Without areas, the wished size at the origin.
 QRect fitting(const QRect &remembered, QSize wished, const QList<QRect> &areas);
 
-/// Puts the window where it was, or where it fits the screen.
+/// Gives the window its remembered size and place, or ones that fit the screen. Without a remembered place
+/// the window manager places it.
 void restore(QWidget &window);
-/// Keeps size and position. The state of a maximised window is kept, too.
+/// Stores size, position and whether the window is maximised in the user's settings.
 void save(const QWidget &window);
 
 } // namespace WindowPlace

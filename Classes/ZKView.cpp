@@ -8,7 +8,7 @@ void ZKView::awakeFromNib() {
     update();
 }
 
-// Not by the palette, which the views upon it would inherit.
+// Not by the palette, which the views on it would inherit.
 void ZKView::paintEvent(QPaintEvent *event) {
     if (isWhite_)
         QPainter(this).fillRect(event->rect(), Qt::white);

@@ -1,4 +1,4 @@
-// A plain white ground.
+// A view with a plain white background.
 #pragma once
 
 #include "Platform/Interface/Outlet.h"
@@ -10,8 +10,8 @@ class ZKView : public QWidget, public NSNibAwaking {
 public:
     using QWidget::QWidget;
 
-    /// Turns the view opaque white. What stands upon it keeps the desktop's colours, and brings its own
-    /// ground.
+    /// Turns the view opaque white. Views on it keep the desktop's colours and have to paint their own
+    /// background.
     void awakeFromNib() override;
     /// A hook; does nothing.
     void viewDidApear() {}

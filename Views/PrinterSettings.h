@@ -1,4 +1,4 @@
-// The desktop's printer settings, where there are any.
+// Opens the desktop's printer settings, where there are any.
 //
 // Threads: the main thread.
 #pragma once
@@ -7,7 +7,7 @@ namespace PrinterSettings {
 
 /// Whether there is a program to open.
 bool exist();
-/// Starts it, as a process of its own. Nothing when there is none.
+/// Starts it as a detached process. Does nothing when there is none.
 void open();
 
 } // namespace PrinterSettings

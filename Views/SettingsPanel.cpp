@@ -47,7 +47,7 @@ QString ownerWords(Obstacle obstacle, const QString &owner) {
     return {};
 }
 
-/// Where there is no other printer to name.
+/// The obstacle where no other printer's settings are shown.
 QString obstacleWords(Obstacle obstacle) {
     return obstacle == Obstacle::none
                ? QString()
@@ -55,7 +55,7 @@ QString obstacleWords(Obstacle obstacle) {
                                                       : u"No Printer, Not Attached"_ns);
 }
 
-/// So that a word of a printer, however long, widens nothing: a very long one may be broken anywhere.
+/// The text with places to break very long words, so that a printer's texts do not widen the window.
 QString breakable(const QString &text) {
     constexpr qsizetype longWord = 24;
     const QChar breakHere(0x200B);

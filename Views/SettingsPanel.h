@@ -1,5 +1,5 @@
-// The panel of the settings: whose they are, the level, and where that comes from. It stands beside the list,
-// or above it in a narrow window.
+// The panel with the settings of a printer: which printer, the level, and where that comes from. It is beside
+// the list, or above it in a narrow window.
 //
 // Threads: the main thread.
 #pragma once
@@ -16,21 +16,22 @@ class SettingsPanel : public QFrame {
 public:
     using QFrame::QFrame;
 
-    /// Finds the parts of the description; to be called before anything else.
+    /// Finds its parts in the interface description; has to be called first.
     void findOutlets();
 
-    /// Nothing but a text that says what to do; an empty text leaves the panel empty.
+    /// Shows only a text that says what to do; an empty text leaves the panel empty.
     void showHint(const QString &text);
     void showSettings(const ShownSettings &settings);
-    /// Nothing but what the view shows of a queue that has no settings.
+    /// Shows only the view's warning, for a queue that has no settings.
     void showWarning();
 
-    /// Whether there is nothing in the panel.
+    /// Whether the panel shows nothing.
     bool isBlank() const;
 
-    /// Beside the list everything stands in one column, above it the controls in one row.
+    /// Above the list (`stacked`) the controls are in one row, beside it everything is in one column.
     void setStacked(bool stacked);
-    /// Where the lowest of the controls ends, within the panel, when it is as wide as that.
+    /// The lower edge of the lowest control, in logical pixels from the top of the panel, at that width of
+    /// the panel.
     int endOfControls(int width) const;
 
 private:

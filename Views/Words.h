@@ -9,8 +9,7 @@ inline QString words(const Ref<NSString> &key) {
     return toQString(NSLocalizedString(key));
 }
 
-/// The same with `text` in the place of its "%@". The text is foreign: it is shown as it is, on one line and
-/// in its own direction.
+/// The same with `text` in place of "%@": foreign text, shown on one line and in its own direction.
 inline QString words(const Ref<NSString> &key, const QString &text) {
     return words(key).replace(QStringLiteral("%@"), isolated(text.simplified()));
 }

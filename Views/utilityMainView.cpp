@@ -38,10 +38,10 @@ namespace {
 constexpr NSInteger secondsOfAReadingTip = 3;
 constexpr NSInteger secondsOfAWritingTip = 2;
 
-/// A list that is longer than this can be narrowed by a search.
+/// A longer list gets a search field.
 constexpr int shortList = 12;
 
-/// Shows that the main thread waits, as long as it lives.
+/// Shows the busy pointer as long as it lives.
 class BusyPointer {
 public:
     BusyPointer() { QApplication::setOverrideCursor(Qt::BusyCursor); }
@@ -81,7 +81,7 @@ void utilityMainView::awakeFromNib() {
     cofirmBtn->adjustSize();
     connectControls();
     arrange();
-    // Asked for its rows, the table is being painted: what waits for others comes after that.
+    // The print service is asked when the table asks for its rows, which is when it is painted.
     showListState();
 }
 
@@ -102,7 +102,8 @@ void utilityMainView::findOutlets() {
 
 void utilityMainView::connectControls() {
     connect(cofirmBtn, &QPushButton::clicked, this, [this] {
-        // A row that was selected a moment ago is read first: nothing is written to the printer of another.
+        // A row that was selected a moment ago is bound first: nothing is written to the printer of another
+        // row.
         if (!scanResultsView->tellWaitingSelection())
             oncofirmButton(cofirmBtn);
     });
@@ -186,7 +187,8 @@ void utilityMainView::showListState() {
     const bool isLong = rows > shortList;
     search->setVisible(isLong);
     if (isLong)
-        search->setClearButtonEnabled(true); // whose picture is looked for in all icon themes
+        search->setClearButtonEnabled(
+            true); // late, as looking for the button's picture in all icon themes takes long
     if (!printerName)
         panel->showHint(rows == 0 ? QString() : words(u"Printer List Description"_ns));
     arrange();
@@ -295,7 +297,7 @@ NSTableRow utilityMainView::lookOfRow(NSTableView &, NSInteger row) {
         break;
     }
     case QueueConnection::usbNotAttached:
-        notReady.remove(toQString(deviceUri)); // which may have changed when it comes back
+        notReady.remove(toQString(deviceUri)); // it may have changed when it is attached again
         look.symbol = Symbol::missingPrinter;
         look.detail = words(u"USB, Not Attached"_ns);
         break;
@@ -413,7 +415,7 @@ void utilityMainView::oncofirmButton(QWidget *) {
     const std::int64_t index = popUpBtns->currentIndex();
     const auto printer = usbPrinter();
     if (!printer)
-        return; // nobody to write to
+        return;
     dispatch::globalQueue().async(
         [index, printer, to = identityOf(*printer), view = QPointer<utilityMainView>(this)] {
             writeTonerHint(printer, index, [view, to, index](TonerHintWriting writing) {
@@ -457,8 +459,8 @@ void utilityMainView::resizeEvent(QResizeEvent *event) {
     arrange();
 }
 
-// The panel stands beside the list as long as the tip, which is centred over the window, then leaves the
-// controls free; else above the list, so that the tip covers rows of it.
+// The panel is beside the list if the tip, which is centred over the window, does not cover the controls
+// there; otherwise it is above the list, and the tip covers rows.
 void utilityMainView::arrange() {
     const QMargins edge = columns->contentsMargins();
     const int padding = measure(font(), 24);
@@ -467,20 +469,21 @@ void utilityMainView::arrange() {
     columns->setDirection(stacked ? QBoxLayout::BottomToTop : QBoxLayout::LeftToRight);
     panel->setStacked(stacked);
     auto *const place = panel->parentWidget();
-    place->setVisible(!stacked || !panel->isBlank()); // above the list, an empty one is but a bar
+    place->setVisible(!stacked || !panel->isBlank()); // above the list an empty panel would be a mere bar
     place->setMinimumWidth(stacked ? 0 : measure(font(), 248));
     place->setMaximumWidth(stacked ? QWIDGETSIZE_MAX : std::min(beside, measure(font(), 320)));
     updateGeometry();
 }
 
-// As narrow as the panel above the list lets it be, whatever stands where now, so that a window that gets
-// narrower comes to that; and as high as the texts need at this width, with the tip below the controls.
+// The width is that of the layout with the panel above the list, also while it is beside it: otherwise no
+// window could get narrow enough to change. The height is what the texts need at the current width, with the
+// tip below the controls.
 QSize utilityMainView::minimumSizeHint() const {
     if (!columns)
         return QWidget::minimumSizeHint();
     const QMargins edge = columns->contentsMargins();
     const int least = std::max(scanResultsView->minimumSizeHint().width(), panel->minimumSizeHint().width());
-    // Without a text that wraps, the layout knows no height for a width.
+    // A layout without wrapping text has no height for a width.
     int height = columns->hasHeightForWidth() ? columns->minimumHeightForWidth(width())
                                               : columns->minimumSize().height();
     if (columns->direction() == QBoxLayout::BottomToTop) {

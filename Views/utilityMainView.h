@@ -1,10 +1,10 @@
 // The one content view: the table of printers, and the settings of the printer that is selected.
 //
-// What the user does is turned into the queries of Manager/, which run here or on the global queue; what they
-// answer is shown here, on the main thread. The threshold ↔ pop-up table is Manager/ConsumableReminder.h;
-// whose settings are shown is kept by Manager/ShownSettings.h.
+// Turns what the user does into the queries of Manager/, and shows their answers. The status of a printer is
+// read on the main thread, everything else that waits runs on the global queue. Manager/ConsumableReminder.h
+// has the table of thresholds and pop-up items; Manager/ShownSettings.h keeps whose settings are shown.
 //
-// The print service may take its time, so it is asked on the global queue, once the window has been painted.
+// The print service is asked once the window has been painted, as it may take long to answer.
 //
 // Threads: the main thread.
 #pragma once
@@ -43,34 +43,36 @@ class utilityMainView : public QWidget,
 public:
     using QWidget::QWidget;
 
-    /// Sets texts and choices, starts the discovery of printers and has the table filled.
+    /// Sets texts and choices, and starts the discovery of printers.
     void awakeFromNib() override;
 
-    /// Also starts a thread that has the table reloaded, which asks again: so the table stays current for as
-    /// long as it is on screen.
+    /// Also starts a thread that has the table reloaded, which calls this again: so the table stays current
+    /// while it is on screen. The first call has the print service asked.
     NSInteger numberOfRowsInTableView(NSTableView &table) override;
     Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) override;
     NSTableRow lookOfRow(NSTableView &table, NSInteger row) override;
     bool isTypeSelectMatch(NSTableView &table, NSInteger row, const Ref<NSString> &typed) override;
     void tableViewSelectionDidChange(NSTableView &table) override;
 
-    /// Whether the printer is in a normal state. Blocks for up to two seconds.
+    /// Whether the printer is in a normal state. Asks the printer, and blocks for up to two seconds.
     bool getUsbPrinterStatus(const Ref<NSString> &deviceUri);
-    /// Binds the attached printer of the URI, if there is one, and has the bound one asked for its threshold.
+    /// Binds the attached printer of the URI, if there is one, and starts reading the bound printer's
+    /// threshold.
     void getUsbPrinterToner(const Ref<NSString> &deviceUri);
     /// Selects the choice that shows the threshold.
     void changeTonerValueForUI(std::int32_t value);
-    /// The confirm button's action: has the chosen threshold written to the bound printer.
+    /// The confirm button's action: starts writing the chosen threshold to the bound printer; nothing without
+    /// one.
     void oncofirmButton(QWidget *sender);
 
-    /// Has the selected printer asked once more, or the print service when it did not answer.
+    /// Reads the selected printer again, or asks the print service again when it did not answer.
     void readAgain();
-    /// Opens the field that narrows the list; nothing in a short list.
+    /// Moves the focus to the search field; does nothing with a short list, which has none.
     void find();
-    /// Whether the print service has been asked, with or without an answer.
+    /// Whether asking the print service is over, with or without an answer.
     bool areQueuesRead() const { return queues_.has_value(); }
 
-    /// The printer bound to the selection, or to an earlier one; held as long as it is bound.
+    /// The printer bound to the selection, or to an earlier one; none at first.
     Ref<ZKUSB> usbPrinter() const { return _usbPrinter; }
     void setUsbPrinter(const Ref<ZKUSB> &printer) { _usbPrinter = printer; }
 
@@ -121,7 +123,7 @@ private:
     [[maybe_unused]] bool isSuccessGetToner = false;
     Ref<ZKUSB> _usbPrinter;
     ShownSettings settings;
-    QSet<QString> notReady; // the URIs of the queues whose printers were not, when last asked
+    QSet<QString> notReady; // URIs of the queues whose printers were not in a normal state when last asked
     std::optional<QueueList::State> queues_; // none while the print service is being asked
     bool isAskingForQueues = false;
     std::vector<QueueName> names;
