@@ -1,11 +1,12 @@
-// What screen readers know of a view, where Qt's own knowledge of its kind does not do.
+// Own descriptions of views for screen readers, where Qt's do not suffice.
 //
 // Threads: the main thread.
 #pragma once
 
 #include <QAccessible>
 
-/// Has every `View` told by an `Accessible`, which is made with the view. May be said as often as one likes.
+/// From now on every `View` is described by an `Accessible`, constructed with a pointer to it. May be called
+/// repeatedly.
 template <class View, class Accessible>
 void tellScreenReadersBy() {
     QAccessible::installFactory([](const QString &, QObject *object) -> QAccessibleInterface * {

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr float faint = 0.04F; // how much of the accent there is in each of three layers
-constexpr int highContrast = 250;
+constexpr float faint = 0.04F;    // opacity of the accent in each of three layers
+constexpr int highContrast = 250; // difference of grey levels, of 255
 
-/// A wave across the view, filled down to its lower edge; places are shares of the view's size.
+/// A wave across the view, filled down to its lower edge; heights are fractions of the view's height.
 QPainterPath wave(const QSizeF &size, double left, double crest, double right) {
     QPainterPath path(QPointF(0, left * size.height()));
     path.cubicTo(QPointF(0.25 * size.width(), (crest - 0.12) * size.height()),

@@ -1,5 +1,7 @@
-// The picture behind a window: a wash of the desktop's accent, so faint that it can lie behind anything. In a
-// palette of high contrast there is none.
+// The picture behind a window: the desktop's accent colour, so faint that everything on it stays readable.
+// There is none in a palette of high contrast.
+//
+// Threads: the main thread.
 #pragma once
 
 #include <QLabel>

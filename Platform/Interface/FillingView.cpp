@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Tells screen readers of the views that have something to say: a background has not.
+/// Describes the subviews to screen readers, except backgrounds.
 class AccessibleFilling final : public QAccessibleWidget {
 public:
     explicit AccessibleFilling(FillingView *view) : QAccessibleWidget(view, QAccessible::Client) {}

@@ -1,4 +1,6 @@
-// A view whose subviews fill it, one upon the other, whenever they were added.
+// A view whose subviews all fill it, one on top of the other.
+//
+// Threads: the main thread.
 #pragma once
 
 #include <QWidget>

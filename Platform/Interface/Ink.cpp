@@ -8,7 +8,7 @@
 namespace {
 
 constexpr double readable = 4.5;
-constexpr double wished = 0.35; // of the way to the ground, where that is readable
+constexpr double wished = 0.35; // share of the background, where that is readable
 constexpr double step = 0.05;
 
 double luminance(const QColor &color) {

@@ -1,26 +1,26 @@
-// Colours and letters by their role. Every colour is of the palette, or mixed from its colours.
+// Colours and fonts by their role. Every colour is from the palette, or mixed from its colours.
 //
-// A text is readable upon its ground when the two have a contrast of at least 4.5, by the rule for texts upon
-// web pages.
+// A text counts as readable on its background when their contrast, as the guidelines for web pages define it,
+// is at least 4.5.
 #pragma once
 
 #include <QFont>
 #include <QPalette>
 
-/// `text` as far towards `ground` as leaves it readable, at most a third; `text` itself when it is not
-/// readable at all.
+/// `text` mixed with as much of the background as leaves it readable, 35 % at most; `text` itself when no
+/// mixture is readable.
 QColor mutedInk(const QColor &text, const QColor &ground);
 
-/// The colour of a line that parts two areas of that ground.
+/// The colour of a line that separates two areas with that background.
 QColor lineInk(const QColor &text, const QColor &ground);
 
-/// The colours that have to differ from the desktop's for texts to be readable, and no others: selections and
-/// place-holders.
+/// A palette with only the colours that are made readable, those of selections and placeholders; all others
+/// are unset and stay the desktop's.
 QPalette readableColors(const QPalette &desktop);
 
-/// The letters of titles (1.25 of the base size, semibold) and of notes (0.9 of it).
+/// The fonts of titles (1.25 times the base size, semibold) and of notes (0.9 times).
 QFont titleFont(QFont base);
 QFont noteFont(const QFont &base);
 
-/// So many logical pixels where letters have their usual size; more where they are larger.
+/// That many logical pixels, scaled up where the font is larger than usual.
 int measure(const QFont &font, int pixels);

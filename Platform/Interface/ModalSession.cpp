@@ -58,7 +58,7 @@ void ModalSession::run(QWidget &window) {
     window.show();
     window.raise();
     window.activateWindow();
-    QAccessibleEvent alert(&window, QAccessible::Alert); // has a screen reader say what it shows at once
+    QAccessibleEvent alert(&window, QAccessible::Alert); // makes screen readers read it out
     QAccessible::updateAccessibility(&alert);
     loop.exec();
     std::erase_if(runs_, [&](const Run &run) { return run.loop == &loop; });
@@ -68,7 +68,7 @@ void ModalSession::run(QWidget &window) {
 void ModalSession::stop() {
     if (runs_.empty())
         return;
-    // The run counts as ended from here on, though its loop returns only when what it is doing is done.
+    // From here on the run counts as ended, although its loop returns only after the events it is processing.
     QEventLoop *loop = runs_.back().loop;
     runs_.pop_back();
     loop->quit();

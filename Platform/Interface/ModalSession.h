@@ -1,5 +1,5 @@
-// Modal runs of windows: the caller waits, the window gets the input, timers of the modal-panel mode and the
-// main queue go on. Runs nest, also of one window; stopping ends the innermost.
+// Modal runs of windows: the caller waits, only the window gets input, and timers of the modal-panel mode and
+// the main queue go on. Runs nest, also of one window; stopping ends the innermost.
 //
 // Threads: the main thread.
 #pragma once
@@ -11,7 +11,7 @@
 class QEventLoop;
 class QWidget;
 
-/// A window that knows its place: it is centred each time before it is run modally.
+/// A window that places itself: `center` is called each time before it is run modally.
 class NSCenteredWindow {
 public:
     virtual ~NSCenteredWindow() = default;
@@ -26,16 +26,16 @@ public:
 
     bool isRunning() const { return !runs_.empty(); }
 
-    /// Shows the window and returns when its run was stopped.
+    /// Shows the window and returns when its run was stopped. Does not hide it.
     void run(QWidget &window);
-    /// Ends the innermost run; nothing when there is none.
+    /// Ends the innermost run; does nothing without one.
     void stop();
 
-    /// Keeps input from every window that the innermost run is not of, shown or not.
+    /// Blocks input to every window but that of the innermost run, even while that is hidden.
     bool eventFilter(QObject *target, QEvent *event) override;
 
 signals:
-    /// Another mode of the run loop is to be served.
+    /// A run began or ended, so that another mode of the run loop may have to be served.
     void modeChanged();
 
 private:

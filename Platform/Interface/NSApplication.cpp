@@ -13,8 +13,8 @@ namespace {
 
 NSApplication *theApplication = nullptr;
 
-/// Has Qt show its own words, those of standard buttons and context menus, in the language of all others,
-/// where it has them; and windows begin on the side on which its lines do.
+/// Shows Qt's own texts, those of standard buttons and context menus, in that language, if Qt has it, and
+/// lays windows out in its direction.
 void speak(const QLocale &language) {
     QGuiApplication::setLayoutDirection(language.textDirection());
     auto *const words = new QTranslator(qApp);

@@ -9,7 +9,7 @@ class ModalSession;
 class QWidget;
 class RunLoopBridge;
 
-/// Is told how the application fares.
+/// Called at stages of the application's life.
 class NSApplicationDelegate {
 public:
     virtual ~NSApplicationDelegate() = default;
@@ -20,13 +20,13 @@ public:
 
 class NSApplication {
 public:
-    /// Needs a QApplication. One at a time.
+    /// Needs a QApplication. There is one at a time.
     NSApplication();
     NSApplication(const NSApplication &) = delete;
     NSApplication &operator=(const NSApplication &) = delete;
     ~NSApplication();
 
-    /// The application there is, or null.
+    /// The application, or null.
     static NSApplication *sharedApplication();
 
     NSApplicationDelegate *delegate() const { return delegate_; }
@@ -35,14 +35,14 @@ public:
 
     /// Shows the window, centred, and returns when `stopModal` ended its run.
     void runModalForWindow(QWidget &window);
-    /// Ends the innermost modal run; nothing when there is none.
+    /// Ends the innermost modal run; does nothing without one.
     void stopModal();
     bool isRunningModal() const;
 
-    /// The mode of the main run loop that is being served: modal-panel during a modal run, else default.
+    /// The mode in which the main run loop is served: modal-panel during a modal run, otherwise default.
     NSRunLoopMode runLoopMode() const;
 
-    /// Serves events until the application is to end.
+    /// Serves events until the application is to end; returns its exit status.
     int run();
 
 private:
@@ -55,6 +55,6 @@ private:
 /// the main window.
 void NSLoadMainInterface(NSApplication &application);
 
-/// The entry of a program with windows: loads the main interface, runs, and ends the process at once, without
-/// waiting for work under way on other threads. Never returns.
+/// The entry of a program with windows: loads the main interface, runs it, and ends the process without
+/// waiting for other threads, except for the transport to give its printers back. Never returns.
 [[noreturn]] int NSApplicationMain(int argc, char **argv);

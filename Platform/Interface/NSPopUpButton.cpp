@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Qt's own gives the choice as the name, and the label as a relation only.
+/// Qt's own description gives the choice as the name, and the label only as a relation.
 class AccessiblePopUp final : public QAccessibleWidget {
 public:
     explicit AccessiblePopUp(NSPopUpButton *popUp) : QAccessibleWidget(popUp, QAccessible::ComboBox) {}

@@ -1,5 +1,5 @@
-// A pop-up: one of several choices. Screen readers know it by its label, and say what is chosen before its
-// description.
+// A pop-up button: one of several choices. Screen readers name it by its label, and read the choice before
+// its description.
 //
 // Threads: the main thread.
 #pragma once

@@ -23,7 +23,8 @@ namespace {
 constexpr int placeholderFlags = Qt::AlignCenter | Qt::TextWordWrap;
 } // namespace
 
-/// Qt's view of the data source: as many rows as it last said, their texts asked for when painted.
+/// The data source as a model of Qt: as many rows as it last reported; texts are asked for when they are
+/// painted.
 class NSTableModel final : public QAbstractTableModel {
 public:
     explicit NSTableModel(NSTableView &table) : QAbstractTableModel(&table), table_(table) {}
@@ -49,7 +50,7 @@ public:
                                                                         : QVariant();
     }
 
-    /// For Qt's search for what is typed: the first row from `start` on and around, of those that are shown.
+    /// For Qt's search by typing: the first shown row from `start` on that matches, continuing at the top.
     QModelIndexList match(const QModelIndex &start, int, const QVariant &value, int,
                           Qt::MatchFlags) const override {
         const QString typed = value.toString();
@@ -60,7 +61,7 @@ public:
         return {};
     }
 
-    /// Rows come and go at the end, so that the selection of the others stays.
+    /// Adds or removes rows at the end, so that the others stay selected.
     void setRows(int rows) {
         if (rows > rows_) {
             beginInsertRows({}, rows_, rows - 1);
@@ -80,14 +81,15 @@ private:
         lines.removeAll(QString());
         return lines;
     }
-    /// Only for what the cell itself does not tell.
+    /// Only for rows with more, or with texts that the cell cuts off.
     QVariant toolTip(int row) const {
         NSTableRow look = table_.lookOf(row);
         look.name = isolated(look.name);
         const auto &cells = static_cast<const TableRowDelegate &>(*table_.itemDelegate());
         if (look.more.isEmpty() && !cells.isCutOff(row, table_.columnWidth(0)))
             return {};
-        // Tool tips would take a text with tags for one with formats, and a foreign name tells no direction.
+        // As HTML, so that tags in a name are shown as they are, and in the direction of the interface, not
+        // of the name.
         return QStringLiteral("<div dir=\"%1\">%2</div>")
             .arg(QLatin1String(table_.isRightToLeft() ? "rtl" : "ltr"),
                  linesOf(look)
@@ -100,13 +102,13 @@ private:
     int rows_ = 0;
 };
 
-/// What the timer of a reload calls.
+/// The target of the timer for a reload.
 class TableReload final : public NSObject {
     NS_CLASS(TableReload, NSObject)
 public:
     explicit TableReload(NSTableView &table) : table_(&table) {}
 
-    /// Has it done after the other timers that are due: one of them may change what the table shows.
+    /// Reloads after the other timers that are due, as one of them may change what the table shows.
     void reload() {
         dispatch::mainQueue().async([table = table_] {
             if (table)
@@ -122,7 +124,7 @@ NS_IMPLEMENTATION(TableReload) {
     cls.method<&TableReload::reload>("reload");
 }
 
-/// The heading, over the symbols of the rows.
+/// The heading, aligned with the symbols of the rows.
 class NSTableHeader final : public QHeaderView {
 public:
     explicit NSTableHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent) {
@@ -216,7 +218,7 @@ NSInteger NSTableView::selectedRow() const {
     return rows.isEmpty() ? -1 : rows.first().row();
 }
 
-// Qt's own looks for a column beyond the last one where lines begin on the right, and selects nothing there.
+// In right-to-left layouts Qt's own looks for a column beyond the last one, and selects nothing.
 void NSTableView::selectRow(int row) {
     setCurrentIndex(model_->index(row, 0));
 }
@@ -254,7 +256,7 @@ void NSTableView::arrangeReload() {
     if (reloadTimer_)
         reloadTimer_->invalidate();
     if (wait.count() <= 0) {
-        viewport()->update(0, 0, 1, 1); // any paint will do; what changed is painted once it is known
+        viewport()->update(0, 0, 1, 1); // any paint event starts the reload, which then paints what changed
         return;
     }
     reloadTimer_ = NSTimer::timerWithTimeInterval(wait.count(), make<TableReload>(*this),
@@ -263,8 +265,8 @@ void NSTableView::arrangeReload() {
     NSRunLoop::mainRunLoop()->addTimer(reloadTimer_, NSRunLoopCommonModes);
 }
 
-// Without a paint, which costs more than all else in a quiet window. Unseen, it waits for the paint that
-// comes first when the table is seen again.
+// Without painting, which would cost more than everything else in an idle window. A table that cannot be seen
+// reloads at the first paint when it can be seen again.
 void NSTableView::reloadIfSeen() {
     const QWindow *const shownIn = window()->windowHandle();
     if (reloadIsDue() && isVisible() && shownIn && shownIn->isExposed())
@@ -281,7 +283,7 @@ void NSTableView::reloadNow() {
     const NSInteger count = source_ ? source_->numberOfRowsInTableView(*this) : 0;
     const int rows = static_cast<int>(std::clamp<NSInteger>(count, 0, std::numeric_limits<int>::max()));
     if (currentIndex().row() >= rows)
-        selectionModel()->clear(); // Qt would select another row in the place of one that goes
+        selectionModel()->clear(); // Qt would select another row instead of the one removed
     const int known = model_->rowCount();
     model_->setRows(rows);
     applyFilter(known);
@@ -370,7 +372,7 @@ void NSTableView::keyPressEvent(QKeyEvent *event) {
         break;
     }
     QTableView::keyPressEvent(event);
-    if (resting_) // also a key that selects nothing else is no rest
+    if (resting_) // a key that changes no selection prolongs the wait, too
         tellAfterRest();
 }
 
@@ -379,7 +381,7 @@ void NSTableView::keyboardSearch(const QString &text) {
     QTableView::keyboardSearch(text);
 }
 
-/// Whether a letter now belongs to the name that is being typed.
+/// Whether a letter typed now continues the name being typed.
 bool NSTableView::isTyping() const {
     const std::chrono::milliseconds interval(QApplication::keyboardInputInterval());
     return typed_ && Clock::current().now() - *typed_ < interval;
@@ -403,10 +405,10 @@ void NSTableView::mouseReleaseEvent(QMouseEvent *event) {
         selectAgain();
 }
 
-// Home and End go to the first and last row: with one column there is no other way to go.
+// Home and End go to the first and last row, as there is only one column.
 QModelIndex NSTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const bool toEnd = action == MoveHome || action == MoveEnd;
-    if (action == MoveEnd && !currentIndex().isValid()) { // where Qt would go to the first
+    if (action == MoveEnd && !currentIndex().isValid()) { // Qt would go to the first row
         int row = model_->rowCount() - 1;
         while (row >= 0 && isRowHidden(row))
             --row;
@@ -427,7 +429,7 @@ void NSTableView::paintPlaceholder() {
     const QPoint center = place.center();
     place.setWidth(balancedWidth(1, place.width(), [&](int width) {
         const QRect bounds = boundsFor(width);
-        return bounds.width() > width ? QWIDGETSIZE_MAX : bounds.height(); // a word wider than that
+        return bounds.width() > width ? QWIDGETSIZE_MAX : bounds.height(); // a word is wider
     }));
     place.moveCenter(center);
     painter.drawText(place, placeholderFlags, placeholderText_);
@@ -464,7 +466,7 @@ void NSTableView::tellAfterRest() {
     });
 }
 
-// After what is under way, so that Qt has moved the focus and told the screen reader by then.
+// After the event being processed, so that Qt has moved the focus and told screen readers by then.
 void NSTableView::tellSoon() {
     resting_ = false;
     if (std::exchange(telling_, true))

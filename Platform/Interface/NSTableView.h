@@ -1,13 +1,14 @@
-// A table that asks a data source for what it shows, a cell at a time.
+// A table with one column that asks a data source for what it shows, one cell at a time.
 //
-// `reloadData` keeps selection and scroll position; a selected row that is there no more leaves no row
-// selected. It has the data source asked for its number of rows once, as soon as the table can be seen: so a
-// data source that answers by asking for the next reload keeps the table current at a small cost: paced by
-// `reloadPace`, with the next timer that wakes the thread anyway, and only while the table can be seen.
+// `reloadData` keeps selection and scroll position; when the selected row disappears, no row is selected. It
+// asks the data source for its number of rows once, as soon as the table can be seen. So a data source that
+// calls `reloadData` again for every answer keeps the table current at a small cost: at most once per
+// `reloadPace`, together with the next timer that wakes the thread anyway, and only while the table can be
+// seen.
 //
-// The delegate hears of a selection when the row is in view, painted and announced: soon after a click, and
-// after moves by the keyboard once the keys have rested for `keyRest`. A selection that is confirmed (Return,
-// Space, a click on the selected row, `selectAgain`) is told again.
+// The delegate is told of a selection when the row is in view, painted and announced to screen readers: soon
+// after a click, and after moves by the keyboard once no key was pressed for `keyRest`. A selection that is
+// confirmed (Return, Space, a click on the selected row, `selectAgain`) is told again.
 //
 // Threads: the main thread.
 #pragma once
@@ -38,7 +39,7 @@ struct NSTableColumn {
 /// How a row is drawn and spoken.
 struct NSTableRow {
     QString name;                 ///< drawn when the cell's own text is blank
-    bool isNameMuted = false;     ///< drawn in the colour of what was added
+    bool isNameMuted = false;     ///< drawn in the colour of the detail
     QString detail;               ///< the line beneath the name
     std::optional<Symbol> symbol; ///< before the texts
     QString more;                 ///< only in the tool tip and to screen readers
@@ -53,13 +54,14 @@ public:
     virtual NSInteger numberOfRowsInTableView(NSTableView &table) = 0;
     /// The text of a cell, or none.
     virtual Ref<NSString> tableView(NSTableView &table, const NSTableColumn *column, NSInteger row) = 0;
-    /// What stands around that text.
+    /// What the row shows besides that text.
     virtual NSTableRow lookOfRow(NSTableView &, NSInteger) { return {}; }
-    /// Whether what somebody types, which is never empty, leads to the row: the beginning of its name.
+    /// Whether typing `typed`, which is never empty, selects the row: by default, whether the row's name
+    /// begins with it.
     virtual bool isTypeSelectMatch(NSTableView &table, NSInteger row, const Ref<NSString> &typed);
 };
 
-/// Is told what the user does with a table.
+/// Told of what the user does with a table.
 class NSTableViewDelegate {
 public:
     virtual ~NSTableViewDelegate() = default;
@@ -71,11 +73,11 @@ class NSTableView final : public QTableView {
     Q_PROPERTY(QString columnIdentifier READ columnIdentifier WRITE setColumnIdentifier)
     Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
 public:
-    /// No two reloads are done within this time ...
+    /// The least time between two reloads.
     static constexpr std::chrono::milliseconds reloadPace{250};
-    /// ... and none waits for company longer than this beyond it.
+    /// The longest that a reload waits beyond that for another timer to wake the thread.
     static constexpr std::chrono::milliseconds reloadPatience{2000};
-    /// Who walks through a list by the keyboard stays at least this long where he wants to be.
+    /// How long no key has to be pressed before a selection by the keyboard is told.
     static constexpr std::chrono::milliseconds keyRest{250};
 
     explicit NSTableView(QWidget *parent = nullptr);
@@ -92,33 +94,34 @@ public:
     NSTableColumn *tableColumnWithIdentifier(const QString &identifier);
     void setHeading(const QString &heading);
 
-    /// What a table says that shows no row.
+    /// The text of a table without rows.
     QString placeholderText() const { return placeholderText_; }
     void setPlaceholderText(const QString &text);
-    /// Room for a few rows, and for what the table says when it is empty.
+    /// Room for the text of a table without rows, and the heading.
     QSize minimumSizeHint() const override;
 
-    /// Has the number of rows asked and the visible cells compared soon: when the table is next painted, or
-    /// after pace and patience.
+    /// Asks for the number of rows, and paints if a visible cell changed, when the table is next painted or
+    /// when the pace and the patience above are over.
     void reloadData();
-    /// The same without regard to the pace: the data source knows that it has other rows now.
+    /// The same without the pace, for a data source that knows that its rows changed.
     void reloadAtOnce();
     /// −1 when no row is selected.
     NSInteger selectedRow() const;
     void selectRow(int row);
 
-    /// Tells the delegate of the selected row once more. Nothing without one.
+    /// Tells the delegate of the selected row once more; does nothing without one.
     void selectAgain();
-    /// Has a selection told soon that waits for the keys to rest; whether there is one to be told.
+    /// A selection that waits for the keys to rest is told soon. Returns whether any selection is still to be
+    /// told.
     bool tellWaitingSelection();
-    /// Shows only the rows that `isShown` accepts, all of them without one. Selections stay.
+    /// Shows only the rows that `isShown` accepts, or all of them without one. The selection stays.
     void setFilter(std::function<bool(int row)> isShown);
     /// The first row that is shown, or −1.
     int firstShownRow() const;
 
     /// A cell's text, from the data source.
     QString textAt(int row) const;
-    /// All of the row; the name is the cell's text unless that is blank.
+    /// The look of the row, whose name is the cell's text unless that is blank.
     NSTableRow lookOf(int row) const;
     const NSTableColumn &column() const { return column_; }
     bool isTypeSelectMatch(int row, const QString &typed) const;
@@ -165,9 +168,9 @@ private:
     std::vector<NSTableRow> shown_;
     std::function<bool(int)> filter_;
 
-    bool keyIsDown_ = false;                 // what is selected now is selected by the keyboard
-    bool pressedAgain_ = false;              // the mouse, on the row that was selected already
-    std::optional<dispatch::Instant> typed_; // when the latest letter was
+    bool keyIsDown_ = false;                 // a selection that changes now is made by the keyboard
+    bool pressedAgain_ = false;              // the mouse button, on the row that was already selected
+    std::optional<dispatch::Instant> typed_; // when the latest letter was typed
     dispatch::Alarm rest_;
     bool resting_ = false, telling_ = false;
 };

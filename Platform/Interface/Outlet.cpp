@@ -11,7 +11,7 @@ void wakeObjects(QObject &root) {
         if (auto *awaking = dynamic_cast<NSNibAwaking *>(object))
             awaking->awakeFromNib();
     };
-    const QList<QObject *> below = root.findChildren<QObject *>(); // as it stands before anybody wakes
+    const QList<QObject *> below = root.findChildren<QObject *>(); // taken before any is woken
     wake(&root);
     for (QObject *object : below)
         wake(object);

@@ -1,20 +1,20 @@
-// Outlets: objects of an interface description, found by their name; and the waking of all objects once they
-// are in place.
+// Outlets: the objects of an interface description, found by their names, and waking them once all are
+// loaded.
 #pragma once
 
 #include <QObject>
 #include <QWidget>
 
-/// An object of an interface description that wants to know when all of them are loaded and their outlets can
-/// be found. Nobody may rely on the order in which objects wake.
+/// An object of an interface description that is woken when all of them are loaded and outlets can be found.
+/// The order in which objects are woken is not defined.
 class NSNibAwaking {
 public:
     virtual ~NSNibAwaking() = default;
     virtual void awakeFromNib() = 0;
 };
 
-/// The object of that name and type below `root`. A description that lacks it is broken, which ends the
-/// program with a message that names the outlet.
+/// The object of that name and type below `root`. If it is missing, the program ends with a message that
+/// names the outlet.
 template <class T>
 T *outlet(const QObject &root, const char *name) {
     T *object = root.findChild<T *>(QString::fromLatin1(name));
@@ -23,9 +23,9 @@ T *outlet(const QObject &root, const char *name) {
     return object;
 }
 
-/// Wakes `root` and every object below it that wants to know.
+/// Wakes `root`, then every object below it, if they are an NSNibAwaking.
 void wakeObjects(QObject &root);
 
 /// Replaces every text of the description below `root` by its translation: captions of labels and buttons,
-/// tool tips, place-holders and what screen readers say. Menus translate themselves.
+/// tool tips, placeholders and texts for screen readers. For menus use `localizeMenu`.
 void localizeInterface(QWidget &root);

@@ -1,4 +1,4 @@
-// Texts of the platform as Qt's, and back.
+// Conversions between the platform's texts and Qt's.
 #pragma once
 
 #include "Platform/Foundation/Text/NSString.h"
@@ -11,8 +11,8 @@ inline QString toQString(const Ref<NSString> &text) {
                 : QString();
 }
 
-/// A foreign text for a place in a sentence: shown in its own direction, and not turning around what stands
-/// beside it. Its own marks of direction are left out.
+/// A foreign text for use within a sentence: isolated by Unicode's marks, so that it is shown in its own
+/// direction and does not affect that of the sentence. Its own marks of direction are removed.
 QString isolated(const QString &text);
 
 inline Ref<NSString> toNSString(const QString &text) {

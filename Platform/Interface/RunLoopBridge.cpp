@@ -45,7 +45,7 @@ void RunLoopBridge::serve() {
     // A block or timer may run a modal session in here; that session's events serve the rest.
     const bool ran = loop_->runOnce(mode_());
     if (ran || dispatch::mainQueue().hasWork())
-        wake(); // what comes next comes after Qt's own events
+        wake(); // further work waits for Qt's own events
     else
         sleepUntilNext();
 }

@@ -14,11 +14,11 @@
 
 class RunLoopBridge final : public QObject {
 public:
-    /// `mode` says which mode is to be served at the moment.
+    /// `mode` returns the mode to serve at the moment.
     explicit RunLoopBridge(std::function<NSRunLoopMode()> mode);
     ~RunLoopBridge() override;
 
-    /// Has the run loop served soon. Called while one is on its way, it does nothing.
+    /// Makes Qt serve the run loop soon; does nothing if that is already scheduled.
     void wake();
 
     bool event(QEvent *event) override;

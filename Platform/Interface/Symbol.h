@@ -1,5 +1,5 @@
-// Small pictures that say in one look what a text says at length: those of the desktop's icon theme, or our
-// own, which are drawn: sharp at every scale, and in the colour of the text beside them.
+// Small pictures for states of printers and outcomes: those of the desktop's icon theme, or our own, which
+// are drawn, so that they are sharp at every scale and have the colour of the text beside them.
 //
 // Threads: the main thread.
 #pragma once
@@ -22,17 +22,17 @@ enum class Symbol {
     failure,
 };
 
-/// Draws the symbol into the square, whose sides are 8 logical pixels or more.
+/// Draws the symbol into the square, which should have sides of at least 8 logical pixels.
 void drawSymbol(QPainter &painter, Symbol symbol, const QRectF &square, const QColor &color);
 
-/// A view of one symbol, or of none; 24 × 24 logical pixels, in the palette's colour of texts.
+/// A view of one symbol, 24 × 24 logical pixels, in the palette's text colour; hidden without a symbol.
 class SymbolView final : public QWidget {
     Q_OBJECT
 public:
     explicit SymbolView(QWidget *parent = nullptr);
 
     std::optional<Symbol> symbol() const { return symbol_; }
-    /// Without a symbol the view is hidden.
+    /// Shows the symbol, or hides the view without one.
     void setSymbol(std::optional<Symbol> symbol);
 
 protected:

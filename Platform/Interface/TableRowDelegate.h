@@ -1,4 +1,4 @@
-// Draws the rows of an NSTableView: a symbol, the name, and beneath it a line in small muted letters.
+// Draws the rows of an NSTableView: a symbol, the name, and beneath it the detail in a small, muted font.
 //
 // Threads: the main thread.
 #pragma once
@@ -11,9 +11,9 @@ class TableRowDelegate final : public QStyledItemDelegate {
 public:
     explicit TableRowDelegate(NSTableView &table);
 
-    /// The height of every row, with the table's font.
+    /// The height of every row with the table's font, in logical pixels.
     int rowHeight() const;
-    /// Whether the row's texts are too wide for its cell.
+    /// Whether a text of the row is too wide for a cell of that width.
     bool isCutOff(int row, int width) const;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,

@@ -32,7 +32,7 @@ void TextLabel::changeEvent(QEvent *event) {
     }
 }
 
-// Setting what is set already does nothing, so this ends though each change brings it here again.
+// Setting font and palette calls this again; setting the same values changes nothing, which ends that.
 void TextLabel::dress() {
     const QWidget *parent = parentWidget();
     if (!parent || role_ == Role::body)
@@ -43,7 +43,8 @@ void TextLabel::dress() {
         return;
     QPalette colors;
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        for (const auto role : {QPalette::WindowText, QPalette::Text}) // the latter upon the ground of lists
+        for (const auto role :
+             {QPalette::WindowText, QPalette::Text}) // the latter on the background of lists
             colors.setColor(group, role,
                             mutedInk(parent->palette().color(group, role),
                                      parent->palette().color(group, parent->backgroundRole())));

@@ -1,5 +1,5 @@
-// A label whose letters and colour follow from its role, in every font and palette of the desktop. Its text
-// is plain, and wraps.
+// A label whose font and colour follow from its role and the desktop's font and palette. Its text is plain
+// and wraps.
 //
 // Threads: the main thread.
 #pragma once

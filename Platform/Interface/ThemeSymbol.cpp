@@ -58,7 +58,7 @@ Style styleOf(const Names &family) {
     return std::all_of(family.begin(), family.end(), QIcon::hasThemeIcon) ? Style::colored : Style::ours;
 }
 
-/// Of the theme there is now: looking for what a theme lacks takes long.
+/// The style for the current theme. Kept, as looking for icons that a theme lacks takes long.
 Style currentStyle(const Names &family) {
     struct Styles {
         QString theme;
@@ -77,7 +77,7 @@ QPixmap inColor(QPixmap picture, const QColor &color) {
     return picture;
 }
 
-/// Leaves room for a stroke across it, which would not be seen upon a filled shape.
+/// The picture with a diagonal gap, as a stroke would not be seen on a filled shape.
 QPixmap parted(QPixmap picture) {
     const QSizeF size = picture.deviceIndependentSize();
     QPainter painter(&picture);
@@ -97,7 +97,7 @@ bool drawThemeSymbol(QPainter &painter, Symbol symbol, const QRectF &square, con
         return false;
     const QIcon icon = QIcon::fromTheme(style == Style::symbolic ? symbolic(family[index]) : family[index]);
     QPixmap picture = icon.pixmap(square.size().toSize(), painter.device()->devicePixelRatioF());
-    if (picture.isNull()) // of a kind that this machine cannot read
+    if (picture.isNull()) // in a format that cannot be read here
         return false;
     if (style == Style::symbolic)
         picture = inColor(std::move(picture), color);
