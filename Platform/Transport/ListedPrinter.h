@@ -1,4 +1,4 @@
-// What a transport tells of an attached printer without opening it.
+// What a transport knows of an attached printer without opening it.
 #pragma once
 
 #include "Platform/Transport/PrinterUri.h"
@@ -13,14 +13,16 @@ namespace transport {
 
 struct ListedPrinter {
     PrinterIdentity identity{};
-    std::optional<PrinterIdentity> deviceId{}; // what else it calls itself
+    std::optional<PrinterIdentity> deviceId{}; // by its IEEE 1284 device ID, where that is known
     std::uint16_t vid = 0;
     std::uint16_t pid = 0;
-    std::string plugging{}; // no other plugging-in, of this printer or of another, has the same text
+    std::string
+        plugging{}; // identifies this plugging-in: no other, of this or another printer, has the same text
 
-    /// Whether the URI names it by one of the two.
+    /// Whether the URI names it by its identity or by its device ID. What the device ID lacks is taken from
+    /// the identity.
     bool isNamed(std::string_view uri) const;
-    /// As the C interface lists it: its texts are those of the printer as `recorded`.
+    /// The record of the C interface, with the texts as `recorded` (PrinterUri.h).
     tl_usb_device_info record() const;
 };
 

@@ -1,4 +1,4 @@
-// What lies behind the C interface: the attached printers. Implemented over a USB bus and over a folder of
+// The attached printers behind the C interface, as interfaces; implemented for a USB bus and for a folder of
 // files.
 #pragma once
 
@@ -16,11 +16,12 @@
 
 namespace transport {
 
-/// One plugging-in of one printer: plugged in anew, it is another. Costs nothing until it is opened.
+/// One plugging-in of one printer: when the printer is plugged in again, that is another object. Uses no
+/// resources until it is opened.
 ///
-/// Statuses are those of zkcomtl.h; TL_USB_ERROR_NO_DEVICE says that this plugging-in is over. A stop ends a
-/// call that waits with TL_USB_ERROR_CANCELLED. Time-outs are above 0. Threads: every member may be called
-/// from any thread; printers do not wait for each other.
+/// Statuses are those of zkcomtl.h; TL_USB_ERROR_NO_DEVICE means that this plugging-in is over. A stop ends a
+/// waiting call with TL_USB_ERROR_CANCELLED. Time-outs are above 0. Threads: any; printers do not wait for
+/// each other.
 class Printer {
 public:
     Printer() = default;
@@ -31,18 +32,18 @@ public:
     virtual const ListedPrinter &listed() const = 0;
 
     virtual tl_usb_status open(const std::stop_token &stop) = 0;
-    /// Writes all bytes, of which there are some, within the time-out.
+    /// Writes all bytes, at least one, within the time-out, or fails.
     virtual tl_usb_status write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds timeout,
                                 const std::stop_token &stop) = 0;
-    /// Reads one transfer; `count` is 0 on failure. A transfer longer than the buffer, which is not empty,
-    /// fills it.
+    /// Reads one transfer; `count` is 0 on failure. The buffer is not empty. A longer transfer fills it and
+    /// gives TL_USB_ERROR_OVERFLOW.
     virtual tl_usb_status read(std::span<std::uint8_t> buffer, std::size_t &count,
                                std::chrono::milliseconds timeout, const std::stop_token &stop) = 0;
-    /// Works open and closed.
+    /// The status text of zkcomtl.h. The printer may be open or closed.
     virtual tl_usb_status status(std::string &text, std::chrono::milliseconds timeout,
                                  const std::stop_token &stop) = 0;
-    /// No handle needs it any more; returns when everybody else can use it, or, while a call is in progress,
-    /// at once: then the end of that call gives it back.
+    /// No handle needs the printer any more. Returns when other programs can use it; while a call is in
+    /// progress it returns at once, and the end of that call gives the printer back.
     virtual void giveBack() = 0;
 };
 
@@ -53,12 +54,12 @@ public:
     Printers &operator=(const Printers &) = delete;
     virtual ~Printers() = default;
 
-    /// Those attached now.
+    /// The printers attached now.
     virtual std::vector<std::shared_ptr<Printer>> attached() = 0;
-    /// Those attached a moment ago, where finding out takes time: one that has gone since gives
+    /// The printers attached a moment ago, where looking takes time. One that has gone since gives
     /// TL_USB_ERROR_NO_DEVICE when it is opened or asked.
     virtual std::vector<std::shared_ptr<Printer>> recentlyAttached() { return attached(); }
-    /// Lets go of what it remembers, threads and all: the library may be about to end.
+    /// Releases what is remembered, including threads: the library may be about to be unloaded.
     virtual void forget() {}
 };
 

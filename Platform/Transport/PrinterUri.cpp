@@ -34,7 +34,7 @@ std::string percentEncoded(std::string_view text) {
     return encoded;
 }
 
-// What is no escape stays.
+// Text that is not an escape stays.
 std::string percentDecoded(std::string_view text) {
     std::string decoded;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -55,7 +55,7 @@ std::string joined(std::string_view manufacturer, std::string_view product) {
     return std::string(manufacturer).append("/").append(product);
 }
 
-// As CUPS names a printer: "Zelkor" and "Zelkor L200" give "L200".
+// As CUPS does: manufacturer "Zelkor" and product "Zelkor L200" give "L200".
 std::string_view withoutManufacturer(std::string_view product, std::string_view manufacturer) {
     const bool begins = product.size() > manufacturer.size() &&
                         std::ranges::equal(manufacturer, product.substr(0, manufacturer.size()), {},

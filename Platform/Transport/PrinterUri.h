@@ -1,8 +1,8 @@
-// The device URI of a printer, both ways, and which printers a URI names.
+// Making and reading device URIs, and deciding which printers a URI names.
 //
 //     printerUri({"Zelkor", "L200 Series", "SN0002"})   // "usb://Zelkor/L200%20Series?serial=SN0002"
 //
-// Texts are bytes, in UTF-8 unless a device says otherwise; nothing here fails on any. Thread-safe.
+// Texts may be any bytes; they are UTF-8 unless a device misbehaves. No input is an error. Thread-safe.
 #pragma once
 
 #include <algorithm>
@@ -14,7 +14,7 @@
 
 namespace transport {
 
-/// What a printer calls itself.
+/// How a printer names itself.
 struct PrinterIdentity {
     std::string manufacturer{};
     std::string product{};
@@ -24,25 +24,26 @@ struct PrinterIdentity {
 };
 
 /// "usb://MANUFACTURER/PRODUCT?serial=SERIAL". Every byte but ASCII letters, digits and -._~!$&'()*+,;=:@/?
-/// is percent-encoded, so separators within a text stay as they are.
+/// is percent-encoded; so "/" and "?" within a text are not escaped.
 std::string printerUri(const PrinterIdentity &printer);
 
-/// The inverse: of every URI that `printerUri` made, its result makes it again. Of several ways to part the
-/// text it takes the manufacturer up to the first "/", and the serial number from the last "?serial=". What
-/// another program's URI lacks is empty. None for a URI that is not of USB.
+/// The inverse of `printerUri`, which makes the same URI from the result again. The manufacturer ends at the
+/// first "/", and the serial number begins behind the last "?serial=". Parts that another program's URI lacks
+/// are empty. None for a URI that does not begin with "usb://".
 std::optional<PrinterIdentity> parsePrinterUri(std::string_view uri);
 
-/// The printer as a device record tells it, and so everybody who lists: at most 255 bytes a text, cut between
-/// characters; what is no UTF-8 is shown as U+FFFD.
+/// The identity as it stands in a device record: at most 255 bytes per text, cut between characters; bytes
+/// that are not valid UTF-8 become U+FFFD.
 PrinterIdentity recorded(const PrinterIdentity &printer);
 
-/// Whether the URI names the printer: all of its text, decoded, is the printer's, byte for byte. These are
-/// spellings of the same: without "?serial=" for a printer without a serial number; with the number of an
-/// interface behind it; the product without the manufacturer it begins with; and the printer as `recorded`.
+/// Whether the URI names the printer: decoded, it is the printer's URI byte for byte. These spellings count,
+/// too: without
+/// "?serial=" for a printer without a serial number; with "interface=N" at the end, as CUPS adds it; the
+/// product without a manufacturer at its beginning; and the texts as `recorded`.
 bool names(std::string_view uri, const PrinterIdentity &printer);
 
-/// Those that the URI names: none, one, or several that are called the same and cannot be told apart by it.
-/// `isNamed` tells it of one.
+/// The printers that a URI names: none, one, or several of the same name, which it cannot tell apart.
+/// `isNamed` decides for one of them.
 template <class Printer, class IsNamed>
 std::vector<Printer> namedOf(const std::vector<Printer> &printers, IsNamed isNamed) {
     std::vector<Printer> named;

@@ -1,11 +1,11 @@
-// How long, and how often, a handle may be read without pause since it was written to: a printer that never
-// stops sending must not hold its reader for ever.
+// Limits how long, and how often, a handle may be read without a pause since it was written to: a printer
+// that never stops sending must not keep its reader for ever.
 //
 //     if (const auto allowed = run.begin(clock.now(), timeout))      // none: over the bound
 //         status = run.end(printer.read(buffer, count, *allowed, stop));
 //
-// A run begins with the first read after a write, after a pause, or of the handle; a read that finds nothing
-// within its time-out is a pause. A run that is over the bound stays so until the next write. Not
+// A run begins with the first read of the handle, and with the first one after a write or a pause; a read
+// that finds nothing within its time-out is a pause. A run over the bound stays so until the next write. Not
 // thread-safe.
 #pragma once
 
@@ -19,18 +19,20 @@ namespace transport {
 
 class ReadRun {
 public:
-    /// Of a handle that was not written to, whose reads drain what an earlier program left in the printer. A
-    /// single read may take all of its time-out.
+    /// The bound before the first write, when reads drain what an earlier program left in the printer; or one
+    /// time-out, if that is longer.
     static constexpr std::chrono::milliseconds longestDrain{5000};
-    /// After a write the bound is two time-outs: of less than this they count as this.
+    /// After a write the bound is two time-outs, which count as this if they are shorter.
     static constexpr std::chrono::milliseconds shortestTimeout{1000};
+    /// The bound on the number of reads.
     static constexpr int mostReads = 1000;
 
+    /// The handle was written to: forgets the run.
     void written() { *this = ReadRun(true); }
 
-    /// The time-out that the read gets; none when it is not to be tried.
+    /// The time-out for the next read; none when the run is over the bound.
     std::optional<std::chrono::milliseconds> begin(dispatch::Instant now, std::chrono::milliseconds timeout);
-    /// What the read that `begin` allowed ended with becomes what its caller is told.
+    /// Call with the status of the read that `begin` allowed; returns the status for the caller.
     tl_usb_status end(tl_usb_status status);
 
     ReadRun() = default;
@@ -41,7 +43,7 @@ private:
     bool written_ = false;
     std::optional<dispatch::Instant> start_;
     int reads_ = 0;
-    bool shortened_ = false; // the latest read, by the end of the run
+    bool shortened_ = false; // the end of the run cut the latest time-out
     bool over_ = false;
 };
 

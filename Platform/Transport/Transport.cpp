@@ -8,7 +8,7 @@ namespace transport {
 
 using std::chrono::milliseconds;
 
-// Keeps `shutDown` waiting.
+// A call in progress, for which `shutDown` waits.
 class Transport::Call {
 public:
     explicit Call(Transport &transport) : transport_(transport) {
@@ -58,13 +58,13 @@ tl_usb_status Transport::open(const std::string &uri, void *&handle) {
 tl_usb_status Transport::open(const std::shared_ptr<Printer> &printer, void *&handle) {
     const std::string &plugging = printer->listed().plugging;
     const auto isSame = [&](const ListedPrinter &other) { return other.plugging == plugging; };
-    stop(takeIf(isSame)); // so that nothing has to be waited for
+    stop(takeIf(isSame)); // so that opening does not wait for a call on the earlier handle
     const tl_usb_status status = printer->open(end_.get_token());
     if (status != TL_USB_OK) {
-        printer->giveBack(); // which an earlier handle may have left open
+        printer->giveBack(); // an earlier handle may have left it open
         return status;
     }
-    stop(takeIf(isSame)); // opened meanwhile
+    stop(takeIf(isSame)); // handles opened meanwhile
     const auto opened = std::make_shared<Handle>();
     opened->printer = printer;
     const std::lock_guard lock(mutex_);
@@ -137,7 +137,7 @@ void Transport::shutDown() {
     });
 }
 
-// Handles to printers that have gone are of no use any more. A call in progress finds out by itself.
+// Drops handles to printers that have gone. A call in progress fails by itself.
 std::vector<std::shared_ptr<Printer>> Transport::attached() {
     std::vector<std::shared_ptr<Printer>> printers = printers_.attached();
     const auto hasGone = [&](const ListedPrinter &left) {

@@ -1,5 +1,5 @@
-// The handles of the C interface over the printers of a library. See zkcomtl.h for what each operation
-// promises.
+// Implements the operations of the C interface, whose header says what they promise, for the printers of a
+// library.
 //
 // Thread-safe. Printers do not wait for each other.
 #pragma once
@@ -24,7 +24,7 @@ namespace transport {
 
 class Transport {
 public:
-    /// Printers and clock outlive it.
+    /// Printers and clock have to outlive it.
     Transport(Printers &printers, dispatch::Clock &clock);
     Transport(const Transport &) = delete;
     Transport &operator=(const Transport &) = delete;
@@ -39,8 +39,8 @@ public:
     tl_usb_status transfer(void *handle, std::span<const std::uint8_t> bytes, std::span<std::uint8_t> buffer,
                            std::size_t &count, std::chrono::milliseconds timeout);
 
-    /// Cancels what runs, waits for it and gives every printer back. Later calls are cancelled at once. Every
-    /// caller waits until that is done, whoever does it.
+    /// Cancels the calls in progress, waits for them and gives every printer back. Later calls are cancelled
+    /// at once. The first call does this; concurrent ones wait for it.
     void shutDown();
 
 private:
@@ -70,7 +70,7 @@ private:
 
     std::mutex mutex_; // never held while a printer is used; guards what follows
     std::map<void *, std::shared_ptr<Handle>> handles_;
-    std::uintptr_t nextHandle_ = 1; // a number never given out twice: any value may come back from a caller
+    std::uintptr_t nextHandle_ = 1; // a number that is never used twice, as callers may pass any value
     int calls_ = 0;
     std::condition_variable lastCallEnded_;
 };

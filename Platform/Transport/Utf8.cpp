@@ -7,7 +7,7 @@ namespace transport {
 
 namespace {
 
-// The bytes of the character at the front, 0 when they are no UTF-8.
+// The length of the character at the front, in bytes; 0 when it is not valid UTF-8.
 std::size_t characterLength(std::string_view text) {
     const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
     const std::uint8_t first = byte(0);

@@ -1,4 +1,4 @@
-// Texts of devices, which may be anything, as the UTF-8 that is handed on.
+// Turns texts of devices, which may be any bytes, into valid UTF-8.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,8 @@
 
 namespace transport {
 
-/// The text with U+FFFD for every byte that belongs to no UTF-8 character, cut between characters after
-/// `most` bytes.
+/// The text with U+FFFD for every byte that is not part of a valid UTF-8 character, cut between characters to
+/// at most `most` bytes.
 std::string validUtf8(std::string_view text, std::size_t most = std::string_view::npos);
 
 } // namespace transport

@@ -1,4 +1,5 @@
-// The C face of every transport library: arguments, exceptions, texts and the end of the process.
+// The C interface of every transport library: checks arguments, keeps exceptions in, copies texts, and
+// handles the end of the process.
 #include "Platform/Transport/zkcomtl.h"
 
 #include "Platform/Dispatch/Time/Clock.h"
@@ -21,7 +22,8 @@ namespace {
 
 using transport::Transport;
 
-// Not destroyed, as another thread may still call when the library ends; by then it owns no memory.
+// Never destroyed, as another thread may still call while the library is unloaded; after `shutDown` it owns
+// no memory.
 Transport &library() {
     alignas(Transport) static std::byte place[sizeof(Transport)];
     static auto *const made =
@@ -31,7 +33,7 @@ Transport &library() {
 
 std::atomic<bool> quickExit = false;
 
-// Gives the printers back when the process ends, in either way, or the library.
+// Gives the printers back when the process ends, by exit or quick_exit, and when the library is unloaded.
 const struct Ending {
     Ending() {
         std::at_quick_exit([] {
@@ -42,7 +44,7 @@ const struct Ending {
     ~Ending() { library().shutDown(); }
 } ending;
 
-// Whose call the end of the process cancels is not to take that for a failure, and to report it.
+// A caller whose call the end of the process cancels must not take that for a failure and report it.
 std::int32_t answer(std::int32_t status) {
     while (quickExit && status == TL_USB_ERROR_CANCELLED)
         ::pause();

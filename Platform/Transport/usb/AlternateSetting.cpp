@@ -9,7 +9,7 @@ namespace {
 constexpr std::uint8_t printerClass = 7, printerSubclass = 1;
 constexpr std::uint8_t oneWay = 1, twoWay = 2;
 
-// 0: not to be used.
+// Higher is better; 0 for a setting that cannot be used.
 int preference(const AlternateSetting &setting) {
     const bool usable = setting.interfaceClass == printerClass && setting.subclass == printerSubclass &&
                         setting.bulkIn != 0 && setting.bulkOut != 0;

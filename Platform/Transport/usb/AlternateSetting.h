@@ -1,4 +1,4 @@
-// Which of a device's interfaces, in which alternate setting, one talks to a printer through.
+// Chooses the interface of a device, and its alternate setting, through which to talk to a printer.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace transport {
 
-/// An alternate setting as its descriptors describe it.
+/// An alternate setting of an interface, by its descriptors.
 struct AlternateSetting {
     std::uint8_t interface = 0;
     std::uint8_t number = 0;
@@ -15,15 +15,15 @@ struct AlternateSetting {
     std::uint8_t subclass = 0;
     std::uint8_t protocol =
         0; // of the printer class: 1 one-way, 2 two-way, 3 IEEE 1284.4 packets, 4 IPP over USB
-    std::uint8_t bulkIn = 0; // endpoint address; 0: it has none
+    std::uint8_t bulkIn = 0; // endpoint address; 0 without one
     std::uint8_t bulkOut = 0;
-    std::uint16_t packetSize = 0; // of bulkIn, in bytes, above 0 where that exists
+    std::uint16_t packetSize = 0; // of bulkIn, in bytes; 0 without one
 
     bool operator==(const AlternateSetting &) const = default;
 };
 
-/// A printer-class one with both bulk endpoints that passes bytes on as they are: a two-way one before one
-/// that calls itself one-way, then the first. None when there is no such.
+/// The first printer-class setting with both bulk endpoints whose protocol is plain bytes, preferably the
+/// two-way one; none when there is none.
 std::optional<AlternateSetting> printerSetting(const std::vector<AlternateSetting> &settings);
 
 } // namespace transport

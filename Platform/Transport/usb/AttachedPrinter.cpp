@@ -32,8 +32,8 @@ std::vector<std::string> namesIn(const fs::path &folder) {
     return names;
 }
 
-// The folder of links to all devices and interfaces. Its files are read by short relative paths and without
-// streams, as there are hundreds a look.
+// The folder with links to all devices and interfaces. Its files are read by short relative paths and without
+// streams, as every look reads hundreds.
 class Tree {
 public:
     explicit Tree(const fs::path &root)
@@ -45,18 +45,18 @@ public:
     Tree(const Tree &) = delete;
     Tree &operator=(const Tree &) = delete;
 
-    /// The number of the entry's folder; 0 when there is none.
+    /// The inode of the entry's folder; 0 when there is none.
     std::uint64_t folderNumber(const std::string &entry) const {
         struct stat status {};
         return ::fstatat(folder_, entry.c_str(), &status, 0) == 0 ? std::uint64_t{status.st_ino} : 0;
     }
 
-    /// Without white space at its ends; none when it cannot be read.
+    /// An attribute without white space at its ends; none when it cannot be read.
     std::optional<std::string> attribute(const std::string &entry, const char *name) const {
         const int file = ::openat(folder_, (entry + '/' + name).c_str(), O_RDONLY | O_CLOEXEC);
         if (file < 0)
             return std::nullopt;
-        std::array<char, 4096> page; // the most that an attribute has
+        std::array<char, 4096> page; // the most that the kernel returns
         const ssize_t length = ::read(file, page.data(), page.size());
         ::close(file);
         if (length < 0)
@@ -85,12 +85,12 @@ private:
     int folder_;
 };
 
-// An entry is a device, "1-2.3", or one of its interfaces, "1-2.3:1.0".
+// Entries are devices, "1-2.3", and their interfaces, "1-2.3:1.0".
 bool isInterfaceOf(std::string_view device, std::string_view entry) {
     return entry.size() > device.size() && entry[device.size()] == ':' && entry.starts_with(device);
 }
 
-// Without its interfaces.
+// The device without its interfaces; none when it is being unplugged.
 std::optional<AttachedPrinter> deviceAt(const Tree &tree, const std::string &name, std::uint16_t vid) {
     const auto pid = tree.number<std::uint16_t>(name, "idProduct", 16);
     const auto bus = tree.number<int>(name, "busnum", 10);
@@ -131,7 +131,7 @@ ListedPrinter AttachedPrinter::listed() const {
          {std::uint64_t(bus), std::uint64_t(address), folder, std::uint64_t{vid}, std::uint64_t{pid}})
         plugging += std::to_string(number) + ' ';
     for (const std::string *const text : {&identity.manufacturer, &identity.product, &identity.serial})
-        plugging += *text + '\n'; // of which sysfs has one at the end only
+        plugging += *text + '\n'; // texts of sysfs contain no line feed
     return {.identity = identity, .deviceId = deviceId, .vid = vid, .pid = pid, .plugging = plugging};
 }
 

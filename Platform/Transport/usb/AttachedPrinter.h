@@ -1,7 +1,7 @@
-// The USB printers of this machine as the kernel's device tree in sysfs describes them.
+// The USB printers of this machine, as the kernel describes them in sysfs.
 //
-// Reading it opens no device and causes no traffic on the bus, so it never disturbs a job: cheap enough for
-// a look every other second. Nothing is cached. Thread-safe.
+// Reading that opens no device and causes no traffic on the bus, so it does not disturb print jobs. Nothing
+// is cached. Thread-safe.
 #pragma once
 
 #include "Platform/Transport/ListedPrinter.h"
@@ -18,20 +18,19 @@ namespace transport {
 /// One attached device with at least one printer-class interface, at the time it was looked at.
 struct AttachedPrinter {
     PrinterIdentity identity{};
-    std::optional<PrinterIdentity>
-        deviceId{}; // by its IEEE 1284 device ID, where the kernel read that already
+    std::optional<PrinterIdentity> deviceId{}; // by its IEEE 1284 device ID, where the kernel has read that
     std::uint16_t vid = 0;
     std::uint16_t pid = 0;
-    int bus = 0;              // with the address: this device, as no two at a time share them
-    int address = 0;          // changes most times that the device is plugged in
-    std::uint64_t folder = 0; // the number of its folder in sysfs: changes each time it is plugged in
+    int bus = 0;              // bus and address identify the device while it is attached
+    int address = 0;          // usually changes when the device is plugged in again
+    std::uint64_t folder = 0; // the inode of its folder in sysfs; changes whenever it is plugged in again
     std::string name{};       // of that folder, e.g. "1-2"
     std::vector<std::string> interfaces{}; // of the printer class, by their names in sysfs, e.g. "1-2:1.0"
 
     /// /dev/bus/usb/BBB/DDD.
     std::filesystem::path node() const;
 
-    /// Whether the URI names it: by its descriptors, or by its device ID, as CUPS does.
+    /// Whether the URI names it by its descriptors, or by its device ID as CUPS does.
     bool isNamed(std::string_view uri) const { return listed().isNamed(uri); }
 
     bool isSamePlugging(const AttachedPrinter &other) const {
@@ -45,14 +44,14 @@ struct AttachedPrinter {
 std::vector<AttachedPrinter> attachedPrinters(std::optional<std::int32_t> vid = std::nullopt,
                                               const std::filesystem::path &root = "/");
 
-/// Whether that plugging-in lasts; reads no more than the folder of the printer.
+/// Whether the printer is still the same plugging-in; reads only its own folder.
 bool isStillAttached(const AttachedPrinter &printer, const std::filesystem::path &root = "/");
 
-/// Those that the URI names; see PrinterUri.h.
+/// The printers that the URI names; see PrinterUri.h.
 std::vector<AttachedPrinter> attachedPrintersNamed(std::string_view uri,
                                                    const std::vector<AttachedPrinter> &printers);
 
-/// The device files, such as /dev/usb/lp0, that the kernel's printer driver offers of it at the moment.
+/// The device files that the kernel's printer driver currently has for it, such as /dev/usb/lp0.
 std::vector<std::filesystem::path> printNodes(const AttachedPrinter &printer,
                                               const std::filesystem::path &root = "/");
 

@@ -29,7 +29,7 @@ void waitUntil(Clock &clock, Instant instant) {
     }
 }
 
-// True when the transfer went on after a buffer that it filled.
+// Drops what follows a transfer that filled the buffer; true when there was more.
 bool dropsRest(UsbDevice &device, std::span<std::uint8_t> scratch, Instant deadline,
                const std::stop_token &stop, Clock &clock) {
     bool dropped = false;

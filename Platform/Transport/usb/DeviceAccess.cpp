@@ -28,7 +28,8 @@ std::string processName(const fs::path &process) {
     return name;
 }
 
-// What a backend is called with first, in place of its own name: the URI of the device.
+// The first word of the command line: CUPS starts its backends with the device URI in place of the program's
+// name.
 std::string firstArgument(const fs::path &process) {
     const std::string arguments = contents(process / "cmdline");
     return arguments.substr(0, arguments.find('\0'));
@@ -36,9 +37,9 @@ std::string firstArgument(const fs::path &process) {
 
 struct Search {
     const AttachedPrinter &printer;
-    std::vector<fs::path> nodes; // what stands for the printer when a program has it open
+    std::vector<fs::path> nodes; // its device files
     fs::path root;
-    bool claimedByProgram = false; // by any, through usbfs
+    bool claimedByProgram = false; // through usbfs
 };
 
 enum class Sight { open, notOpen, hidden };
@@ -57,7 +58,7 @@ Sight look(const fs::path &descriptors, const std::vector<fs::path> &nodes) {
     return Sight::notOpen;
 }
 
-// While a job runs, the kernel does not tell the device ID that the job's URI is made of: then the serial
+// While a job runs, the kernel does not know the device ID from which the job's URI was made; then the serial
 // number has to do.
 bool printsOn(const Search &search, const std::string &uri) {
     const auto wanted = parsePrinterUri(uri);
@@ -81,7 +82,7 @@ std::optional<Holder> holder(const Search &search, pid_t pid) {
     return found.seen || likely ? std::optional(found) : std::nullopt;
 }
 
-// All but this one.
+// All processes but this one.
 std::vector<pid_t> processes(const fs::path &root) {
     std::vector<pid_t> found;
     std::error_code error;
@@ -111,7 +112,7 @@ std::optional<fs::path> installedUdevRule(const fs::path &root) {
     for (const char *const folder : ruleFolders) {
         const fs::path file = root / folder / ruleFile;
         std::error_code error;
-        if (fs::exists(file, error)) // a link to /dev/null takes the rule out of force
+        if (fs::exists(file, error)) // a link to /dev/null switches the rule off
             return fs::is_regular_file(file, error) ? std::optional(file) : std::nullopt;
     }
     return std::nullopt;

@@ -1,4 +1,4 @@
-// Why a printer cannot be opened: what stands between this user and one attached printer.
+// Why a printer cannot be opened: permissions, and programs that hold it.
 //
 //     for (const auto &printer : transport::attachedPrintersNamed(uri, transport::attachedPrinters())) {
 //         const transport::DeviceAccess access = transport::deviceAccess(printer);
@@ -8,9 +8,9 @@
 //             ...                                  // holder.process holds the printer
 //     }
 //
-// Everything is read from /proc, sysfs and the rule folders; no device is opened, nothing needs privilege,
-// and what this user may not read is passed over. The answer is true of the moment it was made. No exceptions
-// but std::bad_alloc. Thread-safe. Names of processes are foreign text: escape them before showing them.
+// Everything is read from /proc, sysfs and the rule folders; no device is opened, no privilege is needed, and
+// what this user may not read is skipped. The result may be outdated as soon as it is there. Throws only
+// std::bad_alloc. Thread-safe. Names of processes are foreign text: escape them before showing them.
 #pragma once
 
 #include "Platform/Transport/usb/AttachedPrinter.h"
@@ -27,7 +27,7 @@ namespace transport {
 /// A program that holds the printer.
 struct Holder {
     enum class Kind {
-        cupsBackend, ///< CUPS prints: the backend "usb" runs as long as a job does
+        cupsBackend, ///< the backend "usb" of CUPS, which runs while a job is printed
         ippUsb,      ///< the daemon that makes a printer a network printer of this machine
         other,
     };
@@ -35,8 +35,8 @@ struct Holder {
     pid_t pid = 0;
     std::string process{}; // its name, e.g. "usb", "ipp-usb"
     Kind kind = Kind::other;
-    /// True: it was seen to have the device open. False: this user may not see what it has open, and its name
-    /// and its command line speak for it.
+    /// True: it has the device open. False: this user may not see its open files, but its name and command
+    /// line suggest it.
     bool seen = false;
 
     bool operator==(const Holder &) const = default;
@@ -47,24 +47,25 @@ struct DeviceAccess {
     bool nodeExists = false;      // false: unplugged meanwhile, or no /dev in this container
     bool mayOpen = false;         // whether this process may read and write the node
     std::vector<std::filesystem::path> printNodes{}; // of the kernel's printer driver: /dev/usb/lp0
-    std::optional<std::filesystem::path> udevRule{}; // as installedUdevRule gives it
+    std::optional<std::filesystem::path> udevRule{}; // as by installedUdevRule
     std::string kernelDriver{};    // bound to the printer interface: "usblp", "usbfs" (a program) or empty
     std::vector<Holder> holders{}; // by process id; this process is not among them
 };
 
-/// The installed 70-zkutility.rules; the first of its folders. `root` stands in for "/".
+/// The installed 70-zkutility.rules, in the first of udev's folders that has it; none also when it is
+/// overridden by something that is not a file. `root` stands for "/".
 std::optional<std::filesystem::path> installedUdevRule(const std::filesystem::path &root = "/");
 
-/// Whether any process that this user may look into, but this one, has one of the files open.
+/// Whether another process, of those that this user may inspect, has one of the files open.
 bool isOpenSomewhere(const std::vector<std::filesystem::path> &nodes,
                      const std::filesystem::path &root = "/");
 
-/// `root` as above.
+/// Who may open the printer and who holds it.
 DeviceAccess deviceAccess(const AttachedPrinter &printer, const std::filesystem::path &root = "/");
 
-/// Which of the printers may be the one that the URI names by its device ID: the kernel tells that only while
-/// its own driver has the printer, so of one that a program holds nothing but the serial number is known.
-/// None: nothing speaks for any.
+/// For a URI that names a printer by its device ID while a program holds that printer: the kernel knows the
+/// device ID only while its own driver has the printer. Returns the access to the first held printer with an
+/// unknown device ID and the URI's serial number; none without one.
 std::optional<DeviceAccess> accessToHeld(std::string_view uri, const std::vector<AttachedPrinter> &printers,
                                          const std::filesystem::path &root = "/");
 

@@ -1,10 +1,10 @@
-// The kernel's word of USB devices that come and go, as soon as they do.
+// The kernel's events of USB devices that come and go.
 //
 //     DeviceEvents events;
 //     poll(events.descriptor() …);
 //     for (const DeviceEvent &event : events.take()) …
 //
-// It comes from the kernel itself (netlink), so that no udev has to run; a container may hear nothing. Needs
+// They come from the kernel itself (netlink), so udev need not run; in a container there may be none. Needs
 // no privilege. Not thread-safe.
 #pragma once
 
@@ -16,10 +16,10 @@ struct udev_monitor;
 
 namespace transport {
 
-/// Something about USB changed. A printer that came may be listed only after the event of its interface.
+/// A change of some USB device. A new printer may be listed only after the event of its interface.
 struct DeviceEvent {
-    bool removed = false; // that device, which sysfs may still show for a moment
-    int bus = 0;          // as AttachedPrinter has them; 0 for an event of an interface or another part
+    bool removed = false; // the device was removed; sysfs may still show it for a moment
+    int bus = 0;          // as in AttachedPrinter; both are 0 for an event of an interface or another part
     int address = 0;
 };
 
@@ -30,9 +30,9 @@ public:
     DeviceEvents(const DeviceEvents &) = delete;
     DeviceEvents &operator=(const DeviceEvents &) = delete;
 
-    /// Can be read from when events wait; -1 where the system tells none.
+    /// A descriptor to poll for waiting events; -1 where the system offers none. Owned by this object.
     int descriptor() const;
-    /// Those that wait, in their order. When too many had waited, some are missing.
+    /// The waiting events, in their order. Some are missing when too many had come.
     std::vector<DeviceEvent> take();
 
 private:

@@ -24,7 +24,7 @@ HeldPrinter::~HeldPrinter() {
 }
 
 tl_usb_status HeldPrinter::open(const std::stop_token &stop) {
-    // The device may have been open from before, and its printer gone.
+    // The device may still be open from before, although the printer has gone.
     return transfer(
         stop, [&](UsbDevice &) { return bus_.isAttached(printer_) ? TL_USB_OK : TL_USB_ERROR_NO_DEVICE; });
 }
@@ -53,7 +53,7 @@ tl_usb_status HeldPrinter::status(std::string &text, milliseconds timeout, const
             return status == TL_USB_OK ? TL_USB_ERROR_IO : status;
         }
         std::array<std::uint8_t, 4096> reply;
-        // An extra: the status stands without it.
+        // Optional: without it the status is complete, too.
         const Transferred id = device.deviceId(reply, remaining(), stop);
         text = statusText(bits, parseDeviceId(deviceIdText({reply.data(), id.count})));
         return TL_USB_OK;
@@ -82,7 +82,7 @@ tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Wor
         const tl_usb_status &status;
         ~Ending() { held.end(status); }
     } const ending{*this, status};
-    status = work(*device_); // which stays while there are users
+    status = work(*device_); // not closed while there are users
     return status;
 }
 
@@ -97,7 +97,9 @@ tl_usb_status HeldPrinter::begin(bool keep, const std::stop_token &stop) {
             return status;
     }
     ++users_;
-    keep_ = keep_ || (keep && !stop.stop_requested()); // who stopped it has given the printer back by now
+    keep_ = keep_ ||
+            (keep &&
+             !stop.stop_requested()); // the thread that requested the stop has given the printer back already
     return TL_USB_OK;
 }
 
@@ -117,8 +119,8 @@ tl_usb_status HeldPrinter::openDevice(Lock &lock) {
     tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
     try {
         status = bus_.open(printer_, device);
-    } catch (
-        const std::bad_alloc &) { // all that it throws; those who wait for the opening must hear of its end
+    } catch (const std::bad_alloc
+                 &) { // nothing else is thrown; threads that wait for the opening must learn of its end
     }
     lock.lock();
     device_ = std::move(device);
@@ -140,12 +142,12 @@ void HeldPrinter::become(State state) {
     changed_.notify_all();
 }
 
-// With mutex_ held. False when there is no thread to be had.
+// Expects mutex_ to be held. False when the system has no thread left.
 bool HeldPrinter::watch() {
     if (watching_)
         return true;
     if (watcher_.joinable())
-        watcher_.join(); // it has let go of the mutex for the last time
+        watcher_.join(); // it has released the mutex for the last time, so this does not wait for it
     try {
         watcher_ = std::thread([this] { runWatch(); });
     } catch (const std::system_error &) {

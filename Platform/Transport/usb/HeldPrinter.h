@@ -1,5 +1,5 @@
-// One plugged-in printer on a USB bus: opens the device when it is used, and gives it back when it rests. A
-// caller may leave a handle open for good: the printer is given back shortly after the last transfer, and
+// A printer on a USB bus that is opened when it is used and given back to the system when it is idle. So a
+// caller may leave a handle open for ever: the printer is given back shortly after the last transfer, and
 // opened again for the next.
 //
 // | device is | on                                     | device is                                        |
@@ -9,8 +9,8 @@
 // |           | end of any other                       | open, until it has been idle for `idleTime`      |
 // |           | giveBack, a printer found unplugged    | closed, once nobody uses it any more             |
 //
-// Thread-safe. Transfers run one after another; status calls run beside them. There is one device file at
-// most. A small thread of its own looks after an open device.
+// Thread-safe. Transfers run one after another; status calls run beside them. There is at most one open
+// device file. While the device is kept open, a thread of this object waits for the idle time.
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
@@ -29,10 +29,10 @@ namespace transport {
 
 class HeldPrinter final : public Printer {
 public:
-    /// Less than the second that CUPS and the kernel driver are to wait at most.
+    /// So that CUPS and the kernel's driver wait for less than a second.
     static constexpr std::chrono::milliseconds idleTime{800};
 
-    /// Bus and clock outlive it.
+    /// Bus and clock have to outlive it.
     HeldPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::Clock &clock);
     ~HeldPrinter() override;
 
@@ -73,7 +73,7 @@ private:
     std::condition_variable changed_; // state_
     std::unique_ptr<UsbDevice> device_;
     int users_ = 0;
-    bool keep_ = false; // the open device when the last user is done
+    bool keep_ = false; // whether the device stays open when the last user is done
     dispatch::Instant lastUse_;
     bool watching_ = false;
     std::thread watcher_;

@@ -170,7 +170,7 @@ void LibusbDevice::awaitEnd(libusb_transfer &transfer, int &done, const std::sto
     while (std::atomic_ref(done).load(std::memory_order_acquire) == 0) {
         const int error = libusb_handle_events_completed(context_.get(), &done);
         if (error != LIBUSB_SUCCESS && error != LIBUSB_ERROR_INTERRUPTED)
-            libusb_cancel_transfer(&transfer); // its end still has to be waited for
+            libusb_cancel_transfer(&transfer); // still wait until it has ended
     }
 }
 
@@ -192,7 +192,7 @@ int claim(libusb_device_handle *handle, const AlternateSetting &setting, bool on
     if (const int error = libusb_claim_interface(handle, setting.interface); error != LIBUSB_SUCCESS)
         return error;
     if (onlySetting)
-        return LIBUSB_SUCCESS; // some printers refuse to be asked for what cannot be otherwise
+        return LIBUSB_SUCCESS; // some printers refuse the request for their only setting
     const int error = libusb_set_interface_alt_setting(handle, setting.interface, setting.number);
     if (error != LIBUSB_SUCCESS)
         libusb_release_interface(handle, setting.interface);
@@ -220,7 +220,7 @@ tl_usb_status LibusbBus::open(const AttachedPrinter &printer, std::unique_ptr<Us
     if (const int error = libusb_get_active_config_descriptor(found.get(), &descriptor);
         error != LIBUSB_SUCCESS) {
         return error == LIBUSB_ERROR_NOT_FOUND ? TL_USB_ERROR_IO
-                                               : statusOf(error); // not found: not configured
+                                               : statusOf(error); // not found: the device is not configured
     }
     const Owned<libusb_config_descriptor> configuration(descriptor);
     const std::vector<AlternateSetting> settings = settingsOf(*configuration);
@@ -232,7 +232,7 @@ tl_usb_status LibusbBus::open(const AttachedPrinter &printer, std::unique_ptr<Us
         return statusOf(error);
     Owned<libusb_device_handle> handle(opened);
     if (!isAttached(printer))
-        return TL_USB_ERROR_NO_DEVICE; // its address has been given to another
+        return TL_USB_ERROR_NO_DEVICE; // its address belongs to another device now
     const PrintNodeHold nodes(printer);
     if (nodes.isUsed())
         return TL_USB_ERROR_BUSY;

@@ -1,4 +1,4 @@
-// The USB bus of this machine, over libusb. No other file knows libusb, but for LibusbSettings.
+// The USB bus of this machine, by libusb, which only this file and LibusbSettings know.
 //
 // A libusb context, with the thread and the files that belong to it, exists only while a device is open.
 // Thread-safe.

@@ -1,4 +1,4 @@
-// The alternate settings of a device as libusb describes them.
+// The alternate settings in libusb's descriptors.
 #pragma once
 
 #include "Platform/Transport/usb/AlternateSetting.h"
@@ -9,8 +9,8 @@ struct libusb_config_descriptor;
 
 namespace transport {
 
-/// Descriptors come from the device, which may say anything: where they contradict themselves, libusb leaves
-/// counts behind that have no array.
+/// All alternate settings of a configuration. Descriptors come from the device and may be inconsistent;
+/// libusb then leaves counts without an array, which are treated as 0.
 std::vector<AlternateSetting> settingsOf(const libusb_config_descriptor &configuration);
 
 } // namespace transport

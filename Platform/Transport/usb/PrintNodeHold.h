@@ -1,14 +1,14 @@
-// Whether a program prints through the kernel's printer driver, which would lose the rest of its job with the
-// interface.
+// Makes sure that no program prints through the kernel's printer driver while the interface is taken from it:
+// the job would lose its rest.
 //
 //     const PrintNodeHold nodes(printer);
 //     if (!nodes.isUsed())
 //         ...                                 // take the interface
 //
-// The driver lets one program at a time open a printer's node. So opening the node tells, and keeps others
-// out until this ends. Where this user may not open it, the open files of the processes that he may look into
-// have to do. Opening the node has the driver fetch what the printer wants to say: an answer that has been
-// left unread in the printer may get lost.
+// The driver lets one program at a time open a printer's node. So opening the node shows whether it is used,
+// and keeps others out until this object is destroyed. Where this user may not open it, the open files of the
+// processes that the user may inspect are searched instead. Opening the node makes the driver read from the
+// printer: an answer that was left unread in the printer may get lost.
 #pragma once
 
 #include "Platform/Transport/usb/AttachedPrinter.h"
@@ -24,6 +24,7 @@ public:
     PrintNodeHold &operator=(const PrintNodeHold &) = delete;
     ~PrintNodeHold();
 
+    /// Whether another program has a node open.
     bool isUsed() const { return used_; }
 
 private:

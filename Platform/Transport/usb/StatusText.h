@@ -1,4 +1,4 @@
-// The status of a printer as the C interface tells it.
+// The status text of the C interface for a printer on USB.
 //
 //     {"printer_status": 3, "selected": true, "paper_empty": false, "error": false,
 //      "device_id": {"CMD": "PJL,PCL", "MDL": "L200 Series", "MFG": "Zelkor"}}
@@ -13,8 +13,8 @@
 
 namespace transport {
 
-/// `portStatus`: the bits of the class request GET_PORT_STATUS. Bytes of the ID that are not UTF-8 show as
-/// U+FFFD.
+/// `portStatus` has the bits of the class request GET_PORT_STATUS. Bytes of the ID that are not valid UTF-8
+/// become U+FFFD.
 std::string statusText(std::uint8_t portStatus, const DeviceId &id);
 
 } // namespace transport

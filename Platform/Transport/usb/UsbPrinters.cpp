@@ -10,7 +10,7 @@ std::vector<std::shared_ptr<Printer>> UsbPrinters::attached() {
     const dispatch::Instant end = clock_.now() + recent;
     const std::vector<AttachedPrinter> attached = bus_.printers();
     std::vector<std::shared_ptr<Printer>> printers,
-        former; // whose ends are not waited for with the lock held
+        former; // destroyed without the lock, as that may wait for a thread
     const std::lock_guard lock(mutex_);
     for (const AttachedPrinter &printer : attached)
         printers.push_back(printerFor(printer));

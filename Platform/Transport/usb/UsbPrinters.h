@@ -1,4 +1,4 @@
-// The printers of a USB bus.
+// The printers of a USB bus, and how long a listing of them is used again.
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
@@ -15,10 +15,11 @@ namespace transport {
 /// Thread-safe.
 class UsbPrinters final : public Printers {
 public:
-    /// How long a listing is a recent one: the status call and the exchange that a selection makes share it.
+    /// How long a listing counts as recent, so that the status call and the exchange after a selection share
+    /// one.
     static constexpr std::chrono::milliseconds recent{1000};
 
-    /// Bus and clock outlive it.
+    /// Bus and clock have to outlive it.
     UsbPrinters(UsbBus &bus, dispatch::Clock &clock) : bus_(bus), clock_(clock) {}
 
     std::vector<std::shared_ptr<Printer>> attached() override;
@@ -32,9 +33,9 @@ private:
     dispatch::Clock &clock_;
 
     std::mutex mutex_;                          // not held while the bus is looked at
-    std::vector<std::weak_ptr<Printer>> known_; // one a plugging-in, so that a device is opened once
+    std::vector<std::weak_ptr<Printer>> known_; // one per plugging-in, so that no device is opened twice
     std::vector<std::shared_ptr<Printer>> latest_;
-    dispatch::Instant latestEnd_; // of its being recent
+    dispatch::Instant latestEnd_; // when it stops being recent
 };
 
 } // namespace transport

@@ -17,7 +17,7 @@ std::size_t bigEndian16(const std::vector<std::uint8_t> &bytes, std::size_t offs
     return static_cast<std::size_t>(bytes[offset] << 8 | bytes[offset + 1]);
 }
 
-// In upper case; an equals sign is a word of its own.
+// The words of a PJL line, in upper case; an equals sign is a word of its own.
 std::vector<std::string> wordsOf(std::string_view line) {
     std::vector<std::string> words;
     bool continues = false;
@@ -51,7 +51,7 @@ void AclInterpreter::feed(std::uint8_t byte, const FrameHandler &handler) {
     }
 }
 
-// ESC occurs in UEL only as its first byte, so a mismatch can only start over.
+// ESC is only the first byte of UEL, so after a mismatch the search can only start over.
 bool AclInterpreter::completesExit(std::uint8_t byte) {
     const char character = static_cast<char>(byte);
     if (character != universalExit[exitMatched_]) {

@@ -5,7 +5,7 @@
 // | in             | on                              | goes to                                   |
 // |----------------|---------------------------------|-------------------------------------------|
 // | between jobs   | UEL                             | lines                                     |
-// |                | anything else                   | between jobs (print data, thrown away)    |
+// |                | anything else                   | between jobs (print data, dropped)        |
 // | lines          | UEL, empty line, other PJL line | lines                                     |
 // |                | ENTER LANGUAGE=ACL              | frames                                    |
 // |                | another language, another text  | between jobs                              |
@@ -35,7 +35,8 @@ class AclInterpreter {
 public:
     using FrameHandler = std::function<void(const AclFrame &)>;
 
-    /// Takes the next bytes, split anywhere, and calls the handler for each frame they complete.
+    /// Takes the next bytes, which may be split anywhere, and calls the handler for each frame that they
+    /// complete.
     void feed(std::span<const std::uint8_t> bytes, const FrameHandler &handler);
 
 private:

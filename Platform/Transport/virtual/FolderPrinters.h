@@ -1,7 +1,7 @@
-// Virtual printers as those of a transport: each file of the folder that ZKCOMTL_PRINTERS names is one.
+// The printers of the virtual transport: each file of the folder that ZKCOMTL_PRINTERS names is one.
 //
-// Time is virtual: nothing ever waits, a read of nothing times out at once. A file is read again for each
-// call, so that an edit of it works on an open printer and its deletion unplugs it. Thread-safe.
+// Nothing waits: a read from a silent printer times out at once. The file is read again for each call, so
+// that editing it changes an open printer and deleting it unplugs the printer. Thread-safe.
 #pragma once
 
 #include "Platform/Transport/Printer.h"

@@ -22,7 +22,7 @@ std::optional<std::string> contents(const fs::path &file) {
     if (!fs::is_regular_file(file, error))
         return std::nullopt; // opening a pipe would wait for its writer
     std::ifstream stream(file, std::ios::binary);
-    std::string text(longestPrinterText + 1, '\0'); // what is longer is no printer, however long
+    std::string text(longestPrinterText + 1, '\0'); // longer texts are refused, so this much is enough
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(stream.gcount()));
     return stream.is_open() && !stream.bad() ? std::optional(std::move(text)) : std::nullopt;

@@ -139,10 +139,10 @@ VirtualPrinterState stateOf(const json::object &document) {
     return state;
 }
 
-/// The value of a member of the outermost object, whose text has been read, where it stands; empty without
-/// it. Of several members of that name it is the last, as it is when the text is read.
+/// Where the value of a member of the outermost object is in the text, which is valid JSON; empty without the
+/// member. Of several members with that name it is the last, which is the one that counts.
 std::string_view placeOfMember(std::string_view text, std::string_view name) {
-    std::string_view found, last; // the last string: a key, when a colon follows
+    std::string_view found, last; // the latest string, which is a key if a colon follows
     int depth = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::size_t start = i;
@@ -192,7 +192,7 @@ std::optional<std::string> jsonWithThreshold(std::string_view text, std::int32_t
     std::string changed(text);
     if (const auto old = placeOfMember(text, "threshold"); !old.empty()) {
         changed.replace(static_cast<std::size_t>(old.data() - text.data()), old.size(), number);
-    } else { // no printer is an empty object
+    } else { // the object has other members, as it describes a printer
         const std::size_t end = changed.find_last_not_of(blanks, changed.rfind('}') - 1) + 1;
         changed.insert(end, ", \"threshold\": " + number);
     }

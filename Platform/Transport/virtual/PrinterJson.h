@@ -13,12 +13,12 @@ namespace transport {
 
 inline constexpr std::size_t longestPrinterText = 65536; // bytes
 
-/// None for a text that is no printer; `reason`, when given, then says in one sentence why. Any bytes are
-/// safe.
+/// None for a text that does not describe a printer; `reason`, if given, then gets one sentence that says
+/// why. Any bytes are safe.
 std::optional<VirtualPrinterState> printerFromJson(std::string_view text, std::string *reason = nullptr);
 
-/// The same text with another threshold, which is added at the end when there was none; all else stays as it
-/// stands. None for a text that is no printer.
+/// The same text with another threshold, which is added at the end when there was none; nothing else changes.
+/// None for a text that does not describe a printer.
 std::optional<std::string> jsonWithThreshold(std::string_view text, std::int32_t threshold);
 
 } // namespace transport

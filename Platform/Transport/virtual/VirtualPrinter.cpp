@@ -48,7 +48,7 @@ tl_usb_status VirtualPrinter::open() {
     interpreter_ = {};
     output_.clear();
     if (state_.has(Fault::StaleOutput)) {
-        // A reply nobody fetched: taken for the next one, it would show a wrong threshold.
+        // A reply that no program fetched: taken for the next one, it would show a wrong threshold.
         queueText("@PJL USTATUS JOB\r\nEND\r\n\f");
         queue({.bytes = replyHeader(readThresholdCommand, done, 1)});
         queueText("9");

@@ -1,4 +1,4 @@
-// A printer without hardware: bytes in, transfers out.
+// A simulated printer: bytes in, transfers out.
 //
 //   VirtualPrinter printer(state, [&](int32_t threshold) { return save(threshold); });
 //   printer.open();
@@ -17,8 +17,8 @@
 // | 0xFF20  | OID_PLATFORM_CONSUMEABLE_HINT=N, N one of 0, 2..10  | no data; N is stored        |
 // | other   |                                                    | refused, no data            |
 //
-// It does no I/O and takes no time: a read of nothing times out at once. Requests may be hostile; replies
-// that nobody reads are kept up to a bound and then dropped. Not thread-safe.
+// Does no I/O and takes no time: a read without a waiting transfer times out at once. Requests may be
+// hostile; at most 64 unread transfers are kept, further ones are dropped. Not thread-safe.
 #pragma once
 
 #include "Platform/Transport/virtual/AclInterpreter.h"
@@ -36,25 +36,26 @@ namespace transport {
 
 class VirtualPrinter {
 public:
-    /// Told each new threshold that differs from the old one; false refuses it. None accepts all.
+    /// Called with each new threshold that differs from the old one; false refuses it. An empty one accepts
+    /// all.
     using ThresholdStore = std::function<bool(std::int32_t threshold)>;
 
     explicit VirtualPrinter(VirtualPrinterState state, ThresholdStore store = {});
 
     const VirtualPrinterState &state() const { return state_; }
-    /// Takes effect with the next call; queued transfers stay.
+    /// Takes effect with the next call; waiting transfers stay.
     void setState(VirtualPrinterState state) { state_ = std::move(state); }
 
-    /// Forgets half-received requests and queued replies, and plugs an unplugged printer in again.
+    /// Drops half-received requests and unread replies, and plugs an unplugged printer in again.
     tl_usb_status open();
     tl_usb_status write(std::span<const std::uint8_t> bytes);
-    /// Takes the next transfer; leaves `transfer` empty when there is none.
+    /// Takes the next transfer; `transfer` is empty when there is none.
     tl_usb_status read(std::vector<std::uint8_t> &transfer);
 
 private:
     struct Transfer {
         std::vector<std::uint8_t> bytes;
-        bool unplugs = false; // reading it is the last that is heard of the printer
+        bool unplugs = false; // the printer is gone once this has been read
     };
 
     void answer(const AclFrame &request);

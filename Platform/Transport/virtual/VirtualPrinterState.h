@@ -60,9 +60,10 @@ inline constexpr auto faultNames = std::to_array<std::pair<std::string_view, Fau
     {"status_not_object", Fault::StatusNotObject},
 });
 
+/// None for an unknown name.
 std::optional<Fault> faultNamed(std::string_view name);
 
-/// Every member has an initializer, so that a designated initializer may name the few that matter.
+/// Every member has a default, so that designated initializers may name only those that matter.
 struct VirtualPrinterState {
     std::string manufacturer{};
     std::string product{};

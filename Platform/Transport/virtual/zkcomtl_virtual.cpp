@@ -1,8 +1,7 @@
-// libzkcomtl.so.1 over virtual printers: the files of the folder that ZKCOMTL_PRINTERS names are the
-// printers.
+// The printers of the virtual libzkcomtl.so.1: files of the folder that ZKCOMTL_PRINTERS names.
 #include "Platform/Transport/virtual/FolderPrinters.h"
 
-// Not destroyed: another thread may still call when the library ends.
+// Never destroyed, as another thread may still call while the library is unloaded.
 transport::Printers &transport::libraryPrinters() {
     static auto *const printers = new FolderPrinters;
     return *printers;
