@@ -2,10 +2,10 @@
 //
 //     CUPS_SERVER=… ZKCOMTL_PRINTERS=… window-walk FOLDER [--dark]
 //
-// Shows the window as it starts, a printer being read, its threshold, another one chosen, confirmed and set,
-// a printer that does not answer while an earlier one is bound, and a printer in the network. Time is moved
-// by hand, so that nobody waits for tips to end. With --dark, in the colours of a dark desktop, and "-dark"
-// ends the pictures' names. Exit status 1 when a step does not come about.
+// The pictures show the window as it starts, a printer being read, its threshold, another one chosen,
+// confirmed and set, a printer that does not answer while an earlier one is bound, and a printer in the
+// network. Time is moved by hand, so that tips end at once. With --dark the colours are those of a dark
+// desktop, and the pictures' names end with "-dark". Exit status 1 when a step fails.
 #include "Classes/AppDelegate.h"
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
@@ -72,7 +72,7 @@ private:
         fail("there is no queue \"" + std::string(name) + "\"");
     }
 
-    /// Has the next tip photographed once `ready`, and then ended.
+    /// Takes a picture during the next tip, once `ready`, and then ends the tip.
     void duringTip(const char *name, std::function<bool()> ready) {
         ++stepsLeft_;
         auto *poll = new QTimer(&window_);
@@ -135,7 +135,7 @@ private:
 };
 
 QPalette darkPalette() {
-    QPalette colors(QColor(0x32, 0x32, 0x32)); // from which Qt derives the others
+    QPalette colors(QColor(0x32, 0x32, 0x32)); // Qt derives the others from this
     colors.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
     colors.setColor(QPalette::Highlight, QColor(0x2A, 0x62, 0x9A));
     return colors;
@@ -163,5 +163,5 @@ int main(int argc, char **argv) {
          QString::fromLocal8Bit(argv[1]), QLatin1String(dark ? "-dark" : ""))
         .run();
     std::fflush(nullptr);
-    _exit(0); // as the application does: without waiting for anybody
+    _exit(0); // like the application, without waiting for other threads
 }

@@ -1,5 +1,5 @@
-// What the program can do. Each command prints its result on standard output, as text or as JSON, and gives
-// the exit status; what stops it is thrown as a Failure.
+// The program's commands. Each prints its result (Output.h), as text or as JSON, and returns the exit status;
+// it throws a Failure when it cannot be carried out.
 #pragma once
 
 #include "Tools/zkprinter/Failure.h"
@@ -16,25 +16,26 @@ ExitStatus listQueues(Format format);
 /// Lists the attached printers.
 ExitStatus listDevices(Format format);
 
-/// Lists the attached printers and then every one that comes or goes, until interrupted.
+/// Lists the attached printers, and then every one that comes or goes, until interrupted or until nobody
+/// reads the output.
 ExitStatus watchDevices(Format format);
 
-/// Says whether the printer is in a normal state.
+/// Prints whether the printer is in a normal state. `queue` here and below is a queue's name or a device URI.
 ExitStatus showStatus(const std::string &queue, Format format);
 
-/// Says at which toner level the printer reminds.
+/// Prints at which toner level the printer reminds.
 ExitStatus showReminder(const std::string &queue, Format format);
 
-/// Sets that level (0 for off, or 2 to 10 percent), reads it back and says what the printer now holds.
+/// Sets that level (0 for off, or 2 to 10 percent), reads it back and prints what the printer now holds.
 ExitStatus setReminder(const std::string &queue, std::int64_t threshold, Format format);
 
-/// Writes all that tells why a printer cannot be reached, with serial numbers shortened, for the support.
-/// Written whatever it finds. Fails, when that is printed, with what keeps it from listing the queues.
+/// Prints a report for the support on why a printer cannot be reached, with serial numbers shortened. If the
+/// queues cannot be listed, throws a ToldFailure after printing the rest.
 ExitStatus diagnose(Format format);
 
-/// Prints what `diagnose` found by now, and the failure that ends it; false when that is not what runs. Any
-/// thread.
+/// Prints what `diagnose` has found so far, and the failure that ends it; false when `diagnose` has found
+/// nothing or is not running. Any thread.
 bool printUnfinishedDiagnosis(const Failure &failure, Format format);
 
-/// "off" and "2" to "10" as a threshold; nothing for any other text.
+/// "off" and "2" to "10" as a threshold; std::nullopt for any other text.
 std::optional<std::int64_t> parseThreshold(const std::string &text);

@@ -1,8 +1,9 @@
-// How an attached printer shows in JSON.
+// Attached printers in JSON.
 #pragma once
 
 #include "Tools/zkprinter/Json.h"
 
 class ZKUSB;
 
+/// Writes the fields of the printer.
 void describe(Json &json, ZKUSB &printer);

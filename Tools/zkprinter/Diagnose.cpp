@@ -1,4 +1,4 @@
-// The report for the support.
+// The report for the support: what is attached, who holds it, and what this computer is.
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+Validation.h"
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/System/NSLog.h"
@@ -25,10 +25,10 @@ constexpr std::size_t logLimit = 100; // lines about one topic
 constexpr const char *topics[] = {"versions", "queues", "printers",   "access",
                                   "host",     "room",   "interfaces", "log"};
 
-/// What the command found by now. Threads: any, as the end of its time comes from another.
+/// What the command has found so far. Threads: any, as another one prints it when the time is over.
 class Findings {
 public:
-    /// For threads that outlive the command.
+    /// Never destroyed: other threads may outlive the command.
     static Findings &shared() {
         static auto &all = *new Findings;
         return all;
@@ -42,14 +42,14 @@ public:
         const std::scoped_lock guard(mutex_);
         serials_.add(serial);
     }
-    /// Keeps the latest lines about the topic.
+    /// Keeps the latest `logLimit` lines about the topic.
     void addLine(std::string_view line) {
         const std::scoped_lock guard(mutex_);
         log_.emplace_back(line);
         if (log_.size() - topicBegin_ > logLimit)
             log_.erase(log_.begin() + static_cast<std::ptrdiff_t>(topicBegin_));
     }
-    /// The lines until now are about another topic than those to come.
+    /// Begins another topic: the lines so far are kept.
     void changeTopic() {
         const std::scoped_lock guard(mutex_);
         topicBegin_ = log_.size();
@@ -77,7 +77,7 @@ private:
     std::size_t topicBegin_ = 0; // in the log
 };
 
-/// Keeps the log lines as long as it lives, and passes them on.
+/// Adds log lines to the findings as long as it lives, and passes them on.
 class KeptLog {
 public:
     KeptLog() : next_(NSLogSetSink({})) {
@@ -99,7 +99,7 @@ FactValue pathOrNone(const std::optional<std::filesystem::path> &path) {
     return path ? FactValue(path->string()) : FactValue();
 }
 
-/// Where other queues lead to, and with which password, is nobody's business.
+/// The URI of a queue over USB; of others only the scheme, as they may contain hosts and passwords.
 FactValue shownUri(const Queue &queue) {
     if (!queue.deviceUri)
         return {};
@@ -107,7 +107,7 @@ FactValue shownUri(const Queue &queue) {
                                  : queue.deviceUri->substr(0, queue.deviceUri->find(':') + 1) + "…";
 }
 
-/// How the other end of a network queue is called: an address may have been given to another machine since.
+/// How a network queue names its printer: an address, unlike a name, may belong to another machine by now.
 FactValue hostKind(const Queue &queue) {
     const auto uri = NSString::stringWithUTF8String(queue.deviceUri.value_or(""));
     const auto authority = uri ? URLParts(uri->units()).authority : std::nullopt;
@@ -141,7 +141,7 @@ Facts factsOf(const Queue &queue, const AttachedPrinters &printers) {
     return facts;
 }
 
-/// The queues, or what is in the way of finding them.
+/// The queues, or why they cannot be listed.
 Section queues(const QueueList &list, const AttachedPrinters &printers) {
     if (list.failure)
         return {"queues", std::vector<Facts>{{{"problem", std::string(list.failure->what())}}}};

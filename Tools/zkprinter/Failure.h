@@ -1,4 +1,4 @@
-// Everything that can go wrong, each with an exit status of its own for scripts.
+// What can go wrong, each with an exit status of its own for scripts.
 #pragma once
 
 #include <stdexcept>
@@ -26,10 +26,10 @@ enum class ExitStatus {
     outOfResources = 17,    ///< this computer has no memory or no thread left for the command
 };
 
-/// The status as scripts see it in JSON, e.g. "not-attached".
+/// The status's name in JSON, e.g. "not-attached".
 const char *nameOf(ExitStatus status);
 
-/// Ends the command. Its text is one sentence that says what to do next.
+/// Thrown to end the command. Its text is one sentence that also says what to do next.
 class Failure : public std::runtime_error {
 public:
     Failure(ExitStatus status, const std::string &sentence) : std::runtime_error(sentence), status_(status) {}
@@ -40,7 +40,8 @@ private:
     ExitStatus status_;
 };
 
-/// A failure that the result tells, too; the sentence is all that is left to say.
+/// A failure that the printed result includes already: only its sentence is still to be written, on standard
+/// error.
 class ToldFailure : public Failure {
 public:
     explicit ToldFailure(const Failure &failure) : Failure(failure) {}

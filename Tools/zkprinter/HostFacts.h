@@ -1,12 +1,13 @@
-// The computer in a report: what it has and how busy it is. Nothing that tells whose it is: no addresses, no
-// names, no folders of users.
+// The computer in a report: what it has and how busy it is. Nothing that identifies it or its users: no
+// addresses, no host names, no folders of users.
 #pragma once
 
 #include "Frameworks/QNCategoriesPro/Host/QNDevice.h"
 #include "Tools/zkprinter/Report.h"
 
-/// `begin` is a reading of the device's processors, from which on the load is told.
+/// `begin` is an earlier reading of the device's processors, from which the load is computed.
 Facts hostFacts(const QNDevice &device, const QNProcessorReading &begin);
-/// The room where jobs, temporary files and the system are kept.
+/// The free space where print jobs, temporary files and the system are stored.
 std::vector<Facts> roomFacts(const QNDevice &device);
+/// The network interfaces, with counts instead of addresses.
 std::vector<Facts> interfaceFacts(const QNDevice &device);

@@ -10,7 +10,7 @@ std::string Json::quoted(std::string_view text) {
 }
 
 void printJson(const std::function<void(Json &)> &fill) {
-    // Control characters beyond ASCII are left as they are. They stand in strings only, where the escapes of
-    // the log are JSON's, too.
+    // The serializer does not escape control characters beyond ASCII. They occur in strings only, where the
+    // log's escapes are valid JSON.
     printLine(escapedControlCharacters(Json().element(fill).text()));
 }

@@ -1,4 +1,4 @@
-// The program's JSON: one document on standard output, or one a line for a stream of events.
+// Writes the program's JSON: one document on standard output, or one per line for a stream of events.
 #pragma once
 
 #include <cstdint>
@@ -44,7 +44,7 @@ private:
         text_ += ':';
         return *this;
     }
-    /// With a comma where something of the same object or array stands before it.
+    /// Appends the piece, after a comma unless it is the first of its object or array.
     Json &put(std::string_view piece) {
         if (!text_.empty() && std::string_view("{[:").find(text_.back()) == std::string_view::npos)
             text_ += ',';

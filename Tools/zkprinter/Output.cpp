@@ -26,13 +26,13 @@ Output &output() {
     return all;
 }
 
-/// A caller may have made standard output one that does not wait.
+/// Whether to try writing again: the caller may have made standard output non-blocking.
 bool canBeWaitedFor(int error) {
     pollfd out{.fd = STDOUT_FILENO, .events = POLLOUT, .revents = 0};
     return error == EINTR || (error == EAGAIN && poll(&out, 1, -1) >= 0);
 }
 
-/// The error, 0 for none.
+/// Returns the error number, or 0.
 int writeAll(std::string_view text) {
     while (!text.empty()) {
         const ssize_t count = write(STDOUT_FILENO, text.data(), text.size());
@@ -41,7 +41,7 @@ int writeAll(std::string_view text) {
         else if (!canBeWaitedFor(errno))
             return errno;
     }
-    // A file on another computer may tell only now that it is full.
+    // A file on another computer may report only on closing that it is full.
     const int copy = dup(STDOUT_FILENO);
     return copy >= 0 && close(copy) != 0 && errno != EINTR ? errno : 0;
 }

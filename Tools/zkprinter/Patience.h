@@ -1,11 +1,11 @@
-// How long a command may take, and what it tells the user who waits for it.
+// Bounds how long a command may take, and shows what it waits for.
 //
 //     const Patience patience(90s, show, giveUp);
 //     …
-//     const Waiting waiting("CUPS");   // anywhere below, on the same thread
+//     const Waiting waiting("CUPS");   // while the command waits for something
 //
-// A second after the command began, whatever it waits for from then on is shown until it is there. When the
-// command has taken as long as it may, `giveUp` is called, which is to end the process.
+// From one second after the beginning on, what the command waits for is shown while it waits. When the time
+// is over, `giveUp` is called, which has to end the process.
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
@@ -21,20 +21,20 @@ class Patience {
 public:
     using Duration = dispatch::Instant::Duration;
 
-    /// Shows what is waited for in the place of what was shown before; nothing for an empty text. One call at
-    /// a time.
+    /// Shows what is waited for, instead of what was shown before; nothing for an empty text. Called by one
+    /// thread at a time.
     using Show = std::function<void(const std::string &what)>;
-    /// Gets what is waited for, if it is known.
+    /// Gets what the command waits for; empty if that is not known.
     using GiveUp = std::function<void(const std::string &what)>;
 
     static constexpr Duration beforeShowing = std::chrono::seconds(1);
 
-    /// None: the command may take as long as it likes. One at a time; both functions are called on its
-    /// thread, `show` also by whoever waits.
+    /// The time begins now; without a limit it never ends. There is one Patience at a time. Both functions
+    /// are called on a thread of its own, `show` also on the thread on which a Waiting ends.
     Patience(std::optional<Duration> limit, Show show, GiveUp giveUp);
     Patience(const Patience &) = delete;
     Patience &operator=(const Patience &) = delete;
-    /// Shows nothing any more. Waits for `giveUp` if that has begun.
+    /// Shows nothing any more. Waits for `giveUp` if that was called.
     ~Patience();
 
 private:
@@ -57,8 +57,7 @@ private:
     std::thread thread_;
 };
 
-/// Says what the command waits for as long as it lives; nothing is done when there is no patience to speak
-/// of.
+/// The command waits for `what` as long as this lives. One at a time; does nothing without a Patience.
 class Waiting {
 public:
     explicit Waiting(const std::string &what);

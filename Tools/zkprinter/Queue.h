@@ -1,4 +1,4 @@
-// The queues and printers that commands are about.
+// The queues and printers that commands work on.
 #pragma once
 
 #include "Manager/PrinterStatus.h"
@@ -14,38 +14,39 @@ class ZKUSB;
 
 /// A print queue of a supported model, or a printer named by its device URI alone.
 struct Queue {
-    std::string name; ///< what the user calls it
+    std::string name; ///< as the user names it
     std::optional<std::string> description;
     std::optional<std::string> deviceUri;
 
     bool printsOverUsb() const { return deviceUri && deviceUri->starts_with("usb://"); }
 };
 
-/// What the print service has.
+/// The queues of the print service.
 struct QueueList {
     std::vector<Queue> supported;      ///< queues of supported models
     std::vector<std::string> allNames; ///< of every queue, supported or not
-    std::string service;               ///< what the print service calls itself; empty when it does not say
+    std::string service;               ///< how the print service names itself; empty when unknown
     std::optional<Failure> failure;    ///< why the list cannot be had
 };
 
+/// Asks the print service; see Manager/QueueMatching.h.
 QueueList readQueueList();
 
 /// The queues of supported models. Fails when they cannot be had.
 std::vector<Queue> supportedQueues();
 
-/// What the user means by a queue's name or a device URI. Fails when there is none, and when it does not
-/// print over USB.
+/// The queue of that name, or one for the device URI. Fails when there is none, and when it does not print
+/// over USB.
 Queue usbQueueNamed(const std::string &nameOrUri);
 
-/// The printers attached when it was made, as one discovery pass finds them.
+/// The printers that were attached when this was made, found by one discovery pass.
 class AttachedPrinters {
 public:
     AttachedPrinters();
 
     const std::vector<Ref<ZKUSB>> &all() const { return all_; }
-    /// Those that the device URI names, by their descriptors or by what the kernel knows of their device IDs:
-    /// what every command goes by.
+    /// The printers that the device URI names, by their descriptors or by the device IDs that the kernel
+    /// knows. All commands go by this.
     std::vector<Ref<ZKUSB>> named(const std::string &deviceUri) const;
 
 private:
@@ -53,11 +54,12 @@ private:
     std::vector<transport::AttachedPrinter> seen_; // by the kernel
 };
 
-/// The one attached printer of the queue. Fails when it is not attached, and when there are two.
+/// The attached printer of the queue. Fails when it is not attached, when its URI names several, and when
+/// another program holds it so that it cannot be recognised.
 Ref<ZKUSB> attachedPrinterOf(const Queue &queue);
 
-/// The status that the printer answered; `name` is what the user calls it. Fails when it could not be asked,
-/// or answered no status.
+/// The status that the printer answered; `name` is the user's name for it, for messages. Fails when it could
+/// not be asked or its answer was not a status.
 PrinterStatus statusOf(const Ref<ZKUSB> &printer, const std::string &name);
 
 /// Vendor and product as four hexadecimal digits each, e.g. "5a4b:0001".

@@ -44,7 +44,8 @@ std::string heldBy(const Holder &holder, const std::string &printer) {
            printer + "; end it and try again.";
 }
 
-/// Less is likelier: programs may have a device open without claiming it, but a job does claim it.
+/// A key for the likeliest holder, smallest first: other programs may have the device open without claiming
+/// it, but a job does claim it.
 auto suspicion(const Holder &holder) {
     return std::tuple(holder.kind != Holder::Kind::cupsBackend, !holder.seen, holder.kind);
 }

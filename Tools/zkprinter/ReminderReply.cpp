@@ -18,7 +18,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
 }
 
-/// Up to the first zero byte, as the answer is a text that one may end.
+/// The text up to the first zero byte, trimmed.
 std::string_view textOf(std::string_view words) {
     return trimmed(words.substr(0, words.find('\0')));
 }
@@ -39,7 +39,7 @@ std::optional<std::int32_t> believableThreshold(const TonerHintReading &answer) 
 
 std::string wordsOf(const TonerHintReading &answer) {
     std::u16string units;
-    unicode::appendUTF16(units, textOf(answer.words)); // what is no UTF-8 becomes U+FFFD
+    unicode::appendUTF16(units, textOf(answer.words)); // bytes that are not valid UTF-8 become U+FFFD
     const bool cut = units.size() > mostShown;
     units.resize(std::min(units.size(), mostShown));
     std::string text;

@@ -1,4 +1,4 @@
-// Whether to believe what a printer says of its reminder.
+// Checks the printer's answer to the question for its reminder.
 #pragma once
 
 #include "Manager/TonerHint.h"
@@ -7,9 +7,10 @@
 #include <optional>
 #include <string>
 
-/// The threshold of an answer, if all of it is there and is nothing but a number, 0 or 2 to 10; white space,
-/// zero bytes at the end and a percent sign may be around it.
+/// The threshold in an answer, if the answer is complete and is only a number, 0 or 2 to 10. White space
+/// around it, a percent sign, and anything behind a zero byte are ignored.
 std::optional<std::int32_t> believableThreshold(const TonerHintReading &answer);
 
-/// The printer's words for a sentence: quoted, harmless, cut when long, with how much of them is missing.
+/// The printer's words for use in a sentence: in quotes, with control characters escaped, cut after 60
+/// characters, and with the number of bytes if some are missing.
 std::string wordsOf(const TonerHintReading &answer);

@@ -15,7 +15,7 @@ struct Choice : Functions... {
 template <class... Functions>
 Choice(Functions...) -> Choice<Functions...>;
 
-/// What may leave this computer.
+/// The text as it may leave this computer.
 std::string presentable(const SerialNumbers &serials, const std::string &text) {
     return withoutAddresses(serials.hide(text));
 }

@@ -14,12 +14,12 @@
 
 using Lines = std::vector<std::string>;
 
-/// Shown to people in larger units.
+/// A number of bytes, shown to people in larger units.
 struct ByteCount {
     std::uint64_t bytes;
 };
 
-/// The value of a fact; std::monostate: not known, or there is none.
+/// The value of a fact; std::monostate when it is unknown or absent.
 using FactValue = std::variant<std::monostate, bool, std::int64_t, ByteCount, std::string, Lines>;
 
 struct Fact {
@@ -29,20 +29,21 @@ struct Fact {
 
 using Facts = std::vector<Fact>;
 
-/// One topic of a report: facts, several things of a kind with facts of each, or plain lines.
+/// One topic of a report: facts, a list of things with facts about each, or plain lines.
 struct Section {
     std::string name;
     std::variant<Facts, std::vector<Facts>, Lines> content;
     bool tellsOfPrinters =
-        true; ///< false: no known serial number is looked for, which may look like a version
+        true; ///< false: known serial numbers are not hidden here, as they may look like version numbers
 };
 
-/// The sentence of the failure, as UTF-8 whatever the user typed.
+/// The sentence of the failure, as valid UTF-8 whatever the user typed.
 std::string sentenceOf(const Failure &failure);
 
 /// Writes the failure as the object "error".
 void describe(Json &json, const Failure &failure);
 
-/// Prints the sections; `serials` are hidden in every text. JSON also gets the failure, if there is one.
+/// Prints the sections, with the serial numbers hidden in every text. In JSON, the failure is added if there
+/// is one.
 void printReport(const std::vector<Section> &sections, const SerialNumbers &serials, Format format,
                  const std::optional<Failure> &failure);

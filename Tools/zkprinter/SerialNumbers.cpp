@@ -11,10 +11,10 @@
 
 namespace {
 
-constexpr std::size_t shortest = 8;        // of which some characters may be shown
-constexpr std::size_t shortestKnown = 4;   // by itself; what is shorter occurs in anything
-constexpr int mostLayers = 8;              // of escapes, around which nobody puts more
-constexpr std::size_t longestWord = 24;    // for a serial number, with what stands between its letters
+constexpr std::size_t shortest = 8;        // of numbers of which some characters are shown
+constexpr std::size_t shortestKnown = 4;   // of remembered numbers; shorter ones occur in anything
+constexpr int mostLayers = 8;              // of escapes
+constexpr std::size_t longestWord = 24;    // for "serial number", with what stands between its letters
 constexpr std::size_t shortestAddress = 5; // digits
 constexpr std::string_view blanks = " \t\r\n";
 
@@ -32,7 +32,7 @@ std::optional<unsigned> hexadecimal(std::string_view digits) {
     return error == std::errc() && end == digits.data() + digits.size() ? std::optional(value) : std::nullopt;
 }
 
-/// What an escape at the front of a text stands for, and how long it is.
+/// The meaning of an escape at the front of a text, and its length.
 struct Escape {
     std::string meaning;
     std::size_t length;
@@ -47,14 +47,14 @@ std::optional<Escape> unicodeEscape(std::string_view text) {
         units += static_cast<char16_t>(*unit);
         text.remove_prefix(6);
         if ((*unit & 0xFC00) != 0xD800)
-            break; // no half of a pair
+            break; // not the first half of a pair
     }
     Escape escape{{}, units.size() * 6};
     unicode::appendUTF8(escape.meaning, units);
     return units.empty() ? std::nullopt : std::optional(escape);
 }
 
-/// Percent-encoding, and what JSON and the log escape.
+/// The percent-encoded byte, or the escape of JSON or the log, at the front.
 std::optional<Escape> escapeAt(std::string_view text) {
     if (text.size() >= 3 && text[0] == '%')
         if (const auto byte = hexadecimal(text.substr(1, 2)))
@@ -71,30 +71,31 @@ std::optional<Escape> escapeAt(std::string_view text) {
     return Escape{{itself ? text[1] : meanings[letter]}, 2};
 }
 
-/// A text without escapes and without capitals, that knows where its bytes come from.
+/// A text with escapes resolved and in lower case, which knows where in the original its bytes come from.
 class Folded {
 public:
     explicit Folded(std::string_view original) : original_(original), text_(original) {
         for (std::size_t at = 0; at <= original.size(); ++at)
             from_.push_back(at);
         for (int layer = 0; isDeep_ && layer <= mostLayers; ++layer) {
-            // An escape may be in capitals, and may stand for one.
+            // Escapes may be written in capitals, and may stand for capitals.
             std::ranges::transform(text_, text_.begin(), ascii::lowerCase<char>);
             isDeep_ = unescape();
         }
     }
 
-    /// There are more layers of escapes, which were left as they are.
+    /// Whether there are still more layers of escapes.
     bool isDeep() const { return isDeep_; }
     const std::string &text() const { return text_; }
-    /// The bytes of the original that became the byte at `at`; npos stands for its end.
+    /// The offset in the original of the byte at `at`, and the bytes there that became it; npos stands for
+    /// the end.
     std::size_t origin(std::size_t at) const { return from_[std::min(at, text_.size())]; }
     std::string_view originOf(std::size_t at) const {
         return original_.substr(origin(at), origin(at + 1) - origin(at));
     }
 
 private:
-    /// Replaces one layer of escapes; false when there is none.
+    /// Resolves one layer of escapes; false when there is none.
     bool unescape() {
         std::string text;
         std::vector<std::size_t> from;
@@ -118,7 +119,7 @@ private:
     std::vector<std::size_t> from_; // the offset in the original of each byte and of the end
 };
 
-/// The bytes of the original from `begin` to `end` are to be shown otherwise.
+/// The bytes of the original from `begin` to `end` are to be replaced by `shown`.
 struct Cover {
     std::size_t begin, end;
     std::string shown;
@@ -135,8 +136,8 @@ bool isWord(std::string_view text, std::size_t at, std::size_t length) {
 
 enum class Nearness { exactly, withMore };
 
-/// Whether the text, in small letters, ends with a word for a serial number; `withMore`: and something that
-/// belongs to it.
+/// Whether the text, in lower case, ends with a word for a serial number; `withMore`: other letters may
+/// follow the word.
 bool endsWithWordForSerial(std::string_view text, Nearness nearness) {
     constexpr std::string_view endings[] = {"",   "r",   "o",     "no",     "nr",
                                             "um", "num", "umber", "number", "nummer"};
@@ -144,7 +145,7 @@ bool endsWithWordForSerial(std::string_view text, Nearness nearness) {
     std::vector<bool> begins; // whether a word begins with the letter
     for (std::size_t at = text.size() - std::min(text.size(), longestWord); at < text.size(); ++at) {
         if (std::string_view("{};,&?\n").find(text[at]) != std::string_view::npos) {
-            letters.clear(); // what is before has a value of its own
+            letters.clear(); // what is before belongs to another value
             others.clear();
             begins.clear();
         } else if (isPlain(text[at])) {
@@ -154,7 +155,7 @@ bool endsWithWordForSerial(std::string_view text, Nearness nearness) {
             others += text[at];
         }
     }
-    // "de série" has lost its accent.
+    // Without its accent, "de série" is "desrie".
     for (const std::string_view part : {"serial", "serien", "deserie", "desrie", "diserie"})
         if (const std::size_t found = letters.rfind(part); found != std::string::npos)
             if (nearness == Nearness::withMore ||
@@ -172,7 +173,7 @@ bool endsWithWordForSerial(std::string_view text, Nearness nearness) {
     return false;
 }
 
-/// Where the quotation ends whose first byte is at `at`; escaped or not, it ends as it begins.
+/// Where the quotation ends that begins at `at`: at the same quote, in the same escaping.
 std::size_t endOfQuotation(const Folded &folded, std::size_t at) {
     const std::string &text = folded.text();
     const std::string_view quote = folded.originOf(at++);
@@ -181,7 +182,7 @@ std::size_t endOfQuotation(const Folded &folded, std::size_t at) {
     return at;
 }
 
-/// Where the array or object of JSON ends whose bracket is at `at`.
+/// Where the JSON array or object ends whose bracket is at `at`.
 std::size_t endOfBrackets(const Folded &folded, std::size_t at) {
     const std::string &text = folded.text();
     for (int depth = 0; at < text.size(); ++at)
@@ -212,32 +213,32 @@ std::size_t endOfValue(const Folded &folded, std::size_t &at, char separator) {
     std::size_t end = at;
     while (end < text.size() &&
            !(ends.find(text[end]) != std::string_view::npos && folded.originOf(end).size() == 1))
-        ++end; // what is escaped ends nothing
+        ++end; // escaped characters belong to the value
     return end;
 }
 
-/// Whether what stands before a separator says that a serial number stands behind it.
+/// Whether the text before a separator announces a serial number behind it.
 bool announcesSerial(std::string_view before) {
     constexpr std::string_view between = " \t\r\n\"'=";
     const auto upToWord = [&](std::string_view marks) {
         return before.substr(0, before.find_last_not_of(marks) + 1);
     };
     before = upToWord(between);
-    if (before.ends_with("value")) { // of what is named in front of it
+    if (before.ends_with("value")) { // as in {"name": "serial", "value": …}: look at the name
         before.remove_suffix(std::string_view("value").size());
         before = upToWord(" \t\r\n\"'=,");
     }
     return endsWithWordForSerial(before, Nearness::withMore);
 }
 
-/// The same for a blank, the first of those that stand there.
+/// The same where the separator is a blank, the first of several.
 bool announcesSerialBehindBlank(std::string_view before) {
     if (before.empty() || blanks.find(before.back()) != std::string_view::npos)
         return false;
     return endsWithWordForSerial(before.substr(0, before.find_last_not_of("\"'.") + 1), Nearness::exactly);
 }
 
-/// A word in plain text.
+/// Whether a word of plain text may be a serial number: it has a digit.
 bool looksLikeSerial(std::string_view word) {
     return !word.empty() && std::string_view(":=>").find(word.front()) == std::string_view::npos &&
            std::ranges::any_of(word, ascii::isDigit<char>);
@@ -295,7 +296,7 @@ std::string SerialNumbers::hide(std::string_view text) const {
             at += counts ? form.size() : 1;
         }
     coverNamed(folded, text, covers);
-    // The longest of those that begin at one place; what overlaps it is hidden with it.
+    // Of covers that begin at the same place the longest counts; covers that overlap it are merged into it.
     std::ranges::stable_sort(covers, [](const Cover &a, const Cover &b) {
         return a.begin != b.begin ? a.begin < b.begin : a.end > b.end;
     });

@@ -1,4 +1,4 @@
-// Serial numbers, made unrecognisable in texts that leave the computer.
+// Hides serial numbers in texts that leave the computer. Not thread-safe while numbers are added.
 #pragma once
 
 #include <string>
@@ -7,18 +7,18 @@
 
 class SerialNumbers {
 public:
-    /// "SN00012345" as "SN0…45"; one that is shorter than 8 characters, or has other characters than
-    /// ASCII letters and digits, as "…".
+    /// "SN00012345" becomes "SN0…45"; one with fewer than 8 bytes, or with anything but ASCII letters and
+    /// digits, becomes "…".
     static std::string shortened(std::string_view serial);
 
-    /// Remembers a serial number to hide wherever it occurs, in capitals or not, percent-encoded or escaped
-    /// as in JSON; short ones as whole words only, and those under 4 bytes only behind a word for a serial
-    /// number.
+    /// Remembers a serial number to hide wherever it occurs, in upper or lower case, percent-encoded or
+    /// escaped as in JSON; with fewer than 8 bytes only as a whole word. Numbers with fewer than 4 bytes are
+    /// not remembered, as they occur in anything.
     void add(const std::string &serial);
 
-    /// The text with every remembered number shortened, and whatever stands behind a word for a serial number
-    /// ("sn", "S/N", "Serial No.", "serialNumber", "SERN", "número de serie"), in a URI, a device ID, JSON,
-    /// XML or plain text. Nothing is left of a text whose escapes are nested beyond all use.
+    /// The text with every remembered number shortened, and also every value behind a word for a serial
+    /// number ("sn", "S/N", "Serial No.", "serialNumber", "SERN", "número de serie"), in URIs, device IDs,
+    /// JSON, XML and plain text. A text with more than 8 layers of escapes becomes "…" as a whole.
     std::string hide(std::string_view text) const;
 
 private:

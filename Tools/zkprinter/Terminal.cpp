@@ -29,12 +29,12 @@ bool wantsColour() {
     return wanted;
 }
 
-/// At the beginning of the line, with nothing behind it.
+/// Moves to the beginning of the line and erases it.
 constexpr std::string_view freshLine = "\r\x1B[K";
 
 std::atomic<bool> passing = false;
 
-/// A terminal that the user stopped, or that is gone, does not get it.
+/// Writes unless the terminal is stopped or gone.
 void toTerminal(std::string_view text) {
     pollfd terminal{.fd = STDERR_FILENO, .events = POLLOUT, .revents = 0};
     if (poll(&terminal, 1, 0) == 1 && (terminal.revents & POLLOUT) != 0) [[maybe_unused]]
@@ -66,7 +66,7 @@ const char *codeOf(Style style) {
     return "";
 }
 
-/// Widths do not depend on the user's locale: what is printed is UTF-8 in any case.
+/// Switches the thread to a UTF-8 locale: widths must not depend on the user's.
 class UnicodeLocale {
 public:
     UnicodeLocale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), previous_(uselocale(locale_)) {}

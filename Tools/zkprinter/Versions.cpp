@@ -12,7 +12,7 @@ FactValue orUnknown(std::string text) {
     return text.empty() ? FactValue() : FactValue(std::move(text));
 }
 
-/// Which library came by the name libzkcomtl.so.1.
+/// The file that was loaded as libzkcomtl.so.1.
 FactValue transportFile() {
     Dl_info where{};
     void *const function = dlsym(RTLD_DEFAULT, "tl_usb_get_device_handle");

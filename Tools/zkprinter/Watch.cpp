@@ -1,4 +1,4 @@
-// The command that tells which printers come and go.
+// The command `devices --watch`.
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Transport/usb/AttachedPrinter.h"
@@ -17,10 +17,10 @@
 
 namespace {
 
-constexpr int interval_ms = 2000; // between looks where no event tells of a change
+constexpr int interval_ms = 2000; // between looks when there are no events
 
-/// A plugging-in of a printer. Nothing but the URI tells it from others where sysfs does not show the
-/// printer, as it does not show a virtual one.
+/// One plugging-in of a printer. A printer that is not in sysfs, such as a virtual one, is identified by its
+/// URI only.
 struct Seen {
     Ref<ZKUSB> printer{};
     std::string uri{};
@@ -44,14 +44,14 @@ std::vector<Seen> lookAround() {
             seen.plugging = device->listed().plugging;
             seen.bus = device->bus;
             seen.address = device->address;
-            devices.erase(device); // another of the same name is another device
+            devices.erase(device); // the next printer of the same name is another device
         }
         all.push_back(std::move(seen));
     }
     return all;
 }
 
-/// What is left of `some` when each of `others` takes one of its equals away.
+/// `some` less one equal element for each of `others`.
 std::vector<Seen> without(std::vector<Seen> some, const std::vector<Seen> &others) {
     for (const Seen &seen : others)
         if (const auto found = std::ranges::find(some, seen); found != some.end())
@@ -59,7 +59,7 @@ std::vector<Seen> without(std::vector<Seen> some, const std::vector<Seen> &other
     return some;
 }
 
-/// Says which printers came and went between looks.
+/// Reports which printers came and went between looks.
 class Watch {
 public:
     explicit Watch(Format format) : format_(format) {}
@@ -76,7 +76,8 @@ public:
         known_ = std::move(now);
     }
 
-    /// The kernel says so: sysfs may still show the device for a moment, or another in its place already.
+    /// The kernel removed the device. For a moment sysfs may still show it, or already show another in its
+    /// place.
     void remove(int bus, int address) {
         std::erase_if(known_, [&](const Seen &seen) {
             const bool gone = seen.bus == bus && seen.address == address && !seen.plugging.empty();
@@ -103,17 +104,17 @@ private:
 
     const Format format_;
     std::vector<Seen> known_;
-    std::vector<Seen> removed_; // that sysfs still shows
+    std::vector<Seen> removed_; // and still shown by sysfs
 };
 
 } // namespace
 
 ExitStatus watchDevices(Format format) {
-    transport::DeviceEvents events; // from before the first look, so that nothing happens in between
+    transport::DeviceEvents events; // opened before the first look, so that none is missed
     pollfd files[] = {{STDOUT_FILENO, 0, 0}, {events.descriptor(), POLLIN, 0}};
     auto &[output, changes] = files;
     Watch watch(format);
-    // Nothing is to be told to a reader who has gone.
+    // Ends when the reader of the output has gone.
     while (output.revents == 0) {
         for (const transport::DeviceEvent &event : events.take())
             if (event.removed)

@@ -80,7 +80,7 @@ void addCommands(CLI::App &app, Request &request) {
         })
         ->each([&](const std::string &) { request.timeoutGiven = true; });
     app.set_version_flag("--version", std::string("zkprinter ") + ZK_VERSION);
-    app.require_subcommand(0, 1); // a missing one is noticed in run, after words that are none
+    app.require_subcommand(0, 1); // run() complains of a missing one, after unknown words
     app.fallthrough();
     app.footer(exitStatuses);
 
@@ -116,30 +116,30 @@ std::string shownSeconds(double seconds) {
     return text.str();
 }
 
-/// Says the sentence, and delivers what was printed.
+/// Writes the sentence on standard error, and delivers what was printed.
 ExitStatus tell(const Failure &failure) {
     std::fprintf(stderr, "zkprinter: %s\n", sentenceOf(failure).c_str());
     try {
         deliver();
-    } catch (const Failure &) { // the first failure is the one to tell
+    } catch (const Failure &) { // the first failure is the one to report
     }
     return failure.status();
 }
 
-/// A failure has one sentence, and no other line of its own.
+/// Reports a failure: one sentence on standard error, and with --json an object on standard output.
 ExitStatus report(const Failure &failure, bool json) {
     if (json)
         printJson([&](Json &document) { describe(document, failure); });
     return tell(failure);
 }
 
-/// Wrong usage has a sentence too: CLI11's, with where to look.
+/// The failure for a wrong command line: CLI11's sentence, with a hint at the help.
 Failure usage(const CLI::ParseError &error) {
     return {ExitStatus::usage,
             escapedControlCharacters(error.what()) + "; \"zkprinter --help\" shows what can be asked."};
 }
 
-/// What the command line asks for in words of CLI11: help or the version.
+/// Prints the help or the version.
 void printAnswer(const CLI::App &app, const CLI::Success &question, bool json) {
     std::ostringstream text;
     app.exit(question, text, text);
@@ -159,7 +159,7 @@ void directLog(bool verbose) {
         NSLogSetSink(NSLogVerbosely);
     } else {
         NSLogSetSink(NSLogToSystemLogOnly);
-        setStatusComplaintSink([](std::string_view) {}); // a failure has its sentence
+        setStatusComplaintSink([](std::string_view) {}); // the failure's sentence says it
     }
 }
 
@@ -169,8 +169,8 @@ Failure outOfTime(const Request &request, const std::string &what) {
                                       "; try again, or allow it more time with --timeout."};
 }
 
-/// Ends the program from beside the command, which may never come back, and does not wait long for a terminal
-/// that is stopped, or for another reader who does not read.
+/// Ends the program from another thread than the command's, which may never return. Waits at most a second
+/// for a stopped terminal or another reader who does not read.
 [[noreturn]] void giveUp(const Request &request, const std::string &what) {
     std::promise<void> told;
     const auto tellTheEnd = [&] {
@@ -196,14 +196,14 @@ ExitStatus carryOut(const Request &request) {
         bounded ? std::optional(std::chrono::duration_cast<Patience::Duration>(Seconds(request.timeout)))
                 : std::nullopt,
         [&](const std::string &what) {
-            if (!request.verbose) // diagnostics tell more
+            if (!request.verbose) // diagnostics say more
                 showPassing(what.empty() ? what : "Waiting for " + what + "…");
         },
         [&](const std::string &what) { giveUp(request, what); });
     return request.command(request.json ? Format::json : Format::text);
 }
 
-/// What comes after "--" is no option.
+/// Whether "--json" is among the options; what follows "--" is not an option.
 bool asksForJson(int argc, char **argv) {
     const auto end = std::find(argv, argv + argc, std::string_view("--"));
     return std::find(argv, end, std::string_view("--json")) != end;
@@ -212,7 +212,7 @@ bool asksForJson(int argc, char **argv) {
 ExitStatus run(int argc, char **argv) {
     CLI::App app("Shows and sets the low-toner reminder of Zelkor USB printers.", "zkprinter");
     Request request;
-    request.json = asksForJson(argc, argv); // though it be wrong
+    request.json = asksForJson(argc, argv); // also when the rest cannot be parsed
     try {
         ExitStatus status = ExitStatus::success;
         try {
@@ -242,8 +242,8 @@ ExitStatus run(int argc, char **argv) {
     }
 }
 
-/// A standard descriptor that the caller closed would go to the next file or connection, which would then
-/// get what is printed. What takes its place cannot be written to either.
+/// If the caller closed a standard descriptor, the next file or connection would get its number, and what is
+/// printed. This puts something in its place that cannot be written to either.
 void occupyStandardDescriptors() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(descriptor, F_GETFD) == -1)
