@@ -2,7 +2,7 @@
 
 _zkprinter() {
     local current words=() word previous= typed=()
-    for word in "${COMP_WORDS[@]:1:COMP_CWORD}"; do # which bash parts at "=" and ":"
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD}"; do # bash splits words at "=" and ":"
         if [[ ${#typed[@]} -gt 0 && ($word == [=:]* || $previous == *[=:]) ]]; then
             typed[-1]+=$word
         else
