@@ -59,7 +59,7 @@ public:
     static Ref<QNThreadSafeArray> initWithArray(const Ref<NSArray> &array);
     /// Raises NSInvalidArgumentException for a count that no memory holds.
     static Ref<QNThreadSafeArray> initWithObjects(const id *objects, NSUInteger count);
-    /// The array that a property list holds; none when there is no such file or it holds something else.
+    /// The array in a property list; none when there is no such file or its root is not an array.
     static Ref<QNThreadSafeArray> initWithContentsOfFile(const Ref<NSString> &path);
     static Ref<QNThreadSafeArray> initWithContentsOfURL(const Ref<NSURL> &url);
 

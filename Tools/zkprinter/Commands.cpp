@@ -27,15 +27,15 @@ void describe(Json &json, const Queue &queue) {
     queue.deviceUri ? json.field("deviceUri", *queue.deviceUri) : json.null("deviceUri");
 }
 
-/// What the printer says its reminder is, if that can be believed.
+/// Reads the printer's threshold. Fails when the answer is not a plausible one.
 std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
     using Outcome = TonerHintReading::Outcome;
     TonerHintReading last;
-    std::int32_t transportStatus = TL_USB_OK; // that the last reading came with
+    std::int32_t transportStatus = TL_USB_OK; // of the last reading
     const Waiting waiting("\"" + shown(queue) + "\"");
     readTonerHint(printer, [&](const TonerHintReading &reading) {
         if (reading.outcome == Outcome::nothing && last.outcome != Outcome::nothing)
-            return; // what comes after an answer may be missing
+            return; // an answer may be followed by a failed transfer
         last = reading;
         transportStatus = printer->transportStatus();
     });
@@ -53,7 +53,7 @@ std::int32_t thresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
     throw reasonOf(transportStatus, queue.name, accessTo(printer->URI()->utf8()));
 }
 
-/// Nothing was sent to the printer.
+/// Whether nothing was sent to the printer.
 bool neverReached(std::int32_t transportStatus) {
     return transportStatus == TL_USB_ERROR_ACCESS || transportStatus == TL_USB_ERROR_BUSY ||
            transportStatus == TL_USB_ERROR_AMBIGUOUS;
@@ -89,7 +89,7 @@ void writeThreshold(const Queue &queue, const Ref<ZKUSB> &printer, std::int64_t 
     }
 }
 
-/// Reads back what the printer was told, and took.
+/// Reads the new threshold back from the printer.
 std::int32_t newThresholdOf(const Queue &queue, const Ref<ZKUSB> &printer) {
     try {
         return thresholdOf(queue, printer);

@@ -1,3 +1,5 @@
+// Numbers are searched in a folded copy of the text, without escapes and in lower case, which knows where
+// each of its bytes comes from; what is found is then replaced in the original.
 #include "Tools/zkprinter/SerialNumbers.h"
 
 #include "Platform/Ascii/Ascii.h"

@@ -18,8 +18,8 @@ Ref<NSString> hexString(const Ref<NSData> &data);
 Ref<NSString> APNSToken(const Ref<NSData> &data);
 
 /// The bytes of a hexadecimal text. Blanks are skipped, an odd last character is ignored. Characters that are
-/// not digits are no error: a pair has the value of its leading digits, 0 without any, and "-1" is 0xFF. Only
-/// the low byte of each UTF-16 unit counts. None for a text that is empty or nothing but blanks.
+/// not digits are not an error: a pair has the value of its leading digits, 0 without any, and "-1" is 0xFF.
+/// Only the low byte of each UTF-16 unit counts. None for a text that is empty or nothing but blanks.
 Ref<NSData> dataWithHexString(const Ref<NSString> &text);
 
 /// The JSON array or dictionary in the bytes. When they are not one, the result is none and the error is

@@ -21,7 +21,7 @@ Value component(const Ref<NSDate> &date, NSCalendarUnit unit, Value NSDateCompon
 
 template <NSInteger NSDateComponents::*unit>
 Ref<NSDate> dateByAdding(const Ref<NSDate> &date, NSInteger count) {
-    if (count == NSDateComponentUndefined) // beyond what calendars reach, but no component could say so
+    if (count == NSDateComponentUndefined) // out of the calendar's range, and no component can express it
         return nullptr;
     const auto components = make<NSDateComponents>();
     (*components).*unit = count;

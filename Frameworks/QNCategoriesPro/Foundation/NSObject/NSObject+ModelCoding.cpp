@@ -1,3 +1,4 @@
+// Archiving models; declared in NSObject+ModelValue.h.
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelNumberValue.h"
@@ -24,7 +25,7 @@ id coded(const id &value) {
     return takesPart && !isBareValue ? value : nullptr;
 }
 
-/// What stands for the property in an archive; none to leave it out.
+/// The object that represents the property in an archive; none to leave it out.
 id codedValue(NSObject &model, const _QNModelPropertyMeta &meta) {
     if (meta._isCNumber)
         return qn::finiteNumberOfProperty(model, meta);

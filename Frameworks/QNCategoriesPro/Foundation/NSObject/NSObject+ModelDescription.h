@@ -15,12 +15,13 @@
 
 /// The description of any object; "<nil>" for none. Never none.
 Ref<NSString> ModelDescription(const id &object);
-/// Inserts four blanks after every line feed of the text itself, and returns it; none for none.
+/// Inserts four blanks after every line feed of the text itself, and returns it. Returns none when given
+/// none.
 Ref<NSMutableString> ModelDescriptionAddIndent(const Ref<NSMutableString> &text);
 
 namespace qn {
 
-/// As `ModelDescription`, but none for none.
+/// As `ModelDescription`, but returns none when given none.
 Ref<NSString> modelDescription(const id &model);
 
 } // namespace qn

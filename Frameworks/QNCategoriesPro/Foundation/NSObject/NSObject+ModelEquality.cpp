@@ -1,3 +1,4 @@
+// Hash and equality of models; declared in NSObject+ModelValue.h.
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/EqualModels.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelHashes.h"

@@ -134,7 +134,7 @@ private:
 
     /// What a key reaches in the models of a class.
     struct Target {
-        Ref<_QNModelMeta> meta;                        // none: the key is no text
+        Ref<_QNModelMeta> meta;                        // none: the key is not valid UTF-8
         const qn::ModelKeyIndex::Slot *slot = nullptr; // null: nothing
     };
 
