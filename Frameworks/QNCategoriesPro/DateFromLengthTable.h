@@ -22,7 +22,7 @@ namespace qn {
 /// Returns none if the text is none, of another length, or not a date of its form. Within its length the text
 /// may deviate as far as `NSDateFormatter::dateFromString` allows.
 Ref<NSDate> dateFromLengthTable(const Ref<NSString> &text);
-/// The same, but only for texts with exactly the digits of their form; much quicker.
+/// The same, but only for texts with exactly the digits of their form, which is quicker.
 Ref<NSDate> dateFromFixedForm(const Ref<NSString> &text);
 
 } // namespace qn
