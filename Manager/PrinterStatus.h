@@ -33,7 +33,7 @@ using StatusComplaintSink = std::function<void(std::string_view line)>;
 StatusComplaintSink setStatusComplaintSink(StatusComplaintSink sink);
 
 /// Asks the printer of the device URI through the transport's printer-information call, with a time-out of 2
-/// seconds. Blocks the calling thread. Any thread.
+/// seconds. Blocks the calling thread, longer if the printer is slow to open. Any thread.
 PrinterStatus readPrinterStatus(const Ref<NSString> &deviceUri);
 
 /// Judges the status text of a printer: a JSON object whose "printer_status" is 1 or 3 in a normal state.

@@ -1,9 +1,9 @@
 // The consumable-reminder threshold: the toner level, in percent, at which a printer warns that toner is low.
 // 0 means that the reminder is off; otherwise it is 2 to 10.
 //
-// Threads: all queries block their thread for one exchange, which may take 35 seconds: 5 for the drain, and
-// three time-outs of 10. So call them off the main thread. `deliver` is called on that thread before the
-// query returns.
+// Threads: all queries block their thread for one exchange, which may take 35 seconds once the printer is
+// open: 5 for the drain, and three time-outs of 10. So call them off the main thread. `deliver` is called on
+// that thread before the query returns.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"

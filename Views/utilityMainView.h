@@ -54,7 +54,8 @@ public:
     bool isTypeSelectMatch(NSTableView &table, NSInteger row, const Ref<NSString> &typed) override;
     void tableViewSelectionDidChange(NSTableView &table) override;
 
-    /// Whether the printer is in a normal state. Asks the printer, and blocks for up to two seconds.
+    /// Whether the printer is in a normal state. Asks the printer, and blocks for up to two
+    /// seconds, longer if the printer is slow to open.
     bool getUsbPrinterStatus(const Ref<NSString> &deviceUri);
     /// Binds the attached printer of the URI, if there is one, and starts reading the bound printer's
     /// threshold.

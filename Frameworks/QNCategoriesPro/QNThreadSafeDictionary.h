@@ -36,6 +36,7 @@ public:
     static Ref<QNThreadSafeDictionary> init();
     /// The capacity is a hint, whatever it is.
     static Ref<QNThreadSafeDictionary> initWithCapacity(NSUInteger capacity);
+    /// Raises NSInvalidArgumentException when there are not as many objects as keys.
     static Ref<QNThreadSafeDictionary> initWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys);
     static Ref<QNThreadSafeDictionary> initWithObjects(const id *objects, const id *keys, NSUInteger count);
     /// With `copyItems`, the values are copied.

@@ -1,5 +1,4 @@
 // Copying models; declared in NSObject+ModelValue.h.
-#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/NumberType.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
