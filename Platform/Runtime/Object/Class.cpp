@@ -218,7 +218,7 @@ Class objc_getClass(std::string_view name) {
 Class runtime::findForeignClass(std::string_view name) {
     try {
         return objc_getClass(name);
-    } catch (const NSException &) { // a fault of the program, which whoever uses the class hears of
+    } catch (const NSException &) { // a mistake in the program: raised again when it uses the class itself
         return nullptr;
     }
 }

@@ -1,4 +1,4 @@
-// Class objects: their place in the hierarchy, and what a class declares.
+// Class objects: their place in the hierarchy, and the members that a class declares.
 //
 // Threads: everything here may be called from any thread. Looking a method up takes no lock; a method added
 // at run time is seen by every send that starts after `class_addMethod` returned.
@@ -18,20 +18,20 @@ struct objc_class final : NSObject {
     using Instantiate = std::function<id()>;
     using Declare = std::function<void(Class)>;
 
-    /// For the two functions below only, which make a class together with its meta-class.
+    /// Only for the two functions below, which make a class together with its meta-class.
     objc_class(std::string name, Class superclass, Class metaClass);
     ~objc_class() override;
 
-    /// Makes the class that was announced, and lets others find it when `declare` has run on it, so that
+    /// Makes the class that was announced. It can be found by name only once `declare` has run on it, so that
     /// nobody finds half a class. Raises NSInvalidArgumentException when another class has the name, and for
-    /// a property whose accessors are not of its type; whatever `declare` raises leaves no class behind.
+    /// a property whose accessors are not of its type. When `declare` raises, no class is made.
     static Class declareClass(const runtime::ClassAnnouncement &announcement, Class superclass,
                               const Declare &declare);
     /// Makes a class at run time in the same way. Null when another class has the name. Raises
     /// NSInvalidArgumentException for an empty name or none.
     static Class registerClass(const char *name, Class superclass, const Declare &declare = nullptr);
 
-    /// A class is an instance of its meta-class; a meta-class of the root's meta-class.
+    /// A class is an instance of its meta-class; a meta-class is an instance of the root's meta-class.
     Class isa() const override;
     Ref<NSString> description() const override;
     id copy() const override { return self(); }
@@ -43,25 +43,25 @@ struct objc_class final : NSObject {
     bool isMetaClass() const { return metaClass_ == nullptr; }
     bool isSubclassOf(Class other) const;
 
-    /// The method this class itself has or inherits; none when there is none.
+    /// The method that this class has or inherits; null without one.
     Method findMethod(SEL selector) const;
     /// False, and nothing changes, when the class itself has the selector already. Raises
     /// NSInvalidArgumentException when the method breaks an agreement (Operation.h).
     bool addMethod(objc_method method);
-    /// For declarations: like `addMethod`, but a method that somebody wrote takes the place of a synthesized
-    /// accessor, be it there already or still to come. Only two of one kind are too many.
+    /// For declarations: like `addMethod`, but a hand-written method replaces a synthesized accessor of the
+    /// same selector, whichever is declared first. False only for two of the same kind.
     bool declareMethod(objc_method method);
     /// The methods this class itself has, in the order they were added.
     std::vector<Method> methods() const;
 
     /// False, and nothing changes, when the class itself has one of that name already. Instance variables are
-    /// parts of the C++ class, so none is added once instances exist.
+    /// members of the C++ class: `addIvar` describes one and makes no room for it.
     bool addIvar(objc_ivar ivar);
     bool addProperty(objc_property property);
     /// Those of this class itself, in the order they were added.
     std::vector<Ivar> ivars() const;
     std::vector<objc_property_t> properties() const;
-    /// The instance variable of that name of this class or a superclass; none when there is none.
+    /// The instance variable of that name of this class or a superclass; null without one.
     Ivar findIvar(std::string_view name) const;
 
     /// False when the class itself conforms to it already.
@@ -71,7 +71,7 @@ struct objc_class final : NSObject {
 
     // Set once, while the class is declared.
     Instantiate instantiate;
-    bool overridesValueForKey = false; ///< in C++, itself; not told of its superclasses
+    bool overridesValueForKey = false; ///< the C++ class itself does; false when only a superclass does
 
 private:
     struct MethodTable;
@@ -92,19 +92,21 @@ private:
     std::atomic<const MethodTable *> table_{nullptr};
 };
 
-/// A new instance by the class's own way of making one; none for a class that has none.
+/// A new instance, made by the class's `instantiate`; none for a null class and for one that cannot make any,
+/// e.g. an abstract one.
 id class_createInstance(Class cls);
-/// Any class that is linked into the program, or was made at run time; none for an unknown name. Raises
-/// NSInvalidArgumentException when the program has two of the name.
+/// Any class that is linked into the program or was made at run time; null for an unknown name. Raises
+/// NSInvalidArgumentException when two classes of the program have the name, or when the declaration of the
+/// class contradicts itself.
 Class objc_getClass(std::string_view name);
 
 namespace runtime {
 
-/// For names from outside, which may be any: raises nothing. Null also when the program has two classes of
-/// the name, and when the declaration of the class contradicts itself.
+/// Like `objc_getClass`, for names from outside: returns null where that raises.
 Class findForeignClass(std::string_view name);
 
-/// For declarations. Raises NSInvalidArgumentException unless it is the first of the class, and for none.
+/// For declarations. Raises NSInvalidArgumentException unless it is the first of the class, and for an empty
+/// function.
 void declareInstantiation(Class cls, objc_class::Instantiate function, bool isFirst);
 
 /// Gives the class a member function or a free function as an operation; false when it has the selector.
@@ -117,8 +119,8 @@ bool addMethod(Class cls, const char *selector) {
 
 } // namespace runtime
 
-/// What NS_IMPLEMENTATION hands to a class to declare itself with. Nothing that is declared is ignored: what
-/// contradicts something else raises NSInvalidArgumentException, naming the class and the property.
+/// NS_IMPLEMENTATION hands one to the class, which declares its members with it. Nothing that is declared is
+/// ignored: a contradiction raises NSInvalidArgumentException, which names the class and the member.
 template <class T>
 class ClassBuilder {
 public:
@@ -145,8 +147,8 @@ public:
         return *this;
     }
 
-    /// An operation that others have agreed on, e.g. a hook: a member function or a static one, as the
-    /// operation is of instances or of the class object.
+    /// An agreed operation (Operation.h), e.g. a hook: a member function for one of instances, a static
+    /// function for one of the class object.
     template <const auto &operation, auto Function>
     ClassBuilder &implement() {
         using Agreed = std::remove_cvref_t<decltype(operation)>;
@@ -158,8 +160,8 @@ public:
             return method<Function>(operation.selector);
     }
 
-    /// A property: of a data member, or computed by a member function. `Element` is the class of what a
-    /// collection holds. See Property.h.
+    /// A property: of a data member, or computed by a member function. `Element` is the class of a
+    /// collection's elements. See Property.h.
     template <auto Member, class Element = void>
     ClassBuilder &property(const char *name, std::string_view attributes = "",
                            runtime::Protocols protocols = {}) {
@@ -175,21 +177,21 @@ public:
         return declare<Element>(std::move(declaration), name, attributes);
     }
 
-    /// A property of the type without a member: for dynamic ones.
+    /// A property of the given type without a member, for dynamic ones.
     template <class Type, class Element = void>
     ClassBuilder &property(const char *name, std::string_view attributes = "D",
                            runtime::Protocols protocols = {}) {
         return declare<Element>(runtime::declarationOf<Type>(protocols), name, attributes);
     }
 
-    /// An instance variable that is no property.
+    /// An instance variable without a property.
     template <auto Member>
     ClassBuilder &ivar(const char *name) {
         runtime::declareIvar(cls_, runtime::MemberDeclaration<Member>::declaration({}), name);
         return *this;
     }
 
-    /// The class conforms to the protocol, which is no more than a name.
+    /// The class conforms to the protocol, which is just a name.
     ClassBuilder &protocol(const char *name) {
         runtime::declareProtocol(cls_, name);
         return *this;
@@ -211,7 +213,7 @@ private:
     }
 
     Class cls_;
-    bool instantiates_ = false; // in a way of its own
+    bool instantiates_ = false; // `instantiate` was called
 };
 
 #define NS_IMPLEMENTATION(Type)                                                                              \

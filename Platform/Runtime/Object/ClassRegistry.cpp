@@ -7,7 +7,8 @@
 
 namespace {
 
-// Constant from the start, since announcements come before anything is initialised.
+// The announcements not yet entered, as a linked list. It needs no initialiser of its own, which might run
+// after the first announcement.
 constinit std::atomic<runtime::ClassAnnouncement *> newest = nullptr;
 
 } // namespace

@@ -1,11 +1,10 @@
-// Which classes there are, by name. NS_IMPLEMENTATION announces its class while the program, or a library, is
-// loaded; the class itself is made by whoever first uses it or asks for its name.
+// All classes by name. NS_IMPLEMENTATION announces its class while the program, or a library, is loaded; the
+// class itself is made when it is first used or looked up by name.
 //
-// Announcements precede all other static initialisers, which may ask for any class of the program. What no
-// program refers to is not in it, though: of a static library only those object files are linked, with their
-// classes, that something else refers to.
+// Announcements run before all other static initialisers, so these may look up any class of the program. A
+// class of a static library is part of the program only if something refers to its object file.
 //
-// Threads: any.
+// Threads: every member is safe from every thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -19,7 +18,7 @@
 
 namespace runtime {
 
-/// Lasts as long as the program; see NS_IMPLEMENTATION.
+/// A static object that NS_IMPLEMENTATION defines.
 class ClassAnnouncement {
 public:
     using Find = Class (*)();
@@ -34,7 +33,7 @@ private:
     friend class ClassRegistry;
 
     const char *const name_;
-    const Find find_; ///< makes the class, or finds it made
+    const Find find_; ///< makes the class on the first call
     ClassAnnouncement *next_ = nullptr;
 };
 
@@ -42,24 +41,25 @@ class ClassRegistry {
 public:
     static ClassRegistry &shared();
 
-    /// The class of that name, made when it has only been announced; null when there is none. Raises
-    /// NSInvalidArgumentException when two classes are announced by the name.
+    /// The class of that name, which is made if it has only been announced; null without one. Raises
+    /// NSInvalidArgumentException when two classes are announced by the name, and whatever making it raises.
     Class find(std::string_view name);
 
-    /// Takes the name for a class that is about to be declared: the one of the announcement, or without one a
-    /// class made at run time. False when the name is another's.
+    /// Reserves the name for a class that is about to be declared: the announced one, or one made at run time
+    /// when `announcement` is null. False when the name belongs to another class.
     bool claim(const std::string &name, const ClassAnnouncement *announcement);
-    /// Lets others find the class that took the name, and keeps it and its meta-class for good.
+    /// Makes the class with the reserved name available to `find`, and keeps it and its meta-class for good.
     void enter(Ref<objc_class> cls, Ref<objc_class> metaClass);
-    /// Gives the name of a class made at run time back: it could not be declared.
+    /// Frees the name reserved for a class made at run time, whose declaration failed.
     void abandon(const std::string &name);
 
-    /// Grows whenever a name becomes known: a name not found before may be found once it has grown.
+    /// The number of names that ever became known. While it is unchanged, a name not found before is still
+    /// unknown.
     std::uint64_t namesKnown();
 
 private:
     struct Entry {
-        const ClassAnnouncement *announcement = nullptr; ///< none for a class made at run time
+        const ClassAnnouncement *announcement = nullptr; ///< null for a class made at run time
         bool isContested = false;                        ///< announced twice before it was made
         Class cls = nullptr;                             ///< once it is made
     };

@@ -1,6 +1,6 @@
-// Reads type encodings: where a type ends, and how many bytes a value of it takes.
+// Parses type encodings: where a type ends, and how many bytes a value of it takes.
 //
-// Any text may be given; what is no encoding yields nothing.
+// Any text may be given; for one that is not an encoding the functions return nothing.
 #pragma once
 
 #include "Platform/Ascii/Ascii.h"
@@ -14,17 +14,17 @@ namespace runtime {
 
 struct EncodedType {
     std::size_t length;    ///< of the encoding, in characters, its qualifiers included
-    std::size_t size;      ///< in bytes; 0 for void and for what the encoding does not tell
+    std::size_t size;      ///< in bytes; 0 for void, and for a structure whose fields are not given
     std::size_t alignment; ///< in bytes
 };
 
 inline constexpr std::string_view typeQualifiers = "rnNoORV";
-inline constexpr int deepestType = 32;
-inline constexpr std::size_t largestType = std::size_t{1} << 32;
+inline constexpr int deepestType = 32;                           // levels of nesting
+inline constexpr std::size_t largestType = std::size_t{1} << 32; // bytes
 
 constexpr std::optional<EncodedType> firstType(std::string_view text, int depth = 0);
 
-/// The size of one character's type; nothing for a character that is no type by itself.
+/// The size of a one-character type; nothing for any other character.
 constexpr std::optional<std::size_t> simpleSize(char code) {
     constexpr std::string_view codes = "vBcCsSiIlLfqQd#:*D";
     constexpr std::size_t sizes[] = {0, 1, 1, 1, 2, 2, 4, 4, 4, 4, 4, 8, 8, 8, 8, 8, 8, 16};
@@ -65,8 +65,8 @@ constexpr std::optional<EncodedType> arrayType(std::string_view text, int depth)
     return EncodedType{at + 1, count * element->size, element->alignment};
 }
 
-/// `{name=…}` or `(name=…)` with types in it, each maybe after its name in double quotes; without the equals
-/// sign the fields are not told.
+/// A structure `{name=…}` or a union `(name=…)` of types, each optionally preceded by its field's name in
+/// double quotes. Without the equals sign the fields are not given.
 constexpr std::optional<EncodedType> compoundType(std::string_view text, int depth) {
     const bool isUnion = text.front() == '(';
     const char close = isUnion ? ')' : '}';
@@ -97,7 +97,8 @@ constexpr std::optional<EncodedType> compoundType(std::string_view text, int dep
     return whole;
 }
 
-/// The type that the text begins with; nothing when it begins with none, or with one that nests too deep.
+/// The type that the text begins with; nothing when it begins with none, or with one that nests too deep or
+/// is too large.
 constexpr std::optional<EncodedType> firstType(std::string_view text, int depth) {
     const std::size_t qualifiers = std::min(text.find_first_not_of(typeQualifiers), text.size());
     text.remove_prefix(qualifiers);

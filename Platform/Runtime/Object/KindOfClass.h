@@ -1,4 +1,4 @@
-// What kind of object it is, by a table of classes.
+// Maps an object to a kind by a table of classes.
 #pragma once
 
 #include "Platform/Runtime/Object/Class.h"
@@ -7,9 +7,8 @@
 
 namespace runtime {
 
-/// The kind of the object's class in the table, else that of the first class there that it descends from,
-/// else `other`, as for none. Most objects are of a class in the table, and are told without a look at
-/// ancestors.
+/// The kind of the object's own class if that is in the table, else of the first class in the table that it
+/// descends from, else `other`; `other` for null, too.
 template <class Kind, std::size_t size>
 Kind kindOfClass(const NSObject *object, const std::pair<Class, Kind> (&kinds)[size], Kind other) {
     const Class own = object ? object->isa() : nullptr;

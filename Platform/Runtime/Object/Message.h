@@ -6,17 +6,19 @@
 
 namespace runtime {
 
-/// Raises NSInvalidArgumentException: the receiver lacks the selector, or has it with another signature.
+/// Raises NSInvalidArgumentException: the receiver lacks the selector (`found` is null), or has it with
+/// another signature.
 [[noreturn]] void raiseUnrecognizedSelector(const NSObject &receiver, SEL selector, Method found);
 
 } // namespace runtime
 
-/// Sends `selector` to `receiver` with the arguments and returns what the method returns.
+/// Calls the method that `receiver` has for `selector`, and returns its result.
 ///
 ///     auto text = objc_msgSend<id>(object, sel_registerName("description"));
 ///
-/// Objects are given as `id`; other arguments must have the method's types, as told by their encodings, which
-/// is checked. A receiver of none gives none, zero or false.
+/// Objects of any class may be given; other arguments, and the result, must have the method's types, as
+/// TypeEncoding.h maps them. Raises NSInvalidArgumentException when they have not, and when there is no such
+/// method. A receiver of none returns none, zero or false.
 template <class R = void, class... A>
 R objc_msgSend(const id &receiver, SEL selector, const A &...arguments) {
     using Function = runtime::Result<R> (*)(NSObject *, SEL, runtime::Argument<A>...);

@@ -1,4 +1,4 @@
-// Methods, and how one is made of a member function, a free function or a data member.
+// Methods, and how they are made from member functions, free functions and data members.
 #pragma once
 
 #include "Platform/Runtime/Object/TypeEncoding.h"
@@ -8,14 +8,15 @@
 #include <typeinfo>
 #include <utility>
 
-/// An implementation, kept untyped: `R (*)(NSObject *, SEL, A…)` with types as TypeEncoding.h tells. Whoever
-/// casts it back has checked the method's encoding or `signature`.
+/// An implementation, stored untyped: an `R (*)(NSObject *, SEL, A…)` with the types of TypeEncoding.h. Check
+/// the method's encoding or `signature` before casting it back.
 using IMP = void (*)();
 
 /// A method of a class. Lives as long as the class.
 struct objc_method {
-    /// Calls an implementation that is known only by its method: takes the addresses of the arguments, and
-    /// makes the result at `result`, raw memory with room for it.
+    /// Calls an implementation whose types are not known when the caller is compiled. `arguments` are the
+    /// addresses of the arguments after the selector; the result is constructed at `result`, uninitialised
+    /// memory of its size and alignment. The caller destroys it.
     using Invoke = void (*)(IMP imp, NSObject *self, SEL selector, const void *const *arguments,
                             void *result);
 
@@ -24,7 +25,7 @@ struct objc_method {
     IMP imp;
     const std::type_info *signature; ///< the C++ type behind `imp`
     Invoke invoke;
-    bool synthesized = false; ///< reads or writes a data member, and runs nobody's code but a copy's
+    bool synthesized = false; ///< reads or writes a data member, and runs no other code than `copy`
 };
 using Method = const objc_method *;
 
@@ -57,7 +58,7 @@ objc_method makeMethod(SEL name, R (*function)(NSObject *, SEL, A...), std::stri
             &Invocation<R, A...>::invoke};
 }
 
-/// A function with the shape of a message send for a member function or a free function.
+/// Adapts a member function or a free function to the signature of an implementation.
 template <auto Function>
 struct Thunk;
 
@@ -97,7 +98,7 @@ struct Thunk<Free> {
     static std::string types() { return methodEncoding<R, A...>(); }
 };
 
-/// A method without a name yet.
+/// A method whose name is still to be set.
 template <auto Function>
 objc_method methodOf() {
     return makeMethod(nullptr, &Thunk<Function>::call, Thunk<Function>::types());
@@ -117,7 +118,7 @@ struct MemberAccess {
             member = uncarry<M>(value);
     }
 
-    /// Stores a copy. Where the member takes mutable objects only, a mutable one.
+    /// Stores an immutable copy, or a mutable one where the member's class admits only that.
     static void setCopy(NSObject *self, SEL selector, Argument<M> value) {
         if constexpr (isRef<M>) {
             const auto given = uncarry<M>(value);

@@ -1,4 +1,4 @@
-// Blocks: callables that are objects, so that they can be kept, copied and handed over like any other object.
+// Blocks: callables that are objects, so that they can be stored, copied and passed on like any other object.
 #pragma once
 
 #include "Platform/Runtime/Object/NSException.h"
@@ -20,7 +20,7 @@ class Block;
 template <class R, class... A>
 class Block<R(A...)> final : public NSBlock {
 public:
-    /// Raises NSInvalidArgumentException for none.
+    /// Raises NSInvalidArgumentException for an empty function.
     explicit Block(std::function<R(A...)> function) : function_(std::move(function)) {
         if (!function_)
             throw NSException(NSInvalidArgumentException, "NSBlock: function cannot be nil");

@@ -1,4 +1,5 @@
-// What the platform raises when an argument breaks an operation's contract. Only the platform raises.
+// What the platform raises when a call breaks an operation's contract, or when the system denies it a
+// resource that it needs. Only the platform raises it.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,4 @@
-// The root of every object.
+// The root class of all objects.
 //
 // A class declares itself once, next to its definition:
 //
@@ -12,9 +12,9 @@
 //
 // Properties are declared in the same place; see Property.h.
 //
-// The class object is made on first use of `Book::class_()` or of its name, its superclass first, so no order
-// of static initialisers matters. `Book::class_()` raises NSInvalidArgumentException when the declaration
-// contradicts itself, or when another class of the program has the name.
+// The class object is made on first use of `Book::class_()` or of its name, its superclass first, so the
+// order of static initialisers does not matter. `Book::class_()` raises NSInvalidArgumentException when the
+// declaration contradicts itself, or when another class of the program has the name.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -36,25 +36,25 @@ public:
     NSObject &operator=(const NSObject &) = delete;
     virtual ~NSObject() = default;
 
-    /// The class that declared itself, and its name. A class without `NS_CLASS` has those of its base.
+    /// The C++ class that `NS_CLASS` stands in, and its name; a class without it inherits those of its base.
     using Declared = NSObject;
     static constexpr const char *declaredName = "NSObject";
 
     static Class class_();
     virtual Class isa() const { return class_(); }
 
-    /// Identity, unless a class compares by value. None equals nothing.
+    /// Identity, unless the class compares by value. False for none.
     virtual bool isEqual(const id &other) const { return other.get() == this; }
     /// Equal objects have equal hashes.
     virtual NSUInteger hash() const;
-    /// A text for people: "<Class: 0x…>" unless a class says more. Never none.
+    /// A text for people: "<Class: 0x…>" unless the class overrides it. Never none.
     virtual Ref<NSString> description() const;
     /// An immutable copy. Raises NSInvalidArgumentException for a class that cannot be copied.
     virtual id copy() const;
     /// A mutable copy. Raises NSInvalidArgumentException for a class that cannot be copied.
     virtual id mutableCopy() const;
 
-    // Key-value coding, told in KeyValueCoding/NSKeyValueCoding.h.
+    // Key-value coding; see KeyValueCoding/NSKeyValueCoding.h.
     virtual id valueForKey(const Ref<NSString> &key) const;
     virtual void setValue(const id &value, const Ref<NSString> &forKey);
 
@@ -62,8 +62,8 @@ public:
     bool isMemberOfClass(Class cls) const { return isa() == cls; }
     bool respondsToSelector(SEL selector) const;
 
-    /// The object for whoever is to keep it. Raises NSInvalidArgumentException when nobody owns it: on the
-    /// stack, and in its constructors and destructors.
+    /// A `Ref` to this object. Raises NSInvalidArgumentException when no `Ref` owns it: on the stack, and in
+    /// its constructors and destructors.
     id self() const {
         if (auto object = weak_from_this().lock()) [[likely]]
             return std::const_pointer_cast<NSObject>(std::move(object));
@@ -77,18 +77,19 @@ private:
     static void declare(ClassBuilder<NSObject> &cls);
 };
 
-/// The object as a `T`, or none when it is none or of another class. `as<objc_class>` finds class objects.
+/// The object as a `T`; none when it is none or not a `T`. For class objects: `as<objc_class>`.
 template <class T>
 Ref<T> as(const id &object) {
     if constexpr (std::is_same_v<T, NSObject>)
         return object;
     else if constexpr (std::is_same_v<T, typename T::Declared>)
         return object && object->isKindOfClass(T::class_()) ? std::static_pointer_cast<T>(object) : nullptr;
-    else // Several C++ classes share a declaration, e.g. the blocks of every signature.
+    else // several C++ classes share a class object, e.g. the blocks of all signatures
         return std::dynamic_pointer_cast<T>(object);
 }
 
-/// The same without a share in the object: for a look at what somebody else keeps meanwhile.
+/// The same without sharing ownership, and null instead of none. Valid as long as something else owns the
+/// object.
 template <class T>
 T *peek(const id &object) {
     return object && object->isKindOfClass(T::class_()) ? static_cast<T *>(object.get()) : nullptr;

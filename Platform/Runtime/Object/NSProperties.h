@@ -1,4 +1,4 @@
-// A class whose properties are its data members, each named once.
+// NS_PROPERTIES: declares data members as properties, naming each only once.
 //
 //     class Book : public NSObject {
 //         NS_CLASS(Book, NSObject)
@@ -9,7 +9,7 @@
 //     };
 //     NS_PROPERTIES(Book, title, pages, (chapters, Chapter))
 //
-// stands for the same as
+// is short for
 //
 //     NS_IMPLEMENTATION(Book) {
 //         cls.property<&Book::title>("title", "N");
@@ -17,8 +17,8 @@
 //         cls.property<&Book::chapters, Chapter>("chapters", "N"); // of chapters
 //     }
 //
-// Whoever wants more of a property (a copy, accessors of other names) or has methods to declare writes the
-// latter; see Property.h. At most 255 properties.
+// Use the long form for other attributes (a copy, accessors of other names) and to declare methods; see
+// Property.h. At most 255 properties.
 #pragma once
 
 #include "Platform/Runtime/Object/Class.h"
@@ -28,7 +28,8 @@
         static_cast<void>(cls __VA_OPT__(NS_SCAN(NS_NEXT_PROPERTY(Type, __VA_ARGS__))));                     \
     }
 
-// A macro is not expanded within itself: each scan of the text makes one more of what is written in pieces.
+// A macro is not expanded within its own expansion, so NS_NEXT_PROPERTY defers the next entry to another scan
+// of the text; each scan expands one entry.
 #define NS_NEXT_PROPERTY(Type, entry, ...)                                                                   \
     NS_JOIN(NS_PROPERTY_OF_, NS_KIND_OF(entry))                                                              \
     (Type, entry) __VA_OPT__(NS_SAME_AGAIN NS_NOTHING()()(Type, __VA_ARGS__))

@@ -1,12 +1,13 @@
-// Makes many small objects at once, as a parser does: they lie side by side in chunks, and a chunk is freed
-// when the last object in it has gone.
+// Makes many small objects, as a parser does, side by side in chunks of memory. A chunk is freed when the
+// last object in it has been destroyed.
 //
 //     ObjectPool pool;
 //     Ref<NSNumber> number = pool.make<NSNumber>('q', std::int64_t{5});
 //
-// The objects are like any others, and may outlive the pool. One that stays keeps its chunk, a few kilobytes.
+// The objects are like any others and may outlive the pool. A single object that is kept keeps the whole
+// chunk, about 4 KB.
 //
-// Threads: a pool belongs to one thread at a time; its objects may end on any.
+// Threads: a pool belongs to one thread at a time; its objects may be destroyed on any.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -34,15 +35,16 @@ public:
 private:
     static constexpr std::size_t alignment = alignof(std::max_align_t);
     static constexpr std::size_t largest = 128;    // bytes of an object
-    static constexpr std::size_t bookkeeping = 64; // more than what shares of an object take beside it
+    static constexpr std::size_t bookkeeping = 64; // more than the size of the reference counts of an object
 
     struct Chunk {
-        static constexpr std::size_t size = 4000; // with malloc's own, less than a page
+        static constexpr std::size_t size = 4000; // the whole allocation is less than a page
 
         static constexpr std::size_t open = size; // more than there can be objects
 
-        std::atomic<std::size_t> users{open}; // once the pool has finished with the chunk, its objects
-        std::size_t made = 0; // counted here while the pool fills it: that takes no atomic step
+        // The number of living objects; while the pool fills the chunk, `open` minus the destroyed ones.
+        std::atomic<std::size_t> users{open};
+        std::size_t made = 0; // not atomic: only the pool counts here
         std::size_t used = 0;
         alignas(alignment) std::byte bytes[size];
 

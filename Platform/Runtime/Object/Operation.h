@@ -1,13 +1,14 @@
-// Operations that a class may have and others then call, e.g. hooks: agreed on once, by name and C++ type.
+// Operations that a class may have and others then call, e.g. hooks. An agreement fixes the C++ type of such
+// an operation, once, for all classes.
 //
 //     inline constexpr runtime::ClassOperation<Ref<NSArray>()> favourites{"favourites"};
 //     [[gnu::init_priority(101)]] const runtime::Agreement agreed{favourites};
 //
 //     NS_IMPLEMENTATION(Reader) { cls.implement<favourites, &Reader::favourites>(); }
 //
-// `implement` is checked by the compiler. A class may also give the operation by its selector; once there is
-// an agreement, a method of that name with other types, or of instances where it should be of the class
-// object, is refused by whoever adds it.
+// The compiler checks `implement`. A class may also add the operation by its selector; `addMethod` then
+// raises NSInvalidArgumentException for a method of that name with other types, or of instances where it
+// should be of the class object.
 #pragma once
 
 #include "Platform/Runtime/Object/TypeEncoding.h"
@@ -29,8 +30,8 @@ struct Operation<ofClassObject, R(A...)> {
     static constexpr bool isOfClassObject = ofClassObject;
     static std::string encoding() { return methodEncoding<R, A...>(); }
 
-    /// Whether the function does for the operation: as a member function of `T`, or as a static one. It may
-    /// take objects of a more general class, and give those of a more special one.
+    /// Whether the function can implement the operation, as a member function of `T` or as a static one. It
+    /// may take objects of a base class and return those of a subclass.
     template <class T, auto Function>
     static constexpr bool isImplementedBy() {
         if constexpr (ofClassObject)
@@ -57,8 +58,8 @@ using ClassOperation = Operation<true, Signature>;
 template <class Signature>
 using InstanceOperation = Operation<false, Signature>;
 
-/// Has every method of the operation's name checked from now on. Lasts as long as the program; made before
-/// other static initialisers, as above, it precedes all classes.
+/// Has every method of the operation's name checked that is added from now on. A static object; with the
+/// `init_priority` above it is made before all classes.
 class Agreement {
 public:
     template <bool ofClassObject, class Signature>

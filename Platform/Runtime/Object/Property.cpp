@@ -103,7 +103,7 @@ std::string setterOf(const objc_property &property) {
     return name ? *name : runtime::setterName(property.name);
 }
 
-/// Whether an encoding can tell it.
+/// Whether the name can stand in an encoding.
 bool isProtocolName(std::string_view name) {
     return !name.empty() && name.find_first_of("<>\"") == name.npos;
 }
@@ -114,13 +114,13 @@ void addAccessor(Class cls, const std::string &property, objc_method accessor, c
         refuse(cls, property, "the class has another " + selector);
 }
 
-/// Objects of every class cross a send alike.
+/// The encoding without its qualifiers and, since objects of all classes are passed alike, without a class.
 std::string_view comparable(std::string_view encoding) {
     encoding.remove_prefix(std::min(encoding.find_first_not_of(runtime::typeQualifiers), encoding.size()));
     return encoding.starts_with('@') ? "@" : encoding;
 }
 
-/// Whether the method takes nothing and gives a value of the type, or takes one and gives nothing.
+/// Whether the method is a getter (takes nothing, returns the type) or a setter (takes it, returns nothing).
 bool isAccessor(Method method, std::string_view type, bool isSetter) {
     const auto part = [&](std::size_t index) { return runtime::typeAt(method->types, index); };
     const std::size_t parts = isSetter ? 4 : 3; // the result, the receiver, the selector and what is set

@@ -6,6 +6,7 @@
 //         Ref<NSString> title;
 //         std::int32_t pages = 0;
 //         Weak<Author> author;
+//         Ref<NSArray> chapters;
 //         double weight() const;
 //     };
 //
@@ -14,24 +15,27 @@
 //         cls.property<&Book::pages>("pages", "N");     // Ti,N,V_pages
 //         cls.property<&Book::author>("author");        // T@"Author",W,V_author
 //         cls.property<&Book::weight>("weight", "N");   // Td,R,N: computed, and without a setter
-//         cls.property<&Book::chapters, Chapter>("chapters");   // T@"NSArray",&,V_chapters: of chapters
+//         cls.property<&Book::chapters, Chapter>("chapters");   // T@"NSArray",&,V_chapters: holds Chapters
 //     }
 //
-// A property of a data member also declares the instance variable and the accessors `title` and `setTitle:`,
-// unless the class has a method of that name, listed before or after: that one is the accessor then. Private
-// members may be named, since the declaration is part of the class. A declaration that contradicts itself or
-// another one of the class raises NSInvalidArgumentException: a second property or instance variable of one
-// name, an accessor that is not of the property's type, attributes that exclude each other; and so does what
-// would have no effect, such as elements of what holds none. The attributes, separated by commas and kept in
-// the runtime's order:
+// A property of a data member also declares the instance variable and the accessors `title` and `setTitle:`.
+// A method of that name which the class lists, before or after, is used as the accessor instead. Private
+// members may be named, since the declaration is part of the class.
+//
+// A declaration that contradicts itself or another one of the class raises NSInvalidArgumentException: a
+// second property or instance variable of the same name, an accessor that is not of the property's type,
+// attributes that exclude each other. So does one without effect, e.g. an element class for a property that
+// is not a collection.
+//
+// The attributes are separated by commas; they are stored in the order `TRC&WDNGSV`:
 //
 // | attribute | meaning                                                                                   |
 // |-----------|-------------------------------------------------------------------------------------------|
-// | `R`       | read-only: no setter. Comes by itself with a computed property that has none.              |
-// | `C`       | the setter stores a copy: of a mutable object an immutable one                            |
-// | `&`, `W`  | the property owns or only watches its object. One of them comes by itself with an object. |
-// | `D`       | dynamic: the class brings accessors in another way; nothing but the property is declared  |
-// | `N`       | not atomic. No accessor locks anything, with or without it.                               |
+// | `R`       | read-only: no setter. Added to a computed property that has no setter.                    |
+// | `C`       | the setter stores a copy, which is immutable                                              |
+// | `&`, `W`  | the property owns, or weakly refers to, its object. Added as the member's type requires.  |
+// | `D`       | dynamic: the class has accessors from elsewhere; only the property itself is declared     |
+// | `N`       | not atomic. Accessors take no lock, with or without it.                                   |
 // | `Gname`   | the getter is called `name`                                                               |
 // | `Sname:`  | the setter is called `name:`                                                              |
 // | `Vname`   | the instance variable is called `name` instead of "_" and the property's name             |
@@ -50,8 +54,8 @@ struct objc_ivar {
     std::string name;
     std::string types;     ///< e.g. `@"NSString"`
     std::ptrdiff_t offset; ///< in bytes, from the start of the instance
-    objc_method load;      ///< reads it, as a getter would
-    objc_method store;     ///< writes it, as a setter would; never copies
+    objc_method load;      ///< reads it like a getter
+    objc_method store;     ///< writes it like a setter; never copies
 };
 using Ivar = const objc_ivar *;
 
@@ -63,8 +67,7 @@ struct objc_property_attribute_t {
 struct objc_property {
     std::string name;
     std::vector<objc_property_attribute_t> attributes; ///< "T" first, "V" last
-    /// Find the class of an object, and that of what a collection holds, where the declaration knows them;
-    /// null otherwise.
+    /// Return the property's class and the class of its elements, when the declaration gives them; else null.
     Class (*cls)() = nullptr;
     Class (*elementClass)() = nullptr;
 };
@@ -74,14 +77,14 @@ namespace runtime {
 
 using Protocols = std::initializer_list<const char *>;
 
-/// The name of a property's setter, "setTitle:" for "title". Upper case is Unicode's business, so this is
-/// defined in Foundation.
+/// The name of a property's setter, "setTitle:" for "title". Defined in Foundation, since the first letter
+/// need not be ASCII.
 std::string setterName(std::string_view property);
 
-/// The encoding of a variable: an object's class and protocols are told, as in `@"NSString<P1><P2>"`.
+/// The encoding of a variable that holds an object, with its class and protocols: `@"NSString<P1><P2>"`.
 std::string objectEncoding(const char *className, Protocols protocols);
 
-/// What a declaration knows from the C++ side.
+/// What the C++ types say about a property or an instance variable.
 struct Declaration {
     std::string type;
     bool isObject = false;
@@ -96,14 +99,14 @@ struct Declaration {
     std::optional<objc_method> setCopy{};
 };
 
-// What contradicts the declarations before, or would have no effect, raises NSInvalidArgumentException.
+// These raise NSInvalidArgumentException for a declaration that contradicts an earlier one or has no effect.
 void declareProperty(Class cls, Declaration declaration, const std::string &name,
                      std::string_view attributes);
 void declareIvar(Class cls, const Declaration &declaration, const std::string &name);
 void declareMethod(Class cls, objc_method method, const char *selector);
 void declareProtocol(Class cls, std::string_view name);
-/// Once all is declared: whether the accessors of the properties are of their types, where a class has a
-/// method for an inherited property as well as where it inherits one for a property of its own.
+/// To be called when everything is declared. Raises NSInvalidArgumentException when an accessor does not have
+/// its property's type; either of the two may be inherited.
 void checkAccessors(Class cls);
 
 template <class M>
@@ -154,7 +157,7 @@ Declaration declarationOfMember(Protocols protocols) {
     return declaration;
 }
 
-/// Tells a data member from a member function without arguments.
+/// The declaration of a property from a data member or from a member function without arguments.
 template <auto Member>
 struct MemberDeclaration;
 

@@ -1,4 +1,4 @@
-// Checks of arguments, which raise with the name of the operation.
+// Checks of arguments. They raise an NSException whose reason begins with the operation's name.
 //
 //     runtime::checkIndex("NSArray objectAtIndex:", index, count());
 //     // NSRangeException: -[NSArray objectAtIndex:]: index 3 beyond bounds; count 2
@@ -12,11 +12,11 @@ namespace runtime {
 void checkIndex(const char *operation, NSUInteger index, NSUInteger bound);
 /// NSRangeException unless the range lies within `count`.
 void checkRange(const char *operation, NSUInteger location, NSUInteger length, NSUInteger count);
-/// NSInvalidArgumentException for a count of bytes or elements that no memory holds.
+/// NSInvalidArgumentException for a count of bytes or elements of 2^40 or more, which no memory holds.
 void checkCount(const char *operation, NSUInteger count);
 /// NSInvalidArgumentException unless `valid`.
 void checkArgument(const char *operation, bool valid, const char *fault);
-/// NSInvalidArgumentException for none.
+/// NSInvalidArgumentException for none (a null pointer).
 void checkObject(const char *operation, const auto &object) {
     checkArgument(operation, object != nullptr, "object cannot be nil");
 }

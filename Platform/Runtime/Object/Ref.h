@@ -1,4 +1,5 @@
-// Ownership of objects: `Ref` shares, `Weak` watches, `id` is any object. "None" is an empty `Ref`.
+// Ownership of objects: a `Ref` shares an object, a `Weak` refers to it without keeping it, `id` is a `Ref`
+// to any object. "None" is an empty `Ref`.
 #pragma once
 
 #include <cstdint>
@@ -21,10 +22,10 @@ using NSInteger = std::int64_t;
 using NSUInteger = std::uint64_t;
 using unichar = char16_t;
 
-/// What a search answers that found nothing.
+/// Returned by a search that found nothing.
 inline constexpr NSUInteger NSNotFound = 0x7FFFFFFFFFFFFFFF;
 
-/// Makes an object. Objects live only in a `Ref`, never on the stack.
+/// Makes an object. Objects are always made like this, never on the stack.
 template <class T, class... Arguments>
 Ref<T> make(Arguments &&...arguments) {
     return std::make_shared<T>(std::forward<Arguments>(arguments)...);

@@ -41,7 +41,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t bookkeeping = 192; // bytes a selector takes beside its name, at most
+    static constexpr std::size_t bookkeeping = 192; // the most bytes a selector takes besides its name
 
     /// Another thread may have been quicker, then it is that one.
     SEL insert(std::string_view name) { return &*selectors_.insert({std::string(name)}).first; }

@@ -1,6 +1,6 @@
-// Selectors: interned names of operations, compared by address. They are kept for the life of the process.
+// Selectors: interned names of operations, compared by address. They live as long as the process.
 //
-// Threads: any.
+// Threads: every call is safe from every thread.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,8 @@ struct objc_selector {
 };
 using SEL = const objc_selector *;
 
-/// The one selector of that name, made on first use. For names that the program itself has.
+/// The one selector of that name, made on first use. Only for names of the program's own, since selectors are
+/// never freed.
 SEL sel_registerName(std::string_view name);
 
 /// The name with its colons, e.g. "fire:"; "<null selector>" for none.
@@ -20,11 +21,11 @@ const char *sel_getName(SEL selector);
 
 namespace runtime {
 
-/// The selector of that name, if there is one: no class has an operation of any other name.
+/// The selector of that name; null without one, and then no class has an operation of that name.
 SEL findSelector(std::string_view name);
 
-/// For names from outside, which may be many and long: makes at most so many that all of them together take
-/// `foreignSelectorBytes` of memory. Null for a name that is new from then on.
+/// Like `sel_registerName`, for names from outside: all new ones together take at most `foreignSelectorBytes`
+/// of memory. Null for a new name that does not fit.
 SEL registerForeignName(std::string_view name);
 inline constexpr std::size_t foreignSelectorBytes = std::size_t{4} << 20;
 

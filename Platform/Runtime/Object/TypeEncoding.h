@@ -1,6 +1,7 @@
-// Type encodings of the runtime, deduced from C++ types, and the shape in which values cross a message send.
+// Type encodings of the runtime, deduced from C++ types, and the types as which values are passed in a
+// message send.
 //
-// | C++ type                           | encoding              | crosses a send as             |
+// | C++ type                           | encoding              | is passed as                  |
 // |------------------------------------|-----------------------|-------------------------------|
 // | `id`, `Ref<T>`, `Weak<T>`          | `@`; of a property `@"T"` | `id`; as argument `const id &` |
 // | `Ref<NSBlock>`, `Ref<Block<…>>`    | `@?`                  | the same                      |
@@ -14,11 +15,11 @@
 // | C arrays, `T[N]`                   | `[NT]`                | `void *` to the first element |
 // | structures and unions              | `customEncoding<T>`   | itself                        |
 //
-// So the shape follows from the encoding alone: who knows that a method is encoded "v20@0:8i16" may call it
-// as `void (*)(NSObject *, SEL, std::int32_t)`. An object that is not of the class which a method takes
-// arrives there as none.
+// So the C++ signature follows from the encoding alone: a method encoded "v20@0:8i16" can be called as
+// `void (*)(NSObject *, SEL, std::int32_t)`. A method that is sent an object of another class than it takes
+// receives none.
 //
-// A structure or union of one's own gets its encoding, fields and all, at namespace scope:
+// A structure or union gets its encoding, with all its fields, at namespace scope:
 //
 //     struct Span { double from, to; };
 //     template <> inline constexpr const char *runtime::customEncoding<Span> = "{Span=dd}";
@@ -61,7 +62,7 @@ template <class T>
 inline constexpr bool isDataPointer = std::is_pointer_v<T> && !std::is_function_v<std::remove_pointer_t<T>> &&
                                       !std::same_as<T, Class> && !std::same_as<T, SEL>;
 
-/// Whether the encoding given to a structure or union describes just its size and alignment.
+/// Whether the encoding given to a structure or union describes its exact size and alignment.
 template <class T>
 constexpr bool isEncodedWhole() {
     const auto type = firstType(customEncoding<T>);
@@ -132,14 +133,13 @@ constexpr auto carried() {
         return std::type_identity<T>();
 }
 
-/// The type as which a value crosses a send, by the table above: so every send of the same shape has one
-/// C++ type.
+/// The type as which a value is passed, by the table above.
 template <class T>
 using Result = typename decltype(carried<std::remove_cvref_t<T>>())::type;
 template <class T>
 using Argument = std::conditional_t<isObject<std::remove_cvref_t<T>>, const id &, Result<T>>;
 
-/// The value as it crosses a send; itself where it needs no change.
+/// The value as it is passed in a send; a reference to itself where it needs no change.
 template <class T>
 decltype(auto) carry(const T &value) {
     if constexpr (std::same_as<T, Result<T>>)
@@ -152,7 +152,7 @@ decltype(auto) carry(const T &value) {
         return static_cast<Result<T>>(value);
 }
 
-/// The value that crossed a send, as the `T` it is meant for.
+/// The value that was passed in a send, as a `T`; an object of another class becomes none.
 template <class T, class Source>
 decltype(auto) uncarry(const Source &value) {
     using U = std::remove_cvref_t<T>;
@@ -164,9 +164,9 @@ decltype(auto) uncarry(const Source &value) {
         return static_cast<U>(value);
 }
 
-/// The encoding of a method: result, frame size, receiver, selector and arguments with their offsets,
-/// e.g. "v24@0:8@16" for an operation that takes one object and returns nothing. Arguments follow each other
-/// without gaps, those narrower than an int as wide as one: "v28@0:8B16@20".
+/// The encoding of a method: result, frame size, receiver, selector and arguments with their offsets in
+/// bytes, e.g. "v24@0:8@16" for an operation that takes one object and returns nothing. Arguments follow each
+/// other without gaps; those narrower than an int count as four bytes: "v28@0:8B16@20".
 template <class R, class... A>
 std::string methodEncoding() {
     std::size_t offset = 16;

@@ -1,16 +1,16 @@
-// The reflection calls: what a class is made of, and how to add to it at run time.
+// The reflection calls: they list what a class consists of, and add to it at run time.
 //
 // Handles (Class, Method, Ivar, objc_property_t, SEL) live as long as the process. Lists and texts that are
-// returned by value belong to the caller; a `const char *` lives as long as its handle. A null handle gives
-// an empty list, an empty text, zero, null or false.
+// returned by value belong to the caller; a `const char *` lives as long as its handle. For a null handle the
+// calls return an empty list, an empty text, zero, null or false.
 //
 // Threads: everything here may be called from any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Class.h"
 
-/// What the class itself has, without its superclasses, in the order of declaration. Operations of the class
-/// object are those of its meta-class.
+/// The members of the class itself, without those of its superclasses, in the order they were added.
+/// Operations of the class object are the methods of its meta-class.
 std::vector<Method> class_copyMethodList(Class cls);
 std::vector<objc_property_t> class_copyPropertyList(Class cls);
 std::vector<Ivar> class_copyIvarList(Class cls);
@@ -24,6 +24,7 @@ bool class_conformsToProtocol(Class cls, std::string_view protocol);
 Class objc_getMetaClass(std::string_view name);
 
 const char *ivar_getName(Ivar ivar);
+/// In bytes, from the start of the instance.
 std::ptrdiff_t ivar_getOffset(Ivar ivar);
 const char *ivar_getTypeEncoding(Ivar ivar);
 
@@ -31,16 +32,17 @@ SEL method_getName(Method method);
 IMP method_getImplementation(Method method);
 const char *method_getTypeEncoding(Method method);
 std::string method_copyReturnType(Method method);
-/// The receiver and the selector are counted.
+/// Includes the receiver and the selector.
 unsigned method_getNumberOfArguments(Method method);
-/// Empty from the number of arguments on.
+/// Index 0 is the receiver, 1 the selector; empty for an index past the last argument.
 std::string method_copyArgumentType(Method method, unsigned index);
 
 const char *property_getName(objc_property_t property);
 std::vector<objc_property_attribute_t> property_copyAttributeList(objc_property_t property);
 
-/// Adds a method, encoded by the C++ types of the function; see TypeEncoding.h for its shape. False when the
-/// class itself has the selector already.
+/// Adds a method, encoded by the C++ types of the function; see TypeEncoding.h for the types it may take and
+/// return. False when the class itself has the selector already. Raises NSInvalidArgumentException when the
+/// method breaks an agreement (Operation.h).
 ///
 ///     class_addMethod(cls, sel_registerName("answer"), +[](NSObject *, SEL) { return 42; });
 template <class R, class... A>
@@ -49,12 +51,13 @@ bool class_addMethod(Class cls, SEL selector, R (*function)(NSObject *, SEL, A..
            cls->addMethod(runtime::makeMethod(selector, function, runtime::methodEncoding<R, A...>()));
 }
 
-/// Adds a property that is no more than its attributes. False when the class itself has one of that name.
+/// Adds a property without accessors or an instance variable: its attributes are not checked. False when the
+/// class itself has one of that name, and for an empty name.
 bool class_addProperty(Class cls, std::string_view name, std::vector<objc_property_attribute_t> attributes);
 
 namespace runtime {
 
-/// A `Base` in C++ whose class was made at run time.
+/// The C++ type of instances whose class was made at run time as a subclass of `Base`.
 template <class Base>
 class InstanceOf final : public Base {
 public:
@@ -67,8 +70,9 @@ private:
 
 } // namespace runtime
 
-/// Makes a subclass of `Base` at run time. `declare` adds what it has before others find it. Null when a
-/// class of that name exists.
+/// Makes a subclass of `Base` at run time. `declare` adds its methods and properties before the class can be
+/// found by name; what it raises reaches the caller, and no class is made. Null when a class of that name
+/// exists. Raises NSInvalidArgumentException for an empty name or none.
 template <class Base>
 Class objc_registerSubclass(const char *name, const std::function<void(Class)> &declare = nullptr) {
     return objc_class::registerClass(name, Base::class_(), [&](Class made) {
