@@ -4,20 +4,19 @@
 //     queue.barrierAsync([&] { list.push_back(printer); });              // write, do not wait
 //     std::size_t count = queue.sync([&] { return list.size(); });       // sees that write
 //
-// Order: a barrier starts when everything submitted before it has ended, and what is submitted after it
-// starts when it has ended. Everything a block did is seen by the blocks that are ordered after it.
+// Order: a barrier starts when everything submitted before it has ended; what is submitted after it starts
+// when the barrier has ended. A block sees everything done by the blocks ordered before it.
 //
-// Threads: every member is safe from every thread. `sync` and `barrierSync` run their function on the
-// calling thread; while one of them waits it may run asynchronous barriers ahead of it on its own thread,
-// so a barrier must not depend on which thread it runs on. Without barriers about, `sync` costs two atomic
-// additions. Calling `sync` or `barrierSync` from inside a block of the same queue is forbidden: it may
-// wait for itself. Submitting asynchronously from there is fine.
+// Threads: every member is safe from every thread. `sync` and `barrierSync` run their function on the calling
+// thread. While waiting they may run asynchronous barriers ahead of them on that thread, so a barrier must
+// not depend on the thread it runs on. Calling `sync` or `barrierSync` from inside a block of the same queue
+// is forbidden, since it may deadlock; submitting asynchronously from there is fine.
 //
 // Errors: what a synchronous function throws reaches its caller, and the queue goes on. An asynchronous block
-// that throws ends the process. NSException is raised for a block of none, and by the asynchronous calls when
-// the pool can have no thread at all.
+// that throws ends the process. Every call raises NSInvalidArgumentException for an empty block; the
+// asynchronous ones raise NSGenericException when the pool has no thread and can start none.
 //
-// Life: the queue may be destroyed with asynchronous blocks outstanding, even by one of them; they still
+// Lifetime: the queue may be destroyed with asynchronous blocks outstanding, even by one of them; they still
 // run. It must not be destroyed during a call of one of its members.
 #pragma once
 
@@ -34,12 +33,13 @@ namespace dispatch {
 
 class ConcurrentQueue final : public Queue {
 public:
-    /// `label` names the queue to developers.
+    /// `label` identifies the queue to developers.
     explicit ConcurrentQueue(std::string label);
 
     const std::string &label() const { return label_; }
 
-    /// Runs `read` now, side by side with other readers, and returns what it returns.
+    /// Runs `read` concurrently with other readers, and returns its result. With no barrier queued or running
+    /// it does not wait, and costs two atomic additions.
     template <class F>
     std::invoke_result_t<F &> sync(F &&read) const {
         checkBlock("dispatch::ConcurrentQueue::sync", read);
@@ -47,7 +47,7 @@ public:
         return read();
     }
 
-    /// Runs `write` alone and returns what it returns.
+    /// Waits for its turn, runs `write` alone and returns its result.
     template <class F>
     std::invoke_result_t<F &> barrierSync(F &&write) {
         checkBlock("dispatch::ConcurrentQueue::barrierSync", write);
@@ -55,10 +55,10 @@ public:
         return write();
     }
 
-    /// Runs `read` later on the pool, side by side with other readers.
+    /// Runs `read` later on the pool, concurrently with other readers.
     void async(Block read) override;
 
-    /// Runs `write` later, alone. Its captured objects are released before the barrier ends.
+    /// Runs `write` later, alone. Its captured objects are released before later blocks start.
     void barrierAsync(Block write);
 
 private:

@@ -1,8 +1,8 @@
-// The serial queue of the main thread. Whoever runs the main run loop drains it.
+// The serial queue of the main thread, drained by the main run loop.
 //
 //     mainQueue().async([=] { window->show(result); });          // from a worker
 //
-// Threads: all but `drain` is safe from every thread; `drain` belongs to the main thread.
+// Threads: every member but `drain` is safe from every thread; only the main thread calls `drain`.
 #pragma once
 
 #include "Platform/Dispatch/Queues/Queue.h"
@@ -18,21 +18,24 @@ class MainQueue final : public Queue {
 public:
     void async(Block block) override;
 
-    /// Runs `block` on the main thread, waits for its end and rethrows what it threw. On the main thread
-    /// it runs at once, ahead of what is queued.
+    /// Runs `block` on the main thread, waits for its end and rethrows what it threw. Called on the main
+    /// thread, it runs the block at once, ahead of what is queued.
     void sync(const Block &block);
 
-    /// Runs the blocks that are queued at this moment, in order, and says how many. Blocks that come
-    /// meanwhile stay for the next call (see `hasWork`; the waker is not called again for them). A block
-    /// may call `drain()` itself, through a nested run loop: that call runs the remaining ones and the
-    /// outer call goes on with what is left. An exception of a block passes through; the others stay.
+    /// Runs the blocks that are queued at this moment, in order, and returns their number. Blocks submitted
+    /// meanwhile wait for the next call; ask `hasWork` afterwards, since the waker need not have been called
+    /// for them. A block may call `drain()` itself, through a nested run loop: that call runs the remaining
+    /// blocks, and the outer one goes on with what is left. An exception of a block passes through; the
+    /// blocks behind it stay queued.
     std::size_t drain();
 
+    /// Whether a block is queued.
     bool hasWork() const;
 
-    /// `waker` is called, on the submitting thread, whenever the queue stops being empty. It must only
-    /// wake the loop: it must neither submit blocks nor call `setWaker`. It is not called for blocks that
-    /// are queued already. When `setWaker` returns, the former one is not running and is called no more.
+    /// `waker` is called, on the submitting thread, when a block is submitted to the empty queue. It must
+    /// only wake the loop: it must neither submit blocks nor call `setWaker`. It is not called for blocks
+    /// that are queued already. When `setWaker` returns, the former waker is not running and is not called
+    /// any more. An empty function: no waker.
     void setWaker(std::function<void()> waker);
 
 private:

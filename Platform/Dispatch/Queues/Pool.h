@@ -1,17 +1,19 @@
-// The threads that run concurrent blocks. The pool grows while its threads block.
+// The threads that run concurrent blocks. The pool grows while its threads are blocked.
 //
 // | situation at a submission                         | what happens                                     |
 // |---------------------------------------------------|--------------------------------------------------|
 // | a thread is idle                                  | it is woken, unless one is already waking for it |
 // | none idle, fewer than the base count exist        | a thread is started at once                      |
-// | none idle, base count reached                     | the job waits; a watcher looks after the backlog |
-// | none idle, and the system has no thread left      | the job waits for the threads there are          |
-// | there is none, and the system has none            | the job is refused: NSGenericException           |
+// | none idle, base count reached                     | the job waits; a watcher thread is notified      |
+// | none idle, and the system refuses a thread        | the job waits for the threads that exist         |
+// | no thread exists, and the system refuses one      | the job is refused: NSGenericException           |
 //
-// The base count is the number of processors, at least two. Every two milliseconds in which a backlog has
-// made no progress at all the watcher starts one more thread, up to `maximumThreads`; threads above the
-// base count end after some idle seconds. What could not be started, threads or watcher, the next submissions
-// try again. Once there is a thread there always is one.
+// The base count is the number of processors, at least two. For every 2 ms in which no job of the backlog was
+// started, the watcher starts one more thread, up to `maximumThreads`. Threads above the base count end after
+// 5 s without a job. A thread or watcher that could not be started is tried again at the next submission.
+// The threads of the base count never end.
+//
+// These times are real time, not `Clock`'s: blocked threads hold up jobs even while a test's clock stands.
 //
 // Threads: every member is safe from every thread. The pool is never destroyed and its threads are never
 // joined: a process may exit at once while jobs are blocked. A job that throws ends the process.
@@ -34,12 +36,12 @@ public:
 
     static Pool &shared();
 
-    /// Runs `job` on one of the threads. Raises NSInvalidArgumentException for none, and NSGenericException
-    /// if no thread at all can be had: then the job is not kept.
+    /// Runs `job` on one of the threads. Raises NSInvalidArgumentException for an empty job, and
+    /// NSGenericException when there is no thread and none can be started; then the job is dropped.
     void submit(Block job);
 
-    /// Sees to it that there is a thread, so that no submission after it is refused. Raises
-    /// NSGenericException if none can be had.
+    /// Starts a thread if there is none, so that no later submission is refused. Raises NSGenericException
+    /// when none can be started.
     void requireThread() {
         if (!hasThread_.load(std::memory_order_acquire)) [[unlikely]]
             startFirstThread();

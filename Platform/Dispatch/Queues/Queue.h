@@ -1,9 +1,11 @@
-// Where work is sent: blocks go in, and each is run once, later, on a thread of the queue's choice.
+// The interface of queues: each submitted block is run once, later, on a thread of the queue's choice.
 //
 //     globalQueue().async([=] { exchange(printer); });
 //
-// Threads: `async` is safe from every thread and never waits for a block. A block must not throw. Every queue
-// raises NSInvalidArgumentException for a block of none; one that runs on the pool also what that raises.
+// Threads: `async` is safe from every thread and never waits for a block to run.
+//
+// Errors: every queue raises NSInvalidArgumentException for an empty block; a queue that runs on the pool
+// also raises what `Pool::submit` raises.
 #pragma once
 
 #include <functional>
@@ -19,7 +21,7 @@ public:
     Queue &operator=(const Queue &) = delete;
     virtual ~Queue() = default;
 
-    /// Hands `block` over and returns. It is destroyed right after its run.
+    /// Queues `block` and returns. The block is destroyed right after its run.
     virtual void async(Block block) = 0;
 };
 

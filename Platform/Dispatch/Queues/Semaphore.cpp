@@ -35,8 +35,9 @@ bool Semaphore::waitFor(Instant::Duration timeout) {
     return taken;
 }
 
-// False: none waits any more. While one does, the semaphore cannot go before it has had the mutex after us;
-// without, whoever takes the permit may destroy it, so giving it must be our last access.
+// False when no thread waits any more. A waiting thread needs the mutex before it can return and destroy the
+// semaphore, so with one waiting the semaphore lives until we unlock. With none, the thread that takes the
+// permit may destroy it at once, so adding the permit must be our last access: `signal` does that.
 bool Semaphore::signalWaiter() {
     const std::lock_guard lock(mutex_);
     if (waiters(state_.load(std::memory_order_relaxed)) == 0)

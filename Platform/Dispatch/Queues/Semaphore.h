@@ -1,14 +1,14 @@
-// Counting semaphore.
+// A counting semaphore.
 //
 //     Semaphore done(0);
 //     globalQueue().async([&] { work(); done.signal(); });
 //     done.wait();
 //
-// With a count of 1 it is a mutex that any thread may release. Without contention a wait and a signal are
-// one atomic exchange each. It is not fair: a running thread may overtake a sleeping one.
+// Its count must stay below 2^32. Without contention a wait and a signal are one atomic exchange each. It is
+// not fair: a running thread may overtake a sleeping one.
 //
-// Threads: every member is safe from every thread. What happened before a `signal()` is seen after the
-// wait it let through. That wait's thread may destroy the semaphore at once, if no other waits.
+// Threads: every member is safe from every thread. What happened before a `signal()` is seen after the wait
+// that it ended. The thread whose wait has ended may destroy the semaphore at once if no other thread waits.
 #pragma once
 
 #include "Platform/Dispatch/Time/Instant.h"
@@ -26,13 +26,13 @@ public:
     Semaphore(const Semaphore &) = delete;
     Semaphore &operator=(const Semaphore &) = delete;
 
-    /// Takes one; blocks while there is none.
+    /// Takes one from the count; blocks while it is 0.
     void wait() {
         if (!tryWait())
             waitSlowly();
     }
 
-    /// Takes one and says true, or says false at once.
+    /// Takes one from the count if it is not 0; never blocks.
     bool tryWait() noexcept {
         std::uint64_t state = state_.load(std::memory_order_relaxed);
         while (permits(state) > 0)
@@ -42,10 +42,10 @@ public:
         return false;
     }
 
-    /// Like `wait`, but gives up (false) once `timeout` has passed by the current clock.
+    /// Like `wait`, but returns false once `timeout` has passed by `Clock::current()`.
     bool waitFor(Instant::Duration timeout);
 
-    /// Gives one back, and wakes a waiting thread if there is one.
+    /// Adds one to the count, and wakes a waiting thread if there is one.
     void signal() {
         do {
             std::uint64_t state = state_.load(std::memory_order_relaxed);

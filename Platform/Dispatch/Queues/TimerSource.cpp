@@ -9,10 +9,10 @@ namespace dispatch {
 
 using namespace std::chrono_literals;
 
-constexpr auto patience = 100ms; // with a queue that cannot take a tick
+static constexpr auto patience = 100ms; // before a tick is offered again to a queue that refused it
 
-// Shared with the blocks in the queue. Alarms are cancelled only with the mutex released: their function
-// takes it.
+// Shared with the blocks in the queue. Cancelling an alarm waits for its function, which takes the mutex: so
+// alarms are moved out (`former`) and destroyed after the mutex is released.
 class TimerSource::State : public std::enable_shared_from_this<State> {
 public:
     State(Queue &queue, Clock &clock) : queue_(queue), clock_(clock) {}
@@ -108,7 +108,7 @@ void TimerSource::State::fallDue(unsigned schedule) {
 void TimerSource::State::submit() {
     try {
         queue_.async([self = shared_from_this()] { self->runHandler(); });
-    } catch (const NSException &) { // on a thread of the clock or the queue, where nobody could hear of it
+    } catch (const NSException &) { // on a thread of the clock or queue: no caller to tell
         Alarm former;
         const std::lock_guard lock(mutex_);
         former = std::move(alarm_);
@@ -121,7 +121,7 @@ void TimerSource::State::submit() {
 void TimerSource::State::runHandler() {
     try {
         callHandler();
-    } catch (...) { // for the queue to deal with; the ticks to come are none of its affair
+    } catch (...) { // the queue deals with it; later ticks must come all the same
         handlerEnded();
         throw;
     }

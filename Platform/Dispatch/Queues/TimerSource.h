@@ -5,17 +5,17 @@
 //     timer.setHandler([&] { refresh(); });
 //     timer.resume();
 //
-// Ticks fall due at start, start + period, start + 2 * period and so on, however late one is noticed;
-// missed ones are skipped. A tick that falls due while the handler is queued or running is kept, and any
-// number of them are kept as one: the handler never runs twice at a time.
+// Ticks fall due at start, start + period, start + 2 * period and so on, however late one is noticed; missed
+// ones are skipped. Ticks that fall due while the handler is queued or running are merged into one further
+// run after it: the handler never runs twice at the same time.
 //
-// A queue that raises instead of taking a tick is offered it again a little later. What the handler raises
-// reaches the queue; the next ticks come all the same.
+// When the queue refuses a tick with an NSException, the tick is submitted again 100 ms later. What the
+// handler throws reaches the queue; later ticks still come.
 //
 // Threads: every member is safe from every thread, also from inside the handler, but must not be called
 // while holding a lock that the queue's `async` takes. Destruction cancels.
 //
-// Life: queue and clock must outlive the source; the queue also what the source has submitted to it.
+// Lifetime: queue and clock must outlive the source, and the queue every block that the source has submitted.
 #pragma once
 
 #include "Platform/Dispatch/Queues/Queue.h"
@@ -33,19 +33,20 @@ public:
     TimerSource &operator=(const TimerSource &) = delete;
     ~TimerSource();
 
-    /// Replaces the schedule and drops a tick that has not run yet. A start that has passed ticks at once,
-    /// `distantFuture()` never does; a period of zero or less makes it tick once.
+    /// Replaces the schedule and drops a tick whose handler has not started. With a start in the past the
+    /// source ticks at once, with `distantFuture()` never; with a period of zero or less it ticks once.
+    /// Raises what `Clock::callAt` raises if the source was resumed.
     void setTimer(Instant start, std::chrono::nanoseconds period);
 
-    /// None: ticks pass.
+    /// With an empty handler ticks have no effect.
     void setHandler(Block handler);
 
-    /// Starts ticking; a source is born at rest. Calling it again does nothing. Raises what the clock raises
-    /// that can have no thread, as `setTimer` does of a source that ticks.
+    /// Starts ticking; a new source does not tick. Calling it again does nothing. Raises what `Clock::callAt`
+    /// raises.
     void resume();
 
-    /// For good: no handler starts after it, not even a queued one, and the handler's captured objects are
-    /// released (by a handler that is running: when it ends).
+    /// Stops the source for good: no handler starts any more, not even a queued one. The handler's captured
+    /// objects are released, at the end of the handler if it is running.
     void cancel();
 
 private:

@@ -44,7 +44,7 @@ void Turnstile::asyncBarrier(Block block) {
     advance(std::move(lock));
 }
 
-// For a reader inside by its count.
+// For a reader that is counted as inside.
 void Turnstile::startRead(Block block) {
     Pool::shared().submit([self = shared_from_this(), block = std::move(block)]() mutable {
         block();
@@ -53,8 +53,8 @@ void Turnstile::startRead(Block block) {
     });
 }
 
-// For a reader that has counted itself in and found `slow` set. False: the line has gone meanwhile and the
-// count is good.
+// For a reader that has counted itself in and found `slow` set. False when the line has emptied meanwhile:
+// then the reader is inside.
 bool Turnstile::retractRead() {
     if (!(state_.load(std::memory_order_relaxed) & slow))
         return false;
@@ -85,7 +85,7 @@ void Turnstile::waitForTurn(Lock &lock, Item::Kind kind) {
     }
 }
 
-// Lets in from the head what needs no thread but its own.
+// Admits from the head all reads, and then a barrier whose own thread waits for it.
 void Turnstile::admit() {
     if (barrierInside_)
         return;

@@ -1,19 +1,20 @@
-// Admission in order of arrival: any number of readers at a time, or one barrier alone. The engine of
-// `ConcurrentQueue`; use that one.
+// A reader-writer lock that admits in order of arrival: any number of readers at a time, or one barrier
+// alone. The implementation of `ConcurrentQueue`; use that one.
 //
-// The state word counts the readers inside and has one high bit, `slow`, set while anything queues or a
-// barrier runs. As long as it is clear a reader comes and goes with one atomic addition each. A reader
-// that finds it set takes its count back under the mutex and queues up.
+// The state word counts the readers inside and has one high bit, `slow`, set while anything is queued or a
+// barrier runs. While it is clear, a reader enters and leaves with one atomic addition each. A reader that
+// finds it set takes its count back under the mutex and queues.
 //
-// | at the head of the line   | is let in when        | and runs on                                        |
+// | at the head of the line   | is admitted when      | and runs on                                        |
 // |---------------------------|-----------------------|----------------------------------------------------|
 // | read of a waiting thread  | no barrier runs       | that thread                                        |
 // | asynchronous read         | no barrier runs       | the pool                                           |
 // | barrier of a thread       | no barrier, no reader | that thread                                        |
-// | asynchronous barrier      | no barrier, no reader | a thread that waits further back, else the pool    |
+// | asynchronous barrier      | no barrier, no reader | a thread waiting further back, else the pool       |
 //
-// Whoever makes the head admissible (the last reader to leave, a barrier at its end, who queues up with
-// nothing running) lets it in or calls the thread to run it; that is why no wake-up is lost.
+// The head becomes admissible when the last reader leaves, when a barrier ends, or when it is queued with
+// nothing running. The thread that does so admits the head or wakes the thread to run it, so no wake-up is
+// lost.
 #pragma once
 
 #include "Platform/Dispatch/Queues/Queue.h"
@@ -60,7 +61,7 @@ private:
     };
     struct Item {
         enum class Kind { read, barrier } kind;
-        Waiter *waiter; // of a waiting thread; none if asynchronous, then there is a block
+        Waiter *waiter; // of a waiting thread; null if asynchronous, then there is a block
         Block block;
     };
     using Lock = std::unique_lock<Mutex>;

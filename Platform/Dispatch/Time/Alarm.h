@@ -1,15 +1,14 @@
-// A call that a clock owes: owning the alarm is owning the call.
+// A pending call of a clock. Destroying the alarm cancels the call.
 //
 //     Alarm alarm = clock.callAt(clock.now() + 1s, [&] { ring(); });
 //     alarm.cancel();                     // or let it go out of scope
 //
-// Once `cancel()` or the destructor has returned, the function does not start any more, and one that was
-// running on another thread has ended and its captured objects are released. Called from inside the
-// function itself (or from something it calls), cancelling returns at once. So never cancel while holding
-// a lock that the function takes.
+// `cancel()` and the destructor wait for a function that is running on another thread. When they return, the
+// function does not start any more and its captured objects are released. So never cancel while holding a
+// lock that the function takes. Called from inside the function, they return at once.
 //
-// Threads: `cancel()` may be called from any thread, also from several at a time; moving and destroying
-// are for one thread at a time. An alarm may outlive its clock.
+// Threads: `cancel()` may be called from any thread, also from several at a time; an alarm must not be moved
+// or destroyed meanwhile. An alarm may outlive its clock.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,5 @@
-// The alarms of one clock in deadline order; equal deadlines keep the order of their setting.
-// For the clocks only. Every call is safe from every thread.
+// The alarms of one clock, in the order of their deadlines; equal deadlines in the order they were added.
+// For the clocks only. Every member is safe from every thread.
 #pragma once
 
 #include "Platform/Dispatch/Time/Alarm.h"
@@ -38,10 +38,11 @@ public:
     /// Deadline of the next alarm, `distantFuture()` without one.
     Instant next() const;
 
-    /// Takes the next alarm for running if it is due at `limit`, else none. The taker must `run` it.
+    /// Takes the next alarm off the list if it is due at `limit`; none otherwise. The caller must `run` it.
     EntryRef takeDue(Instant limit);
-    /// Blocks until an alarm is due by `clock`, and takes it.
+    /// Blocks until an alarm is due by `clock`, and takes it like `takeDue`.
     EntryRef takeWhenDue(Clock &clock);
+    /// Calls the alarm's function, on the thread that took the alarm.
     void run(AlarmEntry &entry);
 
 private:

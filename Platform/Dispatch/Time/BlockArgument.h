@@ -1,5 +1,5 @@
-// What the calls of this folder do with a block of none: nobody could run it, and who gave it is gone by the
-// time it would be tried.
+// The check for empty blocks. They are refused at once, since nobody could handle the error when they are
+// run.
 #pragma once
 
 #include "Platform/Runtime/Object/NSException.h"
@@ -9,13 +9,13 @@
 
 namespace dispatch {
 
-/// Raises NSInvalidArgumentException, with the name of the call, for a function of none.
+/// Raises NSInvalidArgumentException, with the name of the call, for an empty function.
 template <class Signature>
 void checkBlock(const char *call, const std::function<Signature> &block) {
     if (!block)
         throw NSException(NSInvalidArgumentException, std::string(call) + ": block cannot be nil");
 }
-/// Other callables are always there.
+/// Other callables are never empty.
 template <class Callable>
 void checkBlock(const char *, const Callable &) {}
 

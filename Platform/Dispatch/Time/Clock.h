@@ -1,10 +1,11 @@
-// Time is injected: whoever waits or times asks a `Clock`, so that tests move time by hand.
+// Clocks are injected: code that waits or reads the time uses a `Clock`, so that tests move time by hand.
+// Only the pool measures the idleness of its threads in real time.
 //
 //     Clock &clock = Clock::current();
 //     while (!ready && clock.waitUntil(lock, condition, deadline)) {}
 //
-// Threads: every member is safe from every thread. `Clock::current()` is one for the whole process;
-// exchange it (`ClockScope`) only while nobody else waits on it.
+// Threads: every member is safe from every thread. `Clock::current()` is one clock for the whole process;
+// replace it (`ClockScope`) only while no other thread waits on it.
 #pragma once
 
 #include "Platform/Dispatch/Time/Alarm.h"
@@ -24,9 +25,11 @@ public:
     Clock &operator=(const Clock &) = delete;
     virtual ~Clock() = default;
 
+    /// Monotonic time. Instants of different clocks cannot be compared.
     virtual Instant now() = 0;
 
-    /// Seconds since 1970-01-01 00:00 UTC. Follows the wall clock, so it may jump; never wait by it.
+    /// Seconds since 1970-01-01 00:00 UTC. Follows the wall clock, so it may jump; do not compute waits from
+    /// it.
     virtual double wallTime() = 0;
 
     /// Waits on `condition`, whose mutex `lock` holds: returns on a notification, on a spurious wake-up
@@ -34,17 +37,18 @@ public:
     virtual bool waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
                            Instant deadline) = 0;
 
-    /// Runs `function` once, at or after `deadline`, on the clock's own thread. It must be short (all
-    /// alarms share that thread) and must not throw. Raises NSInvalidArgumentException for none, and
-    /// NSGenericException when the clock can have no thread.
+    /// Runs `function` once, at or after `deadline`, on the thread of the clock's alarms. It must be short
+    /// (all alarms share that thread) and must not throw. Destroying the returned alarm cancels it. Raises
+    /// NSInvalidArgumentException for an empty function, and NSGenericException when the clock needs a thread
+    /// and can start none.
     virtual Alarm callAt(Instant deadline, std::function<void()> function) = 0;
 
-    /// The process-wide clock, the system clock unless a `ClockScope` says otherwise.
+    /// The process-wide clock: the system clock, or the innermost `ClockScope`'s.
     static Clock &current();
 };
 
-/// The machine's own clocks. Its thread starts with the first alarm and is never joined, so that the
-/// process can end at once; where none could be had, the next alarm tries again.
+/// The machine's own clocks. The thread of its alarms is started for the first alarm and never joined, so
+/// that the process can end at once. If it cannot be started, the next alarm tries again.
 class SystemClock final : public Clock {
 public:
     static SystemClock &shared();

@@ -2,7 +2,7 @@
 //
 //     Instant deadline = clock.now() + std::chrono::seconds(5);
 //
-// Arithmetic saturates instead of overflowing, and "never" stays never whatever is added to it.
+// Arithmetic saturates instead of overflowing; `distantFuture()` plus or minus any duration is itself.
 #pragma once
 
 #include <chrono>
@@ -19,7 +19,7 @@ public:
     constexpr Instant() = default;
     constexpr explicit Instant(Duration sinceOrigin) : count_(sinceOrigin.count()) {}
 
-    /// Later than every moment that comes: "never".
+    /// Means "never".
     static constexpr Instant distantFuture() { return Instant(Duration::max()); }
 
     constexpr Duration sinceOrigin() const { return Duration(count_); }

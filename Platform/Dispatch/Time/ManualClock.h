@@ -1,12 +1,12 @@
-// A clock that moves only when told to, for tests and demonstrations.
+// A clock that moves only when told to, for tests.
 //
 //     ManualClock clock;
 //     ClockScope scope(clock);
 //     Alarm alarm = clock.callAt(clock.now() + 2s, [&] { rung = true; });
 //     clock.advance(2s);                  // runs the alarm here, on this thread
 //
-// Threads: every member is safe from every thread. `advance` must not be called while holding a mutex that
-// somebody waits with in `waitUntil`. The clock must outlive whoever waits in it.
+// Threads: every member is safe from every thread. `advance` must not be called while holding a mutex with
+// which a thread waits in `waitUntil`. No thread may be waiting in the clock when it is destroyed.
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
@@ -17,18 +17,20 @@ namespace dispatch {
 
 class ManualClock final : public Clock {
 public:
+    /// `wallTime` in seconds since 1970-01-01 00:00 UTC.
     explicit ManualClock(double wallTime = 0);
 
-    /// Steps time forward through every alarm due until then, in deadline order. Each runs on this thread
-    /// with `now()` equal to its deadline (an overdue one: to the present), and may set and cancel alarms
-    /// or advance the clock itself; alarms it sets within the span run too. Then wakes all waiters.
+    /// Moves time forward, running the alarms that fall due on the way in the order of their deadlines, on
+    /// the calling thread. `now()` is then the alarm's deadline, or the present for an overdue one. An
+    /// alarm's function may set and cancel alarms and advance the clock; alarms that it sets within the span
+    /// run, too. Wakes all waiting threads at the end. A negative duration does not move time back.
     void advance(Instant::Duration duration);
 
-    /// While on, `waitUntil` with a finite deadline does not block: it advances, on the waiting thread and
-    /// with the lock released, to the next alarm or to the deadline, whichever is first.
+    /// While on, `waitUntil` with a finite deadline does not block: it advances the clock, on the waiting
+    /// thread and with the lock released, to the next alarm or to the deadline, whichever is first.
     void setAutoAdvance(bool on);
 
-    /// Sets the wall clock alone, as a user or the network does; alarms do not notice.
+    /// Sets only the wall clock, as a user or the network does; `now()` and alarms are not affected.
     void setWallTime(double seconds);
 
     Instant now() override;
