@@ -15,7 +15,7 @@ NS_IMPLEMENTATION(NSRunLoop) {}
 
 namespace {
 
-/// Says which mode is served, also when serving ends with an exception.
+/// Sets the current mode while it is served, also when serving ends with an exception.
 class ModeScope {
 public:
     ModeScope(std::string &current, NSRunLoopMode mode) : current_(current), previous_(current) {
@@ -63,7 +63,7 @@ void NSRunLoop::addTimer(const Ref<NSTimer> &timer, NSRunLoopMode mode) {
 }
 
 std::vector<Ref<NSTimer>> NSRunLoop::dueTimers(NSRunLoopMode mode) {
-    // In every mode: some are served seldom or never.
+    // Invalid timers go from every mode, since some modes are served seldom or never.
     for (auto &[name, timers] : timers_)
         std::erase_if(timers, [](const Ref<NSTimer> &timer) { return !timer->isValid(); });
     const auto found = timers_.find(mode);

@@ -46,7 +46,7 @@ Ref<NSTimer> NSTimer::scheduledTimerWithTimeInterval(NSTimeInterval interval, co
 void NSTimer::fire() {
     if (!valid_)
         return;
-    const id keep = self(), target = target_; // the target may invalidate the timer, or let it go
+    const id keep = self(), target = target_; // the target may invalidate the timer or release it
     try {
         if (takesArgument(selector_))
             objc_msgSend(target, selector_, keep);
@@ -106,7 +106,7 @@ void NSTimer::setFireDate(const Ref<NSDate> &date) {
     const Instant former = fireInstant_;
     fireInstant_ = never ? Instant::distantFuture()
                          : Clock::current().now() + nanosecondsFromTimeInterval(date->timeIntervalSinceNow());
-    // The loop may sleep until the former date. In its own tick it is awake, and looks at the date after it.
+    // The loop may be asleep until the former date. During the timer's own tick it is awake.
     if (const auto loop = loop_.lock(); loop && valid_ && !ticking_ && fireInstant_ < former)
         loop->wakeUp();
 }

@@ -1,12 +1,12 @@
-// Run-loop timers: a target is sent a selector when a date has come, on the thread of the run loop.
+// Run-loop timers: at a date they send a selector to a target, on the thread of the run loop.
 //
 //     auto timer = NSTimer::scheduledTimerWithTimeInterval(3, target, selector, nullptr, true);
 //     timer->invalidate();
 //
-// A scheduled timer is kept by its run loop, and keeps its target and user info, until it is invalid. A timer
-// that does not repeat becomes invalid after it fired. A repeating one fires on the grid of its first fire
-// date; dates it was too late for are skipped. One that may be late (`setTolerance`) does not wake the thread
-// for itself while something else does in time.
+// Until it is invalid, a scheduled timer is kept by its run loop and keeps its target and user info. A timer
+// that does not repeat becomes invalid when it has fired. A repeating one fires at its first date plus
+// multiples of the interval; dates that it missed are skipped. One that may be late (`setTolerance`) wakes
+// the thread only if nothing else does in time.
 //
 // Threads: a timer belongs to the thread of its run loop.
 #pragma once
@@ -20,28 +20,28 @@
 
 class NSRunLoop;
 
-/// The interval that counts, in seconds: 0.1 ms for one of less than a nanosecond, of zero, negative or not a
-/// number.
+/// The interval that a timer uses, in seconds: the given one, or 0.0001 if that is less than a nanosecond,
+/// negative or not a number.
 NSTimeInterval effectiveTimerInterval(NSTimeInterval interval);
 
 class NSTimer : public NSObject {
     NS_CLASS(NSTimer, NSObject)
 public:
-    /// First fires one interval from now. The interval is the effective one of what is given.
+    /// Use the two functions below.
     NSTimer(NSTimeInterval interval, id target, SEL selector, id userInfo, bool repeats);
 
-    /// A timer that no run loop has yet. The selector's operation takes the timer ("tick:") or nothing
-    /// ("tick").
+    /// A timer that is not yet in a run loop. It first fires one interval from now; `interval` is in seconds,
+    /// see `effectiveTimerInterval`. The selector's operation takes the timer ("tick:") or nothing ("tick").
     static Ref<NSTimer> timerWithTimeInterval(NSTimeInterval interval, const id &target, SEL selector,
                                               const id &userInfo, bool repeats);
     /// The same, added to the current thread's run loop in the default mode.
     static Ref<NSTimer> scheduledTimerWithTimeInterval(NSTimeInterval interval, const id &target,
                                                        SEL selector, const id &userInfo, bool repeats);
 
-    /// Sends the selector now, whatever the date; the dates to come stay. Nothing when invalid. What the
-    /// target raises reaches the caller; the timer has fired all the same.
+    /// Sends the selector now, whatever the date, without changing the dates of a repeating timer. Does
+    /// nothing when invalid. What the target raises reaches the caller; the timer counts as fired.
     void fire();
-    /// Stops the timer for good and lets its target and user info go.
+    /// Stops the timer for good and releases its target and user info.
     void invalidate();
 
     bool isValid() const { return valid_; }
@@ -51,15 +51,16 @@ public:
     /// None once invalid.
     id userInfo() const { return userInfo_; }
 
-    /// The next date. Follows changes of the wall clock.
+    /// The next date. A timer fires after the interval whatever happens to the wall clock; when that is set,
+    /// the date changes.
     Ref<NSDate> fireDate() const;
-    /// Moves the next date, and the grid with it; wakes the run loop when it comes nearer. Raises
-    /// NSInvalidArgumentException for none.
+    /// Sets the next date, from which a repeating timer goes on; wakes the run loop if it is earlier than the
+    /// former one. Raises NSInvalidArgumentException for none.
     void setFireDate(const Ref<NSDate> &date);
 
-    /// How much later than its date the timer may fire, in seconds; 0 when nothing was said. The run loop
-    /// sleeps until then, and fires the timer as soon as it is awake after the date. To be set before a run
-    /// loop has the timer.
+    /// How many seconds later than its date the timer may fire; 0 by default, and for a negative value. The
+    /// run loop sleeps that much longer, but fires the timer as soon as it is awake after the date. Set it
+    /// before adding the timer to a run loop.
     void setTolerance(NSTimeInterval seconds) {
         tolerance_ = nanosecondsFromTimeInterval(std::max(seconds, 0.0));
     }
@@ -83,9 +84,9 @@ private:
     id target_;
     id userInfo_;
     bool valid_ = true;
-    bool ticking_ = false; // a nested run loop does not fire the timer that it runs in
-    bool moved_ = false;   // to another date, since the tick began
+    bool ticking_ = false; // a run loop nested in its target's operation does not fire it again
+    bool moved_ = false;   // setFireDate was called since the tick began
     dispatch::Instant fireInstant_;
     std::chrono::nanoseconds tolerance_{0};
-    Weak<NSRunLoop> loop_; // the one that has the timer
+    Weak<NSRunLoop> loop_; // the one that the timer was added to
 };
