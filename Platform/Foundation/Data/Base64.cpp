@@ -19,7 +19,7 @@ constexpr auto values = [] {
 
 using CharacterPair = std::array<char, 2>;
 
-/// The characters of every twelve bits.
+/// The two characters for each value of twelve bits, so that three bytes take two lookups.
 constexpr auto pairs = [] {
     std::array<CharacterPair, 4096> table;
     for (std::size_t bits = 0; bits < table.size(); ++bits)
@@ -27,7 +27,7 @@ constexpr auto pairs = [] {
     return table;
 }();
 
-/// Three bytes as four characters; gives the end of them.
+/// Writes three bytes as four characters; returns their end.
 std::uint8_t *writeGroup(std::uint8_t *out, std::uint8_t first, std::uint8_t second, std::uint8_t third) {
     const std::uint32_t bits = std::uint32_t{first} << 16 | std::uint32_t{second} << 8 | third;
     std::memcpy(out, &pairs[bits >> 12], 2);
@@ -83,7 +83,7 @@ std::optional<std::vector<std::uint8_t>> base64BytesWithin(std::span<const std::
         if (pads)
             continue;
         bits = bits << 6 | values[character];
-        if (digits % 4 != 1) // from the second digit of a group on, each completes a byte
+        if (digits % 4 != 1) // in a group of four, every digit but the first completes a byte
             bytes.push_back(static_cast<std::uint8_t>(bits >> (4 - digits % 4) % 4 * 2));
     }
     return padding <= 2 && (digits + padding) % 4 == 0 ? std::optional(std::move(bytes)) : std::nullopt;

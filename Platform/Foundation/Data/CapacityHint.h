@@ -3,7 +3,8 @@
 
 #include "Platform/Runtime/Object/Ref.h"
 
-/// How many places a container sets aside for a capacity, which is a hint: zero for an absurdly large one.
+/// The number of elements to reserve for a capacity, which is only a hint: none for one above 2^20, which may
+/// be a mistake.
 constexpr NSUInteger reservedFor(NSUInteger capacity) {
     return capacity <= 1 << 20 ? capacity : 0;
 }

@@ -36,7 +36,7 @@ const EVP_CIPHER *cipherForKeyLength(std::size_t length) {
     }
 }
 
-/// The library counts in `int`, so long input goes through in pieces. Gives the length of the output.
+/// Encrypts or decrypts in pieces, since the library counts in `int`. Returns the length of the output.
 std::optional<std::size_t> run(EVP_CIPHER_CTX *context, cryptography::Bytes bytes, std::uint8_t *out) {
     constexpr std::size_t longestPiece = 1 << 30;
     std::size_t produced = 0;
@@ -65,7 +65,7 @@ Ref<NSData> cryptography::digest(std::uint32_t algorithm, Bytes bytes) {
 
 Ref<NSData> cryptography::hmac(std::uint32_t algorithm, Bytes key, Bytes bytes) {
     const char *name = nameOf(algorithm);
-    static constexpr std::uint8_t noKey = 0; // a null key would mean the one of the call before
+    static constexpr std::uint8_t noKey = 0; // a null key would mean: keep the key that is set
     std::vector<std::uint8_t> out(EVP_MAX_MD_SIZE);
     std::size_t length = 0;
     const bool done =

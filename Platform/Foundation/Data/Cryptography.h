@@ -1,4 +1,4 @@
-// Digests, message authentication codes and encryption. Any thread.
+// Digests, message authentication codes and encryption. Safe from any thread.
 //
 // Algorithm numbers:
 //
@@ -18,16 +18,16 @@ namespace cryptography {
 
 using Bytes = std::span<const std::uint8_t>;
 
-/// The digest of the bytes; none for a number without algorithm.
+/// The digest of the bytes; none for any other number.
 Ref<NSData> digest(std::uint32_t algorithm, Bytes bytes);
-/// The HMAC of the bytes; none for a number without algorithm.
+/// The HMAC of the bytes; none for any other number.
 Ref<NSData> hmac(std::uint32_t algorithm, Bytes key, Bytes bytes);
 
 enum class Direction { Decrypt = 0, Encrypt = 1 };
 
-/// AES-128, -192 or -256, by the length of the key, in CBC mode with PKCS#7 padding. None for keys that are
-/// not 16, 24 or 32 bytes and initialisation vectors that are not 16 bytes long, for bytes to decrypt that
-/// are not whole blocks or not padded, and when memory is short.
+/// AES-128, -192 or -256, by the length of the key, in CBC mode with PKCS#7 padding. None when the key is not
+/// 16, 24 or 32 bytes or the initialisation vector not 16 bytes long, when bytes to decrypt are not whole
+/// blocks or wrongly padded, and without memory for the result.
 Ref<NSData> aesCBC(Direction direction, Bytes key, Bytes initialisationVector, Bytes bytes);
 
 } // namespace cryptography

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-/// Nothing for a character that is no hexadecimal digit.
+/// 0 to 15; nothing for a character that is not an ASCII hexadecimal digit.
 constexpr std::optional<unsigned> hexDigitValue(char16_t character) {
     if (character >= '0' && character <= '9')
         return character - u'0';

@@ -8,8 +8,8 @@
 
 namespace {
 
-// Written out, since the packaged ones take two rounds a word and four at the end, which a table does not
-// need: a key costs half as much in the way of one round and three.
+// SipHash-1-3: one round per word and three at the end, which is enough for tables. OpenSSL has SipHash only
+// as a message authentication code, whose context has to be allocated.
 class SipState {
 public:
     explicit SipState(HashKey key)
@@ -45,7 +45,7 @@ private:
     std::uint64_t v0_, v1_, v2_, v3_;
 };
 
-/// The next bytes, the first one lowest.
+/// The next bytes as a little-endian word.
 template <class Word>
 std::uint64_t take(const unsigned char *&at) {
     Word word;

@@ -1,9 +1,8 @@
-// Hashes that nobody outside the process can foresee: whoever chooses the texts, numbers and bytes that go
-// into a table cannot choose them to collide.
+// Hashes that cannot be predicted outside the process, so that input cannot be made to collide in a table.
 //
 //     NSUInteger NSData::hash() const { return keyedHash(bytes(), length()); }
 //
-// The key is drawn once a process, so a hash means nothing to another one and is never stored. Any thread.
+// The key is random for each process, so hashes must not be stored or sent. Safe from any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -31,5 +30,5 @@ inline NSUInteger keyedHash(std::string_view bytes) {
 inline NSUInteger keyedHash(std::uint64_t word) {
     return keyedHash(&word, sizeof word);
 }
-/// Equal numbers have equal hashes: both zeros, and everything that is not a number.
+/// Both zeros have the same hash, and so have all NaNs.
 NSUInteger keyedHash(double value);

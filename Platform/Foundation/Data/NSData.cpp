@@ -17,7 +17,7 @@ NS_IMPLEMENTATION(NSMutableData) {}
 
 namespace {
 
-/// Raises NSInvalidArgumentException, and nothing changes, when there is no memory for that many bytes.
+/// Runs the allocation; raises NSInvalidArgumentException when there is no memory for that many bytes.
 template <class Allocation>
 auto allocate(const char *operation, NSUInteger length, Allocation &&allocation) {
     runtime::checkCount(operation, length);

@@ -18,14 +18,14 @@ public:
     explicit NSData(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
 
     static Ref<NSData> data() { return make<NSData>(); }
-    /// Copies the bytes; `bytes` may be null when `length` is 0. Raises NSInvalidArgumentException for a
-    /// length that there is no memory for.
+    /// Copies the bytes; `bytes` may be null when `length` is 0. Raises NSInvalidArgumentException when there
+    /// is not enough memory.
     static Ref<NSData> dataWithBytes(const void *bytes, NSUInteger length);
     /// The whole file; none when it cannot be read.
     static Ref<NSData> dataWithContentsOfFile(const std::string &path);
 
     NSUInteger length() const { return bytes_.size(); }
-    /// Null or dangling when empty. Valid as long as the object lives and is not changed.
+    /// Valid as long as the object lives and is not changed. May be null when empty.
     const std::uint8_t *bytes() const { return bytes_.data(); }
     std::span<const std::uint8_t> span() const { return bytes_; }
     /// Raises NSRangeException when the range does not fit.
@@ -47,22 +47,22 @@ class NSMutableData : public NSData {
 public:
     using NSData::NSData;
 
-    /// The capacity is a hint, whatever it is.
+    /// The capacity, in bytes, is only a hint; any value is fine.
     static Ref<NSMutableData> dataWithCapacity(NSUInteger capacity);
-    /// Zero bytes. Raises as `setLength` does.
+    /// `length` zero bytes. Raises as `setLength` does.
     static Ref<NSMutableData> dataWithLength(NSUInteger length);
 
     id copy() const override { return make<NSData>(bytes_); }
 
     std::uint8_t *mutableBytes() { return bytes_.data(); }
-    /// Raises as `setLength` does.
+    /// Copies the bytes. Raises as `setLength` does.
     void appendBytes(const void *bytes, NSUInteger length);
-    /// None adds nothing.
+    /// Does nothing for none.
     void appendData(const Ref<NSData> &data) {
         if (data)
             appendBytes(data->bytes(), data->length());
     }
-    /// New bytes are zero. Raises NSInvalidArgumentException for a length that there is no memory for, and
-    /// changes nothing.
+    /// New bytes are zero. Raises NSInvalidArgumentException when there is not enough memory; the object is
+    /// then unchanged.
     void setLength(NSUInteger length);
 };

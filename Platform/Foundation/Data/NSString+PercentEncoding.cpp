@@ -12,7 +12,7 @@
 
 namespace {
 
-/// What a byte becomes: itself, or "%" and two digits.
+/// The encoding of one byte: itself, or "%" and two digits.
 struct Piece {
     std::array<char16_t, 3> units;
     char16_t length;
@@ -25,7 +25,7 @@ constexpr Piece escape(std::size_t byte) {
 
 using Pieces = std::array<Piece, 256>;
 
-/// Bytes of characters beyond ASCII never stay.
+/// The encoding of each byte; those above 127 are always escaped.
 Pieces piecesOf(const NSCharacterSet &allowed) {
     Pieces pieces;
     for (std::size_t byte = 0; byte < pieces.size(); ++byte) {
@@ -35,8 +35,7 @@ Pieces piecesOf(const NSCharacterSet &allowed) {
     return pieces;
 }
 
-/// Writes three units whatever the length, since a copy of one size needs no decision; gives the end of those
-/// that count.
+/// Always copies three units, so that the copy needs no branch; returns the end of those that count.
 char16_t *write(char16_t *out, const Piece &piece) {
     std::memcpy(out, piece.units.data(), sizeof piece.units);
     return out + piece.length;
@@ -49,7 +48,7 @@ NSString::stringByAddingPercentEncodingWithAllowedCharacters(const Ref<NSCharact
     runtime::checkObject("NSString stringByAddingPercentEncodingWithAllowedCharacters:", allowed);
     const Pieces pieces = piecesOf(*allowed);
     TextWriter encoded(units_.size() + units_.size() / 2);
-    constexpr std::size_t blockLength = TextWriter::largestRoom / 9; // three bytes a unit, three units a byte
+    constexpr std::size_t blockLength = TextWriter::largestRoom / 9; // 3 bytes per unit, 3 units per byte
     for (std::size_t at = 0; at < units_.size();) {
         const std::size_t end = std::min(units_.size(), at + blockLength - 1); // a pair may reach beyond
         char16_t *out = encoded.room(TextWriter::largestRoom);

@@ -19,10 +19,10 @@ FormatArgument::FormatArgument(Class value) : kind(Kind::Object), object(value) 
 
 namespace {
 
-// Wider fields than this are a mistake, not a layout.
+// Bounds the memory that a width or precision passed as an argument can take.
 constexpr int widestField = 4096;
 
-/// C's own locale on this thread while it lives: no decimal commas.
+/// Switches this thread to the locale "C" while it lives, so that snprintf writes no decimal commas.
 class PlainLocale {
 public:
     PlainLocale() {
@@ -94,7 +94,7 @@ private:
         output_.append(format_.substr(start, at_ - start));
     }
 
-    /// "2$" gives 2 and is consumed; anything else gives 0 and is left alone.
+    /// Consumes "2$" and returns 2; returns 0 and consumes nothing otherwise.
     std::size_t takePosition() {
         std::size_t end = at_, value = 0;
         while (end < format_.size() && ascii::isDigit(format_[end]) && value < 1000)
@@ -112,7 +112,7 @@ private:
         return true;
     }
 
-    /// Digits or "*", whose argument counts only if it is a whole number.
+    /// The value of digits, or of the argument for "*" if that is an integer.
     std::optional<int> takeNumber() {
         if (take('*')) {
             const FormatArgument *argument = at(next_++);
@@ -215,7 +215,7 @@ private:
         return parsed.flags.empty() && parsed.width == 0 && parsed.precision < 0;
     }
 
-    /// The common case, as for decimals: every description of an object has an address.
+    /// Without flags and width it does not use snprintf, like `plainDecimal`.
     void printPointer(const Directive &parsed, const void *value) {
         if (!value || !isPlain(parsed))
             return printNumber(parsed, "p", value);
@@ -225,7 +225,7 @@ private:
         output_.append(std::string_view(digits_.data(), static_cast<std::size_t>(end - digits_.data())));
     }
 
-    /// The common case, without going through snprintf.
+    /// The digits without snprintf; nothing for a directive with flags, width or precision.
     std::optional<std::string_view> plainDecimal(const Directive &parsed, std::int64_t value) {
         if (!isPlain(parsed))
             return std::nullopt;

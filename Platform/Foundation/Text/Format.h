@@ -1,11 +1,14 @@
-// printf-style formatting with "%@" for objects, safe in types: every argument carries its own kind, so a
-// directive that does not fit prints the argument in its natural form instead of reading wild memory.
+// Type-safe printf-style formatting with "%@" for objects: every argument carries its kind, so a directive
+// that does not fit it prints the argument in its natural form instead of reading wild memory.
 //
-// Directives: %@ %d %i %u %o %x %X %c %C %s %p %e %E %f %F %g %G %a %A %%, with flags, width, precision (both
-// also as "*"), the length modifiers hh h l ll q z t j (an integer is cut to that width, as C does) and
-// positions ("%2$@"). "%@" prints an object's description and "(null)" for none; "%s" prints "(null)" for
-// null. Numbers look the same in every locale, and not-a-number has no sign. Format texts are ours and
-// constant: foreign text is only ever an argument.
+//     formatUTF16("%@ has %d pages", std::array<FormatArgument, 2>{title, 320});
+//
+// Directives: %@ %d %i %u %o %x %X %c %C %s %p %e %E %f %F %g %G %a %A %%, with flags, width and precision
+// (both also as "*", and both at most 4096), the length modifiers hh h l ll q z t j and positions ("%2$@").
+// As in C, an integer is truncated to the width of its directive: 32 bits without a modifier. "%@" prints an
+// object's description and "(null)" for none; "%s" prints "(null)" for null. Numbers look the same in every
+// locale, and not-a-number has no sign. Format texts are constants of ours: text from outside may only be an
+// argument.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -47,7 +50,7 @@ public:
     };
 };
 
-/// Where formatted text goes, piece by piece.
+/// Receives formatted text piece by piece.
 class FormatOutput {
 public:
     virtual ~FormatOutput() = default;
@@ -55,10 +58,10 @@ public:
     virtual void append(std::u16string_view units) = 0;
 };
 
-/// Writes the text to `output`. Never fails: a directive without an argument stays as it stands.
+/// Writes the text to `output`. Never fails: an unknown directive, or one without an argument, is copied.
 void formatInto(FormatOutput &output, std::string_view format, std::span<const FormatArgument> arguments);
 
-/// The text as UTF-8 appended to `out`.
+/// Appends the text to `out` as UTF-8. A lone surrogate in an object's text becomes U+FFFD.
 void formatUTF8(std::string &out, std::string_view format, std::span<const FormatArgument> arguments);
-/// The text as UTF-16; units of objects' texts pass unchanged, surrogates that stand alone included.
+/// The text as UTF-16. The code units of an object's text are copied unchanged, lone surrogates included.
 std::u16string formatUTF16(std::string_view format, std::span<const FormatArgument> arguments);

@@ -1,4 +1,4 @@
-// Sets of UTF-16 code units. Immutable; any thread.
+// Sets of UTF-16 code units. Immutable, so they may be used on any thread. A set takes 8 KB.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -14,10 +14,11 @@ public:
     explicit NSCharacterSet(const Members &members) : members_(members) {}
 
     static Ref<NSCharacterSet> characterSetWithCharactersInString(std::u16string_view characters);
-    /// What may stand in the query of a URL as it is: ASCII letters, digits and "-._~!$&'()*+,;=:@/?".
+    /// The characters that need no escape in the query of a URL: ASCII letters, digits and
+    /// "-._~!$&'()*+,;=:@/?".
     static Ref<NSCharacterSet> URLQueryAllowedCharacterSet();
 
-    /// Blanks of every kind, tabs and line ends.
+    /// Unicode's separators (categories Zs, Zl and Zp), U+0009 to U+000D and U+0085.
     static Ref<NSCharacterSet> whitespaceAndNewlineCharacterSet();
 
     Ref<NSCharacterSet> invertedSet() const { return make<NSCharacterSet>(~members_); }

@@ -13,8 +13,8 @@ NS_IMPLEMENTATION(NSLocale) {}
 
 namespace {
 
-/// "sr_RS.UTF-8@latin" is "sr_Latn_RS" to ICU. Modifiers that are keywords stay ("@calendar=chinese"), and
-/// others have no meaning ("@euro").
+/// Turns "sr_RS.UTF-8@latin" into ICU's "sr_Latn_RS". A modifier that is a keyword is kept
+/// ("@calendar=chinese"); others are dropped ("@euro").
 std::string identifierOf(std::string_view environment) {
     static constexpr std::pair<std::string_view, const char *> scripts[] = {
         {"latin", "_Latn"}, {"cyrillic", "_Cyrl"}, {"devanagari", "_Deva"}};

@@ -1,4 +1,4 @@
-// The language and region whose conventions numbers and dates follow. Immutable; any thread.
+// The language and region whose conventions numbers and dates follow. Immutable, so any thread may use one.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -7,21 +7,22 @@
 
 enum class NSLocaleCategory { Numbers, Dates };
 
-/// An ICU identifier such as "de_DE", from the environment as it is now: the first of LC_ALL, LC_NUMERIC or
-/// LC_TIME, and LANG that is not empty. Where none chooses a language, English as of the United States.
+/// The ICU identifier, e.g. "de_DE", that the environment selects at this moment: the first of LC_ALL,
+/// LC_NUMERIC or LC_TIME (by the category), and LANG that is not empty; "en_US" when all are empty or select
+/// no language.
 std::string NSLocaleCurrentIdentifier(NSLocaleCategory category);
 
 class NSLocale : public NSObject {
     NS_CLASS(NSLocale, NSObject)
 public:
-    /// An identifier such as "de_DE", "th_TH" or "zh_CN@calendar=chinese".
+    /// An ICU identifier such as "de_DE", "th_TH" or "zh_CN@calendar=chinese". It is not checked.
     explicit NSLocale(std::string identifier) : identifier_(std::move(identifier)) {}
 
-    /// That of dates.
+    /// The environment's locale for dates.
     static Ref<NSLocale> currentLocale() {
         return make<NSLocale>(NSLocaleCurrentIdentifier(NSLocaleCategory::Dates));
     }
-    /// English for machines: its names and digits never change.
+    /// "en_US_POSIX", for texts read by machines: its names and digits are the same everywhere.
     static Ref<NSLocale> posixLocale() { return make<NSLocale>("en_US_POSIX"); }
 
     const std::string &localeIdentifier() const { return identifier_; }

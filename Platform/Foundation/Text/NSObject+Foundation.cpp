@@ -1,4 +1,4 @@
-// What the root object and class objects say of themselves in text.
+// The descriptions of the root object and of class objects.
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
 

@@ -1,4 +1,4 @@
-// A run of positions in a text, a byte buffer or an array.
+// A range of indices of a text, a byte buffer or an array.
 #pragma once
 
 #include "Platform/Runtime/Object/Raise.h"
@@ -8,8 +8,9 @@ struct NSRange {
     NSUInteger location = 0;
     NSUInteger length = 0;
 
+    /// One past the last index; for ranges that fit, since the sum may overflow.
     NSUInteger end() const { return location + length; }
-    /// Whether the range lies within `count` positions; safe against overflow.
+    /// Whether the range lies within `count` elements, for any range.
     bool fits(NSUInteger count) const { return location <= count && length <= count - location; }
     friend bool operator==(const NSRange &, const NSRange &) = default;
 };

@@ -18,8 +18,8 @@ std::int32_t length(const Ref<NSString> &text) {
     return static_cast<std::int32_t>(text->length());
 }
 
-/// In ICU's units of many steps, a millisecond or so each: a search through the whole text in linear time
-/// stays below it.
+/// In ICU's units of many steps, about a millisecond each. A search in linear time through the whole text
+/// stays below the limit.
 std::int32_t timeLimit(const Ref<NSString> &text) {
     return 100 + length(text) / 1000;
 }

@@ -1,5 +1,8 @@
-// Reads values off the front of a text, one after another. White space and line ends before a value are
-// skipped. One thread at a time.
+// Reads values from the front of a text, one after another. White space and line ends before a value are
+// skipped. A scanner belongs to one thread at a time.
+//
+//     auto scanner = make<NSScanner>(u" 0x1F rest"_ns);
+//     scanner->scanHexInt();    // 31
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -9,13 +12,14 @@
 class NSScanner : public NSObject {
     NS_CLASS(NSScanner, NSObject)
 public:
+    /// `text` must not be none.
     explicit NSScanner(Ref<NSString> text) : text_(std::move(text)) {}
 
-    /// Where the next value is looked for, in code units.
+    /// The index of the code unit where the next value is looked for.
     NSUInteger scanLocation() const { return location_; }
 
-    /// A hexadecimal number without sign, with or without "0x" in front; 0xFFFFFFFF when it does not fit into
-    /// 32 bits. Nothing, and the location stays, when there is no digit.
+    /// An unsigned hexadecimal number, with or without "0x" in front; 0xFFFFFFFF when it does not fit into 32
+    /// bits. Nothing when there is no digit, or none after "0x"; the location then stays.
     std::optional<std::uint32_t> scanHexInt();
 
 private:

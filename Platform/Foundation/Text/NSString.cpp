@@ -73,7 +73,7 @@ bool NSString::isEqual(const id &other) const {
     if (other.get() == this)
         return true;
     const auto *text = peek<NSString>(other);
-    // The library compares unit by unit.
+    // std::u16string's comparison goes unit by unit.
     return text && text->units_.size() == units_.size() &&
            std::memcmp(text->units_.data(), units_.data(), units_.size() * sizeof(char16_t)) == 0;
 }

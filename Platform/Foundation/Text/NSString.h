@@ -1,5 +1,7 @@
-// Texts: sequences of UTF-16 code units, as the platform counts them. A unit may be a surrogate that stands
-// alone; such a text has no strict UTF-8 form.
+// Texts: sequences of UTF-16 code units. Lengths, indices and ranges count code units. A text may contain
+// lone surrogates; it then has no strict UTF-8 form.
+//
+// Errors: unless said otherwise, an operation raises NSInvalidArgumentException when an argument is none.
 //
 // Threads: an NSString is immutable and may be read from any thread. An NSMutableString belongs to one thread
 // at a time.
@@ -27,11 +29,13 @@ public:
     explicit NSString(std::u16string units) : units_(std::move(units)) {}
 
     static Ref<NSString> string() { return make<NSString>(); }
+    /// An immutable copy.
     static Ref<NSString> stringWithString(const Ref<NSString> &text);
     /// None for bytes that are not valid UTF-8.
     static Ref<NSString> stringWithUTF8String(std::string_view bytes);
-    /// The zero-terminated bytes as 7-bit text; none for null and for any byte above 127.
+    /// The zero-terminated ASCII text; none for null and for a text with a byte above 127.
     static Ref<NSString> stringWithASCIIString(const char *bytes);
+    /// See Format.h.
     template <class... Arguments>
     static Ref<NSString> stringWithFormat(std::string_view format, const Arguments &...arguments) {
         return make<NSString>(formatUTF16(
@@ -43,29 +47,32 @@ public:
     unichar characterAtIndex(NSUInteger index) const;
     const std::u16string &units() const { return units_; }
 
-    /// UTF-8, with U+FFFD for a surrogate that stands alone: for showing.
+    /// UTF-8 with U+FFFD for every lone surrogate: for display.
     std::string utf8() const;
-    /// UTF-8, or nothing when a surrogate stands alone: for sending.
+    /// UTF-8; nothing for a text with a lone surrogate: for transmission.
     std::optional<std::string> strictUTF8() const;
     /// The strict UTF-8 bytes, or none.
     Ref<NSData> dataUsingUTF8() const;
 
     bool isEqual(const id &other) const override;
+    /// False for none.
     bool isEqualToString(const Ref<NSString> &other) const { return other && other->units_ == units_; }
     NSUInteger hash() const override;
+    /// The text itself.
     Ref<NSString> description() const override;
     id copy() const override { return self(); }
     id mutableCopy() const override;
     /// By code units.
     NSComparisonResult compare(const Ref<NSString> &other) const;
-    /// Neither case nor the way an accent is written (composed or not) counts.
+    /// Ignores case, and whether an accented character is composed or decomposed.
     NSComparisonResult caseInsensitiveCompare(const Ref<NSString> &other) const;
 
     bool hasPrefix(const Ref<NSString> &prefix) const;
     bool hasSuffix(const Ref<NSString> &suffix) const;
-    /// An empty text is contained in nothing, as on the platform.
+    /// False for an empty text.
     bool containsString(const Ref<NSString> &text) const;
-    /// Location NSNotFound and length 0 when absent. Literal, by code units.
+    /// The first occurrence, by code units. Location NSNotFound and length 0 without one and for an empty
+    /// text.
     NSRange rangeOfString(const Ref<NSString> &text) const;
 
     /// Raise NSRangeException when the range or index does not fit.
@@ -82,34 +89,33 @@ public:
                                                        const Ref<NSString> &replacement) const;
 
     Ref<NSString> stringByTrimmingCharactersInSet(const Ref<NSCharacterSet> &set) const;
-    /// Never empty: a text without the separator, and any text for an empty one, is the only part.
+    /// At least one part: the text itself when it does not contain the separator or that is empty.
     Ref<NSArray> componentsSeparatedByString(const Ref<NSString> &separator) const;
-    /// What follows the last dot of the last path component ("png" of "/a.d/b.png"); empty when there is no
-    /// dot or the component begins with its only one.
+    /// What follows the last dot of the last path component: "png" of "/a.d/b.png". Empty without a dot, and
+    /// when the only dot begins the component (".profile").
     Ref<NSString> pathExtension() const;
 
-    /// By Unicode's rules for no language in particular; the length may change.
+    /// By Unicode's language-independent rules; the length may change.
     Ref<NSString> lowercaseString() const;
     Ref<NSString> uppercaseString() const;
-    /// The range widened to whole characters as people see them: it cuts no surrogate pair, no combining
-    /// sequence and no joined emoji. Raises NSRangeException when the range does not fit.
+    /// The range extended to whole user-perceived characters, so that it splits no surrogate pair, combining
+    /// sequence or joined emoji. Raises NSRangeException when the range does not fit.
     NSRange rangeOfComposedCharacterSequencesForRange(NSRange range) const;
 
-    /// Every character that is not ASCII or outside the set as "%" and two upper-case hexadecimal digits for
-    /// each of its UTF-8 bytes. None when a surrogate stands alone. Raises NSInvalidArgumentException for a
-    /// set of none.
+    /// The text with each UTF-8 byte of the characters that are not ASCII, or not in the set, as "%" and two
+    /// upper-case hexadecimal digits. None for a text with a lone surrogate.
     Ref<NSString>
     stringByAddingPercentEncodingWithAllowedCharacters(const Ref<NSCharacterSet> &allowed) const;
-    /// None when a "%" is not followed by two hexadecimal digits, when the escaped bytes are not valid UTF-8,
-    /// and when a surrogate stands alone.
+    /// None when a "%" is not followed by two hexadecimal digits, when the unescaped bytes are not valid
+    /// UTF-8, and for a text with a lone surrogate.
     Ref<NSString> stringByRemovingPercentEncoding() const;
 
-    /// The leading decimal integer: members of `whitespaceAndNewlineCharacterSet` skipped, an optional sign,
-    /// digits up to the first other character; 0 without digits; clamped to the limits of the type.
+    /// The decimal integer at the front: skips members of `whitespaceAndNewlineCharacterSet`, and reads an
+    /// optional sign and digits up to the first other character. 0 without digits; clamped to the type.
     std::int32_t intValue() const;
     NSInteger integerValue() const;
-    /// The leading decimal number with fraction and exponent, in the same way; the decimal point is "." in
-    /// every locale. Infinite when too large.
+    /// The same for a decimal number with fraction and exponent; the decimal point is "." in every locale.
+    /// Infinite when too large.
     double doubleValue() const;
     /// True when the text begins with "Y", "y", "T", "t" or a digit from 1 to 9; white space, a sign and
     /// zeros before it are skipped.
@@ -119,7 +125,7 @@ protected:
     std::u16string units_;
 
 private:
-    mutable std::atomic<NSUInteger> hash_{0}; // of an immutable text; 0 until asked for
+    mutable std::atomic<NSUInteger> hash_{0}; // of an immutable text; 0 until it is first needed
 };
 
 class NSMutableString : public NSString {
@@ -147,7 +153,7 @@ public:
     void deleteCharactersInRange(NSRange range) { replaceCharactersInRange(range, string()); }
 };
 
-/// What the object says of itself; "(null)", as for none in a format, when its class says nothing.
+/// The object's description; "(null)", as for none in a format, when its class returns none.
 Ref<NSString> descriptionOf(const NSObject &object);
 
 /// A constant text: `u"deviceUri"_ns`.

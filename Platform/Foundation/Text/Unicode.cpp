@@ -16,7 +16,7 @@ namespace {
 
 constexpr UChar32 replacement = 0xFFFD;
 
-/// Looks at eight bytes at a time.
+/// Checks eight bytes at a time.
 bool isASCII(std::string_view bytes) {
     constexpr std::uint64_t highBits = 0x8080808080808080u;
     std::uint64_t seen = 0;
@@ -31,7 +31,8 @@ constexpr std::size_t atOnce = 8;
 using EightBytes = unsigned char __attribute__((vector_size(atOnce)));
 using EightUnits = std::uint16_t __attribute__((vector_size(2 * atOnce)));
 
-// Both copy ASCII characters, eight at a time, and give how many; up to seven may be left.
+// Both copy ASCII characters, eight at a time, up to the first eight that are not all ASCII or not complete,
+// and return how many they copied.
 std::size_t copyASCII(std::string_view bytes, char16_t *to) {
     std::size_t i = 0;
     for (EightBytes eight; bytes.size() - i >= atOnce; i += atOnce) {
@@ -57,7 +58,7 @@ std::size_t copyASCII(std::u16string_view units, char *to) {
     return i;
 }
 
-// Both converters report whether the text was valid throughout; an invalid piece is replaced.
+// Both converters append to `out` with U+FFFD for every invalid sequence, and return whether there was none.
 bool convert(std::string_view bytes, std::u16string &out) {
     bool valid = true;
     const char *text = bytes.data();

@@ -28,7 +28,7 @@ std::u16string mapped(CaseMapping mapping, std::u16string_view units) {
     }
 }
 
-/// Opening one reads the boundary rules, so each thread keeps its own.
+/// One iterator per thread, since opening one loads the boundary rules.
 UBreakIterator *characterBoundaries() {
     UErrorCode status = U_ZERO_ERROR;
     thread_local const std::unique_ptr<UBreakIterator, void (*)(UBreakIterator *)> iterator(
@@ -58,7 +58,8 @@ NSRange unicode::widenedToCharacters(std::u16string_view units, NSRange range) {
     auto first = static_cast<std::int32_t>(range.location);
     auto last = static_cast<std::int32_t>(range.location + range.length);
     if (!ubrk_isBoundary(boundaries, first))
-        first = ubrk_preceding(boundaries, first + 1); // before `first` itself it would skip a pair cut there
+        first =
+            ubrk_preceding(boundaries, first + 1); // + 1: from within a surrogate pair it would skip the pair
     if (!ubrk_isBoundary(boundaries, last))
         last = ubrk_following(boundaries, last);
     return {static_cast<NSUInteger>(first), static_cast<NSUInteger>(last - first)};

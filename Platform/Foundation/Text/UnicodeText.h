@@ -1,5 +1,5 @@
-// Letter case and character boundaries by Unicode's rules, the same in every locale. A surrogate that stands
-// alone is kept as it is. Any thread.
+// Letter case and character boundaries by Unicode's rules, the same in every locale. Lone surrogates are
+// kept. Texts have less than 2^31 code units. Safe from any thread.
 #pragma once
 
 #include "Platform/Foundation/Text/NSRange.h"
@@ -12,10 +12,10 @@ namespace unicode {
 std::u16string lowercase(std::u16string_view units);
 std::u16string uppercase(std::u16string_view units);
 
-/// Negative, zero or positive. Neither case nor the way an accent is written (composed or not) counts.
+/// Negative, zero or positive. Ignores case, and whether an accented character is composed or decomposed.
 int compareIgnoringCase(std::u16string_view a, std::u16string_view b);
 
-/// The range widened so that it cuts no surrogate pair, no combining sequence and no joined emoji. It has to
+/// The range extended so that it splits no surrogate pair, combining sequence or joined emoji. The range must
 /// fit into the text.
 NSRange widenedToCharacters(std::u16string_view units, NSRange range);
 
