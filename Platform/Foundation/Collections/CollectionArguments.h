@@ -1,4 +1,4 @@
-// What collections do with their arguments, beside the checks of Raise.h: snapshots and comparisons.
+// Helpers of the collections for their arguments: snapshots and comparisons. The checks are in Raise.h.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -9,11 +9,11 @@ class NSArray;
 
 namespace collections {
 
-/// The elements as they are now: the list may be guarded, or the very collection that is being changed. None
-/// is empty.
+/// A copy of the elements, since the array may change meanwhile: it may be guarded, or be the collection that
+/// is being changed. Empty for none.
 std::vector<id> objectsOf(const Ref<NSArray> &array);
 
-/// Whether two elements are the same for a collection. None equals nothing.
+/// Whether a collection takes two elements for equal. False if either is none.
 inline bool equal(const id &first, const id &second) {
     return first && second && (first == second || first->isEqual(second));
 }

@@ -1,4 +1,4 @@
-// How collections print themselves: the old property-list form, indented by four blanks a level.
+// The descriptions of collections: the old property-list form, indented by four blanks per level.
 #pragma once
 
 #include "Platform/Foundation/Collections/ObjectVisit.h"
@@ -24,8 +24,8 @@ Ref<NSString> collectionDescription(const NSObject &collection, const Describe &
 /// `descriptionWithLocale:` are asked for that.
 std::u16string collectionElementDescription(const id &element, const id &locale, NSUInteger indent);
 
-/// The blanks in front of a line. Levels beyond 512 count as 512.
+/// The blanks in front of a line. More than 512 levels count as 512.
 std::u16string indentation(NSUInteger levels);
 
-/// The text in quotes, escaped as above.
+/// The text in quotes: `\"`, `\\`, `\n`, `\r`, `\t`, and "\Uxxxx" for other code units outside 0x20 to 0x7E.
 std::u16string quotedDescription(const std::u16string &units);

@@ -4,7 +4,7 @@
 
 void collections::Ends::letPostponedGo() noexcept {
     const std::unique_ptr<std::vector<std::vector<id>>> owner(postponed);
-    ++levels; // what is postponed meanwhile goes to the end of the list
+    ++levels; // so that collections postponed meanwhile only join the list
     while (!postponed->empty()) {
         const auto going = std::move(postponed->back());
         postponed->pop_back();

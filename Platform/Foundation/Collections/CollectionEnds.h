@@ -1,7 +1,7 @@
-// How collections let go of what they hold when they end: collections may nest deeper than their destructors
-// could within one another.
+// Releases the elements of a collection that is destroyed. Destructors of nested collections call each other;
+// here they do so 64 levels deep at most and the rest goes by a list, so that no nesting exhausts the stack.
 //
-// Threads: any.
+// Threads: safe from any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -11,11 +11,11 @@
 
 namespace collections {
 
-/// The collections that are ending on the thread, each because the one before has let it go.
+/// The destructors of collections running on this thread, each called by the one before.
 class Ends {
 public:
-    /// For destructors: lets the objects go, by the time that the outermost collection has ended. `keep` puts
-    /// all that an element keeps alive into a list.
+    /// For destructors: releases the elements, at the latest when the outermost destructor returns.
+    /// `keep(list, element)` moves all objects that an element owns to the list.
     template <class Element, class Keep>
     static void letGo(std::vector<Element> &elements, const Keep &keep) noexcept {
         if (elements.empty() || (levels >= mostLevels && postpone(elements, keep)))
@@ -41,7 +41,7 @@ private:
             postponed->push_back(std::move(kept));
             return true;
         } catch (const std::bad_alloc &) {
-            return false; // the stack has to do
+            return false; // then the stack has to suffice
         }
     }
     static void letPostponedGo() noexcept;

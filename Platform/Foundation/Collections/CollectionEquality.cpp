@@ -10,8 +10,8 @@
 
 namespace {
 
-/// One comparison of two ordinary collections with all that they hold: pairs of them wait in a list instead
-/// of on the stack.
+/// One comparison of two ordinary collections with all that they contain. Pairs still to be compared are kept
+/// in a list instead of on the stack, so the depth does not matter.
 class Comparison {
 public:
     template <class Collection>
@@ -31,7 +31,9 @@ public:
 private:
     using Pair = std::pair<id, id>;
 
-    static constexpr std::size_t mostUnnoted = 1000; // pairs, as few collections are shared or lead back
+    // The first pairs are not noted in `met_`: most comparisons are small and meet no pair twice. A cycle is
+    // only gone around until that many pairs were met.
+    static constexpr std::size_t mostUnnoted = 1000;
 
     static bool isOrdinary(const NSArray &array) { return array.elements().has_value(); }
     static bool isOrdinary(const NSDictionary &dictionary) { return dictionary.table() != nullptr; }
@@ -54,22 +56,22 @@ private:
                });
     }
 
-    /// Compares all but ordinary collections, which have to wait.
+    /// Compares the objects at once, or puts ordinary collections on the list; false when they differ.
     bool mayBeEqual(const id &one, const id &other) {
         const bool mustWait =
             one != other && (areOrdinary<NSArray>(one, other) || areOrdinary<NSDictionary>(one, other));
         if (!mustWait)
             return collections::equal(one, other);
         if (pairs_ >= mostUnnoted && !met_.emplace(one, other).second)
-            return true; // it waits, or has been found to have equal parts
+            return true; // the pair is on the list, or was found equal
         ++pairs_;
         waiting_.emplace_back(one, other);
         return true;
     }
 
     std::vector<Pair> waiting_;
-    std::size_t pairs_ = 0; // that had to wait
-    std::set<Pair> met_;    // those behind the first
+    std::size_t pairs_ = 0; // put on the list so far
+    std::set<Pair> met_;    // those after the first `mostUnnoted`
 };
 
 } // namespace

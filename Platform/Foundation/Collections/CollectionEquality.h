@@ -1,11 +1,11 @@
-// When collections are equal: when they hold equal objects, however deep they nest and even where they lead
-// back to themselves.
+// Equality of collections: they are equal if they hold equal objects, also when they nest deeply or contain
+// themselves.
 //
-// Ordinary arrays and dictionaries are compared to any depth. Whatever else is met within a comparison
-// compares itself: 512 comparisons within one another, below which objects equal only themselves. Two
-// collections that are met within their own comparison are equal as far as that goes.
+// Ordinary arrays and dictionaries are compared to any depth. Other objects within them compare themselves,
+// at most 512 comparisons within one another; below that, objects equal only themselves. A pair of
+// collections that is met again within its own comparison counts as equal.
 //
-// Threads: any, as for reading the collections.
+// Threads: as for reading the collections.
 #pragma once
 
 #include "Platform/Foundation/Collections/ObjectVisit.h"
@@ -20,7 +20,7 @@ using ComparisonVisit = ObjectVisit<struct ComparingCollections>;
 bool areEqual(const NSArray &one, const NSArray &other);
 bool areEqual(const NSDictionary &one, const NSDictionary &other);
 
-/// What `compare` says of the two, for collections that compare themselves.
+/// For other collections: the result of `compare`, which compares the elements of the two.
 template <class Compare>
 bool areEqual(const NSObject &one, const NSObject &other, const Compare &compare) {
     if (!ComparisonVisit::admits(one, &other))

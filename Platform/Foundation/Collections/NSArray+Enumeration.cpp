@@ -8,12 +8,12 @@
 
 namespace {
 
-/// The array, or what it holds now when others may change it at any time.
+/// The array itself; a copy when its changes are not counted, since others may then change it at any time.
 Ref<NSArray> walked(const NSArray &array) {
     return array.mutations() ? as<NSArray>(array.self()) : NSArray::arrayWithObjects(array.allObjects());
 }
 
-/// A walk by block, an index at a time.
+/// A walk that calls a block for one index at a time.
 class Walk {
 public:
     Walk(const NSArray &array, const NSArray::Visitor &visitor)

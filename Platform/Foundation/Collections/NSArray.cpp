@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    std::vector<id> objects_; ///< changed only by its end
+    std::vector<id> objects_; ///< changed only by the destructor
 };
 
 /// The ordinary mutable array. What leaves it outlives the change: its end may look at the array. Taking the
@@ -166,8 +166,8 @@ private:
         drained_ = 0;
     }
 
-    std::vector<id> objects_; ///< behind the empty places at the front
-    NSUInteger drained_ = 0;  ///< how many those are
+    std::vector<id> objects_; ///< with empty places at the front
+    NSUInteger drained_ = 0;  ///< the number of empty places
     NSMutationCount mutations_;
 };
 

@@ -1,14 +1,21 @@
 // Ordered lists of objects.
 //
-// `NSArray` and `NSMutableArray` are class clusters: `count` and `objectAtIndex` (and, mutable, the five
-// primitives marked below) are virtual, everything else is written once on top of them, so that a subclass
-// that overrides the primitives is whole. Ordinary arrays come from the factories.
+//     auto names = NSMutableArray::array();
+//     names->addObject(u"toner"_ns);
+//     for (const id &name : names)
+//         show(name);
+//
+// `NSArray` and `NSMutableArray` are class clusters: everything is implemented on top of `count` and
+// `objectAtIndex` (of mutable arrays also the five primitives marked below), so a subclass need only override
+// these. The factories return ordinary arrays.
 //
 // Threads: an ordinary immutable array may be read from any thread; a mutable one belongs to one thread at a
-// time. Indexes and ranges past the end raise NSRangeException, none as an element raises
-// NSInvalidArgumentException, unless a subclass says otherwise. None given as a list or an index set is
-// empty; none as a block or a comparator raises NSInvalidArgumentException. An operation that raises has
-// changed nothing; neither has a sort whose comparison raises.
+// time.
+//
+// Errors, unless a subclass says otherwise: indexes and ranges past the end raise NSRangeException; none as
+// an element and an empty block or comparator raise NSInvalidArgumentException. None as a list or an index
+// set counts as empty. An operation that raises for an argument has changed nothing, and neither has a sort
+// whose comparison raises.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSEnumerator.h"
@@ -39,7 +46,7 @@ public:
     static Ref<NSArray> arrayWithObjects(std::initializer_list<id> objects);
     static Ref<NSArray> arrayWithObjects(std::vector<id> objects);
     static Ref<NSArray> arrayWithArray(const Ref<NSArray> &array);
-    /// The array that a property list holds; none when there is no such file or it holds something else.
+    /// The array in a property-list file; none when the file cannot be read or contains something else.
     static Ref<NSArray> arrayWithContentsOfFile(const Ref<NSString> &path);
     /// The same for the URL of a file.
     static Ref<NSArray> arrayWithContentsOfURL(const Ref<NSURL> &url);
@@ -47,16 +54,16 @@ public:
     // Primitives.
     virtual NSUInteger count() const = 0;
     virtual id objectAtIndex(NSUInteger index) const = 0;
-    /// A copy of the elements in a range that fits.
+    /// A copy of the elements in the range.
     virtual std::vector<id> getObjects(NSRange range) const;
 
-    /// The elements of an ordinary array where they lie, nothing for any other: for a walk that calls no
-    /// code from outside. Valid until the array changes.
+    /// The elements of an ordinary array without a copy; nothing for any other array. Valid until the array
+    /// changes, so call no code meanwhile that might change it.
     virtual std::optional<std::span<const id>> elements() const { return std::nullopt; }
-    /// Counts the changes of the array, so that a walk notices them; null when they go uncounted, and a walk
-    /// goes over what the array held at its start.
+    /// Counts the changes of the array, so that a walk notices them. Null when they are not counted; then
+    /// walks visit the elements present at their start.
     virtual const NSMutationCount *mutations() const { return nullptr; }
-    /// Every element, as it is now.
+    /// A copy of all elements.
     virtual std::vector<id> allObjects() const { return getObjects({0, count()}); }
     virtual id objectAtIndexedSubscript(NSUInteger index) const { return objectAtIndex(index); }
     virtual Ref<NSArray> objectsAtIndexes(const Ref<NSIndexSet> &indexes) const;
@@ -78,7 +85,8 @@ public:
     virtual Ref<NSArray> subarrayWithRange(NSRange range) const;
     virtual Ref<NSString> componentsJoinedByString(const Ref<NSString> &separator) const;
 
-    // Walks: NSArray+Enumeration.cpp. They notice changes, see NSFastEnumeration.h.
+    // Walks (NSArray+Enumeration.cpp) raise NSGenericException when the array changes; see
+    // NSFastEnumeration.h.
     /// The enumerator keeps the array.
     virtual Ref<NSEnumerator> objectEnumerator() const;
     virtual Ref<NSEnumerator> reverseObjectEnumerator() const;
@@ -86,7 +94,7 @@ public:
     virtual void enumerateObjectsWithOptions(NSEnumerationOptions options, const Visitor &visitor) const;
     virtual void enumerateObjectsAtIndexes(const Ref<NSIndexSet> &indexes, NSEnumerationOptions options,
                                            const Visitor &visitor) const;
-    /// The first element that passes in the order of the walk, or NSNotFound.
+    /// The index of the first element that passes, in the order of the walk, or NSNotFound.
     virtual NSUInteger indexOfObjectPassingTest(const Test &test) const;
     virtual NSUInteger indexOfObjectWithOptions(NSEnumerationOptions options, const Test &test) const;
     virtual NSUInteger indexOfObjectAtIndexes(const Ref<NSIndexSet> &indexes, NSEnumerationOptions options,
@@ -95,18 +103,18 @@ public:
     virtual Ref<NSIndexSet> indexesOfObjectsWithOptions(NSEnumerationOptions options, const Test &test) const;
     virtual Ref<NSIndexSet> indexesOfObjectsAtIndexes(const Ref<NSIndexSet> &indexes,
                                                       NSEnumerationOptions options, const Test &test) const;
-    /// The selector's operation returns nothing.
+    /// The selector's operation must return nothing.
     virtual void makeObjectsPerformSelector(SEL selector) const;
     virtual void makeObjectsPerformSelector(SEL selector, const id &object) const;
-    /// Copies the next batch of a walk to `objects`, which has room for `count`; gives how many, 0 at the
-    /// end.
+    /// Copies the next elements of a walk to `objects`, which has room for `count`; returns their number, 0
+    /// at the end.
     virtual NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
                                                    NSUInteger count) const;
     NSFastIterator<NSArray> begin() const { return NSFastIterator<NSArray>(as<NSArray>(self())); }
     std::default_sentinel_t end() const { return {}; }
 
     // Order: NSArray+Sorting.cpp.
-    /// Opaque; a sort may use it to be faster. Empty: our sort sees by itself what is in order already.
+    /// Always empty data: the sort needs no hint, and ignores one.
     virtual Ref<NSData> sortedArrayHint() const;
     virtual Ref<NSArray> sortedArrayUsingFunction(NSSortFunction function, void *context) const;
     virtual Ref<NSArray> sortedArrayUsingFunction(NSSortFunction function, void *context,
@@ -115,14 +123,15 @@ public:
     virtual Ref<NSArray> sortedArrayUsingSelector(SEL selector) const;
     virtual Ref<NSArray> sortedArrayUsingComparator(const NSComparator &comparator) const;
     virtual Ref<NSArray> sortedArrayWithOptions(NSSortOptions options, const NSComparator &comparator) const;
-    /// Searches a range that is sorted by the comparator. NSNotFound when absent, unless asked for the place
-    /// to insert at. Raises NSInvalidArgumentException for none, and for FirstEqual with LastEqual.
+    /// Binary search in a range that is sorted by the comparator. NSNotFound without an equal element, unless
+    /// the index to insert at is asked for. Raises NSInvalidArgumentException for none, and for FirstEqual
+    /// together with LastEqual.
     virtual NSUInteger indexOfObject(const id &object, NSRange sortedRange, NSBinarySearchingOptions options,
                                      const NSComparator &comparator) const;
 
     virtual bool isEqualToArray(const Ref<NSArray> &other) const;
     bool isEqual(const id &other) const override;
-    /// The count: cheap, and equal arrays agree.
+    /// The count: it takes no time, and equal arrays have equal counts.
     NSUInteger hash() const override { return count(); }
     Ref<NSString> description() const override { return descriptionWithLocale(nullptr, 0); }
     virtual Ref<NSString> descriptionWithLocale(const id &locale) const {
@@ -134,8 +143,8 @@ public:
     id copy() const override { return self(); }
     id mutableCopy() const override;
 
-    /// Runs `operation` on the array that holds the elements, as one step: alone with it where a lock guards
-    /// it. For operations of several calls in a row; the operation uses `contents`, never the receiver. The
+    /// Runs `operation` on the array that holds the elements. If a lock guards the array, the lock is held
+    /// meanwhile, so several calls form one step. The operation must use `contents`, never the receiver. The
     /// contents of a mutable array are mutable.
     virtual void performAsOneStep(const std::function<void(NSArray &contents)> &operation);
 };
@@ -144,7 +153,7 @@ class NSMutableArray : public NSArray {
     NS_CLASS(NSMutableArray, NSArray)
 public:
     static Ref<NSMutableArray> array() { return arrayWithCapacity(0); }
-    /// The capacity is a hint, whatever it is.
+    /// The capacity is only a hint; any value is fine.
     static Ref<NSMutableArray> arrayWithCapacity(NSUInteger capacity);
     static Ref<NSMutableArray> arrayWithObjects(std::initializer_list<id> objects);
     static Ref<NSMutableArray> arrayWithObjects(std::vector<id> objects);
@@ -168,7 +177,7 @@ public:
     virtual void exchangeObjectAtIndex(NSUInteger first, NSUInteger second);
 
     virtual void removeAllObjects();
-    /// Remove every element equal (identical) to the object.
+    /// These remove every element that equals (is identical to) the object.
     virtual void removeObject(const id &object);
     virtual void removeObject(const id &object, NSRange range);
     virtual void removeObjectIdenticalTo(const id &object);
@@ -176,12 +185,12 @@ public:
     virtual void removeObjectsInArray(const Ref<NSArray> &array);
     virtual void removeObjectsInRange(NSRange range);
 
-    /// Puts the objects in the place of the range, be they more or fewer.
+    /// Replaces the elements in the range by any number of objects.
     virtual void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects);
     virtual void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects, NSRange objectsRange);
 
-    /// Raise NSInvalidArgumentException when there are not as many indexes as objects. The indexes of
-    /// inserted objects are those they have in the end.
+    /// These raise NSInvalidArgumentException when the numbers of indexes and objects differ. `insertObjects`
+    /// is given the indexes that the objects have afterwards.
     virtual void insertObjects(const Ref<NSArray> &objects, const Ref<NSIndexSet> &indexes);
     virtual void replaceObjectsAtIndexes(const Ref<NSIndexSet> &indexes, const Ref<NSArray> &objects);
     virtual void removeObjectsAtIndexes(const Ref<NSIndexSet> &indexes);

@@ -23,7 +23,7 @@ Runs oneRun(NSUInteger length, const Ref<NSDictionary> &attributes) {
     return {{length, attributes ? as<NSDictionary>(attributes->copy()) : NSDictionary::dictionary()}};
 }
 
-/// Goes on to `end` with the last run, when the attributes are those, or with a new one.
+/// Extends the last run to `end` if it has these attributes; else adds a run.
 void append(Runs &runs, NSUInteger end, const Ref<NSDictionary> &attributes) {
     if (runs.empty() || !runs.rbegin()->second->isEqual(attributes)) {
         runs.emplace_hint(runs.end(), end, attributes);
@@ -133,15 +133,15 @@ Ref<NSString> NSMutableAttributedString::string() const {
     return asItIs_;
 }
 
-/// Makes a run end at the index, without a change to what is seen.
+/// Splits the run around the index, so that one ends there.
 void NSMutableAttributedString::cutAt(NSUInteger index) {
     const auto run = runs_.lower_bound(index);
     if (index > 0 && run->first != index)
         runs_.emplace_hint(run, index, run->second);
 }
 
-/// Replaces the attributes of every run in the range, cut where the range begins and ends; runs that have
-/// become alike are one again.
+/// Replaces the attributes of every run in the range. Runs are split at the ends of the range, and neighbours
+/// that have become equal are merged.
 template <class Change>
 void NSMutableAttributedString::change(const char *operation, NSRange range, const Change &change) {
     runtime::checkRange(operation, range, length());

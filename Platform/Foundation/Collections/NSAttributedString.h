@@ -1,4 +1,4 @@
-// Texts with attributes: every character has a dictionary of them.
+// Texts with attributes: every code unit has a dictionary of attributes.
 //
 //     auto text = NSMutableAttributedString::attributedStringWithString(u"low toner"_ns);
 //     text->addAttribute(u"weight"_ns, u"bold"_ns, {0, 3});
@@ -6,8 +6,11 @@
 //     text->attributesAtIndex(2, &range);   // {weight = bold;}, range {0, 3}
 //
 // Threads: an NSAttributedString is immutable and may be read from any thread; an NSMutableAttributedString
-// belongs to one thread at a time. Indexes and ranges past the end raise NSRangeException; none as a text is
-// the empty one, none as attributes is no attributes.
+// belongs to one thread at a time.
+//
+// Errors: indexes and ranges past the end raise NSRangeException. None as a text counts as the empty text,
+// none as attributes as no attributes. None as an attribute's name or value raises
+// NSInvalidArgumentException.
 #pragma once
 
 #include "Platform/Foundation/Text/NSRange.h"
@@ -20,12 +23,12 @@ class NSDictionary;
 class NSAttributedString : public NSObject {
     NS_CLASS(NSAttributedString, NSObject)
 public:
-    /// The attributes of neighbouring characters, by where these end and the next ones begin; the last ones
-    /// end with the text.
+    /// The attributes of each run of code units, by the index one past the run's last unit. The last run ends
+    /// with the text.
     using Runs = std::map<NSUInteger, Ref<NSDictionary>>;
 
     NSAttributedString();
-    /// The text is immutable, and the runs cover it.
+    /// The text must be immutable, and the runs must cover it.
     NSAttributedString(Ref<NSString> text, Runs runs) : text_(std::move(text)), runs_(std::move(runs)) {}
 
     static Ref<NSAttributedString> attributedStringWithString(const Ref<NSString> &text,
@@ -34,15 +37,16 @@ public:
     virtual Ref<NSString> string() const { return text_; }
     NSUInteger length() const;
     const Runs &runs() const { return runs_; }
-    /// Never none. The effective range is one in which they hold, not always the longest one.
+    /// Never none. `effectiveRange`, if not null, is set to a range of code units with the same attributes,
+    /// not always the longest one.
     Ref<NSDictionary> attributesAtIndex(NSUInteger index, NSRange *effectiveRange = nullptr) const;
-    /// `attribute:atIndex:effectiveRange:`; none when the character lacks it.
+    /// `attribute:atIndex:effectiveRange:`; none when the code unit does not have the attribute.
     id attribute(const Ref<NSString> &name, NSUInteger index, NSRange *effectiveRange = nullptr) const;
     Ref<NSAttributedString> attributedSubstringFromRange(NSRange range) const;
 
     bool isEqualToAttributedString(const Ref<NSAttributedString> &other) const;
     bool isEqual(const id &other) const override;
-    /// That of the text.
+    /// The hash of the text.
     NSUInteger hash() const override;
     /// Each run followed by its attributes.
     Ref<NSString> description() const override;
@@ -52,7 +56,7 @@ public:
 protected:
     friend class NSMutableAttributedString;
 
-    Ref<NSString> text_; // of a mutable one a mutable text of its own
+    Ref<NSString> text_; // in the mutable subclass an NSMutableString of its own
     Runs runs_;          // empty for the empty text
 };
 
@@ -60,20 +64,21 @@ class NSMutableAttributedString : public NSAttributedString {
     NS_CLASS(NSMutableAttributedString, NSAttributedString)
 public:
     NSMutableAttributedString();
-    /// The runs cover the text, which is copied.
+    /// Copies the text, which the runs must cover.
     NSMutableAttributedString(const Ref<NSString> &text, Runs runs);
 
     static Ref<NSMutableAttributedString>
     attributedStringWithString(const Ref<NSString> &text, const Ref<NSDictionary> &attributes = nullptr);
 
-    /// The text as it is now. The first time after a change costs the length of the text.
+    /// An immutable copy of the text, which is made once after each change of the text.
     Ref<NSString> string() const override;
 
-    /// In the range: the attribute beside the others; in the place of the others; without it.
+    /// Sets one attribute in the range, and keeps the others.
     void addAttribute(const Ref<NSString> &name, const id &value, NSRange range);
+    /// Replaces all attributes in the range.
     void setAttributes(const Ref<NSDictionary> &attributes, NSRange range);
     void removeAttribute(const Ref<NSString> &name, NSRange range);
-    /// None adds nothing. Costs the length of what is added.
+    /// Does nothing for none. Takes time proportional to what is added.
     void appendAttributedString(const Ref<NSAttributedString> &other);
 
     id copy() const override { return make<NSAttributedString>(string(), runs_); }
@@ -83,5 +88,5 @@ private:
     template <class Change>
     void change(const char *operation, NSRange range, const Change &change);
 
-    mutable Ref<NSString> asItIs_; // an immutable copy of the text, once somebody has asked for it
+    mutable Ref<NSString> asItIs_; // an immutable copy of the text, once it was asked for
 };

@@ -43,7 +43,7 @@ bool checkedSet(ObjectTable &table, const id &key, const id &value) {
     return table.set(key->copy(), value);
 }
 
-/// What both ordinary dictionaries share.
+/// The common base of both ordinary dictionaries.
 template <class Base>
 class PlainDictionaryOf : public Base {
 public:
@@ -66,7 +66,7 @@ public:
     }
     void enumerateKeysAndObjectsUsingBlock(const NSDictionary::Visitor &visitor) const override {
         runtime::checkBlock("NSDictionary enumerateKeysAndObjectsUsingBlock:", visitor);
-        const id keep = this->self(); // the visitor may let it go
+        const id keep = this->self(); // the visitor may release it
         const NSMutationWatch changes(&mutations_);
         NSUInteger position = 0;
         bool stop = false;

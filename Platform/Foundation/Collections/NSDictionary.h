@@ -1,13 +1,19 @@
-// Tables from keys to objects. Keys are copied on the way in and compared by `isEqual`.
+// Tables from keys to objects. Keys are copied when they are added, and compared by `isEqual`.
 //
-// Class clusters like the arrays: `count`, `objectForKey`, `keyEnumerator` (and, mutable, `setObject` and
-// `removeObjectForKey`) are the primitives, everything else is written once on top of them. Ordinary
-// dictionaries keep the order of insertion.
+//     auto settings = NSMutableDictionary::dictionary();
+//     settings->setObject(u"A4"_ns, u"paper"_ns);
+//     const id paper = settings->objectForKey(u"paper"_ns);
+//
+// Class clusters like the arrays: everything is implemented on top of `count`, `objectForKey` and
+// `keyEnumerator` (of mutable dictionaries also `setObject` and `removeObjectForKey`). Ordinary dictionaries
+// keep the order of insertion.
 //
 // Threads: an ordinary immutable dictionary may be read from any thread; a mutable one belongs to one thread
-// at a time. None as a key or value raises NSInvalidArgumentException; reading with a key of none gives none.
-// None given as a list or a dictionary is empty; none as a block or a comparator raises
-// NSInvalidArgumentException.
+// at a time.
+//
+// Errors: adding none as a key or value, and an empty block or comparator, raises NSInvalidArgumentException.
+// Reading with none as the key returns none, removing it does nothing. None as a list or a dictionary counts
+// as empty.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSEnumerator.h"
@@ -35,9 +41,9 @@ public:
     static Ref<NSDictionary> dictionary();
     static Ref<NSDictionary> dictionaryWithEntries(Entries entries);
     static Ref<NSDictionary> dictionaryWithDictionary(const Ref<NSDictionary> &dictionary);
-    /// Takes the table over; its keys are copies already.
+    /// Takes the table over; its keys must be copies already.
     static Ref<NSDictionary> dictionaryWithTable(ObjectTable table);
-    /// Raises NSInvalidArgumentException when there are not as many objects as keys.
+    /// Raises NSInvalidArgumentException when the numbers of objects and keys differ.
     static Ref<NSDictionary> dictionaryWithObjects(const Ref<NSArray> &objects, const Ref<NSArray> &keys);
 
     // Primitives.
@@ -46,12 +52,12 @@ public:
     /// The enumerator keeps the dictionary.
     virtual Ref<NSEnumerator> keyEnumerator() const = 0;
 
-    /// The table behind an ordinary dictionary, null behind any other: for a walk that runs nobody else's
-    /// code. Valid until the dictionary changes.
+    /// The table of an ordinary dictionary, null for any other. Valid until the dictionary changes, so call
+    /// no code meanwhile that might change it.
     virtual const ObjectTable *table() const { return nullptr; }
-    /// Counts the entries added and removed, so that a walk notices it; null when they go uncounted.
+    /// Counts the entries added and removed, so that a walk notices them; null when they are not counted.
     virtual const NSMutationCount *mutations() const { return nullptr; }
-    /// Every entry, as it is now.
+    /// A copy of all entries.
     std::vector<std::pair<id, id>> allEntries() const;
     virtual id objectForKeyedSubscript(const id &key) const { return objectForKey(key); }
     /// The object of the key.
@@ -60,15 +66,16 @@ public:
     virtual Ref<NSArray> allValues() const;
     /// The keys whose value equals the object.
     virtual Ref<NSArray> allKeysForObject(const id &object) const;
-    /// The values of the keys in their order, the marker for a key without one. Raises
-    /// NSInvalidArgumentException when a missing marker would be needed.
+    /// The values of the keys, in their order, with the marker for each missing key. Raises
+    /// NSInvalidArgumentException when the marker is none and needed.
     virtual Ref<NSArray> objectsForKeys(const Ref<NSArray> &keys, const id &notFoundMarker) const;
-    /// `getObjects:andKeys:count:`: the first `count` entries, to either buffer that is not null.
+    /// `getObjects:andKeys:count:`: copies the first `count` entries to those of the two buffers that are not
+    /// null.
     virtual void getObjects(id *objects, id *keys, NSUInteger count) const;
 
-    // Walks and order: NSDictionary+Enumeration.cpp. A walk may set the value of a key that is there; other
-    // changes are noticed, see NSFastEnumeration.h.
-    /// Walks the values, in the order of the keys.
+    // Walks and order: NSDictionary+Enumeration.cpp. The values of existing keys may be set during a walk;
+    // other changes raise NSGenericException, see NSFastEnumeration.h.
+    /// Enumerates the values, in the order of the keys.
     virtual Ref<NSEnumerator> objectEnumerator() const;
     virtual void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const;
     virtual void enumerateKeysAndObjectsWithOptions(NSEnumerationOptions options,
@@ -80,10 +87,10 @@ public:
     virtual Ref<NSArray> keysSortedByValueUsingComparator(const NSComparator &comparator) const;
     virtual Ref<NSArray> keysSortedByValueWithOptions(NSSortOptions options,
                                                       const NSComparator &comparator) const;
-    /// Copies the next batch of keys to `keys`, which has room for `count`; gives how many, 0 at the end.
+    /// Copies the next keys to `keys`, which has room for `count`; returns their number, 0 at the end.
     virtual NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *keys,
                                                    NSUInteger count) const;
-    /// The keys.
+    /// Range-for walks the keys.
     NSFastIterator<NSDictionary> begin() const {
         return NSFastIterator<NSDictionary>(as<NSDictionary>(self()));
     }
@@ -98,15 +105,15 @@ public:
         return descriptionWithLocale(locale, 0);
     }
     /// `indent` counts levels of four blanks, 512 at most. A collection within itself, or within 512 others,
-    /// is no more than "<Class: 0x…>".
+    /// is printed as "<Class: 0x…>".
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
-    /// One line `"key" = "value";` an entry, in the same order.
+    /// One line `"key" = "value";` per entry, in the same order.
     virtual Ref<NSString> descriptionInStringsFileFormat() const;
     id copy() const override { return self(); }
     id mutableCopy() const override;
 
-    /// Runs `operation` on the dictionary that holds the entries, as one step: alone with it where a lock
-    /// guards it. For operations of several calls in a row; the operation uses `contents`, never the
+    /// Runs `operation` on the dictionary that holds the entries. If a lock guards the dictionary, the lock
+    /// is held meanwhile, so several calls form one step. The operation must use `contents`, never the
     /// receiver. The contents of a mutable dictionary are mutable.
     virtual void performAsOneStep(const std::function<void(NSDictionary &contents)> &operation);
 };
@@ -115,10 +122,10 @@ class NSMutableDictionary : public NSDictionary {
     NS_CLASS(NSMutableDictionary, NSDictionary)
 public:
     static Ref<NSMutableDictionary> dictionary() { return dictionaryWithCapacity(0); }
-    /// The capacity is a hint, whatever it is.
+    /// The capacity is only a hint; any value is fine.
     static Ref<NSMutableDictionary> dictionaryWithCapacity(NSUInteger capacity);
     static Ref<NSMutableDictionary> dictionaryWithTable(ObjectTable table);
-    /// With `copyItems`, the values are copies of the others.
+    /// With `copyItems`, the values are copied.
     static Ref<NSMutableDictionary> dictionaryWithDictionary(const Ref<NSDictionary> &dictionary,
                                                              bool copyItems = false);
     static Ref<NSMutableDictionary> dictionaryWithObjects(const Ref<NSArray> &objects,
@@ -130,10 +137,10 @@ public:
     virtual void setObject(const id &object, const id &key) = 0;
     virtual void removeObjectForKey(const id &key) = 0;
 
-    /// `setObject:forKeyedSubscript:`, under a name of its own since the arguments are those of `setObject`:
-    /// sets the entry, or removes it for none.
+    /// `setObject:forKeyedSubscript:`, under another name since it has the arguments of `setObject`: sets the
+    /// entry, or removes it when the object is none.
     virtual void setObjectForKeyedSubscript(const id &object, const id &key);
-    /// Sets the entry, or removes it for none.
+    /// Sets the entry, or removes it when the value is none.
     void setValue(const id &value, const Ref<NSString> &forKey) override;
     virtual void removeAllObjects();
     virtual void removeObjectsForKeys(const Ref<NSArray> &keys);

@@ -1,4 +1,4 @@
-// One walk over a collection, an object at a time or with range-for.
+// One walk over a collection: one object per call, or with range-for.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSFastEnumeration.h"
@@ -11,17 +11,18 @@ class NSArray;
 class NSEnumerator : public NSObject {
     NS_CLASS(NSEnumerator, NSObject)
 public:
-    /// `next` gives one object a call, none at the end, and keeps what `changes` watches. Raises
-    /// NSInvalidArgumentException for none.
+    /// `next` returns one object per call and none at the end. It must keep the collection that `changes`
+    /// watches. Raises NSInvalidArgumentException for an empty function.
     explicit NSEnumerator(std::function<id()> next, NSMutationWatch changes = NSMutationWatch());
 
+    /// None at the end.
     id nextObject() {
         changes_.check();
         return next_();
     }
     /// The objects that are left.
     Ref<NSArray> allObjects();
-    /// The next objects, at most `count`; gives how many, 0 at the end.
+    /// Copies the next objects to `objects`, which has room for `count`; returns their number, 0 at the end.
     NSUInteger countByEnumeratingWithState(NSFastEnumerationState &state, id *objects,
                                            NSUInteger count) const;
     NSFastIterator<NSEnumerator> begin() const {

@@ -1,11 +1,12 @@
-// Walking a collection in batches, and with range-for on top of that:
+// Walking a collection in batches, and range-for on top of that:
 //
-//     for (const id &key : settings->allKeys()) // a `Ref`, so that a temporary lives as long as the loop
+//     for (const id &key : settings->allKeys()) // the `Ref` is kept, so a temporary lives as long as the
+//     loop
 //         use(key);
 //
-// Collections notice when they are changed during a walk, by an enumerator and by a block as well: the next
-// step raises NSGenericException, also the one behind the last element. A visit that stops the walk takes no
-// further step. Walking none walks nothing.
+// Collections notice when they are changed during any walk, also one by an enumerator or a block: the next
+// step raises NSGenericException, also the step after the last element. A visitor that has changed the
+// collection may stop the walk, since no step follows. Range-for over none visits nothing.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -14,12 +15,12 @@
 #include <atomic>
 #include <iterator>
 
-/// Collections may run the visits of a walk with this option side by side; ours run them in order.
+/// With the option Concurrent collections may visit elements concurrently; ours visit them in order.
 using NSEnumerationOptions = NSUInteger;
 inline constexpr NSEnumerationOptions NSEnumerationConcurrent = 1 << 0;
 inline constexpr NSEnumerationOptions NSEnumerationReverse = 1 << 1;
 
-/// How often a collection has changed. One thread at a time counts; any may look.
+/// The number of changes of a collection. Changed by one thread at a time, read by any.
 class NSMutationCount {
 public:
     NSUInteger value() const { return value_.load(std::memory_order_relaxed); }
@@ -29,10 +30,10 @@ private:
     std::atomic<NSUInteger> value_{0};
 };
 
-/// Notices that a collection changes while it is walked. The collection must live as long.
+/// Notices that a collection changes while it is walked. The collection must outlive it.
 class NSMutationWatch {
 public:
-    /// Of null notices nothing.
+    /// With null it notices nothing.
     explicit NSMutationWatch(const NSMutationCount *count = nullptr)
         : count_(count), atStart_(count ? count->value() : 0) {}
 
@@ -50,13 +51,13 @@ private:
     NSUInteger atStart_;
 };
 
-/// Where a walk stands; default-made before its first batch. The fields are the collection's own business.
+/// The position of a walk, to be default-constructed for its start. Only the collection uses the fields.
 struct NSFastEnumerationState {
     NSUInteger state = 0;      ///< the next position
-    id extra;                  ///< what the collection needs kept
-    NSMutationWatch mutations; ///< of null when changes go unnoticed
+    id extra;                  ///< an object that the collection needs kept
+    NSMutationWatch mutations; ///< watches nothing when changes are not counted
 
-    /// For collections, first thing in every batch: begins to watch at the first, checks at the others.
+    /// For collections, at the beginning of every batch: starts to watch in the first, checks in the others.
     void watch(const NSMutationCount &count) {
         if (mutations)
             mutations.check();
@@ -65,7 +66,7 @@ struct NSFastEnumerationState {
     }
 };
 
-/// What range-for walks with; keeps the collection.
+/// The iterator of range-for; keeps the collection.
 template <class Collection>
 class NSFastIterator {
 public:

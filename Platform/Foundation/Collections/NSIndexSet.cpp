@@ -12,7 +12,7 @@ NS_IMPLEMENTATION(NSMutableIndexSet) {}
 
 namespace {
 
-/// The end of the range, cut to the indexes there can be.
+/// The end of the range, at most NSNotFound.
 NSUInteger endOf(NSRange range) {
     const NSUInteger start = std::min(range.location, NSNotFound);
     return start + std::min(range.length, NSNotFound - start);
@@ -116,7 +116,7 @@ void NSMutableIndexSet::addIndexesInRange(NSRange range) {
     runtime::checkRange("NSMutableIndexSet addIndexesInRange:", range, NSNotFound);
     if (!range.length)
         return;
-    // Everything that touches or overlaps the new range becomes one with it.
+    // All ranges that touch or overlap the new one are merged with it.
     const auto first = endingAfter(range.location ? range.location - 1 : 0);
     auto last = first;
     NSUInteger start = range.location, end = range.end();

@@ -1,7 +1,10 @@
-// Sets of indexes, kept as ranges in ascending order that neither touch nor overlap.
+// Sets of indexes, stored as ascending ranges that neither touch nor overlap.
+//
+// Indexes are below NSNotFound: adding others raises NSRangeException; in all other operations a range that
+// reaches farther is cut there.
 //
 // Threads: an NSIndexSet is immutable and may be read from any thread; an NSMutableIndexSet belongs to one
-// thread at a time. Indexes are below NSNotFound; a range that reaches farther raises NSRangeException.
+// thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSFastEnumeration.h"
@@ -19,7 +22,7 @@ public:
     using RangeVisitor = std::function<void(NSRange range, bool &stop)>;
 
     NSIndexSet() = default;
-    /// For `copy`: the ranges of another set.
+    /// For `copy`: `ranges` are those of another set.
     explicit NSIndexSet(std::vector<NSRange> ranges) : ranges_(std::move(ranges)) {}
 
     static Ref<NSIndexSet> indexSet() { return make<NSIndexSet>(); }
@@ -31,11 +34,13 @@ public:
     NSUInteger count() const { return countOfIndexesInRange({0, NSNotFound}); }
     NSUInteger countOfIndexesInRange(NSRange range) const;
     bool containsIndex(NSUInteger index) const { return intersectsIndexesInRange({index, 1}); }
+    /// False for an empty range.
     bool containsIndexesInRange(NSRange range) const;
+    /// True for none.
     bool containsIndexes(const Ref<NSIndexSet> &indexes) const;
     bool intersectsIndexesInRange(NSRange range) const { return countOfIndexesInRange(range) > 0; }
 
-    /// NSNotFound when there is none.
+    /// These return NSNotFound when there is no such index.
     NSUInteger firstIndex() const { return indexGreaterThanOrEqualToIndex(0); }
     NSUInteger lastIndex() const { return indexLessThanIndex(NSNotFound); }
     NSUInteger indexGreaterThanIndex(NSUInteger index) const;
@@ -43,7 +48,8 @@ public:
     NSUInteger indexLessThanIndex(NSUInteger index) const;
     NSUInteger indexLessThanOrEqualToIndex(NSUInteger index) const;
 
-    /// Walks the set as it is at the start.
+    /// These visit the indexes present at the start; the visitor may change the set. They raise
+    /// NSInvalidArgumentException for an empty visitor.
     void enumerateIndexesUsingBlock(const Visitor &visitor) const { enumerateIndexesWithOptions(0, visitor); }
     void enumerateIndexesWithOptions(NSEnumerationOptions options, const Visitor &visitor) const;
     void enumerateRangesUsingBlock(const RangeVisitor &visitor) const;
@@ -57,7 +63,7 @@ public:
     id mutableCopy() const override;
 
 protected:
-    /// The first range that ends behind the index.
+    /// The first range that contains the index or lies behind it.
     std::vector<NSRange>::const_iterator endingAfter(NSUInteger index) const;
 
     std::vector<NSRange> ranges_;
@@ -77,8 +83,9 @@ public:
     void removeIndexes(const Ref<NSIndexSet> &indexes);
     void removeIndexesInRange(NSRange range);
     void removeAllIndexes() { ranges_.clear(); }
-    /// Moves the indexes from `index` on by `delta`. Moving down removes the `-delta` indexes before `index`
-    /// first; what would be moved below zero is removed.
+    /// Adds `delta` to all indexes from `index` on. With a negative delta the `-delta` indexes before `index`
+    /// are removed first, and indexes that would become negative are removed, too. Raises NSRangeException,
+    /// without a change, when an index would become too large.
     void shiftIndexesStartingAtIndex(NSUInteger index, NSInteger delta);
 
     id copy() const override { return make<NSIndexSet>(ranges_); }

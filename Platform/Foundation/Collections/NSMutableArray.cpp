@@ -1,4 +1,4 @@
-// The writes of arrays, on top of the primitives.
+// The changing operations of arrays, on top of the primitives.
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"

@@ -1,4 +1,4 @@
-// The null marker: a value that stands for "no value" where a collection needs an object.
+// An object that stands for "no value" in collections, which cannot hold none.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"

@@ -24,13 +24,13 @@ NS_IMPLEMENTATION(NSMutableSet) {
 
 namespace {
 
-/// False when an equal element was there, which stays.
+/// False, and nothing changes, when there is an equal element.
 bool checkedAdd(ObjectTable &table, const id &object) {
     runtime::checkObject("NSSet addObject:", object);
     return table.add(object, object);
 }
 
-/// What both ordinary sets share.
+/// The common base of both ordinary sets.
 template <class Base>
 class PlainSetOf : public Base {
 public:
@@ -225,7 +225,7 @@ void NSMutableSet::intersectSet(const Ref<NSSet> &other) {
 }
 
 void NSMutableSet::setSet(const Ref<NSSet> &other) {
-    const auto objects = other ? other->allObjects() : nullptr; // which may be those of this set
+    const auto objects = other ? other->allObjects() : nullptr; // a copy: the other may be this set
     removeAllObjects();
     addObjectsFromArray(objects);
 }

@@ -1,11 +1,14 @@
-// Unordered collections without doubles; elements are compared by `isEqual` and must not change meanwhile.
+// Sets of distinct objects. Elements are compared by `isEqual` and must not change while they are in a set.
 //
-// Class clusters like the arrays: `count`, `member` and `objectEnumerator` (and, mutable, `addObject` and
-// `removeObject`) are the primitives, everything else is written once on top of them. Ordinary sets keep the
-// order of insertion.
+// Class clusters like the arrays: everything is implemented on top of `count`, `member` and
+// `objectEnumerator` (of mutable sets also `addObject` and `removeObject`). Ordinary sets keep the order of
+// insertion.
 //
 // Threads: an ordinary immutable set may be read from any thread; a mutable one belongs to one thread at a
-// time. None as an element or a block raises NSInvalidArgumentException.
+// time.
+//
+// Errors: adding none, and an empty block, raises NSInvalidArgumentException. Looking for none finds nothing,
+// removing it does nothing. None as a set or an array counts as empty.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSEnumerator.h"
@@ -34,7 +37,7 @@ public:
     virtual NSUInteger count() const = 0;
     /// The element that equals the object, or none.
     virtual id member(const id &object) const = 0;
-    /// The enumerator keeps the set, and notices changes as every walk does, see NSFastEnumeration.h.
+    /// The enumerator keeps the set, and raises NSGenericException when it changes; see NSFastEnumeration.h.
     virtual Ref<NSEnumerator> objectEnumerator() const = 0;
 
     virtual bool containsObject(const id &object) const { return member(object) != nullptr; }
@@ -48,7 +51,6 @@ public:
     NSFastIterator<NSSet> begin() const { return NSFastIterator<NSSet>(as<NSSet>(self())); }
     std::default_sentinel_t end() const { return {}; }
 
-    /// None is taken for the empty set.
     virtual bool isSubsetOfSet(const Ref<NSSet> &other) const;
     virtual bool intersectsSet(const Ref<NSSet> &other) const;
     virtual Ref<NSSet> setByAddingObject(const id &object) const;
@@ -61,7 +63,7 @@ public:
         return descriptionWithLocale(locale, 0);
     }
     /// `indent` counts levels of four blanks, 512 at most. A collection within itself, or within 512 others,
-    /// is no more than "<Class: 0x…>".
+    /// is printed as "<Class: 0x…>".
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     id copy() const override { return self(); }
     id mutableCopy() const override;
@@ -75,7 +77,7 @@ public:
     static Ref<NSMutableSet> setWithSet(const Ref<NSSet> &set);
 
     // Primitives.
-    /// An element that is there already stays.
+    /// Does nothing when the set has an equal element.
     virtual void addObject(const id &object) = 0;
     virtual void removeObject(const id &object) = 0;
 

@@ -1,4 +1,4 @@
-// Texts in parts.
+// Splitting texts: here, since the result is an array.
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Raise.h"

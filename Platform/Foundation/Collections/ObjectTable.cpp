@@ -54,7 +54,7 @@ const id *ObjectTable::find(const id &key) const {
 bool ObjectTable::set(id key, id value) {
     const NSUInteger hash = hashOf(key);
     if (const NSUInteger found = locate(hash, key); found != absent) {
-        entries_[found].value.swap(value); // what was there goes when this call ends: its end may look here
+        entries_[found].value.swap(value); // the former one is released last: its end may read the table
         return false;
     }
     append(hash, std::move(key), std::move(value));
@@ -99,7 +99,7 @@ bool ObjectTable::remove(const id &key) {
     const NSUInteger found = locate(hashOf(key), key);
     if (found == absent)
         return false;
-    // The entry stays as a gap, so that the index holds; gaps go when they are the majority.
+    // The removed entry is left empty, so that the index stays valid, until most entries are.
     const Entry released = std::exchange(entries_[found], Entry{});
     --live_;
     while (first_ < entries_.size() && !entries_[first_].key)

@@ -1,8 +1,8 @@
-// The store behind ordinary dictionaries and sets: a hash table of objects that keeps the order of insertion,
-// so that walks, descriptions and tests are the same on every run.
+// The hash table of ordinary dictionaries and sets. It keeps the order of insertion, so that walks,
+// descriptions and tests are the same on every run. It holds less than 2^32 entries.
 //
-// Keys of one hash, which arrays of one length have, are compared one by one. A table that meets many of them
-// goes by what its keys contain instead, so that no choice of keys makes it slow.
+// Keys with the same hash are compared one by one. Collections have their count as the hash, so many keys may
+// share one: when a table meets 16 of them, it switches to hashes of the keys' contents (ContentsHash.h).
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -14,7 +14,7 @@ class ObjectTable {
 public:
     struct Entry {
         NSUInteger hash = 0;
-        id key; ///< none in an entry that was removed
+        id key; ///< none in a removed entry
         id value;
 
         Entry() = default;
@@ -22,32 +22,35 @@ public:
             : hash(itsHash), key(std::move(itsKey)), value(std::move(itsValue)) {}
     };
 
-    /// With room for `count` entries.
+    /// Reserves memory for `count` entries.
     explicit ObjectTable(NSUInteger count = 0) { entries_.reserve(count); }
     ObjectTable(ObjectTable &&) = default;
     ObjectTable &operator=(ObjectTable &&) = default;
-    /// However deep its entries nest.
+    /// Safe for entries that nest deeply; see CollectionEnds.h.
     ~ObjectTable();
 
     NSUInteger count() const { return live_; }
-    /// In the order of insertion; one without a key was removed. Valid until the table changes.
+    /// In the order of insertion, with removed entries, which have no key. Valid until the table changes.
     std::span<const Entry> entries() const { return entries_; }
-    /// The value of an equal key, or null.
+    /// The value of an equal key, or null. Valid until the table changes.
     const id *find(const id &key) const;
-    /// Sets the value of an equal key, which stays as it is (false), or adds the entry at the end (true).
+    /// Adds the entry at the end and returns true. If there is an equal key, only sets its value and returns
+    /// false. The key must not be none.
     bool set(id key, id value);
-    /// Adds the entry at the end, unless there is an equal key (false).
+    /// Adds the entry at the end; false, and nothing changes, if there is an equal key. The key must not be
+    /// none.
     bool add(id key, id value);
+    /// False when there is no equal key.
     bool remove(const id &key);
 
-    /// The first live entry at or after `position`, which moves behind it; null at the end.
+    /// The first live entry at or after `position`, which is moved behind it; null at the end.
     const Entry *next(NSUInteger &position) const;
-    /// Copies at most `count` of the keys at or after `position`, which moves behind them, and says how many.
+    /// Copies at most `count` keys, starting at `position`, which is moved behind them; returns their number.
     NSUInteger keys(NSUInteger &position, id *keys, NSUInteger count) const;
 
 private:
-    static constexpr NSUInteger smallest = 8;   // up to here a walk beats an index
-    static constexpr NSUInteger mostAlike = 16; // keys of one hash, before the table goes by contents
+    static constexpr NSUInteger smallest = 8;   // entries; up to this number there is no index
+    static constexpr NSUInteger mostAlike = 16; // keys with the same hash, before contents are hashed
 
     NSUInteger hashOf(const id &key) const;
     NSUInteger locate(NSUInteger hash, const id &key) const;
@@ -56,8 +59,8 @@ private:
     void rebuild();
 
     std::vector<Entry> entries_;
-    std::vector<std::uint32_t> index_; // entry number + 1, 0 when free; empty while the table is small
+    std::vector<std::uint32_t> index_; // hash table of entry number + 1, or 0; empty while the table is small
     NSUInteger live_ = 0;
-    bool byContents_ = false; // the hashes are those of what the keys contain
-    NSUInteger first_ = 0; // gaps only before it, so that taking entries from the front does not search them
+    bool byContents_ = false; // the hashes are contentsHash's
+    NSUInteger first_ = 0;    // all entries before it were removed: taking the first one need not search them
 };

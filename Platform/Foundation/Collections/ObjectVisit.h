@@ -1,14 +1,14 @@
-// The objects that a walk is in the middle of, on its thread. Asked before each step, it keeps a walk through
-// objects that lead back to themselves, or that nest without end, from going on for ever.
+// The objects that a recursive walk is visiting at the moment, per thread. Asked before each step, it ends
+// walks through objects that contain themselves or nest too deeply.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
 
-/// How deep what recurses walks.
+/// The deepest nesting of visits of one walk.
 inline constexpr int deepestVisits = 512;
 
-/// For as long as a walk is at the object, or at both of a pair. `Walk` is a type of one's own for each kind
-/// of walk.
+/// One visit to an object, or to a pair of objects that are compared; ends with the scope. `Walk` is a tag:
+/// each kind of walk has its own.
 ///
 ///     using Visit = ObjectVisit<struct Writing>;
 ///     if (Visit::admits(*object)) {
@@ -25,19 +25,19 @@ public:
     ObjectVisit &operator=(const ObjectVisit &) = delete;
     ~ObjectVisit() { innermost = outer_; }
 
-    /// Whether the thread is within any visit.
+    /// Whether any visit is under way on this thread.
     static bool isUnderWay() { return innermost != nullptr; }
-    /// Whether the walk is within a visit of the same.
+    /// Whether the object (or the pair) is being visited.
     static bool isWithin(const NSObject &object, const NSObject *other = nullptr) {
         return isWithinAny(
             [&](const ObjectVisit &each) { return each.object_ == &object && each.other_ == other; });
     }
-    /// Whether the walk is within a visit of the object, be it alone or one of a pair.
+    /// Whether the object is being visited, alone or as one of a pair.
     static bool involves(const NSObject &object) {
         return isWithinAny(
             [&](const ObjectVisit &each) { return each.object_ == &object || each.other_ == &object; });
     }
-    /// Whether the walk may go there.
+    /// Whether the walk may visit the object: it is not being visited, and the walk is not too deep.
     static bool admits(const NSObject &object, const NSObject *other = nullptr) {
         return depth() < deepestVisits && !isWithin(object, other);
     }

@@ -1,14 +1,15 @@
-// The one sort of the collections: stable, and within its bounds whatever the comparison answers.
+// The sort of the collections: a stable merge sort.
 //
-// Comparisons are foreign code that may contradict itself or raise; the standard sorts may then leave the
-// range or lose elements, merging does neither. Runs that are in order already cost one comparison.
+// Comparators come from callers and may contradict themselves or raise. The standard sorts may then access
+// memory outside the range or lose elements; merging from one list into another does neither. Two runs that
+// are in order already take one comparison.
 #pragma once
 
 #include <algorithm>
 #include <iterator>
 #include <vector>
 
-/// The elements sorted; `descending(earlier, later)` says that the two must change places.
+/// The sorted elements; `descending(earlier, later)` returns whether the two must change places.
 template <class T, class Descending>
 std::vector<T> stableSorted(std::vector<T> elements, const Descending &descending) {
     const std::size_t count = elements.size();
