@@ -8,7 +8,7 @@
 
 namespace {
 
-/// "title" to "Title": the first character, as people see it, in upper case.
+/// "Title" for "title": the first user-perceived character in upper case.
 std::string capitalized(std::string_view name) {
     const auto isPlain = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
     if (!name.empty() && ascii::isLowerCase(name[0]) && (name.size() == 1 || isPlain(name[1])))

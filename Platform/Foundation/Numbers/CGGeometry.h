@@ -1,4 +1,4 @@
-// Points, sizes, rectangles and the like, in the units of whoever uses them.
+// Points, sizes, rectangles and the like. The unit is up to the user.
 #pragma once
 
 #include "Platform/Runtime/Object/TypeEncoding.h"

@@ -7,7 +7,7 @@ double doubleOfDecimalText(std::string_view text) {
     const auto error = std::from_chars(text.data(), text.data() + text.size(), value).ec;
     if (error != std::errc::result_out_of_range)
         return std::isfinite(value) ? value : 0;    // a text may begin with "inf" or "nan"
-    const NSDecimal number = NSDecimal::read(text); // tells the side on which it is out of range
+    const NSDecimal number = NSDecimal::read(text); // to find out whether it is too large or too small
     const bool large = static_cast<std::int64_t>(number.digits.size()) + number.exponent > 0;
     return std::copysign(large ? std::numeric_limits<double>::infinity() : 0, number.isNegative ? -1 : 1);
 }

@@ -1,4 +1,4 @@
-// Numbers as decimal text and back, the same in every locale.
+// Numbers as decimal text and back, the same in every locale. Safe from any thread.
 #pragma once
 
 #include <charconv>
@@ -7,21 +7,23 @@
 #include <limits>
 #include <string_view>
 
-/// Room for the text of any number.
+/// Large enough for the text of any number.
 using DecimalBuffer = char[40];
+
+/// The text, which lies in the buffer.
 
 template <std::integral T>
 std::string_view decimalText(T value, DecimalBuffer &buffer) {
     return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
 }
 
-/// The fewest digits that read back equal; an exponent only where plain digits would be many. What is no
-/// number is "nan", "inf" or "-inf".
+/// The fewest digits that read back equal; with an exponent below 1e-5 and from 1e16 (a float's: 1e7) on.
+/// Other values are "nan", "inf" and "-inf".
 template <std::floating_point T>
 std::string_view decimalText(T value, DecimalBuffer &buffer) {
     if (std::isnan(value))
         return "nan";
-    // Beyond these digits the plain text of a whole number would have more than it needs.
+    // From here on the plain text of a whole number would have more digits than needed.
     constexpr T many = std::numeric_limits<T>::digits10 > 6 ? T(1e16) : T(1e7);
     const bool plain = value == 0 || (std::abs(value) >= T(1e-5) && std::abs(value) < many);
     char *const end = buffer + sizeof buffer;
@@ -29,7 +31,7 @@ std::string_view decimalText(T value, DecimalBuffer &buffer) {
     return {buffer, std::to_chars(buffer, end, value, format).ptr};
 }
 
-/// The double nearest to the decimal number that the text begins with: an optional "-", digits with a "." at
-/// most once, an optional exponent. Infinite when it is too large, a zero of its sign when it is too small, 0
-/// when there is no digit.
+/// The double nearest to the decimal number that the text begins with: an optional "-", digits with at most
+/// one ".", an optional exponent. Infinite when it is too large, a zero with its sign when it is too small, 0
+/// without a digit.
 double doubleOfDecimalText(std::string_view text);

@@ -17,7 +17,7 @@ bool takeSign(std::string_view &text) {
     return negative;
 }
 
-/// The exponent that the text begins with, clamped to what no number of digits makes up for.
+/// The exponent that the text begins with, clamped to a size that no number of digits can compensate.
 std::int64_t exponentOf(std::string_view text) {
     constexpr std::uint64_t huge = std::uint64_t{1} << 60;
     if (!text.starts_with('e') && !text.starts_with('E'))
@@ -31,7 +31,7 @@ std::int64_t exponentOf(std::string_view text) {
     return negative ? -size : size;
 }
 
-/// Cut towards zero and clamped.
+/// Truncated towards zero and clamped.
 template <class Integer>
 Integer wholeValue(const NSDecimal &decimal) {
     const auto size = static_cast<std::int64_t>(decimal.digits.size()), point = size + decimal.exponent;

@@ -2,8 +2,7 @@
 //
 //     NSDecimal::read("12.50 EUR").rounded().text()   // "12.5"
 //
-// Kept as digits, because what is asked of them is to be read, shown and compared without a loss; nothing
-// calculates with them. Any thread.
+// Stored as digits, since they are only read, shown and compared without loss; nothing calculates with them.
 #pragma once
 
 #include <compare>
@@ -16,30 +15,31 @@ struct NSDecimal {
 
     bool isNotANumber = false;
     bool isNegative = false;
-    /// The value is the digits times ten to the exponent. No zero stands at either end; none at all is 0.
+    /// The value is `digits` times ten to the power of `exponent`. ASCII digits without leading and trailing
+    /// zeros; empty for 0. Only a rounded value keeps to the limits above.
     std::string digits;
     std::int64_t exponent = 0;
 
     static NSDecimal notANumber() { return {.isNotANumber = true, .digits = {}}; }
-    /// The number that the text begins with, with every digit: ASCII white space skipped, an optional sign,
-    /// digits with at most one ".", an optional exponent. Not a number when there is no digit.
+    /// The number that the text begins with, unrounded: skips ASCII white space and reads an optional sign,
+    /// digits with at most one ".", and an optional exponent. Not a number without a digit.
     static NSDecimal read(std::string_view text);
-    /// Every digit of a finite double; not a number for any other.
+    /// The exact value of a finite double; not a number for any other.
     static NSDecimal exactly(double value);
 
-    /// To 38 digits and the least exponent, halves away from zero; not a number when it is too large.
+    /// Rounded to 38 digits and the least exponent, halves away from zero; not a number when it is too large.
     NSDecimal rounded() const;
 
-    /// Plain decimal text without an exponent; "NaN". Raises NSInvalidArgumentException for one of more than
-    /// a million digits, which no rounded value has.
+    /// Plain decimal text without an exponent, or "NaN". Raises NSInvalidArgumentException for an exponent
+    /// beyond a million, which no rounded value has.
     std::string text() const;
-    /// The nearest.
+    /// The nearest double.
     double doubleValue() const;
-    /// Cut towards zero and clamped, not-a-number counting as 0; unsigned, a negative value wraps around.
+    /// Truncated towards zero and clamped; 0 for not-a-number. A negative value wraps around when unsigned.
     std::int64_t longLongValue() const;
     std::uint64_t unsignedLongLongValue() const;
 
-    /// What is not a number equals itself and comes before all numbers.
+    /// Not-a-number equals itself and comes before all numbers.
     friend std::strong_ordering operator<=>(const NSDecimal &a, const NSDecimal &b);
     friend bool operator==(const NSDecimal &, const NSDecimal &) = default;
 

@@ -41,8 +41,8 @@ bool NSDecimalNumber::isEqual(const id &other) const {
     return number && compare(number) == NSComparisonResult::OrderedSame;
 }
 
-// Values that another kind of number can have go as those numbers do; the others by their text, or all that
-// lie between two doubles would have one hash.
+// Values that integers or doubles can have are hashed like those, since they may be equal. Other values are
+// hashed by their text: by the nearest double, all decimals near a double would have the same hash.
 NSUInteger NSDecimalNumber::hash() const {
     const bool whole =
         value_.exponent >= 0 && value_ < NSDecimal::exactly(0x1p64) && value_ >= NSDecimal::exactly(-0x1p63);

@@ -2,8 +2,8 @@
 //
 //     NSDecimalNumber::decimalNumberWithString(u"0.1"_ns)   // exactly one tenth, which no double is
 //
-// Equality and hash go by exact value across all numbers: one half equals the double 0.5, one tenth does not
-// equal the double 0.1. Its `objCType` is that of a double. Immutable; any thread.
+// Equality and hash use the exact value, across all kinds of numbers: one half equals the double 0.5, one
+// tenth does not equal the double 0.1. `objCType` is 'd', a double's. Immutable, so any thread may use one.
 #pragma once
 
 #include "Platform/Foundation/Numbers/NSDecimal.h"
@@ -13,23 +13,23 @@
 class NSDecimalNumber : public NSNumber {
     NS_CLASS(NSDecimalNumber, NSNumber)
 public:
-    /// For the factories, with a rounded value.
+    /// For the factories; `value` must be rounded.
     explicit NSDecimalNumber(NSDecimal value)
         : NSNumber(decimalEncoding, value.doubleValue()), value_(std::move(value)) {}
 
-    /// What a text without a number gives; equals itself and the double of that name.
+    /// Equals itself and the double NaN.
     static Ref<NSDecimalNumber> notANumber() { return decimalNumberWithDecimal(NSDecimal::notANumber()); }
-    /// The number that the text begins with behind white space and line ends of any kind, as
-    /// `NSDecimal::read` takes it, rounded. Not a number for a text that begins with none, for a number that
-    /// is too large, and for none.
+    /// The number that the text begins with after white space and line ends of any kind, read as by
+    /// `NSDecimal::read` and rounded. Not a number when the text is none, does not begin with a number, or
+    /// begins with one that is too large.
     static Ref<NSDecimalNumber> decimalNumberWithString(const Ref<NSString> &text);
-    /// Rounds. E.g. of `number->decimalValue()`.
+    /// The value, e.g. `number->decimalValue()`, rounded.
     static Ref<NSDecimalNumber> decimalNumberWithDecimal(const NSDecimal &value) {
         return make<NSDecimalNumber>(value.rounded());
     }
 
     const NSDecimal &value() const { return value_; }
-    /// By exact value; not-a-number and none come first.
+    /// By exact value; not-a-number, and none as the other, come first.
     NSComparisonResult compare(const Ref<NSNumber> &other) const;
 
     bool isEqual(const id &other) const override;

@@ -110,11 +110,11 @@ bool NSNumber::isEqual(const id &other) const {
         return number->equalsFloating(floating_);
     if (number->isFloating())
         return equalsFloating(number->floating_);
-    // Whole numbers of different signedness are equal only below the signed maximum.
+    // With different signedness, equal bits are equal numbers only if the signed one is not negative.
     return unsigned_ == number->unsigned_ && (isUnsigned() == number->isUnsigned() || signed_ >= 0);
 }
 
-// The double nearest to a whole number may be another number, so the way back is compared too.
+// An integer may be rounded when it becomes a double, so the double is converted back and compared, too.
 bool NSNumber::equalsFloating(double value) const {
     if (doubleValue() != value)
         return false;
@@ -122,8 +122,8 @@ bool NSNumber::equalsFloating(double value) const {
                         : value < twoTo63 && cut(value) == signed_;
 }
 
-// Equal numbers of all kinds have one hash: whole ones go by all their digits, since thousands of them share
-// their nearest double, and only the others by the double.
+// Equal numbers of all kinds have the same hash. Whole numbers are hashed as integers, since thousands of
+// large ones share their nearest double; only the others are hashed as doubles.
 NSUInteger NSNumber::hash() const {
     if (!isFloating())
         return keyedHash(unsigned_);

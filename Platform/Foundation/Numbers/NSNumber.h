@@ -1,6 +1,8 @@
-// Numbers that remember the type they were made from. Booleans are numbers of their own kind.
+// Numbers that know the type they were made from. Booleans are a type of their own.
 //
-// Immutable; any thread.
+//     NSNumber::numberWithInt(320)->stringValue();    // "320"
+//
+// Immutable, so any thread may use one.
 #pragma once
 
 #include "Platform/Foundation/Numbers/NSValue.h"
@@ -14,6 +16,8 @@ struct NSDecimal;
 class NSNumber : public NSValue {
     NS_CLASS(NSNumber, NSValue)
 public:
+    /// For the factories below, and for makers of many numbers (ObjectPool.h). The encoding must be one of
+    /// the value's kind: "csiq", "BCSIQ" or "fd".
     NSNumber(char encoding, std::int64_t value) : encoding_(encoding), signed_(value) {}
     NSNumber(char encoding, std::uint64_t value) : encoding_(encoding), unsigned_(value) {}
     NSNumber(char encoding, double value) : encoding_(encoding), floating_(value) {}
@@ -38,14 +42,15 @@ public:
     /// The encoding of the type it was made from: one of "BcCsSiIqQfd".
     char objCType() const { return isDecimal() ? 'd' : encoding_; }
     using NSValue::getValue;
+    /// Writes the value in the type it was made from. Raises NSInvalidArgumentException unless `size` is the
+    /// size of that type.
     void getValue(void *value, NSUInteger size) const override;
     bool isBoolean() const { return encoding_ == 'B'; }
     bool isFloating() const { return encoding_ == 'f' || encoding_ == 'd' || isDecimal(); }
-    /// An NSDecimalNumber, which counts as floating.
+    /// Whether it is an NSDecimalNumber; these count as floating, too.
     bool isDecimal() const { return encoding_ == decimalEncoding; }
 
-    /// Whole numbers are narrowed by dropping high bits, as C does; a floating value is cut towards zero and
-    /// clamped to 64 bits first, not-a-number counting as 0.
+    /// False for zero, true for any other value.
     bool boolValue() const;
     std::int8_t charValue() const { return valueAs<std::int8_t>(); }
     std::uint8_t unsignedCharValue() const { return valueAs<std::uint8_t>(); }
@@ -64,10 +69,10 @@ public:
     T valueAs() const;
     /// The number that `stringValue` shows; not a number for an infinite value.
     NSDecimal decimalValue() const;
-    /// Decimal text that reads back equal; booleans are "1" and "0".
+    /// Decimal text that reads back equal; "1" and "0" for booleans.
     Ref<NSString> stringValue() const;
 
-    /// Numbers are equal by exact value, whatever types they were made from; not-a-number equals itself.
+    /// Compares the exact values, whatever types they were made from; not-a-number equals itself.
     bool isEqual(const id &other) const override;
     NSUInteger hash() const override;
     Ref<NSString> description() const override { return stringValue(); }
@@ -75,7 +80,7 @@ public:
 protected:
     std::string encodedType() const override { return std::string(1, objCType()); }
 
-    /// Of an NSDecimalNumber, whose nearest double is kept here.
+    /// `encoding_` of an NSDecimalNumber, whose nearest double is in `floating_`.
     static constexpr char decimalEncoding = 'D';
 
 private:

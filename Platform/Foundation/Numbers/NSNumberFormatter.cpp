@@ -24,7 +24,7 @@ Formatter openFormatter(const std::string &locale) {
     return formatter;
 }
 
-/// Opening one reads the locale's data and takes long, so each thread keeps the one it used last.
+/// Opening a formatter loads the locale's data and is slow, so each thread keeps the last one.
 UNumberFormat *decimalFormatter() {
     thread_local std::string locale;
     thread_local Formatter formatter(nullptr, unum_close);
@@ -36,7 +36,7 @@ UNumberFormat *decimalFormatter() {
     return formatter.get();
 }
 
-/// None for "∞", "NaN" and what is beyond doubles, which no JSON and no archive could take on.
+/// None for "∞", "NaN" and numbers beyond the range of doubles, which JSON cannot express.
 Ref<NSNumber> finiteNumber(double value) {
     return std::isfinite(value) ? NSNumber::numberWithDouble(value) : nullptr;
 }

@@ -1,7 +1,9 @@
-// Texts to numbers by the conventions of the current locale, decimal style: its digits (and the ASCII ones),
-// its grouping and decimal separators, its signs, an exponent.
+// Parses numbers in the decimal style of the current locale: its digits (and ASCII digits), grouping and
+// decimal separators, signs, and an exponent.
 //
-// Strict: groups have to be whole, white space around the number is not skipped. Any thread.
+//     NSNumberFormatter::numberFromString(u"1.234,5"_ns);    // 1234.5 in the locale de_DE
+//
+// Strict: groups must be complete, and white space around the number is not skipped. Safe from any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -11,7 +13,7 @@ class NSString;
 
 class NSNumberFormatter {
 public:
-    /// A 64-bit integer when the value is whole and fits, a double otherwise. Returns none if the argument is
-    /// none, is not a finite number from its first to its last character, or has more than 4096 code units.
+    /// A 64-bit integer when the value is whole and fits, else a double. None when the text is none, is not
+    /// entirely a finite number, or has more than 4096 code units.
     static Ref<NSNumber> numberFromString(const Ref<NSString> &text);
 };

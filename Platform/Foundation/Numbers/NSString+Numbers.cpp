@@ -1,4 +1,4 @@
-// The number that a text begins with. Nothing here depends on a locale.
+// The number at the front of a text, the same in every locale.
 #include "Platform/Foundation/Numbers/DecimalText.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSString.h"
@@ -26,7 +26,7 @@ template <class Integer>
 Integer leadingInteger(std::u16string_view units) {
     units = withoutLeadingSpace(units);
     const bool negative = takeSign(units);
-    // Counted downwards, where the range is larger by one.
+    // Accumulated as a negative number, since the lowest value has no positive counterpart.
     constexpr Integer lowest = std::numeric_limits<Integer>::min(),
                       highest = std::numeric_limits<Integer>::max();
     Integer value = 0;

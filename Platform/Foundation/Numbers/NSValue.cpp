@@ -12,7 +12,7 @@ NS_IMPLEMENTATION(NSValue) {}
 
 namespace {
 
-/// The type when the whole text encodes just one that can be copied as bytes.
+/// The type that the whole text encodes, if it can be copied as bytes.
 std::optional<runtime::EncodedType> plainType(std::string_view encoding) {
     const auto type = runtime::firstType(encoding);
     const bool plain = type && type->length == encoding.size() && type->size > 0;

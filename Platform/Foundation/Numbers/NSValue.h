@@ -1,10 +1,10 @@
-// Bytes with the encoding of their type: how structures, pointers and the like travel as objects.
+// Objects that hold a structure, a pointer or the like: its bytes and the encoding of its type.
 //
 //     const auto value = NSValue::valueWith(CGSize{3, 4});
 //     value->objCType();          // "{CGSize=dd}"
 //     value->getValue<CGSize>();
 //
-// Immutable; any thread. Numbers are values of their own kind.
+// Immutable, so any thread may use one. Numbers are a subclass, NSNumber.
 #pragma once
 
 #include "Platform/Runtime/Object/TypeEncoding.h"
@@ -12,12 +12,12 @@
 class NSValue : public NSObject {
     NS_CLASS(NSValue, NSObject)
 public:
-    /// Copies as many bytes as the encoded type has. Raises NSInvalidArgumentException for an encoding of no
-    /// type, of several, of objects, or of a type whose size it does not tell.
+    /// Copies as many bytes as the encoded type has. Raises NSInvalidArgumentException for null, and unless
+    /// the encoding is that of one type, which has a known size and contains no objects.
     static Ref<NSValue> valueWithBytes(const void *bytes, std::string_view objCType);
-    /// Encoded "^v". The memory stays the caller's.
+    /// Encoded "^v". The caller keeps owning the memory that it points to.
     static Ref<NSValue> valueWithPointer(const void *pointer);
-    /// Of anything that has an encoding and is no object.
+    /// For any type with an encoding (TypeEncoding.h) but objects.
     template <class T>
     static Ref<NSValue> valueWith(const T &value) {
         static_assert(!runtime::isObject<T>);
@@ -34,10 +34,10 @@ public:
         getValue(&value, sizeof value);
         return value;
     }
-    /// Null for a value that is no pointer.
+    /// Null for a value of another type.
     void *pointerValue() const;
 
-    /// "{length = 4, bytes = 0x01020304}"; of a pointer its address.
+    /// "{length = 4, bytes = 0x01020304}"; for a pointer, unless null, its address.
     Ref<NSString> description() const override;
     id copy() const override { return self(); }
 
