@@ -23,7 +23,7 @@ bool isIgnored(int signal) {
 void awaitEnd(const sigset_t &signals, const std::function<void()> &before) {
     int signal = 0;
     sigwait(&signals, &signal);
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // the next one is for the impatient
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // so that a second one ends the process at once
     if (before)
         before();
     endProcess(128 + signal);
@@ -33,7 +33,7 @@ void awaitEnd(const sigset_t &signals, const std::function<void()> &before) {
 
 void endOnSignals(std::function<void()> before) {
     std::signal(SIGPIPE, SIG_IGN);
-    static sigset_t signals; // as long as processes are forked
+    static sigset_t signals; // static: the atfork handler uses it as long as the process runs
     sigemptyset(&signals);
     for (const int signal : endings)
         if (!isIgnored(signal))

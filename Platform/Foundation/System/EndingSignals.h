@@ -1,24 +1,25 @@
-// The end of the process by a signal: prompt, whatever its threads wait for, with what it holds given back.
+// Ends the process on a signal, at once whatever its threads wait for, but with its at_quick_exit functions
+// run.
 #pragma once
 
 #include <functional>
 
 namespace dispatch {
 
-/// From now on INT, TERM, HUP and QUIT end the process by endProcess with the status 128 + signal; `before`,
-/// which must not wait for anything, is called first, on a thread of its own. The same signal once more ends
-/// it at once. A signal that is ignored by now, as under nohup, stays ignored. A write to a pipe that nobody
-/// reads any more fails (EPIPE) and does not end the process. Where no thread can be had, the signals end the
-/// process as they do by themselves.
+/// From now on INT, TERM, HUP and QUIT end the process by endProcess with the status 128 + signal. `before`
+/// is called first, on the thread that waits for the signals; it must not wait for anything. A second signal
+/// ends the process at once. A signal that is already ignored, as HUP is under nohup, stays ignored. Writing
+/// to a pipe that is closed at the other end fails with EPIPE and no longer ends the process. If the system
+/// refuses the thread, the signals keep their default action.
 ///
-/// Processes that are forked get the signals as usual, and so do the programs that they become.
+/// Forked processes, and the programs that they execute, get the signals as usual.
 ///
-/// Call it once, before any other thread starts: none of them is to get the signals.
+/// To be called once, before any other thread starts, since threads inherit the blocked signals.
 void endOnSignals(std::function<void()> before = {});
 
-/// Ends the process by std::quick_exit, so that what std::at_quick_exit arranged for is done. Of several
-/// calls the first does so and the others wait for it, as std::quick_exit alone would let the second end the
-/// process while the first is still at it. Any thread.
+/// Ends the process by std::quick_exit, which runs the functions registered with std::at_quick_exit. When it
+/// is called again meanwhile, on another thread, that call blocks until the process ends. Safe from any
+/// thread, but not from within those functions.
 [[noreturn]] void endProcess(int status);
 
 } // namespace dispatch

@@ -25,8 +25,8 @@ std::string firstOf(std::initializer_list<const char *> names) {
     return {};
 }
 
-/// Each language of the list, and behind it the catalogue whose script its readers use when it has none
-/// itself.
+/// The list of languages, with each regional variety of Chinese followed by the catalogue in its script,
+/// which is used when it has none of its own.
 std::string withRelatives(const std::string &languages) {
     std::string result;
     for (std::size_t at = 0; at <= languages.size();) {
@@ -65,7 +65,7 @@ void NSLocalizationPrepare() {
     const bool plain = language.empty() || language == "C" || language == "POSIX";
     if (!std::setlocale(LC_ALL, ""))
         std::setlocale(LC_ALL, "C.UTF-8");
-    // Catalogues are not looked at in the "C" locale.
+    // gettext does not look at catalogues in the locale "C".
     const std::string messages = std::setlocale(LC_MESSAGES, nullptr);
     if (messages == "C" || messages == "POSIX")
         std::setlocale(LC_MESSAGES, "C.UTF-8");
@@ -87,7 +87,7 @@ std::string NSLocalizationLanguage() {
 Ref<NSString> NSLocalizedStringFromTable(const Ref<NSString> &key, const Ref<NSString> &value,
                                          const std::string &table) {
     const bool hasValue = value && value->length() > 0;
-    if (!key || key->length() == 0) // gettext keeps its header under the empty key
+    if (!key || key->length() == 0) // for the empty key gettext returns the catalogue's header
         return hasValue ? value : NSString::string();
     const std::string identifier = key->utf8();
     const char *text = dgettext(domainOf(table), identifier.c_str());

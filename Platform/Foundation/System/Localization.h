@@ -1,7 +1,8 @@
-// The words of the interface in the user's language: gettext catalogues, one text domain a string table.
+// The texts of the interface in the user's language, from gettext catalogues: one text domain per string
+// table.
 //
-// Catalogues stand in the resource folder: locale/LANGUAGE/LC_MESSAGES/TABLE.mo. A language without catalogue
-// falls back to English.
+// Catalogues are resources (NSBundle.h): locale/LANGUAGE/LC_MESSAGES/TABLE.mo. A language without a catalogue
+// falls back to English. Texts may be looked up on any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -10,14 +11,15 @@
 
 class NSString;
 
-/// Takes the user's language from the environment. Called once, at start-up, before other threads exist. A
-/// locale that the machine does not have is served all the same, as long as there is a catalogue for it.
+/// Takes the user's language from the environment, whose LANGUAGE it sets. To be called once, at start-up,
+/// before other threads exist. A language with a catalogue is used even if the machine lacks its locale.
 void NSLocalizationPrepare();
 
-/// The language of the texts, as its catalogue calls it, e.g. "zh_TW".
+/// The language of the texts, from the header of the catalogue, e.g. "zh_TW".
 std::string NSLocalizationLanguage();
 
-/// The text of the key in the table; when the table lacks it, `value`, or the key itself when that is empty.
+/// The text of the key in the table. If the table lacks it: `value`, or the key itself when that is empty or
+/// none.
 Ref<NSString> NSLocalizedStringFromTable(const Ref<NSString> &key, const Ref<NSString> &value,
                                          const std::string &table);
 

@@ -1,7 +1,7 @@
-// The program's own resources: the files that ship beside it.
+// The program's own resources: the files installed with it.
 //
-// Looked for in "Resources" beside the executable, then in "../share/zkutility" of the executable's folder,
-// where the package puts them. Any thread.
+// They are looked for in "Resources" in the executable's folder, and then in "../share/zkutility" from there,
+// where the package installs them. Safe from any thread.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -15,9 +15,10 @@ class NSBundle {
 public:
     static const NSBundle &mainBundle();
 
-    /// The path of the resource "name.type" ("name" when the type is empty), a file or a folder; nothing when
-    /// there is none, and for a name that is no path below the folder, such as "/a", "../a" or "./a".
+    /// The path of the resource "name.type" ("name" when the type is empty), a file or a folder. Nothing when
+    /// there is none, and unless the name is the normalised path of something below the folder ("/a", "../a"
+    /// and "./a" are not).
     std::optional<std::string> pathForResource(const std::string &name, const std::string &type) const;
-    /// Its bytes, or none.
+    /// The contents of the resource; none when it cannot be read.
     Ref<NSData> dataForResource(const std::string &name, const std::string &type) const;
 };

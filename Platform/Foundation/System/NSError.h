@@ -1,4 +1,4 @@
-// Why an operation gave no result.
+// The reason why an operation failed. Immutable, so any thread may use one.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -6,15 +6,15 @@
 class NSString;
 class NSDictionary;
 
-/// Domain of errors of the platform's readers and writers.
+/// The domain of the errors of the platform's readers and writers.
 Ref<NSString> NSCocoaErrorDomain();
 /// Keys of `userInfo`.
 Ref<NSString> NSLocalizedDescriptionKey();
 Ref<NSString> NSLocalizedRecoverySuggestionErrorKey();
-/// What went wrong in a developer's words, e.g. the offset at which a text stops being JSON.
+/// What went wrong, for developers, e.g. the offset at which a text is not valid JSON.
 Ref<NSString> NSDebugDescriptionErrorKey();
 
-/// The text or bytes are not in the format to be read.
+/// The text or bytes are not in the expected format.
 inline constexpr NSInteger NSPropertyListReadCorruptError = 3840;
 /// The object cannot be written in the format.
 inline constexpr NSInteger NSPropertyListWriteInvalidError = 3852;
@@ -31,9 +31,9 @@ public:
     NSInteger code() const { return code_; }
     /// Never none.
     Ref<NSDictionary> userInfo() const { return userInfo_; }
-    /// A sentence for people; made from domain and code when none was given.
+    /// A sentence for people; made from domain and code when `userInfo` has none.
     Ref<NSString> localizedDescription() const;
-    /// What people can do about it, or none.
+    /// What people can do about it; none when `userInfo` does not say.
     Ref<NSString> localizedRecoverySuggestion() const;
 
     /// `Error Domain=… Code=… "…" (…)`

@@ -49,8 +49,8 @@ void appendEscaped(std::string &out, unsigned code) {
     }
 }
 
-/// The code and byte count of the control character at the front of `rest`; 0 bytes when there is none.
-/// Beyond ASCII these are C1 controls, line and paragraph separators and the marks that turn text around.
+/// The code and byte count of the control character at the front of `rest`; 0 bytes without one. Beyond ASCII
+/// these are C1 controls, line and paragraph separators, and the marks that change the direction of text.
 std::pair<unsigned, std::size_t> controlAtFront(std::string_view rest) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(rest[i]); };
     if (byte(0) < 0x20 || byte(0) == 0x7F)
@@ -91,7 +91,7 @@ NSLogSink NSLogSetSink(NSLogSink sink) {
 }
 
 void NSLogToSystemLogOnly(NSLogLevel level, std::string_view line) {
-    if (level == NSLogLevel::info) // a journal keeps what it is given, of whatever level
+    if (level == NSLogLevel::info) // the system's journal would keep debug entries, too
         toSystemLog(LOG_INFO, line);
 }
 
@@ -107,14 +107,14 @@ std::string escapedControlCharacters(std::string_view utf8) {
 }
 
 void NSLogArguments(NSLogLevel level, std::string_view format, std::span<const FormatArgument> arguments) {
-    // Kept a thread, so that an entry allocates nothing once the buffers have grown. An object's description
-    // may itself log, which must not disturb the entry being made: its buffers are taken while in use.
+    // Kept per thread, so that an entry allocates nothing once the buffers have grown. They are moved out
+    // while in use, since an object's description may log itself.
     thread_local std::string spareEntry, spareLine;
     std::string entry = std::move(spareEntry), line = std::move(spareLine);
     entry.clear();
     line.clear();
     formatUTF8(entry, format, arguments);
-    if (!unicode::isValidUTF8(entry)) // a C string of somebody else's
+    if (!unicode::isValidUTF8(entry)) // a C string from outside
         entry = make<NSString>(formatUTF16(format, arguments))->utf8();
     const auto end = entry.find_last_not_of('\n');
     escapeInto(line, std::string_view(entry).substr(0, end == std::string::npos ? 0 : end + 1));

@@ -1,8 +1,8 @@
-// Threads of one's own, for work that must wait where no queue may.
+// Detached threads, for work that blocks for long, which would hold up a queue.
 #pragma once
 
 #include <functional>
 
-/// Runs the block on a new thread that nobody waits for. A block that throws ends the process. Raises
-/// NSInvalidArgumentException for none, NSGenericException when the system has no thread left.
+/// Runs the block on a new thread that is never joined. A block that throws ends the process. Raises
+/// NSInvalidArgumentException for an empty block, and NSGenericException when the system refuses a thread.
 void NSThreadDetachNewThread(std::function<void()> block);

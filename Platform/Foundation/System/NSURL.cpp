@@ -21,7 +21,7 @@ Ref<NSURL> NSURL::fileURLWithPath(const Ref<NSString> &path) {
     const auto utf8 = path ? path->strictUTF8() : std::nullopt;
     if (!utf8 || utf8->empty())
         return nullptr;
-    std::error_code error; // the current folder may be gone, or its name no valid text
+    std::error_code error; // the current folder may be gone, or its name not valid UTF-8
     const auto absolute = NSString::stringWithUTF8String(std::filesystem::absolute(*utf8, error).string());
     if (error || !absolute)
         return nullptr;

@@ -1,4 +1,4 @@
-// Locations of resources. Immutable; any thread.
+// URLs. Immutable, so any thread may use one.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -6,25 +6,27 @@
 class NSURL : public NSObject {
     NS_CLASS(NSURL, NSObject)
 public:
-    /// Returns none if the argument is none or no URL, be it absolute or relative: with a character that no
-    /// URL may hold as it is, such as a blank, with a "%" that two hexadecimal digits do not follow, with a
-    /// scheme that does not begin with a letter, with a port that is no number, with brackets but around the
-    /// host's address.
+    /// An absolute or relative URL; none unless the text is a valid one by RFC 3986. It must not contain
+    /// characters that need an escape, such as a blank, or a "%" without two hexadecimal digits behind it;
+    /// the scheme must begin with a letter, the port must be a number, and brackets may only enclose an
+    /// address.
     static Ref<NSURL> URLWithString(const Ref<NSString> &text);
-    /// A relative path is taken from the current folder. Returns none if the argument is none, empty or
-    /// no valid text.
+    /// The URL of a file; a relative path is resolved against the current folder. None when the path is none,
+    /// empty or contains a lone surrogate.
     static Ref<NSURL> fileURLWithPath(const Ref<NSString> &path);
 
-    /// For the two above. Raises NSInvalidArgumentException for none.
+    /// For the two functions above: `text` must be a valid URL. Raises NSInvalidArgumentException for none.
     explicit NSURL(Ref<NSString> text);
 
+    /// The text of the URL as it was given.
     Ref<NSString> absoluteString() const { return text_; }
-    /// What stands before the first colon in lower case; none when nothing does.
+    /// In lower case; none for a relative URL.
     Ref<NSString> scheme() const;
     bool isFileURL() const;
-    /// What stands between the host and the query, with percent escapes resolved; none when that fails.
+    /// The path without percent escapes; none when they do not make valid UTF-8.
     Ref<NSString> path() const;
 
+    /// By the texts.
     bool isEqual(const id &other) const override;
     NSUInteger hash() const override;
     Ref<NSString> description() const override { return text_; }

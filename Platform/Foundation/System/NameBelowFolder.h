@@ -1,10 +1,10 @@
-// Names of files that are looked for below a folder, which no name may lead out of.
+// The check for names of files in a folder, so that no name leads out of it.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
-/// Whether it is a path below a folder, and that in its only spelling.
+/// Whether the name is a relative path in normal form (no "." or "..", no double slashes, no NUL).
 inline bool isNameBelowFolder(const std::string &name) {
     const std::filesystem::path path(name);
     return !name.empty() && path.is_relative() && path.lexically_normal().native() == name &&

@@ -11,7 +11,7 @@ namespace {
 
 using Text = std::u16string_view;
 
-// Kinds of characters, to be added up.
+// Kinds of characters; one bit each, so that sets of them can be combined.
 constexpr unsigned letter = 1, digit = 2, mark = 4, delimiter = 8, colon = 16, at = 32, slash = 64,
                    question = 128;
 constexpr unsigned unreserved = letter | digit | mark;
@@ -42,7 +42,7 @@ bool areOf(unsigned allowed, Text text) {
     return std::all_of(text.begin(), text.end(), [allowed](char16_t unit) { return isOf(allowed, unit); });
 }
 
-/// Whether it consists of characters of those kinds and of percent signs with two hexadecimal digits.
+/// Whether the text consists of characters of those kinds and of percent escapes.
 bool mayBe(unsigned allowed, Text text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (isOf(allowed, text[i]))
@@ -67,8 +67,7 @@ bool isIPv6Address(Text text) {
            inet_pton(AF_INET6, std::string(text.begin(), text.end()).c_str(), &address) == 1;
 }
 
-/// What stands in brackets: "fe80::1", "fe80::1%25eth0" or an address of a version to come,
-/// "v1.fe80::1+eth0".
+/// The address in brackets: "fe80::1", "fe80::1%25eth0" or of a future version, "v1.fe80::1+eth0".
 bool isAddress(Text text) {
     if (text.starts_with(u'v') || text.starts_with(u'V')) {
         const std::size_t dot = std::min(text.find(u'.'), text.size());
@@ -81,7 +80,7 @@ bool isAddress(Text text) {
            (zone == text.npos || (zone + 3 < text.size() && mayBe(unreserved, text.substr(zone + 3))));
 }
 
-/// "user:password@host:port", of which only the host must be there, and may be empty.
+/// "user:password@host:port", where all but the host are optional and the host may be empty.
 bool isAuthority(Text text) {
     if (const std::size_t user = text.find(u'@'); user != text.npos) {
         if (!mayBe(inNames | colon, text.substr(0, user)))
@@ -127,7 +126,7 @@ URLParts::URLParts(Text text) {
 
 bool URLParts::areValid() const {
     constexpr unsigned inPaths = inNames | colon | at | slash;
-    // Without a scheme, a colon in the first segment would end one.
+    // Without a scheme, the text before a colon in the first segment would be taken for one.
     const bool pathFits = scheme || authority || path.substr(0, path.find(u'/')).find(u':') == path.npos;
     return pathFits && (!scheme || isScheme(*scheme)) && (!authority || isAuthority(*authority)) &&
            mayBe(inPaths, path) && mayBe(inPaths | question, query.value_or(Text())) &&

@@ -1,10 +1,10 @@
-// The parts of a URL, and which texts are one: RFC 3986 with the zones of RFC 6874.
+// Splits URLs into their parts and checks them, by RFC 3986 with the zone identifiers of RFC 6874.
 #pragma once
 
 #include <optional>
 #include <string_view>
 
-/// Pieces of the text they were made of. Every text has parts; `areValid` says whether it is a URL.
+/// Views of the text, which must outlive them. Any text can be split; `areValid` tells whether it is a URL.
 struct URLParts {
     std::optional<std::u16string_view> scheme;    ///< before ":"
     std::optional<std::u16string_view> authority; ///< behind "//"
@@ -14,6 +14,6 @@ struct URLParts {
 
     explicit URLParts(std::u16string_view text);
 
-    /// Of an absolute URL or of a relative one.
+    /// Whether the parts make up an absolute or relative URL.
     bool areValid() const;
 };

@@ -8,7 +8,8 @@ using OwnedText = std::unique_ptr<char, decltype(&g_free)>;
 }
 
 std::optional<std::string> preferredMIMETypeForExtension(const std::string &extension) {
-    constexpr std::string_view foreign("/\0", 2); // it would be looked up as a path, or only its beginning
+    constexpr std::string_view foreign("/\0",
+                                       2); // the database would read the name as a path, or stop at NUL
     if (extension.find_first_of(foreign) != std::string::npos)
         return std::nullopt;
     const OwnedText type(g_content_type_guess(("name." + extension).c_str(), nullptr, 0, nullptr), g_free);
