@@ -1,5 +1,5 @@
-// What a pattern of Unicode's date fields consists of: runs of one letter, which stand for fields, and text,
-// which is quoted with ' where it has letters ('' is one quotation mark).
+// Splits a pattern of Unicode's date fields: runs of the same letter are fields, the rest is text, in which
+// letters are quoted with ' ('' is a quotation mark).
 #pragma once
 
 #include "Platform/Ascii/Ascii.h"
@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <string_view>
 
-/// Calls `field(letter, count)` and `text(unit)` in the order of the pattern. False when a quotation is open
-/// in the end.
+/// Calls `field(letter, count)` and `text(unit)` in the order of the pattern. False when a quotation is not
+/// closed.
 template <class Field, class Text>
 bool walkDatePattern(std::u16string_view pattern, Field field, Text text) {
     bool quoted = false;

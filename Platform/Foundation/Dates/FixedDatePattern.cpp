@@ -24,7 +24,8 @@ int daysOfMonth(int year, int month) {
     return days[month - 1] + (month == 2 && leap);
 }
 
-/// Days from 1970-01-01. Years are counted from March, so that the leap day is the last of its year.
+/// Days from 1970-01-01, by the Julian or Gregorian calendar. Years are counted from March, so that the leap
+/// day is the last day of its year.
 int dayNumber(int year, int month, int day) {
     const int march = year - (month <= 2);
     const int dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
@@ -34,7 +35,7 @@ int dayNumber(int year, int month, int day) {
 
 } // namespace
 
-/// Takes the fields off the front of a text. After the first that is not there, `ok` stays false.
+/// Reads fields from the front of a text. After the first that is missing, `ok` stays false.
 class FixedDatePattern::Reader {
 public:
     explicit Reader(std::u16string_view text) : rest_(text) {}
@@ -123,10 +124,10 @@ private:
     int offset_ = 0; ///< seconds east of Greenwich
 };
 
-/// Puts the fields of one moment at the end of a text. After one that it cannot write, `ok` stays false.
+/// Appends the fields of one moment to a text. After one that it cannot write, `ok` stays false.
 class FixedDatePattern::Writer {
 public:
-    /// The moment is between the years 1583 and 9999.
+    /// The moment must lie in the years 1583 to 9999.
     Writer(std::chrono::sys_time<std::chrono::milliseconds> moment, int offset)
         : offset_(offset), local_(moment + std::chrono::seconds(offset)),
           day_(std::chrono::floor<std::chrono::days>(local_)), date_(day_), time_(local_ - day_) {}
@@ -199,7 +200,7 @@ bool FixedDatePattern::add(const std::u16string &letters) {
     return true;
 }
 
-/// Whether ICU ends the field where the next begins.
+/// Whether ICU, too, ends the field where the next begins.
 bool FixedDatePattern::canFollow(Field field, Step next) {
     switch (field) {
     case Field::Literal:
@@ -214,7 +215,7 @@ bool FixedDatePattern::canFollow(Field field, Step next) {
     }
 }
 
-/// Whether every text that this reads means the same to ICU.
+/// Whether ICU reads every text that this pattern reads as the same date.
 bool FixedDatePattern::isSound() const {
     const auto has = [this](auto... fields) {
         return std::any_of(steps_.begin(), steps_.end(),
@@ -254,7 +255,7 @@ std::optional<double> FixedDatePattern::parse(std::u16string_view text) const {
 
 std::optional<std::u16string> FixedDatePattern::format(double milliseconds, int offset) const {
     using namespace std::chrono;
-    // A day away from the limits, so that no offset passes them.
+    // A day from the limits, so that no offset goes beyond them.
     constexpr sys_time<std::chrono::milliseconds> earliest = sys_days(1583y / 1 / 2),
                                                   latest = sys_days(9999y / 12 / 30);
     if (!(milliseconds >= static_cast<double>(earliest.time_since_epoch().count()) &&

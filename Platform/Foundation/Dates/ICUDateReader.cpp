@@ -13,11 +13,11 @@
 
 namespace {
 
-/// Takes the whole numbers of dates from texts. ICU itself would also take exponents ("2E3"), cut numbers to
-/// 32 bits, and divide by a power of ten that wraps to 0 where fractions are long.
+/// Reads the whole numbers in dates. ICU's own format would also accept exponents ("2E3"), truncate numbers
+/// to 32 bits, and, for long fractions, divide by a power of ten that has overflowed to 0.
 class DateNumberFormat final : public icu::DecimalFormat {
 public:
-    /// With a place for it, it reads the digits behind a decimal point and leaves ICU none.
+    /// With `fraction`, it reads the digits of a fraction, stores their value there and returns 0 to ICU.
     explicit DateNumberFormat(const icu::DecimalFormat &format, double *fraction = nullptr)
         : icu::DecimalFormat(format), fraction_(fraction) {}
 
@@ -44,7 +44,7 @@ private:
     double *fraction_;
 };
 
-/// Takes time zones from texts, with the system's rules. ICU itself would read "+01400" as 14 minutes.
+/// Reads time zones, with the system's rules. ICU's own format would read "+01400" as 14 minutes.
 class ZoneFormat final : public icu::TimeZoneFormat {
 public:
     explicit ZoneFormat(const icu::TimeZoneFormat &format) : icu::TimeZoneFormat(format) {}
@@ -70,7 +70,7 @@ public:
     ZoneFormat *clone() const override { return new ZoneFormat(*this); }
 
 private:
-    /// Whether it ends with a sign and five or more digits that do not make pairs.
+    /// Whether the text ends with a sign and an odd number of digits, five or more.
     static bool isUneven(const icu::UnicodeString &text) {
         std::int32_t digits = 0;
         while (digits < text.length() && u_isdigit(text[text.length() - digits - 1]))
@@ -85,8 +85,7 @@ std::int64_t dayOf(std::int64_t seconds) {
     return seconds / day - (seconds % day < 0);
 }
 
-/// The first moment of the day at whose midnight clocks would show the time; nothing for a day that they jump
-/// over.
+/// The first moment of the day whose midnight has this local time; nothing for a day that clocks skip.
 std::optional<double> dayShowing(std::int64_t midnight, const TimeZoneRules &rules) {
     const std::int64_t moment = rules.firstShowing(midnight);
     const std::int64_t shown = moment + rules.at(moment).seconds;
@@ -150,7 +149,7 @@ std::optional<double> ICUDateReader::parse(std::u16string_view text) {
         const double seconds = calendar->getTime(status) / 1000 + fraction_;
         return U_SUCCESS(status) ? std::optional(seconds) : std::nullopt;
     }
-    const ICUTimeZone zone = named ? *named : ICUTimeZone({}, rules_); // outlives the calendar's
+    const ICUTimeZone zone = named ? *named : ICUTimeZone({}, rules_); // a copy: the calendar's is replaced
     calendar->adoptTimeZone(icu::TimeZone::getGMT()->clone());
     const double midnight = calendar->getTime(status) / 1000;
     return U_SUCCESS(status) ? dayShowing(static_cast<std::int64_t>(midnight), zone.rules()) : std::nullopt;

@@ -1,4 +1,4 @@
-// Dates from texts by ICU, without what ICU misreads. One thread at a time.
+// Parses dates with ICU, and rejects texts that ICU misreads. A reader belongs to one thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Dates/TimeZoneRules.h"
@@ -17,15 +17,15 @@ public:
     ICUDateReader(const ICUDateReader &) = delete;
     ICUDateReader &operator=(const ICUDateReader &) = delete;
 
-    /// Seconds since 1970-01-01 00:00 UTC, as `NSDateFormatter::dateFromString` promises them. Nothing as
-    /// well for a pattern that is none.
+    /// Seconds since 1970-01-01 00:00 UTC, by the rules of `NSDateFormatter::dateFromString`. Nothing for
+    /// other texts and for an invalid pattern.
     std::optional<double> parse(std::u16string_view text);
 
 private:
-    struct Format; ///< ICU's, null for a bad pattern
+    struct Format; ///< ICU's
 
-    std::unique_ptr<Format> format_;
-    double fraction_ = 0; ///< of a second, where the last text has one
+    std::unique_ptr<Format> format_; ///< null for an invalid pattern
+    double fraction_ = 0;            ///< of a second, in the text parsed last
     const std::shared_ptr<const TimeZoneRules> rules_;
     bool showsTime_ = false, showsZone_ = false;
 };

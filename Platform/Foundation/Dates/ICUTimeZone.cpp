@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Whole seconds that begin no later; far beyond what calendars reach, the last that count.
+/// In whole seconds, rounded down and clamped far beyond the range of calendars.
 std::int64_t secondsOf(UDate milliseconds) {
     constexpr double farthest = 1e15;
     return static_cast<std::int64_t>(std::clamp(std::floor(milliseconds / 1000), -farthest, farthest));

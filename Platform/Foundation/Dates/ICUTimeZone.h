@@ -1,5 +1,5 @@
-// The system's time zones as ICU's calendars and date formats take them, whose own rules are older.
-// Immutable; any thread.
+// The system's time zones for ICU's calendars and date formats: ICU's own rules are older. Immutable, so any
+// thread may use one.
 #pragma once
 
 #include "Platform/Foundation/Dates/TimeZoneRules.h"
@@ -10,7 +10,7 @@
 
 class ICUTimeZone final : public icu::TimeZone {
 public:
-    /// ICU knows by the name what the zone is called in a language.
+    /// By `name`, ICU finds the zone's names in each language.
     ICUTimeZone(std::u16string_view name, std::shared_ptr<const TimeZoneRules> rules)
         : icu::TimeZone({name.data(), static_cast<std::int32_t>(name.size())}), rules_(std::move(rules)) {}
 

@@ -30,7 +30,7 @@ struct Unit {
     NSCalendarUnit unit;
     UCalendarDateFields field;
     Component component;
-    NSInteger first = 0; ///< what ICU's 0 is called
+    NSInteger first = 0; ///< the component's value for ICU's 0
 };
 
 constexpr Unit units[] = {
@@ -50,7 +50,7 @@ constexpr Unit units[] = {
 struct Span {
     Component component;
     UCalendarDateFields field;
-    double seconds; ///< about
+    double seconds; ///< approximate length, for the check of the range
 };
 
 constexpr Span spans[] = {
@@ -70,7 +70,7 @@ std::optional<Instant> instant(const Ref<NSDate> &date) {
         return std::nullopt;
     const double seconds = date->timeIntervalSinceReferenceDate();
     const double whole = std::floor(seconds), fraction = seconds - whole;
-    const bool carry = fraction >= 1; // a tiny negative time, rounded
+    const bool carry = fraction >= 1; // a tiny negative time makes a fraction that is rounded to 1
     return Instant{whole + carry + NSTimeIntervalSince1970, carry ? 0 : fraction};
 }
 
@@ -87,8 +87,9 @@ NSInteger get(const Calendar &calendar, UCalendarDateFields field) {
     return calendar->get(field, status);
 }
 
-/// ICU counts the years of weeks without eras and, in some calendars, as the Gregorian one does. A week of
-/// another year than its day's has that year's number seven days on.
+/// ICU counts the years of weeks without eras and, in some calendars, like the Gregorian one: so only the
+/// difference to the day's year is used. When the week belongs to the next or previous year, that year's
+/// number is the one seven days later or earlier.
 NSInteger yearForWeekOfYear(const Calendar &calendar) {
     const auto years = get(calendar, UCAL_YEAR_WOY) - get(calendar, UCAL_EXTENDED_YEAR);
     if (years == 0)

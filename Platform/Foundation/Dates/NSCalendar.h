@@ -1,9 +1,9 @@
-// Dates taken apart and moved by the rules of a calendar, in a time zone.
+// The components of dates, and moving dates, by the rules of a calendar in a time zone.
 //
 //     const auto calendar = NSCalendar::currentCalendar();
 //     calendar->components(NSCalendarUnit::Year | NSCalendarUnit::Month, date)->year
 //
-// A calendar is immutable: any thread. Components belong to one thread at a time.
+// A calendar is immutable, so any thread may use it. Components belong to one thread at a time.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -42,7 +42,7 @@ constexpr bool operator&(NSCalendarUnit a, NSCalendarUnit b) {
     return (static_cast<NSUInteger>(a) & static_cast<NSUInteger>(b)) != 0;
 }
 
-/// A component that nobody set or asked for.
+/// The value of a component that was neither set nor asked for.
 inline constexpr NSInteger NSDateComponentUndefined = 0x7FFFFFFFFFFFFFFF;
 
 class NSDateComponents : public NSObject {
@@ -60,37 +60,38 @@ public:
     NSInteger nanosecond = NSDateComponentUndefined;
     NSInteger weekday = NSDateComponentUndefined;        ///< Sunday is 1
     NSInteger weekdayOrdinal = NSDateComponentUndefined; ///< 2 on the month's second Tuesday
-    NSInteger quarter = NSDateComponentUndefined;        ///< 1 to 4; a 13th month is of the last
+    NSInteger quarter = NSDateComponentUndefined;        ///< 1 to 4; a 13th month is in the last
     NSInteger weekOfMonth = NSDateComponentUndefined;
     NSInteger weekOfYear = NSDateComponentUndefined;
-    NSInteger yearForWeekOfYear = NSDateComponentUndefined; ///< counted as `year` is
-    bool leapMonth = false; ///< comes with the month: asked for other units alone, it stays false
+    NSInteger yearForWeekOfYear = NSDateComponentUndefined; ///< in the same era as `year`
+    bool leapMonth = false;                                 ///< set together with `month`
 };
 
 class NSCalendar : public NSObject {
     NS_CLASS(NSCalendar, NSObject)
 public:
-    /// The calendar that is usual where the locale is, with its weeks; that of English as of the United
-    /// States for an identifier that is none. Raises NSInvalidArgumentException for an argument of none.
+    /// The locale's usual calendar, with its rules for weeks; that of "en_US" for an invalid identifier.
+    /// Raises NSInvalidArgumentException for none.
     NSCalendar(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone);
     ~NSCalendar() override;
 
-    /// That of the current locale and the default time zone.
+    /// The calendar of the current locale and the default time zone.
     static Ref<NSCalendar> currentCalendar();
 
     /// "gregorian", "buddhist", "chinese" …
     Ref<NSString> calendarIdentifier() const;
     const Ref<NSTimeZone> &timeZone() const { return timeZone_; }
 
-    /// The units asked for. Returns none if the date is none or beyond what calendars reach, about 5.8
-    /// million years.
+    /// The requested components. None when the date is none, or more than 1.8e14 seconds (5.7 million years)
+    /// from 1970.
     Ref<NSDateComponents> components(NSCalendarUnit units, const Ref<NSDate> &date) const;
-    /// The date moved by the components that are set, the largest first: years, months, weeks of the year. A
-    /// day that the new month does not have becomes its last. None beyond what calendars reach.
+    /// Adds the years, then the months, then the weeks of the year that are set; other components are
+    /// ignored. A day that the new month does not have becomes its last day. None when an argument is none,
+    /// and for dates out of the range above.
     Ref<NSDate> dateByAddingComponents(const Ref<NSDateComponents> &components,
                                        const Ref<NSDate> &date) const;
 
-    /// By the current clock; false for none.
+    /// These use the current clock; false for none.
     bool isDateInToday(const Ref<NSDate> &date) const { return isDaysFromToday(date, 0); }
     bool isDateInYesterday(const Ref<NSDate> &date) const { return isDaysFromToday(date, -1); }
     bool isDateInTomorrow(const Ref<NSDate> &date) const { return isDaysFromToday(date, 1); }
@@ -100,6 +101,6 @@ private:
 
     const Ref<NSLocale> locale_;
     const Ref<NSTimeZone> timeZone_;
-    struct Opened; ///< ICU's calendar, which is only ever cloned
+    struct Opened; ///< ICU's calendar; every use clones it, so threads need no lock
     const std::unique_ptr<const Opened> opened_;
 };

@@ -68,7 +68,7 @@ NSUInteger NSDate::hash() const {
 Ref<NSString> NSDate::description() const {
     using namespace std::chrono;
     const double whole = std::floor(timeIntervalSince1970());
-    if (!(std::abs(whole) < 9.7e11)) // beyond the years that the calendar knows
+    if (!(std::abs(whole) < 9.7e11)) // beyond the range of std::chrono::year
         return NSString::stringWithFormat("%f", seconds_);
     const sys_seconds point{seconds(static_cast<std::int64_t>(whole))};
     const year_month_day day(floor<days>(point));

@@ -1,4 +1,5 @@
-// Points in time, counted in seconds from the reference date 2001-01-01 00:00 UTC.
+// Points in time, in seconds from the reference date 2001-01-01 00:00 UTC. Immutable, so any thread may use
+// one.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -7,7 +8,7 @@
 
 using NSTimeInterval = double; ///< seconds
 
-/// The interval in whole nanoseconds, clamped to what 64 bits hold; not-a-number is 0.
+/// The interval in nanoseconds, truncated and clamped to 64 bits; 0 for not-a-number.
 std::chrono::nanoseconds nanosecondsFromTimeInterval(NSTimeInterval seconds);
 
 /// Seconds from 1970-01-01 00:00 UTC to the reference date.
@@ -23,9 +24,9 @@ public:
     static Ref<NSDate> dateWithTimeIntervalSinceNow(NSTimeInterval seconds);
     static Ref<NSDate> dateWithTimeIntervalSince1970(NSTimeInterval seconds);
     static Ref<NSDate> dateWithTimeIntervalSinceReferenceDate(NSTimeInterval seconds);
-    /// Later than anything a program waits for: 4001-01-01.
+    /// 4001-01-01 00:00 UTC; as the fire date of a timer it means "never".
     static Ref<NSDate> distantFuture();
-    /// 0001-01-01 by the calendar of that time.
+    /// 0001-01-01 00:00 UTC of the Julian calendar.
     static Ref<NSDate> distantPast();
 
     NSTimeInterval timeIntervalSinceReferenceDate() const { return seconds_; }
@@ -36,7 +37,8 @@ public:
 
     bool isEqual(const id &other) const override;
     NSUInteger hash() const override;
-    /// UTC: "2014-01-20 12:24:48 +0000".
+    /// In UTC: "2014-01-20 12:24:48 +0000". More than about 30,000 years from 1970, the seconds from the
+    /// reference date.
     Ref<NSString> description() const override;
     id copy() const override { return self(); }
 

@@ -15,7 +15,7 @@
 
 NS_IMPLEMENTATION(NSDateFormatter) {}
 
-/// Opening one reads the locale's data and takes long, so the last are kept.
+/// The last reader and writer are kept, since opening one loads the locale's data and is slow.
 struct NSDateFormatter::Opened {
     std::string locale;
     Ref<NSTimeZone> zone;
@@ -25,15 +25,15 @@ struct NSDateFormatter::Opened {
 
 namespace {
 
-/// Code units of a pattern, and of a text for each of its pattern: more than any that has a meaning. ICU
-/// tries numbers that follow each other in so many ways that its time grows with the cube of their count.
+/// The longest pattern, in code units, and the longest text, as a multiple of its pattern; no sensible one is
+/// longer. ICU tries adjacent numbers in many ways: its time grows with the cube of their number.
 constexpr NSUInteger longestPattern = 200, longestExpansion = 64;
 
 bool fitsICU(const Ref<NSString> &text) {
     return text && text->length() <= std::numeric_limits<std::int32_t>::max();
 }
 
-/// Whether it has a field, without which there is no date in a text.
+/// Whether the pattern has a field, without which a text contains no date.
 bool isReadable(const Ref<NSString> &format) {
     bool hasField = false;
     if (format && format->length() <= longestPattern)
@@ -42,7 +42,7 @@ bool isReadable(const Ref<NSString> &format) {
     return hasField;
 }
 
-/// Where ICU would read such texts in the same way.
+/// The fixed pattern, if ICU would read its texts in the same way.
 std::optional<FixedDatePattern> fixedPattern(const Ref<NSString> &format, const Ref<NSLocale> &locale,
                                              const Ref<NSTimeZone> &timeZone) {
     if (!format || !locale || !locale->isEqual(NSLocale::posixLocale()))
@@ -65,14 +65,14 @@ int fractionDigits(const Ref<NSString> &format) {
     return static_cast<int>(digits);
 }
 
-/// A time as whole seconds since 1970-01-01 00:00 UTC and the rest.
+/// Whole seconds since 1970-01-01 00:00 UTC and the microseconds after them.
 struct Moment {
     double seconds;
     int microseconds;
 };
 
-/// Rounded to so many digits of a second, or as many as a date so far away has; or to the second that has
-/// begun.
+/// The date rounded to that many digits of a second, or to fewer if a double so far from 1970 has fewer; cut
+/// to whole seconds for 0 digits.
 Moment moment(const NSDate &date, int digits) {
     const double seconds = date.timeIntervalSinceReferenceDate(), whole = std::floor(seconds);
     const double step = std::nextafter(std::abs(seconds) + NSTimeIntervalSince1970, INFINITY) -

@@ -24,28 +24,31 @@ public:
                              Ref<NSTimeZone> timeZone = nullptr);
     ~NSDateFormatter() override;
 
-    /// To the nearest millisecond where the pattern has one, or as many digits up to six as it has letters S;
-    /// other patterns show what has begun. Returns none if the date is none or not finite, or if the pattern
-    /// is none or has a field that does not exist. Dates that are too far away become the last that the
-    /// calendar knows.
+    /// Rounds to the nearest millisecond if the pattern has fractions of a second, or to as many digits, up
+    /// to six, as it has letters S; otherwise fractions are cut. A date beyond the calendar's range is shown
+    /// as its last one. None when the date is none or not finite, and when the pattern is none or has a field
+    /// that does not exist.
     Ref<NSString> stringFromDate(const Ref<NSDate> &date) const;
-    /// Strict: the text has to be a date from its first to its last character, and neither days nor times
-    /// that do not exist, such as the 32nd of a month, roll over. What may differ from what is written:
+    /// Strict: the whole text must be a date, and days and times that do not exist, such as the 32nd of a
+    /// month, do not roll over. The text may differ from what `stringFromDate` writes in:
     ///
     ///  * white space before a field;
-    ///  * digits of any script, and how many: up to twelve that make a number below 2^31; days, minutes and
-    ///    seconds have no fewer than the pattern has letters. Fractions of a second are read up to the
-    ///    twelfth digit;
-    ///  * names in small letters and capitals, in full or short, and of offsets from UTC all that ICU knows
-    ///    ("Z", "+01", "+0100", "+01:00", "+010000", "GMT+1").
+    ///  * the script and the number of digits: up to twelve for a number below 2^31, but in days, minutes and
+    ///    seconds at least as many as the pattern has letters. Fractions of a second have up to twelve
+    ///    digits;
+    ///  * upper and lower case, full and abbreviated names, and the form of offsets from UTC: all that ICU
+    ///    knows ("Z", "+01", "+0100", "+01:00", "+010000", "GMT+1").
     ///
-    /// Without a time of day in the pattern it is the first moment of the day. Of two moments with one name,
-    /// it is the later. None otherwise, for a pattern without fields or of more than 200 code units, and for
-    /// a text more than 64 times as long as its pattern. In the Gregorian calendar, days before 1582-10-15
-    /// are of the Julian one, also those ten that were skipped.
+    /// Without a time of day in the pattern, the result is the first moment of the day. When clocks are set
+    /// back and show a time twice, it is the later moment. In the Gregorian calendar, days before 1582-10-15
+    /// are dates of the Julian one, including the ten days that were skipped.
+    ///
+    /// None for any other text, for a pattern without fields or of more than 200 code units, and for a text
+    /// more than 64 times as long as its pattern.
     Ref<NSDate> dateFromString(const Ref<NSString> &text) const;
-    /// The same, of which it only takes texts with as many digits as the pattern has letters, quickly: those
-    /// that FixedDatePattern reads in the place of ICU.
+    /// The same, but only for texts that FixedDatePattern reads: with as many digits as the pattern has
+    /// letters, in the locale en_US_POSIX, and in the zone GMT or with an offset. None for all others. Never
+    /// uses ICU.
     Ref<NSDate> dateFromFixedString(const Ref<NSString> &text) const;
 
 private:

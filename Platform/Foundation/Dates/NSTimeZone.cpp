@@ -15,7 +15,7 @@ constexpr NSUInteger longestName = 128;
 
 using Rules = TimeZoneDatabase::Rules;
 
-/// What ICU calls the zone, as with "PST" and other names of its own, and the rules of an offset.
+/// The rules for names that only ICU knows, such as "PST", and for offsets.
 Rules rulesOfICU(const icu::UnicodeString &name) {
     UErrorCode status = U_ZERO_ERROR;
     icu::UnicodeString canonical;

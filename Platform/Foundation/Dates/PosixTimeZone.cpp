@@ -10,14 +10,14 @@ namespace {
 
 constexpr int daysBeforeMarch = 59;
 
-/// The offsets of winter and summer; where summer has the smaller one, it is winter that adds.
+/// The offsets of winter and summer. If summer's is the smaller one, winter counts as daylight saving.
 std::pair<TimeZoneRules::Offset, TimeZoneRules::Offset> seasons(std::int32_t standard, std::int32_t summer) {
     return {{standard, std::max(standard - summer, 0)}, {summer, std::max(summer - standard, 0)}};
 }
 
 } // namespace
 
-/// Takes parts off the front of a text. After the first that is not there, `ok` stays false.
+/// Reads parts from the front of a text. After the first that is missing, `ok` stays false.
 class PosixTimeZone::Reader {
 public:
     explicit Reader(std::string_view text) : rest_(text) {}
@@ -137,7 +137,7 @@ std::vector<TimeZoneRules::Change> PosixTimeZone::changesFrom(int firstYear, std
         changes.push_back({summer_->start.inYear(year) - offset_, summer});
         changes.push_back({summer_->end.inYear(year) - summer_->offset, winter});
     }
-    // Of two at one time the start counts: a summer that ends where the next begins lasts all year.
+    // At the same time the start of summer comes last, so it counts: summer may last all year.
     std::stable_sort(changes.begin(), changes.end(), [winter = winter](const auto &one, const auto &other) {
         return one.time < other.time ||
                (one.time == other.time && one.offset == winter && other.offset != winter);
@@ -157,7 +157,7 @@ TimeZoneRules PosixTimeZone::rulesAfter(TimeZoneRules::Offset first,
     using namespace std::chrono;
     if (changes.empty())
         return rules();
-    constexpr std::int64_t longAgo = -100'000'000'000; // what ends still earlier has no year
+    constexpr std::int64_t longAgo = -100'000'000'000; // std::chrono::year does not reach much further
     const std::int64_t latest = std::max(changes.back().time, longAgo);
     const year_month_day day(floor<days>(sys_seconds(seconds(latest))));
     const auto following = changesFrom(static_cast<int>(day.year()), latest);

@@ -1,12 +1,12 @@
-// The rules of a time zone as the environment's TZ and the ends of zone files have them:
+// The rules of a time zone in POSIX form, as in the environment's TZ and at the end of zone files:
 //
-//     CET-1CEST,M3.5.0,M10.5.0/3     an hour east of Greenwich, in summer two: from the last Sunday of March,
-//                                    02:00, to the last of October, 03:00
-//     <+0545>-5:45                   never changes
+//     CET-1CEST,M3.5.0,M10.5.0/3     one hour east of Greenwich; two in summer, from 02:00 on the last Sunday
+//                                    of March to 03:00 on the last Sunday of October
+//     <+0545>-5:45                   without changes
 //
-// Days are Mm.w.d (the w-th weekday d of month m, 5 for the last), Jn (the n-th day, never counting a leap
-// day) or n (days after January 1); times run from -167 to 167 hours. Summer without rules is that of the
-// United States since 2007. Immutable; any thread.
+// Days are Mm.w.d (the w-th weekday d of month m, 5 for the last; d is 0 on Sunday), Jn (the n-th day of the
+// year, not counting a leap day) or n (days after January 1); times run from -167 to 167 hours. Summer time
+// without rules follows those of the United States since 2007. Immutable, so any thread may use one.
 #pragma once
 
 #include "Platform/Foundation/Dates/TimeZoneRules.h"
@@ -19,9 +19,10 @@ public:
     /// Nothing for any other text.
     static std::optional<PosixTimeZone> parse(std::string_view text);
 
-    /// As if they had always been the rules.
+    /// These rules for all times.
     TimeZoneRules rules() const;
-    /// The rules that follow the changes, or the offset when there are none of these.
+    /// The listed changes, and these rules after the last of them; these rules for all times without changes.
+    /// `first` is the offset before the first change.
     TimeZoneRules rulesAfter(TimeZoneRules::Offset first, std::vector<TimeZoneRules::Change> changes) const;
 
 private:
@@ -39,7 +40,8 @@ private:
     };
     class Reader;
 
-    /// Those from the year on whose times are later; more than a period of them. None without summer.
+    /// The changes from `year` on that come after the time `later`, for more than one period of 400 years.
+    /// Empty without summer time.
     std::vector<TimeZoneRules::Change> changesFrom(int year, std::int64_t later) const;
 
     std::int32_t offset_ = 0; ///< seconds east of Greenwich

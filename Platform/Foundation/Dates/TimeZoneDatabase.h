@@ -1,5 +1,5 @@
-// The system's time zones: a folder with a file for each (TimeZoneFile), named as "Europe/Berlin". What was
-// read is kept. Any thread.
+// The system's time zones: a folder with one file per zone (TimeZoneFile.h), e.g. "Europe/Berlin". Zones that
+// were read are kept. Safe from any thread.
 #pragma once
 
 #include "Platform/Foundation/Dates/TimeZoneRules.h"
@@ -15,20 +15,21 @@ public:
     using Rules = std::shared_ptr<const TimeZoneRules>;
     struct Zone {
         std::string name;
-        Rules rules; ///< null for no zone
+        Rules rules; ///< null when there is no such zone
     };
 
     explicit TimeZoneDatabase(std::filesystem::path folder) : folder_(std::move(folder)) {}
-    /// That of the environment's TZDIR, or of /usr/share/zoneinfo.
+    /// The database in the folder of the environment's TZDIR, or in /usr/share/zoneinfo.
     static TimeZoneDatabase &system();
 
     /// Null for a name without a zone, and for one that leads out of the folder.
     Rules rules(const std::string &name);
-    /// What the C library takes for the environment's TZ: a name here, the path of a file elsewhere, or rules
-    /// as of PosixTimeZone, each after a colon or not; UTC for an empty text. Without rules for every other.
+    /// The zone for a value of the environment's TZ, as the C library understands it: a name in this
+    /// database, the absolute path of a file, or rules as in PosixTimeZone.h, each optionally after a colon;
+    /// UTC for an empty text.
     Zone zoneOfEnvironment(const std::string &text);
-    /// That of a file which is a link to one in the folder, such as /etc/localtime; named by its path when it
-    /// is none.
+    /// The zone of a file. Named after the file in this database that it is a link to, as /etc/localtime is,
+    /// or by its path.
     Zone zoneOfFile(const std::filesystem::path &file);
 
 private:

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::int64_t latestChange = std::int64_t{1} << 39; ///< in the year 19391
 
-/// Takes bytes off the front. After the first that are not there, `ok` stays false and numbers are 0.
+/// Reads bytes from the front. After the first that are missing, `ok` stays false and numbers are 0.
 class Bytes {
 public:
     explicit Bytes(std::string_view bytes) : rest_(bytes) {}
@@ -67,14 +67,14 @@ std::vector<Kind> kinds(Bytes &bytes, std::uint64_t count) {
     while (bytes.ok() && made.size() < count) {
         const auto offset = static_cast<std::int32_t>(bytes.number(4));
         made.push_back({offset, bytes.number(1) != 0});
-        bytes.take(1); // where its name stands
+        bytes.take(1); // the index of its name
     }
     return made;
 }
 
-/// What daylight adds, by the flags: to the offset of the nearest standard time before, or else after it,
-/// that is smaller. Some places call winter daylight saving; there it is the time between two winters that
-/// adds.
+/// The file only flags daylight saving; the amount it adds is the difference to the nearest standard time
+/// before it, or else after it, with a smaller offset. Where winter is flagged instead, as in some places,
+/// the amount belongs to the standard time between two winters.
 std::vector<TimeZoneRules::Change> changesOf(const std::vector<std::int64_t> &times,
                                              const std::vector<Kind> &kinds) {
     std::vector<std::int32_t> added(kinds.size());
@@ -100,7 +100,7 @@ std::vector<TimeZoneRules::Change> changesOf(const std::vector<std::int64_t> &ti
     return made;
 }
 
-/// How many bytes the tables have with times so wide.
+/// The size of the tables in bytes, with times of that many bytes.
 std::uint64_t sizeOfTables(const Header &header, std::uint64_t timeWidth) {
     return header.changes * (timeWidth + 1) + header.kinds * 6 + header.names +
            header.leapSeconds * (timeWidth + 4) + header.standardFlags + header.universalFlags;
@@ -134,7 +134,7 @@ std::optional<Tables> tables(std::string_view bytes, const Header &header, std::
     return Tables{{all.front().offset, 0}, changesOf(times, kindsOfTimes)};
 }
 
-/// The line between the line feeds at the front; nothing without them.
+/// The line at the front, which is enclosed in line feeds; nothing without them.
 std::optional<std::string_view> lastLine(std::string_view bytes) {
     const auto end = bytes.find('\n', 1);
     return bytes.starts_with('\n') && end != bytes.npos ? std::optional(bytes.substr(1, end - 1))

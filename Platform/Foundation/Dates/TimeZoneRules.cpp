@@ -4,7 +4,7 @@
 
 namespace {
 
-/// More than clocks differ, so that the changes on both sides of a time are among those that are listed.
+/// More than the largest offset, so that the changes on both sides of a local time are listed.
 constexpr std::int64_t margin = 2 * 86400LL;
 static_assert(margin > TimeZoneRules::farthestOffset);
 
