@@ -1,6 +1,6 @@
-// Builds the objects of a JSON text while it is read.
+// Builds the objects of a JSON text while it is read. Of equal keys of a dictionary the last one counts.
 //
-// Threads: one at a time.
+// A builder belongs to one thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Serialization/JSON/JSONLeaves.h"
@@ -14,22 +14,23 @@ public:
 
     JSONLeaves &leaves() { return leaves_; }
 
-    /// The value that was told last, when it is whole.
+    /// The value completed last. There must be one.
     id take() {
         id value = std::move(pending_.back());
         pending_.pop_back();
         return value;
     }
-    /// Why reading ended; null while there is no reason.
+    /// Why the builder ended the reading; null if it did not.
     const char *refusal() const override {
         return tooDeep_ ? "Too many nested arrays or dictionaries." : leaves_.refusal();
     }
 
-    /// Go down into a container, and up again. They nest up to `NSJSONSerialization::deepestNesting`.
+    /// To be called at the start and the end of a container. `enter` returns false when containers would nest
+    /// deeper than `NSJSONSerialization::deepestNesting`.
     bool enter();
     void leave() { --depth_; }
 
-    /// Puts in a value, as if it were told. False for none.
+    /// Adds a value to the open container. False for none.
     bool add(id value) {
         if (!value)
             return false;
@@ -37,7 +38,7 @@ public:
         return true;
     }
 
-    // What the reader tells.
+    // JSONHandler.
     bool Null() override { return add(leaves_.null()); }
     bool Bool(bool flag) override { return add(leaves_.boolean(flag)); }
     bool Int64(std::int64_t number) override { return add(leaves_.number(number)); }
@@ -55,8 +56,8 @@ private:
 
     const bool mutable_;
     JSONLeaves leaves_;
-    /// What is open waits here: the elements of an array, or keys and values in turn, until the end tells how
-    /// many there are.
+    /// The parts of the open containers: the elements of an array, or keys and values alternately. The end of
+    /// a container says how many are its own.
     std::vector<id> pending_;
     std::size_t depth_ = 0;
     bool tooDeep_ = false;

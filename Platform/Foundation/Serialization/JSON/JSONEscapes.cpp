@@ -8,7 +8,7 @@
 
 namespace {
 
-/// For each letter behind a backslash what it stands for; 0 for none.
+/// The meaning of each character behind a backslash; 0 for an unknown one.
 constexpr auto letters = [] {
     std::array<char, 256> table{};
     constexpr std::string_view from = "\"\\/bfnrt", to = "\"\\/\b\f\n\r\t";
@@ -17,7 +17,7 @@ constexpr auto letters = [] {
     return table;
 }();
 
-/// The value of each hexadecimal digit; 16 for what is none.
+/// The value of each hexadecimal digit; 16 for other characters.
 constexpr auto digits = [] {
     std::array<std::uint8_t, 256> table{};
     std::ranges::fill(table, std::uint8_t{16});
@@ -32,8 +32,8 @@ constexpr std::uint64_t eachByte(std::uint8_t byte) {
     return 0x0101010101010101u * byte;
 }
 
-/// The highest bit of the first of eight bytes, from the low end, that is a quote, a backslash or a control
-/// character, and perhaps of later ones; 0 when there is none.
+/// Sets the highest bit of the first of eight bytes, from the low end, that is a quote, a backslash or a
+/// control character, and perhaps of later ones; 0 without one.
 constexpr std::uint64_t specialBytes(std::uint64_t bytes) {
     const auto zeroBytes = [](std::uint64_t word) { return (word - eachByte(1)) & ~word; };
     return (zeroBytes(bytes ^ eachByte('"')) | zeroBytes(bytes ^ eachByte('\\')) |
@@ -45,14 +45,14 @@ bool isPlain(char byte) {
     return byte != '"' && byte != '\\' && static_cast<unsigned char>(byte) >= 0x20;
 }
 
-/// Copies what stands for itself. Moves both places behind it.
+/// Copies characters that are not escaped, and advances both pointers.
 void copyPlain(const char *&from, const char *end, char *&to) {
     static_assert(std::endian::native == std::endian::little);
     const char *at = from;
     char *out = to;
     for (std::uint64_t bytes; end - at >= 8; at += 8, out += 8) {
         std::memcpy(&bytes, at, 8);
-        std::memcpy(out, &bytes, 8); // what follows goes over it
+        std::memcpy(out, &bytes, 8); // bytes from a special one on are overwritten later
         if (const std::uint64_t special = specialBytes(bytes)) {
             const int plain = std::countr_zero(special) / 8;
             from = at + plain, to = out + plain;
@@ -64,7 +64,7 @@ void copyPlain(const char *&from, const char *end, char *&to) {
     from = at, to = out;
 }
 
-/// The number of the next "\\uXXXX", which is moved behind; above 16 bits when it is none.
+/// Reads the next "\\uXXXX"; returns more than 16 bits when there is none.
 std::uint32_t takeUnit(const char *&from, const char *end) {
     if (end - from < 6 || from[0] != '\\' || from[1] != 'u')
         return UINT32_MAX;
@@ -100,7 +100,7 @@ char *put(std::uint32_t scalar, char *out) {
     return out;
 }
 
-/// Whether the next escape is one; then it is moved behind, and what it stands for is put.
+/// Reads the next escape and writes its meaning; false for an invalid one.
 bool takeEscape(const char *&from, const char *end, char *&to) {
     if (end - from < 2)
         return false;

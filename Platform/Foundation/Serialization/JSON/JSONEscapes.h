@@ -1,4 +1,4 @@
-// What the texts of JSON stand for.
+// Unescapes the strings of JSON.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,11 @@
 
 struct JSONUnescaped {
     std::size_t used; ///< bytes up to the closing quote
-    std::size_t made; ///< bytes of the text, never more
+    std::size_t made; ///< bytes of the unescaped string, never more than `used`
 };
 
-/// Writes what stands behind an opening quote, up to the closing one, to `out`, which has room for as much.
-/// None for what is no text: one without an end, with a control character, with an escape that there is not
-/// or one half of a surrogate pair. Any thread.
+/// Unescapes the string that follows an opening quote, up to the closing one, into `out`, which has room for
+/// as many bytes as `behindQuote`. Bytes above 127 are copied unchecked. Nothing for an invalid string:
+/// without an end, with a control character, with an unknown escape or with half a surrogate pair. Safe from
+/// any thread.
 std::optional<JSONUnescaped> unescapeJSON(std::string_view behindQuote, char *out);

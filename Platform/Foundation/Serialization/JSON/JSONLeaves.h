@@ -1,6 +1,6 @@
-// Makes the objects of a JSON text that hold no others: null, numbers and texts.
+// Makes the objects of a JSON text that contain no others: null, numbers and texts.
 //
-// Threads: one at a time.
+// One object of this class belongs to one thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSNull.h"
@@ -22,9 +22,10 @@ public:
     }
     Ref<NSNumber> number(double value) { return pool_.make<NSNumber>('d', value); }
 
-    /// None, and a refusal, for bytes that are not valid UTF-8. The bytes must stay as long as this is asked.
+    /// None, and a refusal, for bytes that are not valid UTF-8. Equal texts may share an object. The bytes
+    /// must stay valid as long as `text` and `key` are called.
     Ref<NSString> text(std::string_view bytes) {
-        constexpr std::size_t longest = 24; // what is longer is seldom seen again
+        constexpr std::size_t longest = 24; // longer texts seldom repeat
         return bytes.size() > longest ? makeText(bytes)
                                       : values_.find(bytes, [&] { return makeText(bytes); });
     }
@@ -32,7 +33,7 @@ public:
         return keys_.find(bytes, [&] { return makeText(bytes); });
     }
 
-    /// Why one of the texts is none; null when none is.
+    /// Why `text` or `key` returned none; null while they did not.
     const char *refusal() const { return refusal_; }
 
 private:

@@ -1,4 +1,4 @@
-// The text that a writer of JSON makes: memory that grows, and whose end is written to directly.
+// A growing buffer of bytes whose end is written to through a plain pointer, for JSONWriter.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,8 @@
 
 class JSONOutput {
 public:
-    /// Room for `count` more bytes; `wrote` says how far it was used.
+    /// Memory for `count` more bytes, valid until the next call. After writing, call `wrote` with the end of
+    /// what was written.
     char *room(std::size_t count) {
         if (bytes_.size() - used_ < count)
             bytes_.resize(std::max(2 * bytes_.size(), used_ + count));
@@ -24,7 +25,7 @@ public:
     }
     void put(std::string_view text) { wrote(std::copy(text.begin(), text.end(), room(text.size()))); }
     std::size_t size() const { return used_; }
-    /// Forgets what was put since there were so many.
+    /// Drops all bytes but the first `size`.
     void cutTo(std::size_t size) { used_ = size; }
     void fill(std::size_t count, char byte) { wrote(std::fill_n(room(count), count, byte)); }
 

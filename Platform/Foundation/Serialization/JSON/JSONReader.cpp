@@ -20,26 +20,27 @@ std::string_view viewOf(json::string_view text) {
     return {text.data(), text.size()};
 }
 
-/// Tells the handler what the parser finds, each text and each number in one piece.
+/// Passes what the parser finds on to the handler, each string and each number in one piece.
 class Events {
 public:
     // Sizes are bounded by the text's.
     static constexpr std::size_t max_object_size = SIZE_MAX, max_array_size = SIZE_MAX,
                                  max_key_size = SIZE_MAX, max_string_size = SIZE_MAX;
 
-    /// The handler has been told the first `toldBefore` of the events already.
+    /// The first `toldBefore` events are not passed on: the handler has had them already.
     Events(JSONHandler &handler, std::string_view text, std::size_t toldBefore)
         : handler_(handler), text_(text), toldBefore_(toldBefore) {}
 
-    /// Whether what was parsed up to now ends within a number.
+    /// Whether the part of the text parsed so far ends within a number.
     bool isWithinNumber() const { return !number_.empty(); }
     const char *refusal() const { return refusal_; }
-    /// Whether the handler has ended it, with a reason or without.
+    /// Whether the handler has ended the reading, with or without a reason.
     bool isRefused() const { return isRefused_; }
     std::size_t told() const { return told_; }
 
-    /// Puts what stands behind a quote, up to the next, behind the parts of the text that the parser is in
-    /// the middle of. Gives the bytes up to there; none when the parser is to judge them.
+    /// Unescapes a string behind its opening quote, and appends it to the parts of the string that the parser
+    /// is reading. Returns the number of bytes up to the closing quote; nothing when the parser is to report
+    /// the error.
     std::optional<std::size_t> unescape(std::string_view behindQuote) {
         const auto unescaped = unescapeJSON(behindQuote, room());
         if (!unescaped)
@@ -48,7 +49,7 @@ public:
         return unescaped->used;
     }
 
-    // What the parser calls.
+    // Called by the parser.
     bool on_document_begin(json::error_code &) { return true; }
     bool on_document_end(json::error_code &) { return true; }
     bool on_object_begin(json::error_code &error) {
@@ -83,7 +84,7 @@ public:
     bool on_uint64(std::uint64_t number, json::string_view, json::error_code &error) {
         return tell(error, [&] { return handler_.Uint64(number); });
     }
-    /// The parser's own number is not always the nearest.
+    /// Converts the digits again, since the parser's own double is not always the nearest.
     bool on_double(double, json::string_view last, json::error_code &error) {
         number_ += viewOf(last);
         const double number = doubleOfDecimalText(number_);
@@ -112,7 +113,7 @@ private:
         return false;
     }
 
-    /// Puts a part of a text with escapes behind the earlier ones.
+    /// Appends a part of a string to the earlier ones.
     bool keep(json::string_view part) {
         std::copy(part.begin(), part.end(), room());
         end_ += part.size();
@@ -120,11 +121,11 @@ private:
     }
     /// Where the next part goes.
     char *room() {
-        if (!unescaped_) // no text gets longer by that
+        if (!unescaped_) // unescaped strings are no longer than the text
             unescaped_ = std::make_unique_for_overwrite<char[]>(text_.size());
         return unescaped_.get() + end_;
     }
-    /// The whole of a text: where it stands, or of its parts.
+    /// A whole string: in the text itself if it is in one piece there, else put together.
     std::string_view whole(json::string_view last) {
         const std::less<const char *> before;
         const bool stands =
@@ -142,16 +143,16 @@ private:
     std::size_t told_ = 0;
     const char *refusal_ = nullptr;
     bool isRefused_ = false;
-    std::string number_;                // the parts of the number that the parser is in the middle of
-    std::unique_ptr<char[]> unescaped_; // texts with escapes, one after the other
+    std::string number_;                // the parts of the number that the parser is reading
+    std::unique_ptr<char[]> unescaped_; // strings with escapes, one after the other
     std::size_t begin_ = 0, end_ = 0;   // of the last of them
 };
 
-/// What the parser takes exponents of: 32 bits.
+/// The most digits with which the parser's exponent, of 32 bits, cannot overflow.
 constexpr std::size_t longestExponent = 9;
 
-/// The digits of the next exponent, if it is one, that the parser could find too long; empty at the text's
-/// end when there is none. One byte in ten is looked at.
+/// The next digits that may be an exponent too long for the parser; empty, at the text's end, without any.
+/// Looks at every tenth byte only, so a run of ten digits is not missed.
 std::string_view nextLongExponent(std::string_view text) {
     for (std::size_t at = longestExponent; at < text.size(); at += longestExponent + 1) {
         if (!ascii::isDigit(text[at]))
@@ -170,13 +171,14 @@ std::string_view nextLongExponent(std::string_view text) {
     return text.substr(text.size());
 }
 
-/// The same exponent in few digits, or one that is just as much out of range.
+/// The exponent in few digits; one out of range becomes another one out of range.
 std::string_view shortened(std::string_view exponent) {
     exponent.remove_prefix(std::min(exponent.find_first_not_of('0'), exponent.size() - 1));
     return exponent.size() > longestExponent ? "999999999" : exponent;
 }
 
-/// The quote before the next escape: an opening one, or itself an escaped one in the same text. None without.
+/// The last quote before the next escape: the one that opens the string, or an escaped one in it. Nothing
+/// without an escape.
 std::optional<std::size_t> quoteBeforeEscape(std::string_view text, std::size_t searched) {
     while (searched < text.size()) {
         const std::size_t escape = text.find('\\', searched);
@@ -190,10 +192,10 @@ std::optional<std::size_t> quoteBeforeEscape(std::string_view text, std::size_t 
 }
 
 // In bytes.
-constexpr std::size_t shortestText = 32;  ///< to be worth interrupting the parser
-constexpr std::size_t mostSkipped = 4096; ///< between two looks at texts that are short
+constexpr std::size_t shortestText = 32;  ///< the shortest string for which the parser is interrupted
+constexpr std::size_t mostSkipped = 4096; ///< not searched after short strings
 
-/// Of the text that goes on here; none for one that is worth it.
+/// The length of the string that goes on here if it is a short one; else nothing.
 std::optional<std::size_t> lengthOfShortText(std::string_view text) {
     for (std::size_t at = 0; at < std::min(text.size(), shortestText); at += text[at] == '\\' ? 2u : 1u)
         if (text[at] == '"')
@@ -206,10 +208,12 @@ public:
     Reader(std::string_view text, JSONHandler &handler, std::size_t toldBefore = 0)
         : text_(text), parser_(options(), handler, text, toldBefore) {}
 
-    /// Reads what is JSON and has no exponents too long for the parser; else it fails early, anywhere.
+    /// The fast way: reads valid JSON without too long exponents. It fails for other texts, but not always at
+    /// the right place; `readWithCare` then finds that.
     ///
-    /// The parser takes texts with escapes byte by byte. Of those that are not short it is given the quotes,
-    /// and what stands between them is put in its place. Where the short ones are many, fewer are looked at.
+    /// The parser reads strings with escapes byte by byte. Long ones are therefore unescaped here, and the
+    /// parser is given only their quotes. After short ones more and more of the text is not searched for
+    /// escapes.
     std::optional<JSONFailure> read() {
         std::string_view rest = text_;
         std::size_t searched = 0, skipped = 0; // of the rest
@@ -226,18 +230,19 @@ public:
             const auto length = parser_.handler().unescape(behind);
             rest = behind.substr(length.value_or(0));
             if (!length)
-                break; // no text: the parser is to refuse it
+                break; // invalid: the parser is to refuse it
             searched = 1;
             skipped = 0;
         }
         return parse(rest, rest, false);
     }
-    /// Whether the handler has ended it.
+    /// Whether the handler has ended the reading.
     bool isRefused() const { return parser_.handler().isRefused(); }
-    /// How much the handler has been told.
+    /// The number of events that the handler has had.
     std::size_t told() const { return parser_.handler().told(); }
 
-    /// Reads any text, as the parser does, and finds where it is wrong.
+    /// The careful way: reads any text as the parser does, shortening exponents, and finds where it is
+    /// invalid.
     std::optional<JSONFailure> readWithCare() {
         std::string_view rest = text_;
         while (true) {
@@ -262,7 +267,7 @@ private:
         return made;
     }
 
-    /// Parses a piece, which stands for one of the text.
+    /// Parses a piece, which replaces `original` in the text.
     std::optional<JSONFailure> parse(std::string_view piece, std::string_view original, bool more) {
         json::error_code error;
         const std::size_t used = parser_.write_some(more, piece.data(), piece.size(), error);
@@ -289,7 +294,7 @@ private:
 std::optional<JSONFailure> readJSON(std::string_view text, JSONHandler &handler) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     const std::size_t start = text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
-    Reader reader(text.substr(start), handler); // keeps the texts that the handler has been told
+    Reader reader(text.substr(start), handler); // keeps the strings that the handler has had
     auto failure = reader.read();
     if (failure && !reader.isRefused())
         failure = Reader(text.substr(start), handler, reader.told()).readWithCare();

@@ -1,6 +1,6 @@
-// Whether objects are valid JSON, and what is not.
+// Checks whether objects can be written as JSON, and finds what cannot.
 //
-// Threads: one at a time.
+// An object of this class belongs to one thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Serialization/JSON/JSONWalk.h"
@@ -9,10 +9,10 @@
 
 class JSONValidity {
 public:
-    /// Null for a value of JSON that nests as deep as NSJSONSerialization takes it.
+    /// Null for a value that can be written, and nests no deeper than NSJSONSerialization allows.
     json::Reason whyInvalid(const id &value) { return whyInvalid(value, 0); }
-    /// The containers around what was found invalid last, the value asked for at the end: none of them is
-    /// valid by itself either, unless it was too deep.
+    /// The containers around the invalid object found last, the innermost first and the checked value last.
+    /// None of them is valid by itself either, unless the reason was the depth.
     const std::vector<id> &invalidContainers() const { return invalidContainers_; }
 
 private:

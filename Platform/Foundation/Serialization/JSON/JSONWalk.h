@@ -1,4 +1,4 @@
-// Walks over objects that may become JSON: what JSON makes of each, and the contents of collections.
+// Helpers of the JSON writers: the kind of JSON value that an object becomes, and walks over collections.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSArray.h"
@@ -13,19 +13,19 @@ namespace json {
 
 enum class Kind { string, number, array, dictionary, null, other };
 
-/// What JSON makes of an object. Ordinary objects are told by their very class, others by their ancestors.
+/// The kind of JSON value that an object becomes.
 Kind kindOf(const NSObject *object);
 
-/// Why an object is no JSON; null when all is well. Each of the reasons below is one object in the whole
-/// program, so that their addresses can be compared.
+/// Why an object cannot be written as JSON; null if it can. The reasons below are inline variables, so they
+/// can be compared by address.
 using Reason = const char *;
 inline constexpr char invalidType[] = "Invalid type.";
 inline constexpr char tooDeep[] = "Too many nested arrays or dictionaries.";
 inline constexpr char notText[] = "Invalid key: not a text.";
 inline constexpr char notFinite[] = "Invalid number: not finite.";
 
-/// Every item, until `visit` gives a reason. Objects lie scattered in memory: those of the next items are
-/// fetched while one is written.
+/// Visits every item until `visit` returns a reason, and returns that. Objects lie scattered in memory, so
+/// those of the next items are prefetched.
 template <class Item, class ObjectOf, class Visit>
 Reason eachItem(std::span<const Item> items, ObjectOf objectOf, Visit visit) {
     constexpr std::size_t ahead = 4;
@@ -43,10 +43,11 @@ Reason eachItem(std::span<const Item> items, ObjectOf objectOf, Visit visit) {
     return nullptr;
 }
 
-/// For who makes JSON of a guarded collection while he holds its lock: it cannot be walked within itself.
+/// A visit to a guarded collection whose lock is held while it is written: meanwhile it must not be walked
+/// again, should it contain itself.
 using LockedVisit = ObjectVisit<struct WritingLocked>;
 
-/// Every entry of the dictionary, in the same way.
+/// Visits every entry of the dictionary, in the same way.
 template <class Visit>
 Reason eachEntry(const NSDictionary &dictionary, Visit visit) {
     if (const ObjectTable *table = dictionary.table())
@@ -61,7 +62,7 @@ Reason eachEntry(const NSDictionary &dictionary, Visit visit) {
     return nullptr;
 }
 
-/// Every element of the array, in the same way.
+/// Visits every element of the array, in the same way.
 template <class Visit>
 Reason eachElement(const NSArray &array, Visit visit) {
     const auto walk = [&](std::span<const id> elements) {

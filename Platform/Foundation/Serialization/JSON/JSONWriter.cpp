@@ -19,7 +19,7 @@ const T &known(const id &object) {
     return static_cast<const T &>(*object);
 }
 
-/// For each ASCII character what stands behind the backslash: 0 for one that stays, 'u' for a number.
+/// For each ASCII character the one behind the backslash: 'u' for a code, 0 when it needs no escape.
 constexpr auto escapes = [] {
     std::array<char, 128> table{};
     std::fill_n(table.begin(), 0x20, 'u');
@@ -149,7 +149,7 @@ Reason JSONWriter::number(const NSNumber &value) {
         return json::notFinite;
     else if (value.isDecimal()) // with all its digits
         out_.put(value.stringValue()->utf8());
-    else if (value.isFloating()) // a float in the digits of a double, which is how it is read
+    else if (value.isFloating()) // a float is written as a double, since it is read as one
         number(value.doubleValue());
     else if (value.objCType() >= 'A' && value.objCType() <= 'Z')
         number(value.unsignedLongLongValue());
@@ -158,7 +158,7 @@ Reason JSONWriter::number(const NSNumber &value) {
     return nullptr;
 }
 
-/// Copies plain characters, eight at a time; how many it was.
+/// Copies characters that need no escape, eight at a time, and returns how many.
 std::size_t JSONWriter::putPlain(const char16_t *units, std::size_t count, char *out) const {
     using Units = std::int16_t __attribute__((vector_size(16)));
     using Bytes = std::int8_t __attribute__((vector_size(8)));
@@ -181,7 +181,7 @@ std::size_t JSONWriter::putPlain(const char16_t *units, std::size_t count, char 
 
 Reason JSONWriter::string(const NSString &text) {
     const std::u16string &units = text.units();
-    constexpr std::size_t longest = 6; // bytes a unit: a backslash, "u" and four digits
+    constexpr std::size_t longest = 6; // bytes per unit: a backslash, "u" and four digits
     char *out = out_.room(longest * units.size() + 2);
     *out++ = '"';
     for (std::size_t i = 0; i < units.size();) {

@@ -1,6 +1,6 @@
-// Writes JSON as UTF-8, whole values or piece by piece.
+// Writes JSON as UTF-8: whole values, or piece by piece.
 //
-// Threads: one at a time.
+// A writer belongs to one thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Serialization/JSON/JSONOutput.h"
@@ -17,7 +17,7 @@ public:
 
     std::vector<std::uint8_t> take() { return out_.take(); }
 
-    // Each says why it could not go on; part of it is written by then.
+    // These return why they failed, with part of the value written by then; null on success.
     json::Reason value(const id &object);
     json::Reason string(const NSString &text);
     /// Containers nest up to `NSJSONSerialization::deepestNesting`.
@@ -33,21 +33,21 @@ public:
     void number(std::uint64_t value);
     /// Finite; the fewest digits that read back equal.
     void number(double value);
-    /// As it is: punctuation, or a text that `string` has made before.
+    /// Writes the text unchanged: punctuation, or a string that `string` has written before.
     void put(std::string_view text) { out_.put(text); }
     std::size_t size() const { return out_.size(); }
-    /// Takes back what was written since, but for brackets.
+    /// Drops what was written since the size was that. Brackets must not be dropped.
     void cutTo(std::size_t size) { out_.cutTo(size); }
 
-    /// The containers within the last refused value that what was refused lies in, the innermost first. None
-    /// of them is JSON by itself either when its type or that of a key was refused.
+    /// The containers of the last refused value that contain the refused object, the innermost first. When
+    /// the reason was `invalidType` or `notText`, none of them can be written by itself either.
     std::vector<id> takeRefusedContainers() { return std::move(refusedContainers_); }
 
 private:
     template <class Visit>
     json::Reason entries(const NSDictionary &dictionary, Visit visit) const;
     json::Reason entry(const id &key, const id &object);
-    /// `items` writes the list, and calls what it is given before each item.
+    /// `items` writes the elements; it calls its argument before each.
     template <class Items>
     json::Reason list(const id &container, const char (&brackets)[3], Items items);
     json::Reason number(const NSNumber &number);

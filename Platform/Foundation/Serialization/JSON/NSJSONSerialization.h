@@ -1,15 +1,17 @@
-// JSON text to objects and back. Any thread.
+// JSON text to objects and back. Safe from any thread.
 //
-// Reading, in one pass: objects become dictionaries, arrays arrays, texts strings, numbers 64-bit integers or
-// doubles, true and false booleans, null the null marker.
+// Reading: objects become NSDictionary, arrays NSArray, strings NSString, numbers NSNumber (64-bit integers
+// or doubles), true and false boolean NSNumbers, null NSNull. Of equal keys the last one counts.
 //
-// Refused, with an error of NSCocoaErrorDomain (3840) whose debug description names the reason and the offset
-// in bytes: text that is not JSON, text after the value, invalid UTF-8, escapes of half a surrogate pair,
-// nesting beyond 512 levels, and a single value as the whole text unless `AllowFragments` is given.
+// Refused, with an error of NSCocoaErrorDomain (3840) whose debug description gives the reason and the offset
+// in bytes: invalid JSON, text after the value, invalid UTF-8, escapes of half a surrogate pair, numbers too
+// large for a double, nesting beyond 512 levels, and a top-level value other than an array or object unless
+// `AllowFragments` is given.
 //
-// Writing, as UTF-8: dictionaries keep their order unless `SortedKeys` asks for that of the keys' code units.
-// Whole numbers keep 64 bits, any other number gets the fewest digits that read back equal as a double.
-// "/" becomes "\/" unless `WithoutEscapingSlashes` is given. The pretty form has two blanks a level:
+// Writing, as UTF-8: dictionaries keep their order unless `SortedKeys` asks for the order of the keys' code
+// units. Integers keep their 64 bits and decimal numbers all digits; other numbers get the fewest digits that
+// read back equal as a double. "/" becomes "\/" unless `WithoutEscapingSlashes` is given. The pretty form
+// indents by two blanks per level:
 //
 //     {
 //       "list" : [
@@ -21,9 +23,9 @@
 //       }
 //     }
 //
-// Refused, with an error of NSCocoaErrorDomain (3852) whose debug description names the reason: whatever is
-// no valid JSON object (unless `FragmentsAllowed` lets a single value pass), and texts with a surrogate that
-// stands alone.
+// Refused, with an error of NSCocoaErrorDomain (3852) whose debug description gives the reason: objects that
+// are not valid JSON objects (`FragmentsAllowed` admits any value at the top level), and texts with a lone
+// surrogate.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -61,16 +63,16 @@ constexpr bool operator&(Options a, Options b) {
 
 class NSJSONSerialization {
 public:
-    /// How deep arrays and objects may nest.
+    /// The most levels of arrays and objects.
     static constexpr std::size_t deepestNesting = 512;
 
-    /// The value that the UTF-8 text holds, or none with `*error` set when `error` is given.
+    /// The value of the UTF-8 text. On failure none, with `*error` set unless `error` is null.
     static id JSONObjectWithData(const Ref<NSData> &data, NSJSONReadingOptions options, Ref<NSError> *error);
 
-    /// Whether it is an array or dictionary of texts, finite numbers, null markers, arrays and dictionaries
-    /// with texts for keys, nested 512 levels at most. One that holds itself nests without end.
+    /// Whether it is an array or dictionary that consists of texts, finite numbers, NSNull, arrays, and
+    /// dictionaries with texts as keys, in at most 512 levels. Collections that contain themselves are not.
     static bool isValidJSONObject(const id &object);
-    /// The object as text, or none with `*error` set when `error` is given.
+    /// The object as UTF-8 text. On failure none, with `*error` set unless `error` is null.
     static Ref<NSData> dataWithJSONObject(const id &object, NSJSONWritingOptions options,
                                           Ref<NSError> *error);
 };

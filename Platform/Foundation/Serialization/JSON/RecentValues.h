@@ -1,9 +1,10 @@
-// The values made last of short pieces of a text, for pieces that come again and again.
+// A small cache of the values made from pieces of a text, for pieces that are often repeated: 256 slots, each
+// with the last value whose bytes hash to it.
 //
 //     RecentValues<Ref<NSString>> texts;
 //     const Ref<NSString> &text = texts.find(bytes, [&] { return NSString::stringWithUTF8String(bytes); });
 //
-// Threads: one at a time.
+// A cache belongs to one thread at a time.
 #pragma once
 
 #include <array>
@@ -15,7 +16,8 @@
 template <class Value>
 class RecentValues {
 public:
-    /// The value that was made of equal bytes, or a new one. The bytes must stay as long as the table.
+    /// The value made earlier from equal bytes if it is still cached, else the result of `make`. The bytes
+    /// must stay valid as long as the cache is used; the reference is valid until the next call.
     template <class Make>
     const Value &find(std::string_view bytes, const Make &make) {
         const Ends ends(bytes);
@@ -28,8 +30,9 @@ public:
 private:
     static constexpr std::size_t slotBits = 8;
 
-    /// The first and the last eight bytes, or fewer, which may overlap: all there is of up to 16. Nothing
-    /// behind the bytes is read, where something may just have been written, which the processor waits for.
+    /// The first and the last eight bytes, which may overlap; of fewer than eight bytes enough to rebuild
+    /// them. So up to 16 bytes are compared as two words. Never reads beyond the bytes: if something was just
+    /// written there, the processor would have to wait for it.
     struct Ends {
         std::uint64_t first = 0, last = 0;
 
