@@ -1,21 +1,21 @@
-// What the reader and the writer of binary property lists agree on.
+// The format of binary property lists, for their reader and writer.
 //
 //     "bplist00"   the objects, side by side   the table of their offsets   the trailer
 //
-// An object begins with a marker: its kind in the high half, in the low half
+// An object begins with a marker byte. Its high four bits are the kind, its low four bits:
 //
-//     flag 0     8 false, 9 true
-//     whole 1    the power of two of its bytes, 0 to 4. Of 8 and 16 bytes it has a sign.
-//     real 2     2 or 3: a float or a double
-//     date 3     3: a double of seconds from 2001-01-01 00:00 UTC
-//     uid 8      one less than its bytes
+//     flag 0     8 for false, 9 for true
+//     whole 1    0 to 4 for an integer of 1, 2, 4, 8 or 16 bytes; those of 8 and 16 bytes are signed
+//     real 2     2 for a float, 3 for a double
+//     date 3     3: a double, in seconds from 2001-01-01 00:00 UTC
+//     uid 8      the number of its bytes minus one
 //     data 4, ascii 5, utf16 6, array A, dictionary D
-//                how many bytes, units, elements or entries follow; 15 when a whole number says that first
+//                the number of bytes, units, elements or entries, or 15 if an object `whole` follows with it
 //
-// An array is the numbers of its elements in the table, a dictionary those of its keys and then those of its
-// values. The trailer is 6 unused bytes, the bytes of an offset, those of a reference, and three numbers of 8
-// bytes: how many objects there are, the number of the topmost, and where the table begins. All numbers are
-// big-endian.
+// An array consists of references to its elements, a dictionary of those to its keys and then to its values.
+// A reference is the object's index in the table. The trailer consists of 6 unused bytes, the size of an
+// offset, the size of a reference (a byte each), and three numbers of 8 bytes: the number of objects, the
+// index of the topmost one, and the offset of the table. All numbers are big-endian.
 #pragma once
 
 #include <cstddef>
@@ -40,13 +40,14 @@ enum Kind : std::uint8_t {
     dictionary = 0xD,
 };
 
-// Objects may be shared, so that a small list could unfold into an endless one. A list is read when it weighs
-// no more than `mostFree` and `mostPerByte` for each of its bytes, shared objects counted each time. What is
-// written is always read: a reference takes a byte at least and leads to no more than a short object.
+// Objects may be shared, so a small list could expand to an enormous one. The reader limits the expanded
+// size, in which shared objects count each time, to `mostFree` plus `mostPerByte` for each byte of the list.
+// The writer's lists always fit: a reference takes at least a byte, and only objects up to `longestShared`
+// bytes are shared.
 
-/// About what an object costs beside its bytes.
+/// The size of an object besides its bytes, about.
 inline constexpr std::uint64_t overhead = 32;
-/// Bytes of the longest object that is written once for several places.
+/// The longest object, in bytes, that the writer shares.
 inline constexpr std::uint64_t longestShared = 224;
 inline constexpr std::uint64_t mostPerByte = overhead + longestShared;
 inline constexpr std::uint64_t mostFree = 64 << 20;

@@ -48,10 +48,11 @@ public:
     }
 
 private:
-    /// What became of the object of one offset.
+    /// The state of the object with one index.
     struct Place {
-        id made;                  ///< none yet, or made anew each time
-        std::uint64_t weight = 0; ///< without the overhead, which whoever refers to it has paid
+        id made; ///< none if not yet made, or if it is made anew for every reference
+        std::uint64_t weight =
+            0; ///< expanded size without the overhead, which counts for the reference to it
         std::uint16_t height = 0; ///< levels of containers
         Kind kind{};
         bool isOpen = false;
@@ -60,11 +61,11 @@ private:
     struct Object {
         std::size_t start, contents;
         std::uint64_t count; ///< bytes, units, elements or entries
-        std::uint64_t size;  ///< bytes
+        std::uint64_t size;  ///< of the contents, in bytes
         Kind kind;
-        unsigned low; ///< half of the marker
+        unsigned low; ///< the low bits of the marker
 
-        /// Objects that it refers to.
+        /// The number of its references.
         std::uint64_t parts() const { return kind == array ? count : kind == dictionary ? 2 * count : 0; }
     };
 
@@ -87,7 +88,8 @@ private:
         return bytes_.substr(object.contents, object.size);
     }
 
-    /// The object as it is to be handed out. It is in `depth` containers, and referred to from `from`.
+    /// The object, with mutable leaves if requested. `depth` containers are around it; the reference to it is
+    /// at `from`.
     id value(std::uint64_t index, unsigned depth, std::size_t from) {
         id made = object(index, depth, from);
         if (!made)
@@ -103,7 +105,7 @@ private:
         return made;
     }
 
-    /// With leaves that are immutable.
+    /// The object, with immutable leaves.
     id object(std::uint64_t index, unsigned depth, std::size_t from) {
         if (index >= places_.size())
             return refuse(from, "the number of an object");
@@ -139,7 +141,7 @@ private:
         return true;
     }
 
-    /// Where the object lies; nothing when it does not lie in front of the table.
+    /// Finds and measures the object; nothing when it is malformed or not in front of the table.
     std::optional<Object> find(std::uint64_t index) {
         const std::size_t entry = table_ + index * offsetSize_;
         Object found{};
@@ -154,7 +156,7 @@ private:
         return found;
     }
 
-    /// How long the object is and where its contents begin.
+    /// Sets the count and size of the object, and where its contents begin.
     bool measure(Object &object) {
         std::size_t unit = 1;
         switch (object.kind) {
@@ -314,7 +316,7 @@ private:
         return objects_.dictionary(std::move(entries));
     }
 
-    /// Over the part that was just made.
+    /// Makes the height at least one more than that of the part, which was just made.
     void rise(std::uint16_t &height, std::uint64_t part) const {
         height = std::max(height, static_cast<std::uint16_t>(places_[part].height + 1));
     }

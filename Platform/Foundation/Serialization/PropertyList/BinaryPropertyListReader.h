@@ -1,4 +1,4 @@
-// Property lists in binary: bytes to objects, in one pass.
+// Reads binary property lists (BinaryPropertyListFormat.h).
 #pragma once
 
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListObjects.h"
@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-/// The list that the bytes hold. Immutable objects that the list shares are shared; what is to be mutable is
-/// made anew for every place.
+/// The property list. Immutable objects that are shared in the bytes are shared; mutable ones are made anew
+/// for every reference.
 ///
-/// None, and `refusal` says at which byte what was expected, for bytes that hold none; for objects other than
-/// those of a property list, such as sets; for texts that are not ASCII or in which a surrogate stands alone;
-/// for whole numbers beyond 64 bits and dates that are not finite; and for lists that hold themselves, nest
-/// too deep or unfold beyond all measure (see BinaryPropertyListFormat.h).
+/// On failure none, and `refusal` says what was expected at which byte: for any other bytes; for objects that
+/// do not belong in property lists, such as sets; for ASCII texts with other bytes and UTF-16 texts with lone
+/// surrogates; for integers beyond 64 bits and dates that are not finite; and for lists that contain
+/// themselves, nest too deeply or expand too much.
 id readBinaryPropertyList(std::string_view bytes, const PropertyListObjects &objects, std::string &refusal);

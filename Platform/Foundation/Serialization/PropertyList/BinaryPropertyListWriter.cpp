@@ -26,7 +26,7 @@ void append(Bytes &out, std::uint64_t value, std::size_t size) {
         out.push_back(static_cast<std::uint8_t>(value >> 8 * size));
 }
 
-/// 1, 2, 4 or 8 bytes, as many as the number needs.
+/// The number of bytes for the number: 1, 2, 4 or 8.
 std::size_t sizeOf(std::uint64_t value) {
     return value < 1u << 8 ? 1 : value < 1u << 16 ? 2 : value < std::uint64_t{1} << 32 ? 4 : 8;
 }
@@ -47,11 +47,11 @@ void appendCount(Bytes &out, format::Kind kind, std::uint64_t count) {
         appendWhole(out, count);
 }
 
-/// Numbers all objects and writes the leaves on the way. How wide references are is known only in the end, so
-/// that containers wait for that.
+/// The walk numbers all objects and writes the leaves; containers are written by `take`, since the size of
+/// references is known only when all objects are.
 class Writer : public PropertyListWalk {
 public:
-    /// The whole list, after the walk.
+    /// The bytes of the whole list, after the walk.
     Bytes take() {
         Bytes out;
         const std::size_t referenceSize = sizeOf(objects_.size());
@@ -88,7 +88,7 @@ private:
 
     struct Object {
         format::Kind kind; ///< array, dictionary or leaf
-        std::size_t start; ///< in the references or in the leaves; in the end the offset
+        std::size_t start; ///< in references_ or leaves_; in `take` it becomes the offset
         std::size_t count; ///< elements, entries or bytes
     };
 
@@ -184,7 +184,7 @@ private:
         return objects_.size() - 1;
     }
 
-    /// The leaf whose bytes were just written, unless there is one with the same.
+    /// Adds the leaf whose bytes were just appended, or drops them if a shared leaf has the same.
     bool addLeaf() {
         const std::size_t start = end_, count = leaves_.size() - start;
         if (count > format::longestShared) {
@@ -214,7 +214,7 @@ private:
         return {reinterpret_cast<const char *>(leaves_.data()) + start, count};
     }
 
-    /// Where the shared leaf of this hash that is the same stands, or can be put.
+    /// The slot of the equal shared leaf, or the free slot for it.
     template <class IsSame>
     Slot &slotOf(std::uint64_t hash, const IsSame &isSame) {
         const std::size_t mask = slots_.size() - 1;
@@ -234,11 +234,11 @@ private:
     }
 
     std::vector<Object> objects_;
-    std::vector<std::size_t> references_; ///< of the containers, as numbers of objects
+    std::vector<std::size_t> references_; ///< of all containers
     Bytes leaves_;
-    std::size_t end_ = 0;     ///< of the leaves that are objects
-    std::size_t last_ = 0;    ///< the number of the object visited last
-    std::vector<Slot> slots_; ///< a table of the leaves that are shared
+    std::size_t end_ = 0;     ///< of the leaves already added
+    std::size_t last_ = 0;    ///< the index of the object visited last
+    std::vector<Slot> slots_; ///< hash table of the shared leaves
     std::size_t shared_ = 0;
 };
 

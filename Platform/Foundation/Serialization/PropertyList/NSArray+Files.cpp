@@ -1,4 +1,4 @@
-// Arrays from files, which are property lists.
+// Reading arrays from property-list files.
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"

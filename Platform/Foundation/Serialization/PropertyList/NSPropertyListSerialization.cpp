@@ -22,7 +22,8 @@ bool isBlank(char byte) {
     return byte == ' ' || (byte >= '\t' && byte <= '\r');
 }
 
-/// Told from XML by what stands in the first angle brackets: no element has a name of hexadecimal digits.
+/// Whether the text is OpenStep and not XML: in the first angle brackets it has only hexadecimal digits,
+/// which no element's name consists of.
 bool isOpenStep(std::string_view text) {
     const auto start = std::find_if_not(text.begin(), text.end(), isBlank);
     if (start == text.end() || *start != '<')
@@ -48,7 +49,7 @@ Reader readerOf(std::string_view bytes) {
 }
 
 id fail(Ref<NSError> *error, NSInteger code, const Ref<NSString> &description, const std::string &refusal) {
-    std::u16string reason; // may quote what is cut off within a character
+    std::u16string reason; // the refusal may quote text that was cut within a character
     unicode::appendUTF16(reason, refusal);
     if (error)
         *error = NSError::errorWithDomain(

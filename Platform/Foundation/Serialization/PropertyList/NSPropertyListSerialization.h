@@ -1,17 +1,17 @@
-// Property lists: dictionaries with texts for keys, arrays, texts, data, dates, numbers and booleans as bytes
-// in three formats. Any thread.
+// Property lists: dictionaries with texts as keys, arrays, texts, data, dates, numbers and booleans, as bytes
+// in three formats, of which two can be written. Safe from any thread.
 //
-// Reading finds the format out by itself: binary (see BinaryPropertyListFormat.h), XML (see
-// XMLPropertyListReader.h), or OpenStep text (UTF-8), the old form
+// The reader recognises the format: binary (BinaryPropertyListFormat.h), XML (XMLPropertyListReader.h), or
+// OpenStep text in UTF-8:
 //
 //     { name = "Zelkor L200"; levels = (10, 20); key = <0fbd7777 1c2735ae>; /* or this */ plain; }
 //
-// in which every leaf is a text or data, `plain;` stands for `plain = plain;`, and the braces around a whole
-// file may be left out, so that a file of blanks and comments alone is the empty dictionary.
+// There every leaf is a text or data, `plain;` is short for `plain = plain;`, and the braces around a whole
+// file may be omitted, so a file with only blanks and comments is the empty dictionary.
 //
-// Bytes from outside cannot exhaust the stack, the memory or the time: lists that nest beyond 512 levels or
-// hold themselves are refused, and so are binary lists that share objects so often that they would unfold
-// beyond all measure, and XML with definitions of its own. Nothing here follows the C locale.
+// Bytes from outside cannot exhaust the stack, the memory or the time: refused are lists that nest beyond 512
+// levels or contain themselves, binary lists that share objects so often that they would expand too much, and
+// XML that defines entities. The C library's locale does not matter.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -32,21 +32,21 @@ enum class NSPropertyListMutabilityOptions : NSUInteger {
 
 class NSPropertyListSerialization {
 public:
-    /// How deep arrays and dictionaries may nest, read or written.
+    /// The most levels of arrays and dictionaries, read or written.
     static constexpr unsigned deepestNesting = 512;
 
-    /// The property list that the bytes hold. None for bytes that hold none, with `*error`
-    /// (NSCocoaErrorDomain, 3840, the debug description says where what was expected) set when `error` is
-    /// given.
+    /// The property list. On failure none, with `*error` set unless `error` is null: NSCocoaErrorDomain,
+    /// 3840; the debug description says what was expected where.
     static id
     propertyListWithData(const Ref<NSData> &data,
                          NSPropertyListMutabilityOptions options = NSPropertyListMutabilityOptions::Immutable,
                          Ref<NSError> *error = nullptr);
 
-    /// The bytes of a property list. None, with an error of code 3852 in the same way, for any other object
-    /// and for what the format cannot hold: texts with a surrogate that stands alone, dates that are not
-    /// finite; in XML also control characters, U+FFFE, U+FFFF, and years outside 0 to 9999. XML dates are
-    /// whole seconds. All else comes back as it was, but numbers as wide as the format has them.
+    /// The bytes of a property list. On failure none, with an error of code 3852 in the same way: for other
+    /// objects, and for those that the format cannot express. These are texts with lone surrogates and dates
+    /// that are not finite; in XML also control characters, U+FFFE, U+FFFF, and years outside 0 to 9999.
+    /// Read back, the objects are equal, except that decimal numbers become doubles and that XML cuts dates
+    /// to whole seconds. Numbers may have another type.
     static Ref<NSData> dataWithPropertyList(const id &list, NSPropertyListFormat format,
                                             Ref<NSError> *error = nullptr);
 };

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// What the upper half of the character set of that time means, which octal escapes count in.
+/// The upper half of the format's eight-bit character set, in which octal escapes are given.
 constexpr std::array<char16_t, 128> upperHalf = {
     0x00A0, 0x00C0, 0x00C1, 0x00C2, 0x00C3, 0x00C4, 0x00C5, 0x00C7, 0x00C8, 0x00C9, 0x00CA, 0x00CB, 0x00CC,
     0x00CD, 0x00CE, 0x00CF, 0x00D0, 0x00D1, 0x00D2, 0x00D3, 0x00D4, 0x00D5, 0x00D6, 0x00D9, 0x00DA, 0x00DB,
@@ -65,7 +65,7 @@ private:
         return objects_.leaf(text("a value"));
     }
 
-    /// The entries of a dictionary: up to its brace, or of a whole file without braces.
+    /// The entries of a dictionary, up to its brace or, without braces, to the end of the file.
     id entries(bool braced, unsigned depth) {
         ObjectTable table;
         while (braced ? !takeNext(u'}') : !atEnd()) {
@@ -117,7 +117,8 @@ private:
         return objects_.leaf(make<NSData>(std::move(bytes)));
     }
 
-    /// A text in quotes or of plain characters; none, and what was `expected`, when there is none.
+    /// A quoted text or one of plain characters; on failure none, with a refusal that says what was
+    /// `expected`.
     id text(const char *expected) {
         skip();
         if (peek() == u'"' || peek() == u'\'')
@@ -184,7 +185,7 @@ private:
         while (skipComment());
     }
 
-    /// False where no comment begins. One that never ends is none, and nothing else either.
+    /// False when no comment begins here. One without an end is not skipped, so it is refused.
     bool skipComment() {
         const std::u16string_view rest = text_.substr(at_);
         if (rest.starts_with(u"//")) {
@@ -225,7 +226,7 @@ private:
         return character.empty() ? "the end" : character;
     }
 
-    /// At the place where the parser is.
+    /// Refuses the text at the current position.
     id refuse(const char *expected) {
         const auto read = text_.substr(0, at_);
         refusal_ = "Line " + std::to_string(1 + std::count(read.begin(), read.end(), u'\n')) + ": expected " +

@@ -1,4 +1,4 @@
-// Property lists in the old text form (see NSPropertyListSerialization.h): text to objects.
+// Reads property lists in OpenStep's text format (NSPropertyListSerialization.h).
 #pragma once
 
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListObjects.h"
@@ -6,6 +6,6 @@
 #include <string>
 #include <string_view>
 
-/// None, and `refusal` says in which line what was expected, for a text that is no such list, is not UTF-8 or
-/// nests too deep.
+/// On failure none, and `refusal` says what was expected in which line: for any other text, for invalid
+/// UTF-8, and for lists that nest too deeply.
 id readOpenStepPropertyList(std::string_view text, const PropertyListObjects &objects, std::string &refusal);

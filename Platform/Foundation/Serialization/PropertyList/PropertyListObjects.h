@@ -1,4 +1,4 @@
-// What the readers of property lists make, mutable or not.
+// Makes the objects of property lists for their readers, mutable or not as requested.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSArray.h"
@@ -8,12 +8,12 @@
 
 struct PropertyListObjects {
     NSPropertyListMutabilityOptions options;
-    /// Whether references (PropertyListUID) are read; lists of texts and numbers have none.
+    /// Whether references (PropertyListUID) are accepted; only archives have them.
     bool references = false;
 
     bool mutableContainers() const { return options != NSPropertyListMutabilityOptions::Immutable; }
 
-    /// The text or data, which is immutable, or a mutable copy. Returns none if the argument is none.
+    /// The given immutable text or data, or a mutable copy. None for none.
     id leaf(const id &made) const {
         return made && options == NSPropertyListMutabilityOptions::MutableContainersAndLeaves
                    ? made->mutableCopy()

@@ -1,4 +1,4 @@
-// A reference to another object of the same binary property list, as keyed archives use them.
+// A number in a binary property list that refers to an object, as used by keyed archives.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"

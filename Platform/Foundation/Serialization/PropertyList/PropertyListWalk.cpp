@@ -49,7 +49,7 @@ bool PropertyListWalk::refuse(std::string expected) {
     return false;
 }
 
-/// Adds the step that leads to what was refused.
+/// Prepends a step to the path of the refused object.
 bool PropertyListWalk::fail(const std::string &step) {
     const bool joins = place_.empty() || place_.front() == '[';
     place_.insert(0, joins ? step : step + ".");
@@ -103,7 +103,7 @@ bool PropertyListWalk::visitArray(const NSArray &list) {
 }
 
 bool PropertyListWalk::visitDictionary(const NSDictionary &table) {
-    std::vector<std::pair<id, id>> copies; // of the entries that lie in no table
+    std::vector<std::pair<id, id>> copies; // of the entries of a dictionary without a table
     std::vector<Entry> entries;
     const auto add = [&entries](const id &key, const id &value) {
         const bool isText = kindOf(key.get()) == Kind::text;

@@ -1,10 +1,10 @@
-// Walks through a property list for a writer: tells it what each object is, and the caller where something
-// stands that a property list cannot hold.
+// Walks through a property list for a writer, which is a subclass. Reports the place of an object that cannot
+// be written:
 //
 //     if (!walk.whole(list))
 //         …walk.refusal(): "At levels[1]: expected a finite date."
 //
-// Threads: one at a time.
+// A walk belongs to one thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Collections/ObjectTable.h"
@@ -34,14 +34,14 @@ public:
 protected:
     using Entry = std::pair<const NSString *, const id *>;
 
-    // What there is to write. False for what the format cannot hold, by `refuse`.
+    // These write an object. They return `refuse(…)` when the format cannot express it.
     virtual bool text(const NSString &text) = 0;
     virtual bool key(const NSString &key) { return text(key); }
     virtual bool number(const NSNumber &number) = 0;
     virtual bool date(const NSDate &date) = 0;
     virtual bool data(const NSData &data) = 0;
     virtual bool reference(const PropertyListUID &reference) = 0;
-    /// These visit their parts.
+    /// These must visit the parts of the container.
     virtual bool array(std::span<const id> elements) = 0;
     virtual bool dictionary(std::span<const Entry> entries) = 0;
 
@@ -49,6 +49,7 @@ protected:
     bool visitKey(const Entry &entry);
     bool visitValue(const Entry &entry);
 
+    /// Stores what was expected; returns false.
     bool refuse(std::string expected);
 
 private:
@@ -58,6 +59,6 @@ private:
     bool fail(const std::string &step);
 
     unsigned depth_ = 0;
-    std::string place_; ///< of what was refused: the steps to it
+    std::string place_; ///< of the refused object: the path to it
     std::string expected_;
 };

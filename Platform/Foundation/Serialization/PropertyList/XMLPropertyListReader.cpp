@@ -66,7 +66,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(start, text.find_last_not_of(whiteSpace) + 1 - start);
 }
 
-/// Takes the sign off; whether it was a minus.
+/// Removes the sign; returns whether it was a minus.
 bool takeSign(std::string_view &digits) {
     const bool isNegative = digits.starts_with('-');
     if (isNegative || digits.starts_with('+'))
@@ -110,7 +110,7 @@ id realNumber(std::string_view text) {
     return NSNumber::numberWithDouble(isNegative && !std::isnan(value) ? -value : value);
 }
 
-/// 0 or 1 when the bytes are UTF-16: where the low byte of a unit stands.
+/// The index, 0 or 1, of the low byte of a unit when the bytes are UTF-16; else nothing.
 std::optional<std::size_t> lowByteOfUTF16(std::string_view bytes) {
     using namespace std::string_view_literals;
     if (bytes.starts_with("\xFF\xFE"sv) || bytes.starts_with("<\0"sv))
@@ -145,7 +145,7 @@ public:
         std::string own;
         const auto low = lowByteOfUTF16(bytes);
         if (low) {
-            // The library takes every unit behind a leading surrogate for a trailing one.
+            // expat takes any unit behind a leading surrogate for a trailing one.
             const std::u16string units = unitsOf(bytes, *low);
             if (const auto wrong = unicode::loneSurrogate(units))
                 return refuse(lineAt(units, *wrong), "UTF-16", "a surrogate that stands alone");
@@ -159,7 +159,7 @@ public:
             throw std::bad_alloc();
         listen();
         isUTF16_ = low.has_value();
-        constexpr std::size_t most = 1 << 30; // at once: lengths of the library are ints
+        constexpr std::size_t most = 1 << 30; // at once: expat's lengths are ints
         for (bool isLast = false; !isLast;) {
             const auto piece = bytes.substr(0, most);
             bytes.remove_prefix(piece.size());
@@ -172,14 +172,13 @@ public:
     }
 
 private:
-    /// An element that holds others.
+    /// An open element that contains others.
     struct Open {
         Element element;
-        std::size_t first; ///< of its parts in `pending_`
+        std::size_t first; ///< the index of its first part in `pending_`
     };
 
-    /// The parser, when it is stopped, still tells of what it has in its hands, such as the end of an empty
-    /// element.
+    /// After it was stopped, expat may still call handlers, e.g. for the end of an empty element.
     template <class Handler>
     static void tell(void *self, Handler handler) {
         auto &reader = *static_cast<Reader *>(self);
@@ -219,14 +218,14 @@ private:
         return nullptr;
     }
 
-    /// At the place where the parser is, which goes no further.
+    /// Refuses the text at the current position, and stops the parser.
     id refuse(const std::string &expected, const std::string &found) {
         refuse(XML_GetCurrentLineNumber(parser_.get()), expected, found);
         XML_StopParser(parser_.get(), XML_FALSE);
         return nullptr;
     }
 
-    /// What an element, which is open, has by now.
+    /// The number of parts that the innermost open element has so far.
     std::size_t parts() const { return pending_.size() - open_.back().first; }
 
     /// What may come next.
@@ -335,7 +334,7 @@ private:
         pending_.push_back(std::move(made));
     }
 
-    /// None, and what was `wanted`, when the text is no such leaf.
+    /// On failure none, and `wanted` says what was expected.
     id leaf(std::string &wanted) {
         const std::string_view text = trimmed(text_);
         switch (*leaf_) {
@@ -376,10 +375,10 @@ private:
     std::unique_ptr<XML_ParserStruct, Free> parser_;
     bool isUTF16_ = false;
     std::vector<Open> open_;
-    unsigned depth_ = 0;          ///< containers among them
-    std::optional<Element> leaf_; ///< the leaf that is open
-    std::string text_;            ///< in it
-    std::vector<id> pending_;     ///< the parts of what is open: elements, or keys and values in turn
+    unsigned depth_ = 0;          ///< the number of arrays and dictionaries among them
+    std::optional<Element> leaf_; ///< the open leaf
+    std::string text_;            ///< the text in it
+    std::vector<id> pending_;     ///< the parts of open elements: values, or keys and values alternately
     ObjectPool pool_;
 };
 

@@ -1,4 +1,4 @@
-// Property lists in XML: text to objects.
+// Reads property lists in XML.
 //
 //     <plist version="1.0"><dict>
 //         <key>name</key><string>Zelkor &lt;L200&gt;</string>
@@ -7,15 +7,14 @@
 //         <key>made</key><date>2014-01-20T12:24:48Z</date>
 //     </dict></plist>
 //
-// The text is UTF-8, UTF-16, ISO-8859-1 or ASCII, by its mark, its declaration or, UTF-16 without either, its
-// first character. There may be the usual document type, which is never fetched, but it defines nothing
-// itself. Attributes mean nothing. Only numbers, dates and data may have white space around them, data also
-// within. Of equal keys the last counts.
+// The text is UTF-8, UTF-16, ISO-8859-1 or ASCII, as its byte-order mark or declaration says; UTF-16 is also
+// recognised by its first character. A document type is allowed but never fetched, and it must not contain
+// definitions. Attributes are ignored. Numbers, dates and data may have white space around them, data also
+// within. Of equal keys the last one counts.
 //
 //     integer  decimal or hexadecimal, from −2⁶³ to 2⁶⁴ − 1
-//     real     decimal, "nan", "inf" or "infinity"; too small is zero, too large is none
-//     date     of the years 0 to 9999, in this form
-//     data     base64 with its padding
+//     real     decimal, "nan", "inf" or "infinity"; too small a number becomes zero, too large a one is
+//     refused date     of the years 0 to 9999, in the form above data     base64 with padding
 #pragma once
 
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListObjects.h"
@@ -23,6 +22,6 @@
 #include <string>
 #include <string_view>
 
-/// None, and `refusal` says in which line what was expected, for a text that is no such list or nests too
-/// deep.
+/// On failure none, and `refusal` says what was expected in which line: for any other text, and for lists
+/// that nest too deeply.
 id readXMLPropertyList(std::string_view bytes, const PropertyListObjects &objects, std::string &refusal);

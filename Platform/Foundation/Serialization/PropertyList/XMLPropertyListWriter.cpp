@@ -26,7 +26,7 @@ bool standsInXML(char16_t unit) {
     return unit >= 0x20 ? unit < 0xFFFE : unit == '\t' || unit == '\n' || unit == '\r';
 }
 
-/// XML readers take a return for a line feed unless it is a reference.
+/// Also escapes carriage returns, which XML readers otherwise turn into line feeds.
 std::string escaped(std::string_view text) {
     static constexpr std::string_view special = "&<>\r";
     static constexpr std::string_view references[] = {"&amp;", "&lt;", "&gt;", "&#13;"};
@@ -102,7 +102,7 @@ private:
                          [&](std::size_t i) { return visitKey(entries[i]) && visitValue(entries[i]); });
     }
 
-    /// `part` writes the part of an index.
+    /// `part(i)` writes the part with the index i.
     template <class Part>
     bool container(std::string_view name, std::size_t count, Part part) {
         if (count == 0) {

@@ -1,4 +1,4 @@
-// Property lists in XML: objects to UTF-8 text, one element a line, indented by tabs.
+// Writes property lists in XML: UTF-8 text with one element per line, indented by tabs.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -7,8 +7,8 @@
 
 class NSData;
 
-/// None, and `refusal` says where what was expected, for what an XML property list cannot hold: characters
-/// that XML has not (surrogates that stand alone, U+FFFE, U+FFFF, control characters but tab and the two of
-/// line ends), dates outside the years 0 to 9999 of the Gregorian calendar, more than 512 levels, and other
-/// objects than those of property lists. Dates are cut to whole seconds.
+/// Dates are cut to whole seconds. On failure none, and `refusal` says what was expected where. XML property
+/// lists cannot contain characters that XML does not allow (lone surrogates, U+FFFE, U+FFFF, and control
+/// characters other than tab, line feed and carriage return), dates outside the years 0 to 9999 of the
+/// Gregorian calendar, more than 512 levels, or objects other than those of property lists.
 Ref<NSData> writeXMLPropertyList(const id &list, std::string &refusal);
