@@ -53,7 +53,7 @@ id decodeDate(Unarchiver &unarchiver) {
     return NSDate::dateWithTimeIntervalSinceReferenceDate(unarchiver.decodeDoubleForKey(u"NS.time"_ns));
 }
 
-// A URL here is always whole, so that it is relative to nothing.
+// URLs have no base here.
 void encodeURL(const id &object, Archiver &archiver) {
     archiver.encodeObject(nullptr, u"NS.base"_ns);
     archiver.encodeObject(as<NSURL>(object)->absoluteString(), u"NS.relative"_ns);
@@ -69,13 +69,13 @@ id decodeNull(Unarchiver &) {
     return NSNull::null();
 }
 
-/// A number that stands outside of an archive's objects has no key to write itself under.
+/// Numbers are inline, so a dictionary of their values is refused.
 id decodeNoNumber(Unarchiver &) {
     return nullptr;
 }
 
-// A value is the bytes of a structure of numbers, in the order of the machine. Anything else in a value, such
-// as a pointer, means nothing in another process.
+// A value is written as the bytes of a structure of numbers, in the machine's byte order. Other values, such
+// as pointers, have no meaning in another process.
 
 bool isOfNumbers(std::string_view encoding) {
     const auto type = runtime::firstType(encoding);
@@ -107,15 +107,15 @@ id decodeValue(Unarchiver &unarchiver) {
     return NSValue::valueWithBytes(bytes->bytes(), encoding);
 }
 
-// A decimal is a whole number of 128 bits, the words and their bytes in little-endian order, and an exponent.
-// No words and a negative sign are what is not a number.
+// A decimal is written as an integer of 128 bits, with its 16-bit words and their bytes in little-endian
+// order, the number of words used, and an exponent. No words and a negative sign mean not-a-number.
 
 __extension__ using Whole = unsigned __int128;
 constexpr std::int32_t littleEndian = 1, bigEndian = 2, wordsOfWhole = sizeof(Whole) / 2;
 
 void encodeDecimal(const id &object, Archiver &archiver) {
     const NSDecimal &value = as<NSDecimalNumber>(object)->value();
-    // Large exponents are made up for by zeros, as the exponent has a limit.
+    // A value with few digits may have an exponent beyond the limit: zeros are appended to make it smaller.
     std::string digits = value.digits;
     const auto exponent = std::min(value.exponent, NSDecimal::greatestExponent);
     digits.append(static_cast<std::size_t>(value.exponent - exponent), '0');
@@ -194,9 +194,9 @@ id decodeDictionary(Unarchiver &unarchiver) {
                                                NSArray::arrayWithObjects(*keys));
 }
 
-// An attributed text has its only attributes, or an array of them and for each run two numbers: the length
-// and the index in the array. Each is cut into groups of seven bits, the lowest first, all but the last with
-// the high bit set.
+// An attributed text with one run is written with its attributes; one with several runs with an array of all
+// attributes and, as data, two numbers per run: its length and the index of its attributes. Each number is
+// split into groups of seven bits, the lowest first, one per byte; all but the last have the high bit set.
 
 void appendNumber(NSMutableData &data, std::uint64_t value) {
     for (;; value >>= 7) {
@@ -264,7 +264,7 @@ id decodeAttributedString(Unarchiver &unarchiver) {
                                  : nullptr;
 }
 
-/// A kind of object that is to be archived gets its line here.
+/// One line per class that can be archived.
 const std::vector<KeyedCoding> &table() {
     static const auto &entries = *new std::vector<KeyedCoding>{
         {NSString::class_(), true, encodeString, decodeString},

@@ -1,5 +1,5 @@
-// Writes the state of an object under keys, or reads it back. An object takes part by two operations that it
-// registers with the runtime; it writes its state in one and takes it back in the other:
+// Writes the state of an object under keys, or reads it back. A class takes part by implementing two
+// operations, one to write its state and one to read it:
 //
 //     NS_IMPLEMENTATION(Book) {
 //         cls.implement<coding::encodeWithCoder, &Book::encodeWithCoder>()
@@ -8,13 +8,13 @@
 //     void Book::encodeWithCoder(const Ref<NSCoder> &coder) { coder->encodeObject(title, u"title"_ns); }
 //     id Book::initWithCoder(const Ref<NSCoder> &coder) {
 //         title = as<NSString>(coder->decodeObjectForKey(u"title"_ns));
-//         return self();    // none: the state makes no such object
+//         return self();    // or none when the state is not acceptable
 //     }
 //
-// A coder is of use only during the call that hands it over, on its thread. What goes wrong while reading is
-// kept by the coder: from then on it gives none and zero, and the whole archive is refused in the end.
+// A coder must be used only during the call that it is passed to, on its thread. Errors while reading do not
+// raise: from then on the coder returns none and zero, and the whole archive is refused in the end.
 //
-// None as a key, and an operation that the kind of coder lacks, raise NSInvalidArgumentException.
+// None as a key, and an operation that this kind of coder does not have, raise NSInvalidArgumentException.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
@@ -24,7 +24,7 @@ class NSData;
 class NSError;
 class NSNumber;
 
-/// Codes of NSCocoaErrorDomain: the archive cannot be read; the object cannot be written.
+/// Error codes of NSCocoaErrorDomain: the archive cannot be read, and the object cannot be written.
 inline constexpr NSInteger NSCoderReadCorruptError = 4864;
 inline constexpr NSInteger NSCoderInvalidValueError = 4866;
 
@@ -32,14 +32,15 @@ class NSCoder : public NSObject {
     NS_CLASS(NSCoder, NSObject)
 public:
     // Primitives.
-    /// An object met before is written once and shared; none is written, too.
+    /// An object that is encoded several times is written once and shared. None can be written, too.
     virtual void encodeObject(const id &object, const Ref<NSString> &key);
+    /// None for a missing key, too.
     virtual id decodeObjectForKey(const Ref<NSString> &key);
-    /// A text, a number or data, in the place of its key instead of as an object.
+    /// Writes a text, a number or data as the value of the key itself, not as a shared object.
     virtual void encodePropertyList(const id &leaf, const Ref<NSString> &key);
     virtual id decodePropertyListForKey(const Ref<NSString> &key);
     virtual bool containsValueForKey(const Ref<NSString> &key);
-    /// Refuses what is being read or written. The first error stays.
+    /// Refuses what is being read or written. Of several errors the first is reported.
     virtual void failWithError(const Ref<NSError> &error);
 
     void encodeBool(bool value, const Ref<NSString> &key);
@@ -52,8 +53,8 @@ public:
     /// `bytes` may be null when `length` is 0.
     void encodeBytes(const void *bytes, NSUInteger length, const Ref<NSString> &key);
 
-    // Zero, false or none for a missing key. A value of another kind, and a whole number that does not fit,
-    // fail.
+    // Zero, false or none for a missing key. For a value of another kind, and for an integer that does not
+    // fit, the archive is refused.
     bool decodeBoolForKey(const Ref<NSString> &key);
     std::int32_t decodeIntForKey(const Ref<NSString> &key) { return decodeInt32ForKey(key); }
     std::int32_t decodeInt32ForKey(const Ref<NSString> &key);
@@ -64,11 +65,11 @@ public:
     Ref<NSData> decodeBytesForKey(const Ref<NSString> &key);
 
 private:
-    /// Zero when there is none.
+    /// A zero when there is no number.
     Ref<NSNumber> decodeNumber(const Ref<NSString> &key);
 };
 
-/// The two operations by which an object takes part.
+/// The two operations by which a class takes part.
 namespace coding {
 
 inline constexpr runtime::InstanceOperation<void(Ref<NSCoder>)> encodeWithCoder{"encodeWithCoder:"};

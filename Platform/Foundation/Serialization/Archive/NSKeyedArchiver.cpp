@@ -20,7 +20,7 @@ struct NSKeyedArchiver::State {
     Ref<NSMutableArray> objects = NSMutableArray::arrayWithObjects({u"$null"_ns});
     std::unordered_map<const NSObject *, std::uint64_t> indexes; ///< of the objects met, in `objects`
     std::unordered_map<Class, std::uint64_t> classes;            ///< the same of descriptions of classes
-    std::vector<id> kept;            ///< the objects met, so that no other gets the address of one
+    std::vector<id> kept;            ///< the objects met, so that no new object gets the address of one
     Ref<NSMutableDictionary> values; ///< of the object being written
     unsigned depth = 0;
     Ref<NSError> error;
@@ -73,7 +73,7 @@ id NSKeyedArchiver::reference(const id &object) {
     state_->kept.push_back(object);
     const KeyedCoding *coding = KeyedCoding::ofObject(object);
     const bool isInline = coding && coding->isInline;
-    state_->objects->addObject(isInline ? object : NSNull::null()); // a place, filled when all is known
+    state_->objects->addObject(isInline ? object : NSNull::null()); // a placeholder until it is encoded
     if (!isInline)
         encode(object, index);
     return uid(index);

@@ -1,4 +1,4 @@
-// Objects to bytes and back, with everything they refer to: binary keyed archives.
+// Keyed archives: objects to bytes and back, with everything they refer to.
 //
 //     auto archive = NSKeyedArchiver::archivedDataWithRootObject(book, &error);
 //     auto again = as<Book>(NSKeyedUnarchiver::unarchivedObjectOfClasses(
@@ -9,24 +9,24 @@
 //     { $archiver = NSKeyedArchiver; $version = 100000; $top = { root = <reference>; };
 //       $objects = ( "$null", <each object once> ); }
 //
-// Texts, data and numbers stand in `$objects` as they are; every other object is a dictionary of its values
-// by key, with references to other objects, and its `$class`: a dictionary of `$classname` and, from the
-// class up to the root, `$classes`.
+// Immutable texts and data, and numbers, are in `$objects` themselves. Every other object is a dictionary of
+// its values by key, with references to other objects, and a reference `$class` to a dictionary of
+// `$classname` and `$classes`, the names from the class up to the root.
 //
-// What takes part: objects that answer `encodeWithCoder:` and `initWithCoder:` (see NSCoder), and of the
-// platform's own classes texts, numbers and decimal numbers, values of structures of numbers, data, dates,
-// URLs, attributed strings, arrays, dictionaries, sets and the null marker. A collection of another kind is
-// written as the platform's. A float comes back as a double, the other numbers as wide as they need.
+// Archived can be objects that implement `encodeWithCoder:` and `initWithCoder:` (NSCoder.h), and of the
+// platform's own classes texts, numbers and decimal numbers, values that are structures of numbers, data,
+// dates, URLs, attributed strings, arrays, dictionaries, sets and NSNull. Other kinds of collections are
+// written as the platform's. A float is read as a double, an integer perhaps as another integer type.
 //
-// Objects met twice are written once and come back shared. Cycles are written. They are read only where they
-// lead through an object of a program's own class: `initWithCoder:` may be given an object whose own
-// `initWithCoder:` is still running, as long as that returns its receiver in the end.
+// Objects referred to several times are written once and are shared again after reading. Any cycle can be
+// written, but only one through an object of a program's own class can be read: `initWithCoder:` may then
+// receive an object whose own `initWithCoder:` is still running, which must return its receiver in the end.
 //
-// Limits, both ways: objects nest 512 levels. Texts with a surrogate that stands alone cannot be written.
-// Read, moreover: comparing the elements of sets and the keys of dictionaries with each other must not cost
-// out of all proportion, so they must not lead back to an object that is still being read.
+// Limits: objects nest at most 512 levels, and texts must not have lone surrogates. When reading, comparing
+// the elements of sets and the keys of dictionaries must not take out of proportion, so these must not refer
+// to an object that is still being read.
 //
-// Threads: any, one at a time for one object graph.
+// Safe from any thread; one object graph belongs to one thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Serialization/Archive/NSCoder.h"
@@ -39,8 +39,8 @@ class NSKeyedArchiver : public NSCoder {
 public:
     static constexpr unsigned deepestNesting = 512;
 
-    /// None with `*error` (NSCocoaErrorDomain, 4866, the debug description says why) set when `error` is
-    /// given, for an object that cannot be written and for none.
+    /// The archive. None for none and for an object that cannot be written, with `*error` set unless `error`
+    /// is null: NSCocoaErrorDomain, 4866; the debug description says why.
     static Ref<NSData> archivedDataWithRootObject(const id &object, Ref<NSError> *error = nullptr);
 
     /// For `archivedDataWithRootObject`.
@@ -50,7 +50,7 @@ public:
     void encodeObject(const id &object, const Ref<NSString> &key) override;
     void encodePropertyList(const id &leaf, const Ref<NSString> &key) override;
     void failWithError(const Ref<NSError> &error) override;
-    /// A list of references, as the collections write their contents.
+    /// Writes a list of references; used by the collections.
     void encodeArrayOfObjects(const std::vector<id> &objects, const Ref<NSString> &key);
 
 private:

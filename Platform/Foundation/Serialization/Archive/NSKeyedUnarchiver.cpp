@@ -22,7 +22,7 @@ namespace {
 
 constexpr unsigned deepest = NSKeyedArchiver::deepestNesting;
 
-/// The weight of what leads back to an object that is still being read.
+/// The weight of an object that refers to one that is still being read.
 constexpr std::uint64_t endless = std::uint64_t{1} << 60;
 
 /// What comparing an object with another may cost and how deep it nests, shared parts counted each time.
@@ -185,7 +185,7 @@ id NSKeyedUnarchiver::decodeContents(Class cls, std::uint64_t index) try {
     state_->slots[index].object = made;
     const id object = objc_msgSend<id>(made, selector, self());
     return object != made && state_->slots[index].wasHandedOut ? nullptr : object;
-} catch (const NSException &exception) { // the operation met what it did not expect
+} catch (const NSException &exception) { // the values are not what `initWithCoder:` expects
     return fail(NSString::stringWithUTF8String(exception.reason()));
 }
 

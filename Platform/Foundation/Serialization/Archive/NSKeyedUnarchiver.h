@@ -1,7 +1,7 @@
-// Reads what NSKeyedArchiver writes; the header of that describes both.
+// Reads the archives of NSKeyedArchiver, whose header describes both.
 //
-// Bytes from outside do no harm: they make no object of a class that the caller did not allow, and they
-// exhaust neither the stack nor the time. An archive that is not one, or that breaks a limit, is refused.
+// Archives from outside are safe to read: only objects of classes that the caller allows are made, and
+// neither the stack nor the time can be exhausted. Other bytes, and archives beyond a limit, are refused.
 #pragma once
 
 #include "Platform/Foundation/Serialization/Archive/NSCoder.h"
@@ -13,12 +13,12 @@
 class NSKeyedUnarchiver : public NSCoder {
     NS_CLASS(NSKeyedUnarchiver, NSCoder)
 public:
-    /// The object in the archive. Every object in it, texts, numbers and collections included, must be of one
-    /// of the classes or of a subclass. Every class that is linked into the program, or was made at run time,
-    /// is known by its name.
+    /// The object in the archive. Every object in it, including texts, numbers and collections, must be of
+    /// one of the classes or of a subclass. All classes that are linked into the program or were made at run
+    /// time are found by name.
     ///
-    /// None with `*error` (NSCocoaErrorDomain, 4864, the debug description says why) set when `error` is
-    /// given, for an archive that is refused; none alone for one that holds none.
+    /// None for an archive that is refused, with `*error` set unless `error` is null: NSCocoaErrorDomain,
+    /// 4864; the debug description says why. None without an error for an archive of none.
     static id unarchivedObjectOfClasses(const std::vector<Class> &classes, const Ref<NSData> &archive,
                                         Ref<NSError> *error = nullptr);
     static id unarchivedObjectOfClass(Class cls, const Ref<NSData> &archive, Ref<NSError> *error = nullptr) {
@@ -34,9 +34,10 @@ public:
     bool containsValueForKey(const Ref<NSString> &key) override;
     void failWithError(const Ref<NSError> &error) override;
 
-    /// What `encodeArrayOfObjects` wrote; nothing when there is no such list or it has failed.
+    /// Reads what `encodeArrayOfObjects` wrote; nothing when there is no such list or reading has failed.
     std::optional<std::vector<id>> decodeArrayOfObjectsForKey(const Ref<NSString> &key);
-    /// The same for objects that are about to be compared with each other; fails when that costs too much.
+    /// The same for objects that are about to be compared with each other; refuses the archive when that
+    /// would take too long.
     std::optional<std::vector<id>> decodeDistinctObjectsForKey(const Ref<NSString> &key);
 
 private:
