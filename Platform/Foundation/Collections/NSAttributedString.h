@@ -9,7 +9,7 @@
 // belongs to one thread at a time.
 //
 // Errors: indexes and ranges past the end raise NSRangeException. None as a text counts as the empty text,
-// none as attributes as no attributes. None as an attribute's name or value raises
+// none as attributes as no attributes. Adding an attribute without a name or a value raises
 // NSInvalidArgumentException.
 #pragma once
 

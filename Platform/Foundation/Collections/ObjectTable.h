@@ -2,7 +2,7 @@
 // descriptions and tests are the same on every run. It holds less than 2^32 entries.
 //
 // Keys with the same hash are compared one by one. Collections have their count as the hash, so many keys may
-// share one: when a table meets 16 of them, it switches to hashes of the keys' contents (ContentsHash.h).
+// share one: with more than 16 such keys, a table switches to hashes of the keys' contents (ContentsHash.h).
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"

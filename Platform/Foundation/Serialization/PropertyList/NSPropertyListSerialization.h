@@ -11,7 +11,7 @@
 //
 // Bytes from outside cannot exhaust the stack, the memory or the time: refused are lists that nest beyond 512
 // levels or contain themselves, binary lists that share objects so often that they would expand too much, and
-// XML that defines entities. The C library's locale does not matter.
+// XML whose document type has definitions. The C library's locale does not matter.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"
