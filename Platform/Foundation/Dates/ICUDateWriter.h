@@ -1,5 +1,5 @@
-// Dates to texts by ICU, with the fractions of a second that ICU writes as zeros, and without a fifth quarter
-// in years of 13 months. One thread at a time.
+// Formats dates with ICU, and corrects two things: digits of a second beyond milliseconds, which ICU writes
+// as zeros, and the fifth quarter that it shows in a 13th month. A writer belongs to one thread at a time.
 #pragma once
 
 #include <memory>
@@ -16,13 +16,13 @@ public:
     ICUDateWriter(const ICUDateWriter &) = delete;
     ICUDateWriter &operator=(const ICUDateWriter &) = delete;
 
-    /// For whole seconds since 1970-01-01 00:00 UTC and the microseconds after them. Nothing for a pattern
-    /// that is none.
+    /// The text for whole seconds since 1970-01-01 00:00 UTC and the microseconds after them. Nothing for an
+    /// invalid pattern.
     std::optional<std::u16string> format(double seconds, int microseconds) const;
 
 private:
-    struct Format; ///< ICU's, null for a bad pattern
+    struct Format; ///< ICU's
 
-    std::unique_ptr<Format> format_;
-    std::unique_ptr<Format> ofMonth13_; ///< where that needs one of its own, or else null
+    std::unique_ptr<Format> format_;    ///< null for an invalid pattern
+    std::unique_ptr<Format> ofMonth13_; ///< for dates in a 13th month; null if that needs no other format
 };

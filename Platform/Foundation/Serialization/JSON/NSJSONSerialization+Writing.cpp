@@ -1,3 +1,4 @@
+// NSJSONSerialization's side of writing: options, errors and the check of the top level.
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/JSON/JSONValidity.h"
 #include "Platform/Foundation/Serialization/JSON/JSONWriter.h"

@@ -1,3 +1,4 @@
+// NSJSONSerialization's side of reading: options and errors.
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 
 #include "Platform/Foundation/Collections/NSArray.h"
