@@ -32,7 +32,7 @@
 // | attribute | meaning                                                                                   |
 // |-----------|-------------------------------------------------------------------------------------------|
 // | `R`       | read-only: no setter. Added to a computed property that has no setter.                    |
-// | `C`       | the setter stores a copy, which is immutable                                              |
+// | `C`       | the setter stores a copy, immutable unless the member takes only mutable objects          |
 // | `&`, `W`  | the property owns, or weakly refers to, its object. Added as the member's type requires.  |
 // | `D`       | dynamic: the class has accessors from elsewhere; only the property itself is declared     |
 // | `N`       | not atomic. Accessors take no lock, with or without it.                                   |
