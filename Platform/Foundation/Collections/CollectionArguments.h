@@ -1,4 +1,4 @@
-// Helpers of the collections for their arguments: snapshots and comparisons. The checks are in Raise.h.
+// Snapshots and comparisons for the arguments of collections. The checks of arguments are in Raise.h.
 #pragma once
 
 #include "Platform/Runtime/Object/NSObject.h"

@@ -1,4 +1,4 @@
-// Helpers of the JSON writers: the kind of JSON value that an object becomes, and walks over collections.
+// Shared by the JSON writers: the kind of JSON value that an object becomes, and walks over collections.
 #pragma once
 
 #include "Platform/Foundation/Collections/NSArray.h"
