@@ -11,8 +11,8 @@ namespace dispatch {
 
 using namespace std::chrono_literals;
 
-static constexpr auto patience = 2ms; // with a backlog, before another thread is started
-static constexpr auto idleLife = 5s;  // of a thread above the base count
+constexpr auto patience = 2ms; // with a backlog, before another thread is started
+constexpr auto idleLife = 5s;  // of a thread above the base count
 
 Pool &Pool::shared() {
     static auto *const pool = new Pool; // its threads outlive static destruction

@@ -9,7 +9,7 @@ namespace dispatch {
 
 using namespace std::chrono_literals;
 
-static constexpr auto patience = 100ms; // before a tick is offered again to a queue that refused it
+constexpr auto patience = 100ms; // before a tick is offered again to a queue that refused it
 
 // Shared with the blocks in the queue. Cancelling an alarm waits for its function, which takes the mutex: so
 // alarms are moved out (`former`) and destroyed after the mutex is released.
