@@ -93,6 +93,18 @@ void ObjectTable::goByContents() {
     rebuild();
 }
 
+NSUInteger ObjectTable::alike(const id &key) const {
+    const NSUInteger hash = hashOf(key);
+    const auto matches = [&](const Entry &entry) { return entry.key && entry.hash == hash; };
+    if (index_.empty())
+        return static_cast<NSUInteger>(std::ranges::count_if(entries_, matches));
+    const NSUInteger mask = index_.size() - 1;
+    NSUInteger count = 0;
+    for (NSUInteger slot = spread(hash) & mask; index_[slot]; slot = (slot + 1) & mask)
+        count += matches(entries_[index_[slot] - 1]);
+    return count;
+}
+
 bool ObjectTable::remove(const id &key) {
     if (!key || !live_)
         return false;

@@ -42,6 +42,8 @@ public:
     bool add(id key, id value);
     /// False when there is no equal key.
     bool remove(const id &key);
+    /// With how many keys one is compared before it is added.
+    NSUInteger alike(const id &key) const;
 
     /// The first live entry at or after `position`, which is moved behind it; null at the end.
     const Entry *next(NSUInteger &position) const;

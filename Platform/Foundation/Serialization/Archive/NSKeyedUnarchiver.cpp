@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/ObjectTable.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Serialization/Archive/KeyedCoding.h"
@@ -244,25 +245,26 @@ std::optional<std::vector<id>> NSKeyedUnarchiver::decodeArrayOfObjectsForKey(con
     return objects;
 }
 
-// Whoever puts the objects into a table hashes each of them and compares it with those of the same hash,
-// which for collections is their count. Shared parts and many alike would make that take forever.
+// Whoever puts the objects into a table hashes each of them and compares it with those that are alike, as a
+// table here does. Shared parts and many alike would make that take forever.
 std::optional<std::vector<id>> NSKeyedUnarchiver::decodeDistinctObjectsForKey(const Ref<NSString> &key) {
     auto objects = decodeArrayOfObjectsForKey(key);
     if (!objects)
         return std::nullopt;
     const auto references = as<NSArray>(encodedValue(key));
-    std::unordered_map<NSUInteger, std::uint64_t> alike;
+    ObjectTable compared(objects->size());
     for (NSUInteger i = 0; i < objects->size(); ++i) {
-        const auto index = as<PropertyListUID>(references->objectAtIndex(i))->index();
-        const Slot &slot = state_->slots[index];
+        const id &object = (*objects)[i];
+        const Slot &slot = state_->slots[as<PropertyListUID>(references->objectAtIndex(i))->index()];
         const std::uint64_t weight = slot.state == Slot::Done ? slot.measure.weight : endless;
-        const std::uint64_t times = weight <= state_->budget ? ++alike[(*objects)[i]->hash()] : 1;
+        const std::uint64_t times = weight <= state_->budget ? 1 + compared.alike(object) : 1;
         if (weight > state_->budget / times) {
             fail(u"The elements of a set or the keys of a dictionary cost too much to compare."_ns);
             return std::nullopt;
         }
         state_->budget -= weight * times;
         state_->measure.add(weight * times);
+        compared.add(object, nullptr);
     }
     return objects;
 }

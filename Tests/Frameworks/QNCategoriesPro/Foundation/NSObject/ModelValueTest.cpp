@@ -1,4 +1,5 @@
 // Models copied, compared and archived.
+#include "Platform/Foundation/Collections/ContentsHash.h"
 #include "Platform/Foundation/Serialization/Archive/NSCoder.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <map>
 
 namespace {
@@ -298,6 +300,99 @@ TEST(ModelEquality, ofModelsThatLeadBackToThemselves) {
     EXPECT_TRUE(other->isEqual(counted)) << "what is known is forgotten with the comparison";
     as<Node>(other->next)->next = u"other"_ns;
     EXPECT_FALSE(counted->isEqual(other));
+}
+
+namespace {
+
+/// Counts how often it is compared.
+class Compared : public Node {
+    NS_CLASS(Compared, Node)
+public:
+    static inline int comparisons = 0;
+    id other;
+    bool isEqual(const id &object) const override { return ++comparisons, Node::isEqual(object); }
+};
+NS_IMPLEMENTATION(Compared) {
+    cls.property<&Compared::other>("other");
+}
+
+/// Equal whichever way round; of the same hash as any other of two equal values.
+class Turnable final : public Compared {
+public:
+    bool isEqual(const id &object) const override {
+        const auto *theirs = peek<Compared>(object);
+        return theirs && ((next->isEqual(theirs->next) && other->isEqual(theirs->other)) ||
+                          (next->isEqual(theirs->other) && other->isEqual(theirs->next)));
+    }
+};
+
+template <class T = Compared>
+Ref<T> pairOf(const id &next, const id &other) {
+    const auto made = make<T>();
+    made->next = next;
+    made->other = other;
+    return made;
+}
+
+/// The values undo each other in the hash.
+id undone(std::size_t value) {
+    return pairOf(number(value), number(value));
+}
+
+} // namespace
+
+TEST(ModelEquality, chosenModelsCostNoMoreThanOthers) {
+    constexpr std::size_t count = 1000;
+    const auto parent = make<Node>();
+    const std::function<id(std::size_t)> families[] = {
+        undone,
+        [](std::size_t value) { return pairOf(undone(value), arrayOf({undone(value)})); },
+        [&](std::size_t value) { return pairOf(undone(value), parent); },
+        [](std::size_t value) { return arrayOf({undone(value)}); },
+    };
+    for (const auto &modelOf : families) {
+        const auto set = NSMutableSet::set(), children = NSMutableSet::set();
+        parent->next = nullptr;
+        Compared::comparisons = 0;
+        for (std::size_t i = 0; i < count; ++i)
+            set->addObject(modelOf(i));
+        parent->next = set->allObjects(); // from here on, some lead back to themselves
+        for (std::size_t i = 0; i < count; ++i)
+            children->addObject(modelOf(i));
+        for (std::size_t i = 0; i < count; ++i)
+            ASSERT_TRUE(children->containsObject(modelOf(i)) &&
+                        !children->containsObject(modelOf(count + i)));
+        EXPECT_EQ(set->count() + children->count(), 2 * count);
+        EXPECT_LT(Compared::comparisons, 40 * static_cast<int>(count)); // the question and the parts included
+    }
+    parent->next = nullptr;
+
+    const auto turnable = NSMutableSet::set();
+    for (std::size_t i = 0; i < 40; ++i)
+        turnable->addObject(pairOf<Turnable>(arrayOf({number(i)}), arrayOf({number(i), number(i)})));
+    for (std::size_t i = 0; i < 40; ++i)
+        EXPECT_TRUE(turnable->containsObject(
+            pairOf<Turnable>(arrayOf({number(i), number(i)}), arrayOf({number(i)}))));
+
+    const auto models = NSMutableSet::set();
+    for (std::size_t i = 0; i < 5000; ++i)
+        models->addObject(undone(i));
+    const auto archive = NSKeyedArchiver::archivedDataWithRootObject(models);
+    const auto again = NSKeyedUnarchiver::unarchivedObjectOfClasses(
+        {Node::class_(), NSNumber::class_(), NSSet::class_()}, archive);
+    EXPECT_TRUE(again && again->isEqual(models));
+}
+
+TEST(ModelEquality, ofEqualModelsTheContentsHaveOneHash) {
+    Random random(44);
+    for (int round = 0; round < 300; ++round) {
+        const bool cyclic = round % 2;
+        const Forks forks(random, cyclic), copies(forks);
+        for (std::size_t i = 0; i < forks.all().size(); ++i)
+            for (std::size_t j = 0; j < forks.all().size(); ++j)
+                if (const id one = forks.all()[i], other = copies.all()[j]; one->isEqual(other))
+                    ASSERT_EQ(contentsHash(one), contentsHash(other)) << round;
+    }
 }
 
 TEST(ModelCoding, bringsBackWhatCanBeCoded) {
