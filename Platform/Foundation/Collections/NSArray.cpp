@@ -70,8 +70,9 @@ private:
     std::vector<id> objects_; ///< changed only by the destructor
 };
 
-/// The ordinary mutable array. What leaves it outlives the change: its end may look at the array. Taking the
-/// first object moves the others only once half of the places are empty, so a queue drains in linear time.
+/// The ordinary mutable array. What leaves it outlives the change: its end may look at the array. A change
+/// moves what stands before it or what stands behind it, whichever is less: empty places at the front are
+/// made for half as many objects again as there are, and given up once they are half of all.
 class PlainMutableArray final : public NSMutableArray {
 public:
     explicit PlainMutableArray(std::vector<id> objects) : objects_(std::move(objects)) {}
@@ -99,17 +100,16 @@ public:
     void insertObject(const id &object, NSUInteger index) override {
         runtime::checkObject("NSMutableArray insertObject:atIndex:", object);
         runtime::checkIndex("NSMutableArray insertObject:atIndex:", index, count() + 1);
-        objects_.insert(at(index), object);
+        id kept = object;
+        openUp(index, 1);
+        *at(index) = std::move(kept);
         mutations_.increase();
     }
     void removeObjectAtIndex(NSUInteger index) override {
         runtime::checkIndex("NSMutableArray removeObjectAtIndex:", index, count());
         mutations_.increase();
         const id released = std::move(*at(index));
-        if (index > 0)
-            objects_.erase(at(index));
-        else if (2 * ++drained_ >= objects_.size())
-            closeUp();
+        closeUp(index, 1);
     }
     void removeLastObject() override {
         if (count() > 0)
@@ -133,17 +133,44 @@ public:
         if (range.length == 0 && replacements.empty())
             return;
         mutations_.increase();
-        const std::vector<id> released(std::make_move_iterator(at(range.location)),
-                                       std::make_move_iterator(at(range.end())));
-        const auto place = objects_.erase(at(range.location), at(range.end()));
-        objects_.insert(place, replacements.begin(), replacements.end());
+        if (replacements.size() > range.length)
+            openUp(range.end(), replacements.size() - range.length);
+        const auto released = taken(range);
+        std::ranges::copy(replacements, at(range.location));
+        if (replacements.size() < range.length)
+            closeUp(range.location + replacements.size(), range.length - replacements.size());
     }
 
 protected:
+    void insertObjectsAt(std::span<const id> objects, std::span<const NSUInteger> places) override {
+        if (places.empty())
+            return;
+        mutations_.increase();
+        if (areNeighbours(places)) {
+            openUp(places.front(), places.size());
+            std::ranges::copy(objects, at(places.front()));
+            return;
+        }
+        std::vector<id> all;
+        all.reserve(count() + objects.size());
+        auto next = places.begin();
+        for (NSUInteger i = 0, kept = 0; i < count() + objects.size(); ++i)
+            if (next != places.end() && *next == i)
+                all.push_back(objects[static_cast<NSUInteger>(next++ - places.begin())]);
+            else
+                all.push_back(std::move(*at(kept++)));
+        objects_ = std::move(all);
+        drained_ = 0;
+    }
     void removeObjectsAt(std::span<const NSUInteger> places) override {
         if (places.empty())
             return;
         mutations_.increase();
+        if (areNeighbours(places)) {
+            const auto released = taken({places.front(), places.size()});
+            closeUp(places.front(), places.size());
+            return;
+        }
         std::vector<id> left, released;
         left.reserve(count());
         released.reserve(places.size());
@@ -158,12 +185,42 @@ protected:
     }
 
 private:
+    static bool areNeighbours(std::span<const NSUInteger> places) {
+        return places.back() - places.front() + 1 == places.size();
+    }
+
     std::vector<id>::iterator at(NSUInteger index) {
         return objects_.begin() + static_cast<std::ptrdiff_t>(drained_ + index);
     }
-    void closeUp() {
-        objects_.erase(objects_.begin(), at(0));
-        drained_ = 0;
+    std::vector<id> taken(NSRange range) {
+        return {std::make_move_iterator(at(range.location)), std::make_move_iterator(at(range.end()))};
+    }
+    /// Makes empty places at an index.
+    void openUp(NSUInteger index, NSUInteger places) {
+        if (2 * index >= count()) {
+            objects_.insert(at(index), places, nullptr);
+            return;
+        }
+        if (drained_ < places) {
+            const NSUInteger more = std::max(places, count() / 2 + 1);
+            objects_.insert(objects_.begin(), more, nullptr);
+            drained_ += more;
+        }
+        std::move(at(0), at(index), at(0) - static_cast<std::ptrdiff_t>(places));
+        drained_ -= places;
+    }
+    /// Gives up empty places at an index.
+    void closeUp(NSUInteger index, NSUInteger places) {
+        if (2 * index + places > count()) {
+            objects_.erase(at(index), at(index + places));
+            return;
+        }
+        std::move_backward(at(0), at(index), at(index + places));
+        drained_ += places;
+        if (2 * drained_ >= objects_.size()) {
+            objects_.erase(objects_.begin(), at(0));
+            drained_ = 0;
+        }
     }
 
     std::vector<id> objects_; ///< with empty places at the front

@@ -203,6 +203,9 @@ public:
     id copy() const override { return NSArray::arrayWithObjects(allObjects()); }
 
 protected:
+    /// Inserts an object at each of the places, which are ascending and those that the objects have in the
+    /// end.
+    virtual void insertObjectsAt(std::span<const id> objects, std::span<const NSUInteger> places);
     /// Removes the elements at the places, which are ascending and below the count.
     virtual void removeObjectsAt(std::span<const NSUInteger> places);
 };

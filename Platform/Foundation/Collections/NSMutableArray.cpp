@@ -2,6 +2,7 @@
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSIndexSet.h"
+#include "Platform/Foundation/Collections/ObjectTable.h"
 #include "Platform/Runtime/Object/Raise.h"
 
 using namespace collections;
@@ -69,6 +70,11 @@ void NSMutableArray::removeAllObjects() {
         removeLastObject();
 }
 
+void NSMutableArray::insertObjectsAt(std::span<const id> objects, std::span<const NSUInteger> places) {
+    for (std::size_t i = 0; i < places.size(); ++i)
+        insertObject(objects[i], places[i]);
+}
+
 void NSMutableArray::removeObjectsAt(std::span<const NSUInteger> places) {
     for (auto place = places.rbegin(); place != places.rend(); ++place)
         removeObjectAtIndex(*place);
@@ -96,8 +102,11 @@ void NSMutableArray::removeObjectIdenticalTo(const id &object, NSRange range) {
 }
 
 void NSMutableArray::removeObjectsInArray(const Ref<NSArray> &array) {
+    ObjectTable unwanted;
     for (const id &object : objectsOf(array))
-        removeObject(object);
+        unwanted.add(object, nullptr);
+    removeObjectsAt(
+        placesWhere(*this, {0, count()}, [&](const id &element) { return unwanted.find(element); }));
 }
 
 void NSMutableArray::removeObjectsInRange(NSRange range) {
@@ -126,9 +135,7 @@ void NSMutableArray::insertObjects(const Ref<NSArray> &objects, const Ref<NSInde
     const auto list = objectsOf(objects);
     checkCount(operation, indexes, list.size());
     checkIndexes(operation, indexes, count() + list.size());
-    const auto places = indexesOf(indexes);
-    for (std::size_t i = 0; i < places.size(); ++i)
-        insertObject(list[i], places[i]);
+    insertObjectsAt(list, indexesOf(indexes));
 }
 
 void NSMutableArray::replaceObjectsAtIndexes(const Ref<NSIndexSet> &indexes, const Ref<NSArray> &objects) {

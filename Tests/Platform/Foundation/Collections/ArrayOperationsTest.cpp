@@ -50,6 +50,16 @@ public:
 };
 NS_IMPLEMENTATION(Incomparable) {}
 
+/// Counts how often it is compared.
+class Compared final : public NSNumber {
+public:
+    Compared(std::uint64_t value, int &comparisons) : NSNumber('Q', value), comparisons_(comparisons) {}
+    bool isEqual(const id &other) const override { return ++comparisons_, NSNumber::isEqual(other); }
+
+private:
+    int &comparisons_;
+};
+
 /// Overrides the primitives alone; everything else must follow from them.
 class PrimitiveArray final : public NSMutableArray {
 public:
@@ -323,6 +333,49 @@ TEST(NSMutableArray, followsAPlainListThroughRandomChanges) {
                 }
             }
         }
+}
+
+TEST(NSMutableArray, movesLittleAtItsFrontAndOnceForMany) {
+    constexpr std::size_t count = 4000;
+    const auto array = NSMutableArray::array();
+    int moves = 0;
+    const id *last = nullptr;
+    const auto notice = [&](const auto &change) {
+        change();
+        const id *now = &array->elements()->back();
+        moves += std::exchange(last, now) != now;
+    };
+    for (std::size_t i = 0; i < count; ++i)
+        notice([&] { array->insertObject(number(i), std::min<NSUInteger>(i, 1)); });
+    for (std::size_t i = 0; i < count; ++i)
+        notice([&] { array->replaceObjectsInRange({0, i % 2}, listOf({i, i})); });
+    for (std::size_t i = 0; i < count; ++i)
+        notice([&] { array->insertObjects(listOf({i, i}), indexSet(0, 1)); });
+    for (std::size_t i = 0; i < count; ++i)
+        notice([&] { array->removeObjectsAtIndexes(indexSet(1, 2)); });
+    for (std::size_t i = 0; i < count; ++i)
+        notice([&] { array->removeObjectsInRange({0, 1}); });
+    for (std::size_t i = 0; i < count; ++i)
+        notice([&] { i % 2 ? array->insertObject(number(i), 0) : array->removeObjectAtIndex(0); });
+    EXPECT_LT(moves, 100);
+
+    const auto changes = [&](const auto &change) {
+        const auto before = array->mutations()->value();
+        return change(), array->mutations()->value() - before;
+    };
+    const auto many = indexSet(0, 2, 4, 6, 8);
+    EXPECT_EQ(changes([&] { array->insertObjects(listOf({0, 1, 2, 3, 4}), many); }), 1u);
+    EXPECT_EQ(changes([&] { array->removeObjectsAtIndexes(many); }), 1u);
+    int comparisons = 0;
+    array->setArray(nullptr);
+    const auto unwanted = NSMutableArray::array();
+    for (std::size_t i = 0; i < count; ++i) {
+        array->addObject(make<Compared>(i, comparisons));
+        unwanted->addObject(make<Compared>(2 * i, comparisons));
+    }
+    EXPECT_EQ(changes([&] { array->removeObjectsInArray(unwanted); }), 1u);
+    EXPECT_EQ(array->count(), count / 2);
+    EXPECT_LT(comparisons, static_cast<int>(count));
 }
 
 TEST(NSMutableArray, changesNothingWhenItRaises) {
