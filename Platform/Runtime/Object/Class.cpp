@@ -3,6 +3,7 @@
 #include "Platform/Runtime/Object/NSException.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace {
 
@@ -12,30 +13,32 @@ std::size_t slotOf(SEL selector, std::size_t mask) {
 
 } // namespace
 
-// An immutable open-addressing table, at most half full.
+// An open-addressing table, at most half full. One thread at a time fills free slots; readers see a method
+// there or not yet.
 struct objc_class::MethodTable {
-    explicit MethodTable(const std::vector<std::unique_ptr<objc_method>> &methods) {
-        std::size_t size = 4;
-        while (size < 2 * methods.size())
-            size *= 2;
-        slots.resize(size);
-        for (const auto &method : methods) {
-            std::size_t slot = slotOf(method->name, size - 1);
-            while (slots[slot])
-                slot = (slot + 1) & (size - 1);
-            slots[slot] = method.get();
-        }
-    }
+    explicit MethodTable(std::size_t methods)
+        : mask(std::bit_ceil(std::max<std::size_t>(4, 2 * methods)) - 1) {}
+
+    bool hasRoomFor(std::size_t methods) const { return 2 * methods <= mask + 1; }
 
     Method find(SEL selector) const {
-        const std::size_t mask = slots.size() - 1;
-        for (std::size_t slot = slotOf(selector, mask); slots[slot]; slot = (slot + 1) & mask)
-            if (slots[slot]->name == selector)
-                return slots[slot];
-        return nullptr;
+        for (std::size_t slot = slotOf(selector, mask);; slot = (slot + 1) & mask)
+            if (const Method method = slots[slot].load(std::memory_order_acquire);
+                !method || method->name == selector)
+                return method;
     }
 
-    std::vector<Method> slots;
+    /// In the place of one of the same name, if there is any.
+    void set(Method method) {
+        for (std::size_t slot = slotOf(method->name, mask);; slot = (slot + 1) & mask)
+            if (const Method other = slots[slot].load(std::memory_order_relaxed);
+                !other || other->name == method->name)
+                return slots[slot].store(method, std::memory_order_release);
+    }
+
+    using Slot = std::atomic<Method>;
+    const std::size_t mask;
+    const std::unique_ptr<Slot[]> slots = std::make_unique<Slot[]>(mask + 1);
 };
 
 objc_class::objc_class(std::string name, Class superclass, Class metaClass)
@@ -83,9 +86,13 @@ std::vector<const T *> pointers(const std::vector<std::unique_ptr<T>> &list) {
 
 } // namespace
 
-void objc_class::publish() {
-    publications_.push_back(std::make_unique<MethodTable>(methods_));
-    table_.store(publications_.back().get(), std::memory_order_release);
+void objc_class::publish(Method method) {
+    if (!tables_.empty() && tables_.back()->hasRoomFor(methods_.size()))
+        return tables_.back()->set(method);
+    tables_.push_back(std::make_unique<MethodTable>(methods_.size()));
+    for (const auto &each : methods_)
+        tables_.back()->set(each.get());
+    table_.store(tables_.back().get(), std::memory_order_release);
 }
 
 bool objc_class::addMethod(objc_method method) {
@@ -94,7 +101,7 @@ bool objc_class::addMethod(objc_method method) {
     if (ownMethods() && ownMethods()->find(method.name))
         return false;
     methods_.push_back(std::make_unique<objc_method>(std::move(method)));
-    publish();
+    publish(methods_.back().get());
     return true;
 }
 
@@ -110,8 +117,9 @@ bool objc_class::declareMethod(objc_method method) {
         return false;
     if (method.synthesized)
         return true; // the class has its own
-    *found = std::make_unique<objc_method>(std::move(method));
-    publish();
+    auto own = std::make_unique<objc_method>(std::move(method));
+    publish(own.get());
+    *found = std::move(own);
     return true;
 }
 

@@ -78,15 +78,15 @@ private:
 
     static Class makeClass(const std::string &name, Class superclass, const Declare &declare);
     const MethodTable *ownMethods() const { return table_.load(std::memory_order_relaxed); }
-    void publish();
+    void publish(Method method);
 
     const std::string name_;
     Class superclass_;
     Class const metaClass_;
     mutable std::mutex writing_;
-    std::vector<std::unique_ptr<objc_method>> methods_;      // guarded by writing_
-    std::vector<std::unique_ptr<MethodTable>> publications_; // old ones stay: readers hold no lock
-    std::vector<std::unique_ptr<objc_ivar>> ivars_;          // guarded by writing_, as are the next two
+    std::vector<std::unique_ptr<objc_method>> methods_; // guarded by writing_
+    std::vector<std::unique_ptr<MethodTable>> tables_;  // old ones stay: readers hold no lock
+    std::vector<std::unique_ptr<objc_ivar>> ivars_;     // guarded by writing_, as are the next two
     std::vector<std::unique_ptr<objc_property>> properties_;
     std::vector<std::string> protocols_;
     std::atomic<const MethodTable *> table_{nullptr};

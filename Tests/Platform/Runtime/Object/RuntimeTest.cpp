@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <malloc.h>
 #include <thread>
 
 using testing::ElementsAre;
@@ -218,6 +219,21 @@ TEST(Message, methodAddedAtRunTime) {
     for (int seen = 0; seen < additions; seen = added)
         EXPECT_EQ(objc_msgSend<std::int32_t>(seen ? violin : nullptr, name(seen - 1)), seen ? 5 : 0);
     writer.join();
+}
+
+TEST(Message, methodsAddedTakeWhatTheyAre) {
+    constexpr int additions = 4000;
+    const Class crowd = objc_registerSubclass<Violin>("Crowd");
+    const auto name = [](int i) { return sel_registerName("crowded" + std::to_string(i)); };
+    const auto inUse = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; }; // 0 under sanitizers
+    const auto before = inUse();
+    for (int i = 0; i < additions; ++i)
+        ASSERT_TRUE(addAnswer<6>(crowd, name(i)));
+    EXPECT_LT(inUse(), before + additions * std::size_t{2000});
+    const id one = class_createInstance(crowd);
+    for (int i = 0; i < additions; ++i)
+        ASSERT_EQ(objc_msgSend<std::int32_t>(one, name(i)), 6);
+    EXPECT_FALSE(one->respondsToSelector(name(additions)));
 }
 
 TEST(Ownership, countsExactly) {
