@@ -67,6 +67,7 @@ std::u16string quotedDescription(const std::u16string &units) {
 }
 
 std::u16string collectionElementDescription(const id &element, const id &locale, NSUInteger indent) {
+    DescriptionLength::use(4 * indent); // the blanks before it
     if (const auto array = as<NSArray>(element))
         return array->descriptionWithLocale(locale, indent)->units();
     if (const auto dictionary = as<NSDictionary>(element))
@@ -76,5 +77,7 @@ std::u16string collectionElementDescription(const id &element, const id &locale,
     const auto text = elementDescription(element, locale);
     const auto &units = text->units();
     const bool word = !units.empty() && std::all_of(units.begin(), units.end(), isWordUnit);
-    return word ? units : quotedDescription(units);
+    auto described = word ? units : quotedDescription(units);
+    DescriptionLength::use(described.size());
+    return described;
 }

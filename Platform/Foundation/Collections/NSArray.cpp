@@ -344,9 +344,10 @@ Ref<NSString> NSArray::descriptionWithLocale(const id &locale, NSUInteger indent
     return collectionDescription(*this, [&] {
         const std::u16string blanks = indentation(indent);
         std::u16string text = u"(";
-        enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &) {
-            text += (index ? u",\n" : u"\n") + blanks + u"    " +
-                    collectionElementDescription(object, locale, indent + 1);
+        enumerateObjectsUsingBlock([&](const id &object, NSUInteger index, bool &stop) {
+            text += (index ? u",\n" : u"\n") + blanks + u"    ";
+            stop = DescriptionLength::isUsedUp();
+            text += stop ? DescriptionLength::rest : collectionElementDescription(object, locale, indent + 1);
         });
         return make<NSString>(text + u"\n" + blanks + u")");
     });

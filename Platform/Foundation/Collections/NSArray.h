@@ -138,7 +138,8 @@ public:
         return descriptionWithLocale(locale, 0);
     }
     /// `indent` counts levels of four blanks, 512 at most. A collection within itself, or within 512 others,
-    /// is no more than "<Class: 0x…>".
+    /// is no more than "<Class: 0x…>". Of what would take more than 8,388,608 characters, shared parts
+    /// counted each time, the rest is "...".
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     id copy() const override { return self(); }
     id mutableCopy() const override;

@@ -234,9 +234,14 @@ Ref<NSString> NSDictionary::descriptionWithLocale(const id &locale, NSUInteger i
     return collectionDescription(*this, [&] {
         const std::u16string blanks = indentation(indent);
         std::u16string text = u"{\n";
-        for (const auto &[key, value] : entriesToDescribe(*this))
+        for (const auto &[key, value] : entriesToDescribe(*this)) {
+            if (DescriptionLength::isUsedUp()) {
+                (text += blanks + u"    ") += std::u16string(DescriptionLength::rest) + u"\n";
+                break;
+            }
             text += blanks + u"    " + collectionElementDescription(key, locale, indent + 1) + u" = " +
                     collectionElementDescription(value, locale, indent + 1) + u";\n";
+        }
         return make<NSString>(text + blanks + u"}");
     });
 }

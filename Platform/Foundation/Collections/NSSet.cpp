@@ -176,9 +176,14 @@ Ref<NSString> NSSet::descriptionWithLocale(const id &locale, NSUInteger indent) 
     return collectionDescription(*this, [&] {
         const std::u16string blanks = indentation(indent);
         std::u16string text = u"{(";
-        for (const id &object : *this)
-            text += (text.size() > 2 ? u",\n" : u"\n") + blanks + u"    " +
-                    collectionElementDescription(object, locale, indent + 1);
+        for (const id &object : *this) {
+            text += (text.size() > 2 ? u",\n" : u"\n") + blanks + u"    ";
+            if (DescriptionLength::isUsedUp()) {
+                text += DescriptionLength::rest;
+                break;
+            }
+            text += collectionElementDescription(object, locale, indent + 1);
+        }
         return make<NSString>(text + u"\n" + blanks + u")}");
     });
 }

@@ -2,6 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/_QNModelMeta.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/PropertyValue.h"
+#include "Platform/Foundation/Collections/CollectionDescription.h"
 #include "Platform/Foundation/Collections/NSNull.h"
 #include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Collections/ObjectVisit.h"
@@ -58,7 +59,11 @@ public:
     Text text() { return make<NSString>(std::move(text_)); }
 
 private:
-    void write(std::u16string_view lines) { appendIndented(text_, lines, level_); }
+    void write(std::u16string_view lines) {
+        const std::size_t before = text_.size();
+        appendIndented(text_, lines, level_);
+        DescriptionLength::use(text_.size() - before);
+    }
     void write(const Text &lines) { write(lines->units()); }
     void writeOfKind(FoundationKind kind, const id &object);
     void writeDictionary(const NSDictionary &dictionary);
@@ -74,17 +79,22 @@ private:
         write({brackets, 1});
         for (const auto &item : items) {
             write(separator);
+            separator = u";\n    ";
+            if (DescriptionLength::isUsedUp()) {
+                write(DescriptionLength::rest);
+                break;
+            }
             if (const id key = keyOf(item))
                 write(NSString::stringWithFormat("%@ = ", key));
             ++level_;
             writeValue(item);
             --level_;
-            separator = u";\n    ";
         }
         write(items.empty() ? u"" : u"\n");
         write({brackets + 1, 1});
     }
 
+    const DescriptionLength length_;
     std::u16string text_;
     std::size_t level_ = 0;
 };

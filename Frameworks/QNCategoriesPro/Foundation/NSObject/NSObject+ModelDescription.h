@@ -7,6 +7,7 @@
 //
 // Properties are sorted by name. The texts of NSValue and NSData are cut after 100 characters. An object
 // within itself, and anything more than 512 levels deep, shows as its class and address only.
+// A description ends with "..." after 8,388,608 characters, since shared objects are described each time.
 //
 // Threads: any, while no thread changes the objects.
 #pragma once

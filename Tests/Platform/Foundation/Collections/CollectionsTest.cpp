@@ -373,3 +373,28 @@ TEST(Collections, describeThemselves) {
     EXPECT_EQ(text(silent->componentsJoinedByString(u""_ns)), "(null)");
     EXPECT_EQ(text(NSString::stringWithFormat("%@", make<Silent>())), "(null)");
 }
+
+TEST(Collections, describeWhatIsSharedWithinABound) {
+    for (const auto &hold : std::initializer_list<id (*)(const id &)>{
+             [](const id &shared) -> id {
+                 return arrayOf({shared, shared});
+             },
+             [](const id &shared) -> id {
+                 return dictionaryOf({{u"a"_ns, shared}, {u"b"_ns, shared}});
+             },
+             [](const id &shared) -> id {
+                 return setOf({shared, arrayOf({shared})});
+             }}) {
+        id tower = u"end"_ns;
+        for (int level = 0; level < 40; ++level)
+            tower = hold(tower);
+        const auto told = text(tower);
+        EXPECT_GT(told.size(), std::size_t{1} << 22);
+        EXPECT_LT(told.size(), std::size_t{1} << 24);
+        EXPECT_NE(told.find("\n            ..."), std::string::npos);
+    }
+    const auto wide = NSMutableArray::array();
+    for (int i = 0; i < 200000; ++i)
+        wide->addObject(u"ordinary"_ns);
+    EXPECT_EQ(text(wide).find("..."), std::string::npos) << "what was told before counts no more";
+}

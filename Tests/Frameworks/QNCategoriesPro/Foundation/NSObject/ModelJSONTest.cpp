@@ -386,3 +386,17 @@ TEST(ModelDescription, ofEveryKindOfObject) {
         EXPECT_EQ(text(ModelDescription(object)), expected);
     EXPECT_FALSE(qn::modelDescription(nullptr) || ModelDescriptionAddIndent(nullptr));
 }
+
+TEST(ModelDescription, ofWhatIsSharedIsBounded) {
+    id tower = u"end"_ns;
+    for (int level = 0; level < 40; ++level) {
+        const auto node = make<Node>();
+        node->next =
+            level % 2 ? arrayOf({tower, tower}) : id(dictionaryOf({{u"a"_ns, tower}, {u"b"_ns, tower}}));
+        tower = node;
+    }
+    const auto told = text(qn::modelDescription(tower));
+    EXPECT_GT(told.size(), std::size_t{1} << 23);
+    EXPECT_LT(told.size(), std::size_t{1} << 24);
+    EXPECT_NE(told.find("\n                ..."), std::string::npos);
+}
