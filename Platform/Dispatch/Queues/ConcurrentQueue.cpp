@@ -7,13 +7,13 @@ namespace dispatch {
 ConcurrentQueue::ConcurrentQueue(std::string label) : label_(std::move(label)) {}
 
 void ConcurrentQueue::async(Block read) {
-    checkBlock("dispatch::ConcurrentQueue::async", read);
+    runtime::checkBlock("dispatch::ConcurrentQueue::async", read);
     Pool::shared().requireThread(); // a block that has been let in must not be refused
     turnstile_->asyncRead(std::move(read));
 }
 
 void ConcurrentQueue::barrierAsync(Block write) {
-    checkBlock("dispatch::ConcurrentQueue::barrierAsync", write);
+    runtime::checkBlock("dispatch::ConcurrentQueue::barrierAsync", write);
     Pool::shared().requireThread();
     turnstile_->asyncBarrier(std::move(write));
 }

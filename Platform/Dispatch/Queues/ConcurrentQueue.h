@@ -22,7 +22,7 @@
 
 #include "Platform/Dispatch/Queues/Queue.h"
 #include "Platform/Dispatch/Queues/Turnstile.h"
-#include "Platform/Dispatch/Time/BlockArgument.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <memory>
 #include <string>
@@ -42,7 +42,7 @@ public:
     /// it does not wait, and costs two atomic additions.
     template <class F>
     std::invoke_result_t<F &> sync(F &&read) const {
-        checkBlock("dispatch::ConcurrentQueue::sync", read);
+        runtime::checkBlock("dispatch::ConcurrentQueue::sync", read);
         const Reading reading(*turnstile_);
         return read();
     }
@@ -50,7 +50,7 @@ public:
     /// Waits for its turn, runs `write` alone and returns its result.
     template <class F>
     std::invoke_result_t<F &> barrierSync(F &&write) {
-        checkBlock("dispatch::ConcurrentQueue::barrierSync", write);
+        runtime::checkBlock("dispatch::ConcurrentQueue::barrierSync", write);
         const Writing writing(*turnstile_);
         return write();
     }

@@ -1,7 +1,7 @@
 #include "Platform/Dispatch/Queues/MainQueue.h"
 
 #include "Platform/Dispatch/Queues/Semaphore.h"
-#include "Platform/Dispatch/Time/BlockArgument.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <exception>
 #include <unistd.h>
@@ -19,7 +19,7 @@ bool isMainThread() {
 }
 
 void MainQueue::async(Block block) {
-    checkBlock("dispatch::MainQueue::async", block);
+    runtime::checkBlock("dispatch::MainQueue::async", block);
     {
         const std::lock_guard lock(mutex_);
         blocks_.push_back(std::move(block));
@@ -32,7 +32,7 @@ void MainQueue::async(Block block) {
 }
 
 void MainQueue::sync(const Block &block) {
-    checkBlock("dispatch::MainQueue::sync", block);
+    runtime::checkBlock("dispatch::MainQueue::sync", block);
     if (isMainThread())
         return block();
     std::exception_ptr error;

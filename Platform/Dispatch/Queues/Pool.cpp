@@ -1,7 +1,7 @@
 #include "Platform/Dispatch/Queues/Pool.h"
 
-#include "Platform/Dispatch/Time/BlockArgument.h"
 #include "Platform/Dispatch/Time/DetachedThread.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <algorithm>
 #include <chrono>
@@ -27,7 +27,7 @@ std::size_t Pool::threadCount() const {
 }
 
 void Pool::submit(Block job) {
-    checkBlock("dispatch::Pool::submit", job);
+    runtime::checkBlock("dispatch::Pool::submit", job);
     requireThread();
     std::unique_lock lock(mutex_);
     jobs_.push_back(std::move(job));

@@ -1,7 +1,7 @@
 #include "Platform/Dispatch/Time/AlarmList.h"
 
-#include "Platform/Dispatch/Time/BlockArgument.h"
 #include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 namespace dispatch {
 
@@ -27,7 +27,7 @@ void Alarm::cancel() noexcept {
 }
 
 Alarm AlarmList::add(Instant deadline, std::function<void()> function) {
-    checkBlock("dispatch::Clock::callAt", function);
+    runtime::checkBlock("dispatch::Clock::callAt", function);
     const std::lock_guard lock(mutex_);
     auto entry = std::make_shared<AlarmEntry>();
     entry->key = {deadline, added_++};

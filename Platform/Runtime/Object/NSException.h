@@ -23,3 +23,21 @@ public:
 private:
     std::string name_;
 };
+
+namespace runtime {
+
+/// As texts name it: a method, which has a blank in it, in brackets, a function as it is.
+inline std::string operationText(std::string operation) {
+    return operation.find(' ') == operation.npos ? operation : "-[" + operation + "]";
+}
+
+/// NSInvalidArgumentException, with the name of the operation, for a block, a comparator or a function of
+/// none: nobody could run it. Other callables are always there.
+template <class Block>
+void checkBlock(const char *operation, const Block &block) {
+    if constexpr (requires { static_cast<bool>(block); })
+        if (!static_cast<bool>(block))
+            throw NSException(NSInvalidArgumentException, operationText(operation) + ": block cannot be nil");
+}
+
+} // namespace runtime

@@ -1,11 +1,9 @@
 #include "Platform/Runtime/Object/Raise.h"
 
-#include "Platform/Runtime/Object/NSException.h"
-
 namespace {
 
 [[noreturn]] void raise(const char *name, const char *operation, const std::string &fault) {
-    throw NSException(name, std::string("-[") + operation + "]: " + fault);
+    throw NSException(name, runtime::operationText(operation) + ": " + fault);
 }
 
 } // namespace

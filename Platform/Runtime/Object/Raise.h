@@ -4,6 +4,7 @@
 //     // NSRangeException: -[NSArray objectAtIndex:]: index 3 beyond bounds; count 2
 #pragma once
 
+#include "Platform/Runtime/Object/NSException.h"
 #include "Platform/Runtime/Object/Ref.h"
 
 namespace runtime {
@@ -19,10 +20,6 @@ void checkArgument(const char *operation, bool valid, const char *fault);
 /// NSInvalidArgumentException for none (a null pointer).
 void checkObject(const char *operation, const auto &object) {
     checkArgument(operation, object != nullptr, "object cannot be nil");
-}
-/// NSInvalidArgumentException for a block, a comparator or a function of none.
-void checkBlock(const char *operation, const auto &block) {
-    checkArgument(operation, static_cast<bool>(block), "block cannot be nil");
 }
 
 } // namespace runtime
