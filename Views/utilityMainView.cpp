@@ -50,6 +50,17 @@ public:
     ~BusyPointer() { QApplication::restoreOverrideCursor(); }
 };
 
+/// False when there is no thread to do it.
+bool doBeside(dispatch::Block work) {
+    try {
+        dispatch::globalQueue().async(std::move(work));
+        return true;
+    } catch (const NSException &exception) {
+        NSLog("%s", exception.what());
+        return false;
+    }
+}
+
 TipWindow *theTipWindow() {
     const AppDelegate *delegate = AppDelegate::current();
     return delegate ? dynamic_cast<TipWindow *>(delegate->tipWindow()) : nullptr;
@@ -143,7 +154,7 @@ void utilityMainView::prepareTable() {
 void utilityMainView::readQueues() {
     queues_.reset();
     showListState();
-    dispatch::globalQueue().async([view = QPointer<utilityMainView>(this)] {
+    isAskingForQueues = doBeside([view = QPointer<utilityMainView>(this)] {
         dispatch::mainQueue().async([view, list = readQueueList()] {
             if (view)
                 view->showQueues(list);
@@ -251,12 +262,15 @@ NSInteger utilityMainView::numberOfRowsInTableView(NSTableView &) {
             if (view)
                 view->readQueues();
         });
-    NSThreadDetachNewThread([view = QPointer<utilityMainView>(this)] {
-        dispatch::mainQueue().sync([&view] {
-            if (view)
-                view->_updateScanResults();
-        });
-    });
+    const auto reload = [view = QPointer<utilityMainView>(this)] {
+        if (view)
+            view->_updateScanResults();
+    };
+    try {
+        NSThreadDetachNewThread([reload] { dispatch::mainQueue().sync(reload); });
+    } catch (const NSException &) { // no thread is left
+        dispatch::mainQueue().async(reload);
+    }
     return static_cast<NSInteger>(UtilityController::shareInstance()->printerNameArray()->count());
 }
 
@@ -364,19 +378,25 @@ void utilityMainView::getUsbPrinterToner(const Ref<NSString> &deviceUri) {
     showOwner(deviceUri, true);
     const int reading = settings.beginReading();
     showSettingsNote();
-    dispatch::globalQueue().async(
-        [printer = usbPrinter(), from = settings.owner(), reading, view = QPointer<utilityMainView>(this)] {
-            readTonerHint(printer, [view, from](const TonerHintReading &answer) {
-                dispatch::mainQueue().async([view, from, answer] {
-                    if (view)
-                        view->showTonerReading(*from, answer);
-                });
-            });
-            dispatch::mainQueue().async([view, reading] {
-                if (view)
-                    view->endTonerReading(reading);
-            });
+    const QPointer<utilityMainView> view(this);
+    const auto deliver = [view, from = settings.owner()](const TonerHintReading &answer) {
+        dispatch::mainQueue().async([view, from, answer] {
+            if (view)
+                view->showTonerReading(*from, answer);
         });
+    };
+    const auto end = [view, reading] {
+        if (view)
+            view->endTonerReading(reading);
+    };
+    const bool asks = doBeside([printer = usbPrinter(), deliver, end] {
+        readTonerHint(printer, deliver);
+        dispatch::mainQueue().async(end);
+    });
+    if (asks)
+        return;
+    deliver({.outcome = TonerHintReading::Outcome::rejected});
+    dispatch::mainQueue().async(end);
 }
 
 void utilityMainView::showTonerReading(const transport::PrinterIdentity &printer,
@@ -416,15 +436,15 @@ void utilityMainView::oncofirmButton(QWidget *) {
     const auto printer = usbPrinter();
     if (!printer)
         return;
-    dispatch::globalQueue().async(
-        [index, printer, to = identityOf(*printer), view = QPointer<utilityMainView>(this)] {
-            writeTonerHint(printer, index, [view, to, index](TonerHintWriting writing) {
-                dispatch::mainQueue().async([view, to, index, writing] {
-                    if (view)
-                        view->showTonerWriting(to, index, writing);
-                });
-            });
+    const auto deliver = [view = QPointer<utilityMainView>(this), to = identityOf(*printer),
+                          index](TonerHintWriting writing) {
+        dispatch::mainQueue().async([view, to, index, writing] {
+            if (view)
+                view->showTonerWriting(to, index, writing);
         });
+    };
+    if (!doBeside([printer, index, deliver] { writeTonerHint(printer, index, deliver); }))
+        deliver(TonerHintWriting::failure);
 }
 
 void utilityMainView::showTonerWriting(const transport::PrinterIdentity &printer, std::int64_t index,

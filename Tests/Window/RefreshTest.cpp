@@ -1,6 +1,7 @@
 // What goes on by itself: discovery, and the table that keeps itself current.
 #include "Manager/ZKManager.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Tests/Support/NoThreadLeft.h"
 #include "Tests/Window/WindowTesting.h"
 
 #include <QTimer>
@@ -97,4 +98,11 @@ TEST_F(WindowTest, theTableStaysCurrentForAThousandReloads) {
     EXPECT_LE(most, atStart + 20) << "each ends when its reload is under way";
     EXPECT_EQ(logged("****printerName:"), 1) << "no reload selects anew";
     table->setDataSource(view);
+}
+
+TEST_F(WindowTest, theTableStaysCurrentWithoutAThread) {
+    open();
+    const dispatch::NoThreadLeft none;
+    addQueue("At the desk", laserUri);
+    EXPECT_EQ(table->model()->rowCount(), 1);
 }
