@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Dates/ICUDateReader.h"
 
+#include "Platform/Foundation/Dates/DateLocale.h"
 #include "Platform/Foundation/Dates/DatePatternFields.h"
 #include "Platform/Foundation/Dates/ICUTimeZone.h"
 #include "Platform/Foundation/Dates/NSTimeZone.h"
@@ -113,8 +114,8 @@ ICUDateReader::ICUDateReader(std::u16string_view pattern, const std::string &loc
         },
         [](char16_t) {});
     UErrorCode status = U_ZERO_ERROR;
-    format_ = std::make_unique<Format>(
-        Format{icu::SimpleDateFormat(alias(pattern), icu::Locale(locale.c_str()), status)});
+    format_ =
+        std::make_unique<Format>(Format{icu::SimpleDateFormat(alias(pattern), dateLocale(locale), status)});
     const auto *numbers = dynamic_cast<const icu::DecimalFormat *>(format_->icu.getNumberFormat());
     if (U_FAILURE(status) || !numbers) {
         format_.reset();

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Dates/ICUDateWriter.h"
 
+#include "Platform/Foundation/Dates/DateLocale.h"
 #include "Platform/Foundation/Dates/DatePatternFields.h"
 #include "Platform/Foundation/Dates/ICUTimeZone.h"
 #include "Platform/Foundation/Dates/NSTimeZone.h"
@@ -25,19 +26,26 @@ void writeMicroseconds(icu::UnicodeString &text, icu::FieldPositionIterator &fie
     }
 }
 
-/// What a field of quarters shows in the last one.
-std::u16string lastQuarter(const std::u16string &field, icu::Locale locale) {
-    constexpr UDate december = -1e9;
+/// A format that knows no more than four quarters. Opening it takes long.
+icu::SimpleDateFormat openQuarters(icu::Locale locale) {
     UErrorCode status = U_ZERO_ERROR;
-    icu::UnicodeString text;
     locale.setKeywordValue("calendar", "gregorian", status);
-    icu::SimpleDateFormat(field.c_str(), locale, status).format(december, text);
+    return {u"Q", locale, status};
+}
+
+/// What a field of quarters shows in the last one.
+std::u16string lastQuarter(const std::u16string &field, icu::SimpleDateFormat &quarters) {
+    constexpr UDate december = -1e9;
+    icu::UnicodeString text;
+    quarters.applyPattern(field.c_str());
+    quarters.format(december, text);
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
 /// The pattern with the last quarter as text.
 std::u16string inLastQuarter(std::u16string_view pattern, const icu::Locale &locale) {
     std::u16string made, text;
+    auto quarters = openQuarters(locale);
     const auto closeText = [&] {
         for (std::size_t quote = 0; (quote = text.find(u'\'', quote)) != text.npos; quote += 2)
             text.insert(quote, 1, u'\'');
@@ -49,7 +57,7 @@ std::u16string inLastQuarter(std::u16string_view pattern, const icu::Locale &loc
         [&](char16_t letter, std::size_t count) {
             const std::u16string field(count, letter);
             if (letter == u'Q' || letter == u'q') {
-                text += lastQuarter(field, locale);
+                text += lastQuarter(field, quarters);
             } else {
                 closeText();
                 made += field;
@@ -81,7 +89,7 @@ struct ICUDateWriter::Format {
 
 ICUDateWriter::ICUDateWriter(std::u16string_view pattern, const std::string &identifier,
                              const NSTimeZone &zone) {
-    const icu::Locale locale(identifier.c_str());
+    const icu::Locale locale = dateLocale(identifier);
     format_ = Format::open(pattern, locale, zone);
     if (format_ && pattern.find_first_of(u"Qq") != pattern.npos &&
         format_->icu.getCalendar()->getMaximum(UCAL_MONTH) == UCAL_UNDECIMBER)

@@ -4,8 +4,9 @@
 //     formatter->stringFromDate(NSDate::date());
 //
 // Without a locale or a time zone, those are used that are current at the time of use. The calendar is that
-// of the locale. Immutable and safe from any thread; threads that share one wait for each other where it
-// takes ICU. Patterns and texts are data: nothing that a formatter is given raises or takes long.
+// of the locale, and so are the digits; for locales whose numbers are not written in digits they are plain
+// ones. Immutable and safe from any thread; threads that share one wait for each other where it takes ICU.
+// Patterns and texts are data: nothing that a formatter is given raises or takes long.
 #pragma once
 
 #include "Platform/Foundation/Dates/FixedDatePattern.h"

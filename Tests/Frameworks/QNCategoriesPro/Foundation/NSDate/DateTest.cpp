@@ -208,7 +208,9 @@ TEST(DateTexts, areTheSameAgainWhenReadAndWritten) {
     constexpr const char16_t *places[] = {u"GMT",          u"Europe/Berlin",       u"America/Sao_Paulo",
                                           u"Pacific/Apia", u"America/Mexico_City", u"Asia/Almaty",
                                           u"Africa/Cairo", u"America/Havana",      u"Europe/Dublin"};
-    constexpr const char *locales[] = {"en_US_POSIX", "en_US_POSIX", "de_DE", "th_TH", "fa_IR", "ja_JP"};
+    constexpr const char *locales[] = {"en_US_POSIX",     "en_US_POSIX",     "de_DE",
+                                       "th_TH",           "fa_IR",           "ja_JP",
+                                       "zh@numbers=hans", "he@numbers=hebr", "en@numbers=roman"};
     RandomDates random(6);
     for (int round = 0; round < 2000; ++round) {
         const auto pattern =
