@@ -5,12 +5,12 @@
 #include "Platform/Foundation/Dates/NSTimeZone.h"
 #include "Platform/Foundation/Text/NSLocale.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 #include <cmath>
-#include <mutex>
 #include <optional>
 #include <unicode/calendar.h>
 
@@ -129,15 +129,19 @@ NSCalendar::NSCalendar(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZ
 NSCalendar::~NSCalendar() = default;
 
 Ref<NSCalendar> NSCalendar::currentCalendar() {
-    static auto &lock = *new std::mutex;
-    static auto &last = *new Ref<NSCalendar>; // opening one reads the locale's data and takes long
+    struct Last {
+        locking::Mutex lock;
+        Ref<NSCalendar> calendar ZK_GUARDED_BY(lock);
+    };
+    static auto &last = *new Last; // opening one reads the locale's data and takes long
     const auto locale = NSLocale::currentLocale();
     const auto zone = NSTimeZone::defaultTimeZone();
-    const std::scoped_lock guard(lock);
-    if (!last || !last->locale_->isEqual(locale) || last->timeZone_->rules() != zone->rules() ||
-        !last->timeZone_->isEqual(zone))
-        last = make<NSCalendar>(locale, zone);
-    return last;
+    const locking::MutexLock guard(last.lock);
+    auto &calendar = last.calendar;
+    if (!calendar || !calendar->locale_->isEqual(locale) || calendar->timeZone_->rules() != zone->rules() ||
+        !calendar->timeZone_->isEqual(zone))
+        calendar = make<NSCalendar>(locale, zone);
+    return calendar;
 }
 
 Ref<NSString> NSCalendar::calendarIdentifier() const {

@@ -123,7 +123,7 @@ Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date) const {
     if (fixed_)
         if (auto text = fixed_->format(seconds * 1000 + milliseconds, offsetAt(seconds, *zone)))
             return make<NSString>(std::move(*text));
-    const std::scoped_lock guard(lock_);
+    const locking::MutexLock guard(lock_);
     Opened &icu = opened(zone);
     if (!icu.writer)
         icu.writer = std::make_unique<ICUDateWriter>(format_->units(), icu.locale, *zone);
@@ -141,7 +141,7 @@ Ref<NSDate> NSDateFormatter::dateFromString(const Ref<NSString> &text) const {
         return date;
     if (!text || text->length() == 0 || !isReadable_ || text->length() > longestExpansion * format_->length())
         return nullptr;
-    const std::scoped_lock guard(lock_);
+    const locking::MutexLock guard(lock_);
     Opened &icu = opened(zone());
     if (!icu.reader)
         icu.reader = std::make_unique<ICUDateReader>(format_->units(), icu.locale, *icu.zone);

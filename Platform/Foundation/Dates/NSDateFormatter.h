@@ -10,9 +10,8 @@
 #pragma once
 
 #include "Platform/Foundation/Dates/FixedDatePattern.h"
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/NSObject.h"
-
-#include <mutex>
 
 class NSDate;
 class NSLocale;
@@ -54,7 +53,7 @@ public:
 
 private:
     struct Opened; ///< ICU's reader and writer for a locale and a time zone
-    Opened &opened(const Ref<NSTimeZone> &zone) const;
+    Opened &opened(const Ref<NSTimeZone> &zone) const ZK_REQUIRES(lock_);
     Ref<NSTimeZone> zone() const;
 
     const Ref<NSString> format_;
@@ -63,6 +62,6 @@ private:
     const std::optional<FixedDatePattern> fixed_;
     const bool isReadable_;
     const int fractionDigits_; ///< of a second, written; 3 to 6 or 0
-    mutable std::mutex lock_;
-    mutable std::unique_ptr<Opened> opened_; ///< under the lock
+    mutable locking::Mutex lock_;
+    mutable std::unique_ptr<Opened> opened_ ZK_GUARDED_BY(lock_);
 };

@@ -3,10 +3,10 @@
 #include "Platform/Foundation/Data/KeyedHash.h"
 #include "Platform/Foundation/Dates/TimeZoneDatabase.h"
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/Class.h"
 
 #include <cstdlib>
-#include <mutex>
 #include <unicode/timezone.h>
 
 namespace {
@@ -46,8 +46,8 @@ Ref<NSTimeZone> machinesZone() {
 }
 
 struct Chosen {
-    std::mutex lock;
-    Ref<NSTimeZone> zone; ///< under the lock
+    locking::Mutex lock;
+    Ref<NSTimeZone> zone ZK_GUARDED_BY(lock);
 };
 
 Chosen &chosen() {
@@ -75,12 +75,12 @@ Ref<NSTimeZone> NSTimeZone::timeZoneWithName(const Ref<NSString> &name) {
 
 Ref<NSTimeZone> NSTimeZone::defaultTimeZone() {
     static const auto &machines = *new Ref<NSTimeZone>(machinesZone());
-    const std::scoped_lock guard(chosen().lock);
+    const locking::MutexLock guard(chosen().lock);
     return chosen().zone ? chosen().zone : machines;
 }
 
 void NSTimeZone::setDefaultTimeZone(const Ref<NSTimeZone> &zone) {
-    const std::scoped_lock guard(chosen().lock);
+    const locking::MutexLock guard(chosen().lock);
     chosen().zone = zone;
 }
 

@@ -42,7 +42,7 @@ TimeZoneDatabase::Rules TimeZoneDatabase::rules(const std::string &name) {
         return std::make_shared<const TimeZoneRules>(TimeZoneRules::Offset{});
     if (!isNameBelowFolder(name))
         return nullptr;
-    const std::scoped_lock guard(lock_);
+    const locking::MutexLock guard(lock_);
     if (const auto found = known_.find(name); found != known_.end())
         return found->second;
     Rules read = rulesOfFile(folder_ / name);

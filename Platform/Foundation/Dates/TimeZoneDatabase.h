@@ -3,11 +3,11 @@
 #pragma once
 
 #include "Platform/Foundation/Dates/TimeZoneRules.h"
+#include "Platform/Locking/Mutex.h"
 
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 
 class TimeZoneDatabase {
@@ -34,6 +34,6 @@ public:
 
 private:
     const std::filesystem::path folder_;
-    std::mutex lock_;
-    std::map<std::string, Rules> known_; ///< by name; under the lock
+    locking::Mutex lock_;
+    std::map<std::string, Rules> known_ ZK_GUARDED_BY(lock_); ///< by name
 };

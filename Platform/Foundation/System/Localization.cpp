@@ -2,12 +2,12 @@
 
 #include "Platform/Foundation/System/NSBundle.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Locking/Mutex.h"
 
 #include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <libintl.h>
-#include <mutex>
 #include <set>
 #include <string_view>
 
@@ -45,10 +45,13 @@ std::string withRelatives(const std::string &languages) {
 
 /// Binds the table to the resource folder on its first use.
 const char *domainOf(const std::string &table) {
-    static auto &lock = *new std::mutex;
-    static auto &bound = *new std::set<std::string>;
-    const std::scoped_lock guard(lock);
-    const auto [place, isNew] = bound.insert(table);
+    struct Domains {
+        locking::Mutex lock;
+        std::set<std::string> bound ZK_GUARDED_BY(lock);
+    };
+    static auto &domains = *new Domains;
+    const locking::MutexLock guard(domains.lock);
+    const auto [place, isNew] = domains.bound.insert(table);
     if (isNew) {
         if (const auto folder = NSBundle::mainBundle().pathForResource("locale", ""))
             bindtextdomain(table.c_str(), folder->c_str());

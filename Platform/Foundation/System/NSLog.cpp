@@ -2,17 +2,17 @@
 
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/Unicode.h"
+#include "Platform/Locking/Mutex.h"
 
 #include <cstdio>
-#include <mutex>
 #include <syslog.h>
 #include <unistd.h>
 
 namespace {
 
 struct Log {
-    std::mutex lock;
-    NSLogSink sink;
+    locking::Mutex lock;
+    NSLogSink sink ZK_GUARDED_BY(lock);
 };
 
 Log &theLog() {
@@ -86,7 +86,7 @@ void escapeInto(std::string &out, std::string_view text) {
 } // namespace
 
 NSLogSink NSLogSetSink(NSLogSink sink) {
-    const std::scoped_lock guard(theLog().lock);
+    const locking::MutexLock guard(theLog().lock);
     return std::exchange(theLog().sink, std::move(sink));
 }
 
@@ -119,7 +119,7 @@ void NSLogArguments(NSLogLevel level, std::string_view format, std::span<const F
     const auto end = entry.find_last_not_of('\n');
     escapeInto(line, std::string_view(entry).substr(0, end == std::string::npos ? 0 : end + 1));
     {
-        const std::scoped_lock guard(theLog().lock);
+        const locking::MutexLock guard(theLog().lock);
         theLog().sink ? theLog().sink(level, line) : toSystemLogAndTerminal(level, line);
     }
     spareEntry = std::move(entry);

@@ -97,7 +97,7 @@ void objc_class::publish(Method method) {
 
 bool objc_class::addMethod(objc_method method) {
     runtime::Agreement::check(*this, method);
-    const std::scoped_lock guard(writing_);
+    const locking::MutexLock guard(writing_);
     if (ownMethods() && ownMethods()->find(method.name))
         return false;
     methods_.push_back(std::make_unique<objc_method>(std::move(method)));
@@ -107,44 +107,44 @@ bool objc_class::addMethod(objc_method method) {
 
 bool objc_class::declareMethod(objc_method method) {
     const auto same = [&](const auto &each) { return each->name == method.name; };
-    std::unique_lock guard(writing_);
-    const auto found = std::ranges::find_if(methods_, same);
-    if (found == methods_.end()) {
-        guard.unlock();
-        return addMethod(std::move(method));
+    {
+        const locking::MutexLock guard(writing_);
+        if (const auto found = std::ranges::find_if(methods_, same); found != methods_.end()) {
+            if ((*found)->synthesized == method.synthesized)
+                return false;
+            if (method.synthesized)
+                return true; // the class has its own
+            auto own = std::make_unique<objc_method>(std::move(method));
+            publish(own.get());
+            *found = std::move(own);
+            return true;
+        }
     }
-    if ((*found)->synthesized == method.synthesized)
-        return false;
-    if (method.synthesized)
-        return true; // the class has its own
-    auto own = std::make_unique<objc_method>(std::move(method));
-    publish(own.get());
-    *found = std::move(own);
-    return true;
+    return addMethod(std::move(method));
 }
 
 std::vector<Method> objc_class::methods() const {
-    const std::scoped_lock guard(writing_);
+    const locking::MutexLock guard(writing_);
     return pointers(methods_);
 }
 
 bool objc_class::addIvar(objc_ivar ivar) {
-    const std::scoped_lock guard(writing_);
+    const locking::MutexLock guard(writing_);
     return addNamed(ivars_, std::move(ivar));
 }
 
 bool objc_class::addProperty(objc_property property) {
-    const std::scoped_lock guard(writing_);
+    const locking::MutexLock guard(writing_);
     return addNamed(properties_, std::move(property));
 }
 
 std::vector<Ivar> objc_class::ivars() const {
-    const std::scoped_lock guard(writing_);
+    const locking::MutexLock guard(writing_);
     return pointers(ivars_);
 }
 
 std::vector<objc_property_t> objc_class::properties() const {
-    const std::scoped_lock guard(writing_);
+    const locking::MutexLock guard(writing_);
     return pointers(properties_);
 }
 
@@ -157,7 +157,7 @@ Ivar objc_class::findIvar(std::string_view name) const {
 }
 
 bool objc_class::addProtocol(std::string_view name) {
-    const std::scoped_lock guard(writing_);
+    const locking::MutexLock guard(writing_);
     if (std::ranges::find(protocols_, name) != protocols_.end())
         return false;
     protocols_.emplace_back(name);
@@ -166,7 +166,7 @@ bool objc_class::addProtocol(std::string_view name) {
 
 bool objc_class::conformsToProtocol(std::string_view name) const {
     for (const objc_class *cls = this; cls; cls = cls->superclass_) {
-        const std::scoped_lock guard(cls->writing_);
+        const locking::MutexLock guard(cls->writing_);
         if (std::ranges::find(cls->protocols_, name) != cls->protocols_.end())
             return true;
     }

@@ -4,13 +4,13 @@
 // at run time is seen by every send that starts after `class_addMethod` returned.
 #pragma once
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/ClassRegistry.h"
 #include "Platform/Runtime/Object/Operation.h"
 #include "Platform/Runtime/Object/Property.h"
 
 #include <atomic>
 #include <functional>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -78,17 +78,18 @@ private:
 
     static Class makeClass(const std::string &name, Class superclass, const Declare &declare);
     const MethodTable *ownMethods() const { return table_.load(std::memory_order_relaxed); }
-    void publish(Method method);
+    void publish(Method method) ZK_REQUIRES(writing_);
 
     const std::string name_;
     Class superclass_;
     Class const metaClass_;
-    mutable std::mutex writing_;
-    std::vector<std::unique_ptr<objc_method>> methods_; // guarded by writing_
-    std::vector<std::unique_ptr<MethodTable>> tables_;  // old ones stay: readers hold no lock
-    std::vector<std::unique_ptr<objc_ivar>> ivars_;     // guarded by writing_, as are the next two
-    std::vector<std::unique_ptr<objc_property>> properties_;
-    std::vector<std::string> protocols_;
+    mutable locking::Mutex writing_;
+    std::vector<std::unique_ptr<objc_method>> methods_ ZK_GUARDED_BY(writing_);
+    /// Old ones stay: readers hold no lock.
+    std::vector<std::unique_ptr<MethodTable>> tables_ ZK_GUARDED_BY(writing_);
+    std::vector<std::unique_ptr<objc_ivar>> ivars_ ZK_GUARDED_BY(writing_);
+    std::vector<std::unique_ptr<objc_property>> properties_ ZK_GUARDED_BY(writing_);
+    std::vector<std::string> protocols_ ZK_GUARDED_BY(writing_);
     std::atomic<const MethodTable *> table_{nullptr};
 };
 

@@ -39,7 +39,7 @@ void runtime::ClassRegistry::hearAnnouncements() {
 Class runtime::ClassRegistry::find(std::string_view name) {
     ClassAnnouncement::Find finding = nullptr;
     {
-        const std::scoped_lock guard(lock_);
+        const locking::MutexLock guard(lock_);
         hearAnnouncements();
         const auto found = entries_.find(name);
         if (found == entries_.end())
@@ -56,7 +56,7 @@ Class runtime::ClassRegistry::find(std::string_view name) {
 }
 
 bool runtime::ClassRegistry::claim(const std::string &name, const ClassAnnouncement *announcement) {
-    const std::scoped_lock guard(lock_);
+    const locking::MutexLock guard(lock_);
     hearAnnouncements();
     const auto [found, isNew] = entries_.try_emplace(name, Entry{announcement});
     const Entry &entry = found->second;
@@ -64,7 +64,7 @@ bool runtime::ClassRegistry::claim(const std::string &name, const ClassAnnouncem
 }
 
 void runtime::ClassRegistry::enter(Ref<objc_class> cls, Ref<objc_class> metaClass) {
-    const std::scoped_lock guard(lock_);
+    const locking::MutexLock guard(lock_);
     Entry &entry = entries_[cls->name()];
     entry.cls = cls.get();
     namesKnown_ += entry.announcement ? 0 : 1;
@@ -73,12 +73,12 @@ void runtime::ClassRegistry::enter(Ref<objc_class> cls, Ref<objc_class> metaClas
 }
 
 void runtime::ClassRegistry::abandon(const std::string &name) {
-    const std::scoped_lock guard(lock_);
+    const locking::MutexLock guard(lock_);
     entries_.erase(name);
 }
 
 std::uint64_t runtime::ClassRegistry::namesKnown() {
-    const std::scoped_lock guard(lock_);
+    const locking::MutexLock guard(lock_);
     hearAnnouncements();
     return namesKnown_;
 }

@@ -7,11 +7,11 @@
 // Threads: every member is safe from every thread.
 #pragma once
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/Ref.h"
 
 #include <cstdint>
 #include <map>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,12 +64,12 @@ private:
         Class cls = nullptr;                             ///< once it is made
     };
 
-    void hearAnnouncements();
+    void hearAnnouncements() ZK_REQUIRES(lock_);
 
-    std::mutex lock_; // guards all of it
-    std::map<std::string, Entry, std::less<>> entries_;
-    std::vector<Ref<objc_class>> kept_;
-    std::uint64_t namesKnown_ = 0;
+    locking::Mutex lock_;
+    std::map<std::string, Entry, std::less<>> entries_ ZK_GUARDED_BY(lock_);
+    std::vector<Ref<objc_class>> kept_ ZK_GUARDED_BY(lock_);
+    std::uint64_t namesKnown_ ZK_GUARDED_BY(lock_) = 0;
 };
 
 } // namespace runtime

@@ -1,8 +1,8 @@
 #include "Platform/Runtime/Object/SEL.h"
 
-#include <mutex>
+#include "Platform/Locking/SharedMutex.h"
+
 #include <set>
-#include <shared_mutex>
 
 namespace {
 
@@ -17,7 +17,7 @@ struct ByName {
 class Selectors {
 public:
     SEL find(std::string_view name) const {
-        const std::shared_lock guard(lock_);
+        const locking::SharedMutexLock guard(lock_);
         const auto found = selectors_.find(name);
         return found == selectors_.end() ? nullptr : &*found;
     }
@@ -25,14 +25,14 @@ public:
     SEL findOrMake(std::string_view name) {
         if (const SEL found = find(name))
             return found;
-        const std::scoped_lock guard(lock_);
+        const locking::MutexLock guard(lock_);
         return insert(name);
     }
 
     SEL findOrMakeForeign(std::string_view name) {
         if (const SEL found = find(name))
             return found;
-        const std::scoped_lock guard(lock_);
+        const locking::MutexLock guard(lock_);
         const std::size_t needed = name.size() + bookkeeping;
         if (foreignBytes_ < needed)
             return nullptr;
@@ -44,12 +44,14 @@ private:
     static constexpr std::size_t bookkeeping = 192; // the most bytes a selector takes besides its name
 
     /// Another thread may have been quicker, then it is that one.
-    SEL insert(std::string_view name) { return &*selectors_.insert({std::string(name)}).first; }
+    SEL insert(std::string_view name) ZK_REQUIRES(lock_) {
+        return &*selectors_.insert({std::string(name)}).first;
+    }
 
-    mutable std::shared_mutex lock_; // guards all of it
+    mutable locking::SharedMutex lock_;
     // In order, not hashed: nobody can choose names that make it slow. The selectors stay where they are.
-    std::set<objc_selector, ByName> selectors_;
-    std::size_t foreignBytes_ = runtime::foreignSelectorBytes;
+    std::set<objc_selector, ByName> selectors_ ZK_GUARDED_BY(lock_);
+    std::size_t foreignBytes_ ZK_GUARDED_BY(lock_) = runtime::foreignSelectorBytes;
 };
 
 Selectors &selectors() {
