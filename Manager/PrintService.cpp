@@ -2,11 +2,10 @@
 
 #include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Dispatch/Time/DetachedThread.h"
+#include "Platform/Locking/Condition.h"
 
 #include <array>
-#include <condition_variable>
 #include <cups/cups.h>
-#include <mutex>
 #include <optional>
 #include <sys/socket.h>
 
@@ -31,15 +30,15 @@ public:
         PrintServiceAnswer answer{.server = shownServer()};
         if (giveSignOfLife(answer))
             readQueues(answer);
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         answer_ = std::move(answer);
-        changed_.notify_all();
+        changed_.notifyAll();
     }
 
     /// The answer, or one with `answers` false when the time is over.
     PrintServiceAnswer await() {
-        std::unique_lock lock(mutex_);
-        while (!answer_ && clock_.waitUntil(lock, changed_, deadline_)) {
+        const locking::MutexLock lock(mutex_);
+        while (!answer_ && clock_.waitUntil(mutex_, changed_, deadline_)) {
         }
         if (answer_)
             return *answer_;
@@ -101,7 +100,7 @@ private:
 
     /// Publishes the connection on which this thread waits; false when the other thread has given up.
     bool expose(http_t *connection) {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         connection_ = connection;
         return !givenUp_;
     }
@@ -120,11 +119,12 @@ private:
 
     dispatch::Clock &clock_ = dispatch::Clock::current();
     const dispatch::Instant deadline_ = clock_.now() + printServicePatience;
-    std::mutex mutex_; // guards what follows
-    std::condition_variable changed_;
-    std::optional<PrintServiceAnswer> answer_;
-    http_t *connection_ = nullptr; // on which the asking thread waits; not closed while set
-    bool givenUp_ = false;
+    locking::Mutex mutex_;
+    locking::Condition changed_;
+    std::optional<PrintServiceAnswer> answer_ ZK_GUARDED_BY(mutex_);
+    /// On which the asking thread waits; not closed while set.
+    http_t *connection_ ZK_GUARDED_BY(mutex_) = nullptr;
+    bool givenUp_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 } // namespace

@@ -113,7 +113,7 @@ bool NSRunLoop::runUntilDate(NSRunLoopMode mode, const Ref<NSDate> &limit) {
 
 bool NSRunLoop::runUntilInstant(NSRunLoopMode mode, Instant limit) {
     const auto takeStop = [this] {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         return stops_ > 0 && stops_-- > 0;
     };
     for (;;) {
@@ -128,15 +128,15 @@ bool NSRunLoop::runUntilInstant(NSRunLoopMode mode, Instant limit) {
 }
 
 void NSRunLoop::wait(Instant deadline) {
-    std::unique_lock lock(mutex_);
-    while (!awake_ && stops_ == 0 && Clock::current().waitUntil(lock, woken_, deadline)) {
+    const locking::MutexLock lock(mutex_);
+    while (!awake_ && stops_ == 0 && Clock::current().waitUntil(mutex_, woken_, deadline)) {
     }
     awake_ = false;
 }
 
 void NSRunLoop::stop() {
     {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         ++stops_;
     }
     wakeUp();
@@ -144,16 +144,16 @@ void NSRunLoop::stop() {
 
 void NSRunLoop::wakeUp() {
     {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         awake_ = true;
     }
-    woken_.notify_all();
-    const std::scoped_lock guard(wakerMutex_);
+    woken_.notifyAll();
+    const locking::MutexLock guard(wakerMutex_);
     if (waker_)
         waker_();
 }
 
 void NSRunLoop::setWaker(std::function<void()> waker) {
-    const std::scoped_lock guard(wakerMutex_);
+    const locking::MutexLock guard(wakerMutex_);
     waker_.swap(waker);
 }

@@ -15,12 +15,11 @@
 // thread.
 #pragma once
 
+#include "Platform/Locking/Condition.h"
 #include "Platform/RunLoop/NSTimer.h"
 
-#include <condition_variable>
 #include <functional>
 #include <map>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -81,11 +80,11 @@ private:
     std::map<std::string, std::vector<Ref<NSTimer>>, std::less<>> timers_;
     std::string currentMode_;
 
-    std::mutex mutex_; // guards what follows
-    std::condition_variable woken_;
-    bool awake_ = false;
-    std::uint64_t stops_ = 0;
+    locking::Mutex mutex_;
+    locking::Condition woken_;
+    bool awake_ ZK_GUARDED_BY(mutex_) = false;
+    std::uint64_t stops_ ZK_GUARDED_BY(mutex_) = 0;
 
-    std::mutex wakerMutex_;
-    std::function<void()> waker_;
+    locking::Mutex wakerMutex_;
+    std::function<void()> waker_ ZK_GUARDED_BY(wakerMutex_);
 };

@@ -12,16 +12,16 @@ using std::chrono::milliseconds;
 class Transport::Call {
 public:
     explicit Call(Transport &transport) : transport_(transport) {
-        const std::lock_guard lock(transport_.mutex_);
+        const locking::MutexLock lock(transport_.mutex_);
         ++transport_.calls_;
         allowed_ = !transport_.end_.stop_requested();
     }
     Call(const Call &) = delete;
     Call &operator=(const Call &) = delete;
     ~Call() {
-        const std::lock_guard lock(transport_.mutex_);
+        const locking::MutexLock lock(transport_.mutex_);
         if (--transport_.calls_ == 0)
-            transport_.lastCallEnded_.notify_all();
+            transport_.lastCallEnded_.notifyAll();
     }
 
     bool allowed() const { return allowed_; }
@@ -67,7 +67,7 @@ tl_usb_status Transport::open(const std::shared_ptr<Printer> &printer, void *&ha
     stop(takeIf(isSame)); // handles opened meanwhile
     const auto opened = std::make_shared<Handle>();
     opened->printer = printer;
-    const std::lock_guard lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     void *const number = std::bit_cast<void *>(nextHandle_++);
     handles_.emplace(number, opened);
     handle = number;
@@ -77,7 +77,7 @@ tl_usb_status Transport::open(const std::shared_ptr<Printer> &printer, void *&ha
 tl_usb_status Transport::close(void *handle) {
     Handles closed;
     {
-        const std::lock_guard lock(mutex_);
+        const locking::MutexLock lock(mutex_);
         if (auto node = handles_.extract(handle))
             closed.push_back(std::move(node.mapped()));
     }
@@ -93,7 +93,7 @@ tl_usb_status Transport::transfer(void *handle, std::span<const std::uint8_t> by
         return TL_USB_ERROR_CANCELLED;
     std::shared_ptr<Handle> open;
     {
-        const std::lock_guard lock(mutex_);
+        const locking::MutexLock lock(mutex_);
         const auto found = handles_.find(handle);
         if (found == handles_.end())
             return TL_USB_ERROR_INVALID;
@@ -101,7 +101,7 @@ tl_usb_status Transport::transfer(void *handle, std::span<const std::uint8_t> by
     }
     tl_usb_status status = TL_USB_OK;
     {
-        const std::lock_guard turn(open->turn);
+        const locking::MutexLock turn(open->turn);
         if (!bytes.empty()) {
             status = open->printer->write(bytes, timeout, open->stop.get_token());
             open->reads.written();
@@ -110,7 +110,7 @@ tl_usb_status Transport::transfer(void *handle, std::span<const std::uint8_t> by
             status = read(*open, buffer, count, timeout);
     }
     if (status == TL_USB_ERROR_NO_DEVICE) {
-        const std::lock_guard lock(mutex_);
+        const locking::MutexLock lock(mutex_);
         handles_.erase(handle);
     }
     return status;
@@ -129,8 +129,9 @@ void Transport::shutDown() {
         end_.request_stop();
         retire(takeIf([](const ListedPrinter &) { return true; }));
         {
-            std::unique_lock lock(mutex_);
-            lastCallEnded_.wait(lock, [this] { return calls_ == 0; });
+            const locking::MutexLock lock(mutex_);
+            while (calls_ > 0)
+                lastCallEnded_.wait(mutex_);
         }
         retire(takeIf([](const ListedPrinter &) { return true; })); // opened while the calls were waited for
         printers_.forget();
@@ -164,7 +165,7 @@ Transport::withPrinter(const std::string &uri,
 }
 
 Transport::Handles Transport::takeIf(const std::function<bool(const ListedPrinter &)> &matches) {
-    const std::lock_guard lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     Handles taken;
     std::erase_if(handles_, [&](const auto &entry) {
         const bool match = matches(entry.second->printer->listed());

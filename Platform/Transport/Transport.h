@@ -5,11 +5,11 @@
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Locking/Condition.h"
 #include "Platform/Transport/Printer.h"
 #include "Platform/Transport/ReadRun.h"
 
 #include <chrono>
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -47,8 +47,8 @@ private:
     struct Handle {
         std::shared_ptr<Printer> printer{};
         std::stop_source stop{};
-        std::mutex turn{}; // held during a transfer
-        ReadRun reads{};   // guarded by turn
+        locking::Mutex turn{}; // held during a transfer
+        ReadRun reads ZK_GUARDED_BY(turn){};
     };
     using Handles = std::vector<std::shared_ptr<Handle>>;
     class Call;
@@ -58,8 +58,8 @@ private:
                               const std::function<tl_usb_status(const std::shared_ptr<Printer> &)> &use);
     tl_usb_status open(const std::shared_ptr<Printer> &printer, void *&handle);
     tl_usb_status read(Handle &handle, std::span<std::uint8_t> buffer, std::size_t &count,
-                       std::chrono::milliseconds timeout);
-    Handles takeIf(const std::function<bool(const ListedPrinter &)> &matches);
+                       std::chrono::milliseconds timeout) ZK_REQUIRES(handle.turn);
+    Handles takeIf(const std::function<bool(const ListedPrinter &)> &matches) ZK_EXCLUDES(mutex_);
     static void stop(const Handles &handles);
     static void retire(const Handles &handles);
 
@@ -68,11 +68,12 @@ private:
     std::stop_source end_; // stops the calls that have no handle
     std::once_flag shutDown_;
 
-    std::mutex mutex_; // never held while a printer is used; guards what follows
-    std::map<void *, std::shared_ptr<Handle>> handles_;
-    std::uintptr_t nextHandle_ = 1; // a number that is never used twice, as callers may pass any value
-    int calls_ = 0;
-    std::condition_variable lastCallEnded_;
+    locking::Mutex mutex_; // never held while a printer is used
+    std::map<void *, std::shared_ptr<Handle>> handles_ ZK_GUARDED_BY(mutex_);
+    /// A number that is never used twice, as callers may pass any value.
+    std::uintptr_t nextHandle_ ZK_GUARDED_BY(mutex_) = 1;
+    int calls_ ZK_GUARDED_BY(mutex_) = 0;
+    locking::Condition lastCallEnded_;
 };
 
 } // namespace transport

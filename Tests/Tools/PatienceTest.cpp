@@ -14,21 +14,22 @@ namespace {
 class Screen {
 public:
     void show(const std::string &what) {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         shown_.push_back(what);
-        changed_.notify_all();
+        changed_.notifyAll();
     }
     /// Waits until that many were shown.
     std::vector<std::string> await(std::size_t count) {
-        std::unique_lock lock(mutex_);
-        changed_.wait(lock, [&] { return shown_.size() >= count; });
+        const locking::MutexLock lock(mutex_);
+        while (shown_.size() < count)
+            changed_.wait(mutex_);
         return shown_;
     }
 
 private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::vector<std::string> shown_;
+    locking::Mutex mutex_;
+    locking::Condition changed_;
+    std::vector<std::string> shown_ ZK_GUARDED_BY(mutex_);
 };
 
 using Lines = std::vector<std::string>;

@@ -19,50 +19,53 @@ Patience::Patience(std::optional<Duration> limit, Show show, GiveUp giveUp)
 Patience::~Patience() {
     current = nullptr;
     {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         over_ = true;
-        changed_.notify_all();
+        changed_.notifyAll();
     }
     thread_.join();
 }
 
 void Patience::await(const std::string &what) {
     {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         if (over_)
             return;
         awaited_ = what;
-        changed_.notify_all();
+        changed_.notifyAll();
     }
     if (what.empty())
         update(); // here, so that the result comes after it
 }
 
 void Patience::run() {
-    std::unique_lock lock(mutex_);
+    const std::optional<std::string> what = showUntilOver();
+    update();
+    if (what)
+        giveUp_(*what);
+}
+
+// What is waited for when the command has taken as long as it may; none when it ended before.
+std::optional<std::string> Patience::showUntilOver() {
+    const locking::MutexLock lock(mutex_);
     while (!over_ && clock_.now() < end_) {
         const bool shows = clock_.now() >= showing_;
         if (shows && shown_ != awaited_) {
-            lock.unlock();
+            const locking::MutexUnlock released(mutex_);
             update();
-            lock.lock();
         } else {
-            clock_.waitUntil(lock, changed_, shows ? end_ : std::min(showing_, end_));
+            clock_.waitUntil(mutex_, changed_, shows ? end_ : std::min(showing_, end_));
         }
     }
-    const std::string what = std::exchange(awaited_, {});
-    const bool givesUp = !std::exchange(over_, true);
-    lock.unlock();
-    update();
-    if (givesUp)
-        giveUp_(what);
+    std::string what = std::exchange(awaited_, {});
+    return std::exchange(over_, true) ? std::nullopt : std::optional(std::move(what));
 }
 
 void Patience::update() {
-    const std::scoped_lock turn(screen_);
+    const locking::MutexLock turn(screen_);
     std::string what;
     {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         if (shown_ == awaited_)
             return;
         what = shown_ = awaited_;

@@ -9,10 +9,9 @@
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Locking/Condition.h"
 
-#include <condition_variable>
 #include <functional>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -40,20 +39,21 @@ public:
 private:
     friend class Waiting;
 
-    void await(const std::string &what);
-    void run();
-    void update();
+    void await(const std::string &what) ZK_EXCLUDES(screen_, mutex_);
+    void run() ZK_EXCLUDES(screen_, mutex_);
+    std::optional<std::string> showUntilOver() ZK_EXCLUDES(screen_, mutex_);
+    void update() ZK_EXCLUDES(screen_, mutex_);
 
     const Show show_;
     const GiveUp giveUp_;
     dispatch::Clock &clock_ = dispatch::Clock::current();
     const dispatch::Instant showing_, end_;
 
-    std::mutex screen_; // held while something is shown; locked before the other
-    std::mutex mutex_;  // guards what follows
-    std::condition_variable changed_;
-    std::string awaited_, shown_;
-    bool over_ = false;
+    locking::Mutex screen_ ZK_ACQUIRED_BEFORE(mutex_); // held while something is shown
+    locking::Mutex mutex_;
+    locking::Condition changed_;
+    std::string awaited_ ZK_GUARDED_BY(mutex_), shown_ ZK_GUARDED_BY(mutex_);
+    bool over_ ZK_GUARDED_BY(mutex_) = false;
     std::thread thread_;
 };
 

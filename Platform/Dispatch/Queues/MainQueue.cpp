@@ -5,8 +5,11 @@
 
 #include <exception>
 #include <unistd.h>
+#include <utility>
 
 namespace dispatch {
+
+using locking::MutexLock;
 
 MainQueue &mainQueue() {
     static auto *const queue = new MainQueue; // blocks may still come while the process ends
@@ -21,12 +24,12 @@ bool isMainThread() {
 void MainQueue::async(Block block) {
     runtime::checkBlock("dispatch::MainQueue::async", block);
     {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         blocks_.push_back(std::move(block));
         if (blocks_.size() > 1)
             return;
     }
-    const std::lock_guard lock(wakerMutex_);
+    const MutexLock lock(wakerMutex_);
     if (waker_)
         waker_();
 }
@@ -51,7 +54,7 @@ void MainQueue::sync(const Block &block) {
 }
 
 std::size_t MainQueue::drain() {
-    std::unique_lock lock(mutex_);
+    const MutexLock lock(mutex_);
     const std::uint64_t end = taken_ + blocks_.size();
     std::size_t count = 0;
     while (taken_ < end) { // a nested call moves taken_ on as well
@@ -59,21 +62,19 @@ std::size_t MainQueue::drain() {
         blocks_.pop_front();
         ++taken_;
         ++count;
-        lock.unlock();
-        block();
-        block = nullptr;
-        lock.lock();
+        const locking::MutexUnlock released(mutex_);
+        std::exchange(block, nullptr)();
     }
     return count;
 }
 
 bool MainQueue::hasWork() const {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return !blocks_.empty();
 }
 
 void MainQueue::setWaker(std::function<void()> waker) {
-    const std::lock_guard lock(wakerMutex_);
+    const MutexLock lock(wakerMutex_);
     waker_.swap(waker);
 }
 

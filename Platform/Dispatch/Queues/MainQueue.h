@@ -6,11 +6,11 @@
 #pragma once
 
 #include "Platform/Dispatch/Queues/Queue.h"
+#include "Platform/Locking/Mutex.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <mutex>
 
 namespace dispatch {
 
@@ -42,11 +42,11 @@ private:
     friend MainQueue &mainQueue();
     MainQueue() = default;
 
-    mutable std::mutex mutex_;
-    std::deque<Block> blocks_;
-    std::uint64_t taken_ = 0;
-    std::mutex wakerMutex_;
-    std::function<void()> waker_;
+    mutable locking::Mutex mutex_;
+    std::deque<Block> blocks_ ZK_GUARDED_BY(mutex_);
+    std::uint64_t taken_ ZK_GUARDED_BY(mutex_) = 0;
+    locking::Mutex wakerMutex_;
+    std::function<void()> waker_ ZK_GUARDED_BY(wakerMutex_);
 };
 
 MainQueue &mainQueue();

@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <chrono>
 #include <thread>
+#include <utility>
 
 namespace dispatch {
 
+using locking::MutexLock;
+using locking::MutexUnlock;
 using namespace std::chrono_literals;
 
 constexpr auto patience = 2ms; // with a backlog, before another thread is started
@@ -22,28 +25,33 @@ Pool &Pool::shared() {
 Pool::Pool() : base_(std::max(2U, std::thread::hardware_concurrency())) {}
 
 std::size_t Pool::threadCount() const {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return threads_;
 }
 
 void Pool::submit(Block job) {
     runtime::checkBlock("dispatch::Pool::submit", job);
     requireThread();
-    std::unique_lock lock(mutex_);
+    if (locking::Condition *const wanted = takeIn(std::move(job)))
+        wanted->notifyOne(); // whom it wakes need not wait for the mutex
+}
+
+// Whose thread is to look after it; none if it is looked after.
+locking::Condition *Pool::takeIn(Block &&job) {
+    const MutexLock lock(mutex_);
     jobs_.push_back(std::move(job));
     if (idle_ > waking_) {
         ++waking_;
-        lock.unlock();
-        jobCame_.notify_one();
-    } else if (hasBacklog() && (threads_ >= base_ || !startThread())) {
-        startWatcher();
-        lock.unlock();
-        backlogCame_.notify_one();
+        return &jobCame_;
     }
+    if (!hasBacklog() || (threads_ < base_ && startThread()))
+        return nullptr;
+    startWatcher();
+    return &backlogCame_;
 }
 
 void Pool::startFirstThread() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (threads_ == 0 && !startThread())
         throw NSException(NSGenericException, "dispatch: no thread can be had to run blocks on");
 }
@@ -61,33 +69,31 @@ void Pool::startWatcher() {
 }
 
 void Pool::work() {
-    std::unique_lock lock(mutex_);
-    while (!jobs_.empty() || waitForJob(lock)) {
+    const MutexLock lock(mutex_);
+    while (!jobs_.empty() || waitForJob()) {
         Block job = std::move(jobs_.front());
         jobs_.pop_front();
         ++taken_;
-        lock.unlock();
-        job();
-        job = nullptr;
-        lock.lock();
+        const MutexUnlock released(mutex_);
+        std::exchange(job, nullptr)();
     }
     --threads_;
 }
 
 // False: idle for long enough, and not one of the base.
-bool Pool::waitForJob(std::unique_lock<std::mutex> &lock) {
+bool Pool::waitForJob() {
     ++idle_;
     while (jobs_.empty()) {
         const bool needed = threads_ <= base_;
-        auto outcome = std::cv_status::no_timeout;
+        bool inTime = true;
         if (needed)
-            jobCame_.wait(lock);
+            jobCame_.wait(mutex_);
         else
-            outcome = jobCame_.wait_for(lock, idleLife);
+            inTime = jobCame_.waitUntil(mutex_, std::chrono::steady_clock::now() + idleLife);
         // Also when another thread has taken the job: the next submission must notify again.
         if (waking_ > 0)
             --waking_;
-        if (outcome == std::cv_status::timeout && jobs_.empty() && threads_ > base_)
+        if (!inTime && jobs_.empty() && threads_ > base_)
             break;
     }
     --idle_;
@@ -95,13 +101,15 @@ bool Pool::waitForJob(std::unique_lock<std::mutex> &lock) {
 }
 
 void Pool::watch() {
-    std::unique_lock lock(mutex_);
+    const MutexLock lock(mutex_);
     for (;;) {
-        backlogCame_.wait(lock, [this] { return hasBacklog() && threads_ < maximumThreads; });
+        while (!hasBacklog() || threads_ >= maximumThreads)
+            backlogCame_.wait(mutex_);
         const std::uint64_t taken = taken_;
-        lock.unlock();
-        std::this_thread::sleep_for(patience);
-        lock.lock();
+        {
+            const MutexUnlock released(mutex_);
+            std::this_thread::sleep_for(patience);
+        }
         if (taken == taken_ && hasBacklog() && threads_ < maximumThreads)
             startThread();
     }

@@ -20,13 +20,12 @@
 #pragma once
 
 #include "Platform/Dispatch/Queues/Queue.h"
+#include "Platform/Locking/Condition.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <mutex>
 
 namespace dispatch {
 
@@ -53,24 +52,25 @@ private:
     Pool();
 
     void startFirstThread();
-    bool startThread();
-    void startWatcher();
-    void work();
-    bool waitForJob(std::unique_lock<std::mutex> &lock);
-    void watch();
-    bool hasBacklog() const { return jobs_.size() > idle_; }
+    bool startThread() ZK_REQUIRES(mutex_);
+    void startWatcher() ZK_REQUIRES(mutex_);
+    locking::Condition *takeIn(Block &&job) ZK_EXCLUDES(mutex_);
+    void work() ZK_EXCLUDES(mutex_);
+    bool waitForJob() ZK_REQUIRES(mutex_);
+    void watch() ZK_EXCLUDES(mutex_);
+    bool hasBacklog() const ZK_REQUIRES(mutex_) { return jobs_.size() > idle_; }
 
     const std::size_t base_;
-    mutable std::mutex mutex_;
-    std::condition_variable jobCame_;
-    std::condition_variable backlogCame_;
-    std::deque<Block> jobs_;
+    mutable locking::Mutex mutex_;
+    locking::Condition jobCame_;
+    locking::Condition backlogCame_;
+    std::deque<Block> jobs_ ZK_GUARDED_BY(mutex_);
     std::atomic<bool> hasThread_ = false; // those of the base stay
-    std::size_t threads_ = 0;
-    std::size_t idle_ = 0;   // threads inside waitForJob
-    std::size_t waking_ = 0; // of these, notified and not yet running again
-    std::uint64_t taken_ = 0;
-    bool watched_ = false;
+    std::size_t threads_ ZK_GUARDED_BY(mutex_) = 0;
+    std::size_t idle_ ZK_GUARDED_BY(mutex_) = 0;   // threads inside waitForJob
+    std::size_t waking_ ZK_GUARDED_BY(mutex_) = 0; // of these, notified and not yet running again
+    std::uint64_t taken_ ZK_GUARDED_BY(mutex_) = 0;
+    bool watched_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 } // namespace dispatch

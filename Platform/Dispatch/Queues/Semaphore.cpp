@@ -6,6 +6,8 @@
 
 namespace dispatch {
 
+using locking::MutexLock;
+
 // What is waited for is mostly short: giving way a few times is far cheaper than going to sleep.
 constexpr int yields = 20;
 
@@ -15,9 +17,10 @@ void Semaphore::waitSlowly() {
         if (tryWait())
             return;
     }
-    std::unique_lock lock(mutex_);
+    const MutexLock lock(mutex_);
     state_.fetch_add(oneWaiter, std::memory_order_relaxed);
-    signalled_.wait(lock, [this] { return tryWait(); });
+    while (!tryWait())
+        signalled_.wait(mutex_);
     state_.fetch_sub(oneWaiter, std::memory_order_relaxed);
 }
 
@@ -26,11 +29,11 @@ bool Semaphore::waitFor(Instant::Duration timeout) {
         return true;
     Clock &clock = Clock::current();
     const Instant deadline = clock.now() + timeout;
-    std::unique_lock lock(mutex_);
+    const MutexLock lock(mutex_);
     state_.fetch_add(oneWaiter, std::memory_order_relaxed);
     bool taken = tryWait();
     for (bool inTime = true; !taken && inTime; taken = tryWait())
-        inTime = clock.waitUntil(lock, signalled_, deadline);
+        inTime = clock.waitUntil(mutex_, signalled_, deadline);
     state_.fetch_sub(oneWaiter, std::memory_order_relaxed);
     return taken;
 }
@@ -39,11 +42,11 @@ bool Semaphore::waitFor(Instant::Duration timeout) {
 // semaphore, so with one waiting the semaphore lives until we unlock. With none, the thread that takes the
 // permit may destroy it at once, so adding the permit must be our last access: `signal` does that.
 bool Semaphore::signalWaiter() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (waiters(state_.load(std::memory_order_relaxed)) == 0)
         return false;
     state_.fetch_add(1, std::memory_order_release);
-    signalled_.notify_one();
+    signalled_.notifyOne();
     return true;
 }
 

@@ -12,11 +12,10 @@
 #pragma once
 
 #include "Platform/Dispatch/Time/Instant.h"
+#include "Platform/Locking/Condition.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <cstdint>
-#include <mutex>
 
 namespace dispatch {
 
@@ -57,7 +56,8 @@ public:
     }
 
 private:
-    // One word: permits in the low half, waiting threads in the high half (these change under the mutex).
+    // One word: permits in the low half, waiting threads in the high half. These change under the mutex,
+    // which nobody checks, since the permits change without.
     static constexpr std::uint64_t oneWaiter = std::uint64_t{1} << 32;
     static constexpr std::uint64_t permits(std::uint64_t state) { return state & (oneWaiter - 1); }
     static constexpr std::uint64_t waiters(std::uint64_t state) { return state >> 32; }
@@ -66,8 +66,8 @@ private:
     bool signalWaiter();
 
     std::atomic<std::uint64_t> state_;
-    std::mutex mutex_;
-    std::condition_variable signalled_;
+    locking::Mutex mutex_;
+    locking::Condition signalled_;
 };
 
 } // namespace dispatch

@@ -1,12 +1,13 @@
 #include "Platform/Dispatch/Queues/TimerSource.h"
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/NSException.h"
 
-#include <mutex>
 #include <utility>
 
 namespace dispatch {
 
+using locking::MutexLock;
 using namespace std::chrono_literals;
 
 constexpr auto patience = 100ms; // before a tick is offered again to a queue that refused it
@@ -23,30 +24,30 @@ public:
     void cancel();
 
 private:
-    void arm(Instant deadline);
+    void arm(Instant deadline) ZK_REQUIRES(mutex_);
     void fallDue(unsigned schedule);
-    void submit();
+    void submit() ZK_EXCLUDES(mutex_);
     void runHandler();
     void callHandler();
-    void handlerEnded();
+    void handlerEnded() ZK_EXCLUDES(mutex_);
 
     Queue &queue_;
     Clock &clock_;
-    std::mutex mutex_;
-    Instant start_ = Instant::distantFuture();
-    std::chrono::nanoseconds period_{0};
-    unsigned schedule_ = 0; // number of the present one
-    std::shared_ptr<Block> handler_;
-    Alarm alarm_;
-    bool resumed_ = false;
-    bool cancelled_ = false;
-    bool due_ = false;    // a tick waits for its handler
-    bool active_ = false; // the handler is queued or running
+    locking::Mutex mutex_;
+    Instant start_ ZK_GUARDED_BY(mutex_) = Instant::distantFuture();
+    std::chrono::nanoseconds period_ ZK_GUARDED_BY(mutex_){0};
+    unsigned schedule_ ZK_GUARDED_BY(mutex_) = 0; // number of the present one
+    std::shared_ptr<Block> handler_ ZK_GUARDED_BY(mutex_);
+    Alarm alarm_ ZK_GUARDED_BY(mutex_);
+    bool resumed_ ZK_GUARDED_BY(mutex_) = false;
+    bool cancelled_ ZK_GUARDED_BY(mutex_) = false;
+    bool due_ ZK_GUARDED_BY(mutex_) = false;    // a tick waits for its handler
+    bool active_ ZK_GUARDED_BY(mutex_) = false; // the handler is queued or running
 };
 
 void TimerSource::State::setTimer(Instant start, std::chrono::nanoseconds period) {
     Alarm former;
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     former = std::move(alarm_);
     start_ = start;
     period_ = period;
@@ -58,13 +59,13 @@ void TimerSource::State::setTimer(Instant start, std::chrono::nanoseconds period
 
 void TimerSource::State::setHandler(Block handler) {
     auto next = std::make_shared<Block>(std::move(handler));
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (!cancelled_)
         handler_.swap(next);
 }
 
 void TimerSource::State::resume() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (resumed_ || cancelled_)
         return;
     arm(start_);
@@ -74,7 +75,7 @@ void TimerSource::State::resume() {
 void TimerSource::State::cancel() {
     Alarm former;
     std::shared_ptr<Block> released;
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     former = std::move(alarm_);
     released = std::move(handler_);
     cancelled_ = true;
@@ -91,7 +92,7 @@ void TimerSource::State::arm(Instant deadline) {
 
 void TimerSource::State::fallDue(unsigned schedule) {
     {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         if (cancelled_ || schedule != schedule_)
             return;
         if (period_.count() > 0) {
@@ -110,7 +111,7 @@ void TimerSource::State::submit() {
         queue_.async([self = shared_from_this()] { self->runHandler(); });
     } catch (const NSException &) { // on a thread of the clock or queue: no caller to tell
         Alarm former;
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         former = std::move(alarm_);
         active_ = false;
         if (!cancelled_)
@@ -131,7 +132,7 @@ void TimerSource::State::runHandler() {
 void TimerSource::State::callHandler() {
     std::shared_ptr<Block> handler;
     {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         if (std::exchange(due_, false) && !cancelled_)
             handler = handler_;
     }
@@ -141,7 +142,7 @@ void TimerSource::State::callHandler() {
 
 void TimerSource::State::handlerEnded() {
     {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         active_ = due_ && !cancelled_;
         if (!active_)
             return;

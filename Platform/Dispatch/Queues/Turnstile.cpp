@@ -6,42 +6,62 @@
 
 namespace dispatch {
 
+using locking::MutexLock;
+using locking::MutexUnlock;
+
 void Turnstile::waitToRead() {
-    Lock lock(mutex_);
+    const MutexLock lock(mutex_);
     if (retractRead())
-        waitForTurn(lock, Item::Kind::read);
+        waitForTurn(Item::Kind::read);
 }
 
 void Turnstile::lastReaderLeft() {
-    advance(Lock(mutex_));
+    {
+        const MutexLock lock(mutex_);
+        if (!wantsDrain())
+            return;
+    }
+    startDrain();
 }
 
 void Turnstile::enterBarrier() {
-    Lock lock(mutex_);
-    waitForTurn(lock, Item::Kind::barrier);
+    const MutexLock lock(mutex_);
+    waitForTurn(Item::Kind::barrier);
 }
 
 void Turnstile::leaveBarrier() {
-    Lock lock(mutex_);
-    barrierInside_ = false;
-    advance(std::move(lock));
+    {
+        const MutexLock lock(mutex_);
+        barrierInside_ = false;
+        if (!wantsDrain())
+            return;
+    }
+    startDrain();
 }
 
 void Turnstile::asyncRead(Block block) {
+    bool drains = false;
     if (state_.fetch_add(1, std::memory_order_acquire) & slow) {
-        Lock lock(mutex_);
+        const MutexLock lock(mutex_);
         if (retractRead()) {
-            enqueue(Item::Kind::read, nullptr, std::move(block));
-            return advance(std::move(lock));
+            enqueue(Item::Kind::read, nullptr, std::exchange(block, nullptr));
+            drains = wantsDrain();
         }
     }
-    startRead(std::move(block));
+    if (block)
+        startRead(std::move(block));
+    else if (drains)
+        startDrain();
 }
 
 void Turnstile::asyncBarrier(Block block) {
-    Lock lock(mutex_);
-    enqueue(Item::Kind::barrier, nullptr, std::move(block));
-    advance(std::move(lock));
+    {
+        const MutexLock lock(mutex_);
+        enqueue(Item::Kind::barrier, nullptr, std::move(block));
+        if (!wantsDrain())
+            return;
+    }
+    startDrain();
 }
 
 // For a reader that is counted as inside.
@@ -68,19 +88,18 @@ void Turnstile::enqueue(Item::Kind kind, Waiter *waiter, Block block) {
 }
 
 // Runs the barriers ahead that nobody runs, sleeps otherwise.
-void Turnstile::waitForTurn(Lock &lock, Item::Kind kind) {
+void Turnstile::waitForTurn(Item::Kind kind) {
     Waiter self;
     enqueue(kind, &self, nullptr);
     waiters_.push_back(&self);
     admit();
     while (!self.admitted) {
         if (barrierIsReady()) {
-            runBarrier(lock);
+            runBarrier();
         } else {
             self.called = false;
-            lock.unlock();
+            const MutexUnlock released(mutex_);
             self.wanted.wait();
-            lock.lock();
         }
     }
 }
@@ -117,37 +136,40 @@ bool Turnstile::barrierIsReady() const {
            !line_.front().waiter && noReaderInside();
 }
 
-void Turnstile::runBarrier(Lock &lock) noexcept {
+void Turnstile::runBarrier() noexcept {
     Block block = std::move(line_.front().block);
     line_.pop_front();
     barrierInside_ = true;
-    lock.unlock();
-    block();
-    block = nullptr;
-    lock.lock();
+    {
+        const MutexUnlock released(mutex_);
+        block();
+        block = nullptr;
+    }
     barrierInside_ = false;
     admit();
 }
 
-// Lets in what can come in, and finds a thread for an asynchronous barrier at the head.
-void Turnstile::advance(Lock lock) {
+// Lets in what can come in, and finds a thread for an asynchronous barrier at the head. True: it is to be one
+// of the pool, which is called without the mutex.
+bool Turnstile::wantsDrain() {
     admit();
     if (!barrierIsReady())
-        return;
-    if (!waiters_.empty()) {
-        if (!std::exchange(waiters_.front()->called, true))
-            waiters_.front()->wanted.signal();
-    } else if (!drainScheduled_) {
-        drainScheduled_ = true;
-        lock.unlock();
-        Pool::shared().submit([self = shared_from_this()] { self->drain(); });
-    }
+        return false;
+    if (waiters_.empty())
+        return !std::exchange(drainScheduled_, true);
+    if (!std::exchange(waiters_.front()->called, true))
+        waiters_.front()->wanted.signal();
+    return false;
+}
+
+void Turnstile::startDrain() {
+    Pool::shared().submit([self = shared_from_this()] { self->drain(); });
 }
 
 void Turnstile::drain() {
-    Lock lock(mutex_);
+    const MutexLock lock(mutex_);
     while (barrierIsReady())
-        runBarrier(lock);
+        runBarrier();
     drainScheduled_ = false;
 }
 

@@ -18,13 +18,12 @@
 #pragma once
 
 #include "Platform/Dispatch/Queues/Queue.h"
-#include "Platform/Dispatch/Queues/Semaphore.h"
+#include "Platform/Dispatch/Queues/SemaphoreMutex.h"
 
 #include <atomic>
 #include <cstdint>
 #include <list>
 #include <memory>
-#include <mutex>
 
 namespace dispatch {
 
@@ -45,15 +44,6 @@ public:
     void asyncBarrier(Block block);
 
 private:
-    // A semaphore gives way for a moment before it sleeps, which suits short turns.
-    class Mutex {
-    public:
-        void lock() { free_.wait(); }
-        void unlock() { free_.signal(); }
-
-    private:
-        Semaphore free_{1};
-    };
     struct Waiter {
         Semaphore wanted{0}; // signalled under the mutex, because the waiter's thread destroys it
         bool admitted = false;
@@ -64,31 +54,31 @@ private:
         Waiter *waiter; // of a waiting thread; null if asynchronous, then there is a block
         Block block;
     };
-    using Lock = std::unique_lock<Mutex>;
 
     static constexpr std::uint64_t slow = std::uint64_t{1} << 63;
 
-    void waitToRead();
-    void lastReaderLeft();
+    void waitToRead() ZK_EXCLUDES(mutex_);
+    void lastReaderLeft() ZK_EXCLUDES(mutex_);
     void startRead(Block block);
-    bool retractRead();
-    void enqueue(Item::Kind kind, Waiter *waiter, Block block);
-    void waitForTurn(Lock &lock, Item::Kind kind);
-    void admit();
-    void admitWaiter(Waiter &waiter);
-    bool barrierIsReady() const;
-    void runBarrier(Lock &lock) noexcept;
-    void advance(Lock lock);
-    void drain();
+    bool retractRead() ZK_REQUIRES(mutex_);
+    void enqueue(Item::Kind kind, Waiter *waiter, Block block) ZK_REQUIRES(mutex_);
+    void waitForTurn(Item::Kind kind) ZK_REQUIRES(mutex_);
+    void admit() ZK_REQUIRES(mutex_);
+    void admitWaiter(Waiter &waiter) ZK_REQUIRES(mutex_);
+    bool barrierIsReady() const ZK_REQUIRES(mutex_);
+    void runBarrier() noexcept ZK_REQUIRES(mutex_);
+    bool wantsDrain() ZK_REQUIRES(mutex_);
+    void startDrain() ZK_EXCLUDES(mutex_);
+    void drain() ZK_EXCLUDES(mutex_);
 
     bool noReaderInside() const { return (state_.load(std::memory_order_acquire) & ~slow) == 0; }
 
     std::atomic<std::uint64_t> state_ = 0;
-    Mutex mutex_; // guards everything below; `slow` changes only under it
-    std::list<Item> line_;
-    std::list<Waiter *> waiters_; // those of the line, in its order
-    bool barrierInside_ = false;
-    bool drainScheduled_ = false;
+    SemaphoreMutex mutex_; // `slow` changes only under it, which nobody checks: the readers do not take it
+    std::list<Item> line_ ZK_GUARDED_BY(mutex_);
+    std::list<Waiter *> waiters_ ZK_GUARDED_BY(mutex_); // those of the line, in its order
+    bool barrierInside_ ZK_GUARDED_BY(mutex_) = false;
+    bool drainScheduled_ ZK_GUARDED_BY(mutex_) = false;
 };
 
 } // namespace dispatch

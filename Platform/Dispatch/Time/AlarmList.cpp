@@ -5,6 +5,8 @@
 
 namespace dispatch {
 
+using locking::MutexLock;
+
 Alarm::Alarm(std::shared_ptr<AlarmList> list, std::shared_ptr<AlarmEntry> entry)
     : list_(std::move(list)), entry_(std::move(entry)) {}
 
@@ -28,31 +30,32 @@ void Alarm::cancel() noexcept {
 
 Alarm AlarmList::add(Instant deadline, std::function<void()> function) {
     runtime::checkBlock("dispatch::Clock::callAt", function);
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     auto entry = std::make_shared<AlarmEntry>();
     entry->key = {deadline, added_++};
     entry->function = std::move(function);
     const auto place = pending_.emplace(entry->key, entry).first;
     if (place == pending_.begin())
-        nextChanged_.notify_one();
+        nextChanged_.notifyOne();
     return {shared_from_this(), std::move(entry)};
 }
 
 void AlarmList::cancel(AlarmEntry &entry) noexcept {
     std::function<void()> released; // goes after the lock: its captures may call back
-    std::unique_lock lock(mutex_);
+    const MutexLock lock(mutex_);
     if (entry.state == AlarmEntry::State::pending) {
         pending_.erase(entry.key);
         entry.state = AlarmEntry::State::over;
         released = std::move(entry.function);
         entry.function = nullptr;
     } else if (entry.runner != std::this_thread::get_id()) {
-        runEnded_.wait(lock, [&] { return entry.state == AlarmEntry::State::over; });
+        while (entry.state != AlarmEntry::State::over)
+            runEnded_.wait(mutex_);
     }
 }
 
 Instant AlarmList::next() const {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return nextLocked();
 }
 
@@ -61,7 +64,7 @@ Instant AlarmList::nextLocked() const {
 }
 
 AlarmList::EntryRef AlarmList::takeDue(Instant limit) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return takeDueLocked(limit);
 }
 
@@ -75,20 +78,20 @@ AlarmList::EntryRef AlarmList::takeDueLocked(Instant limit) {
 }
 
 AlarmList::EntryRef AlarmList::takeWhenDue(Clock &clock) {
-    std::unique_lock lock(mutex_);
+    const MutexLock lock(mutex_);
     for (;;) {
         if (EntryRef entry = takeDueLocked(clock.now()))
             return entry;
-        clock.waitUntil(lock, nextChanged_, nextLocked());
+        clock.waitUntil(mutex_, nextChanged_, nextLocked());
     }
 }
 
 void AlarmList::run(AlarmEntry &entry) {
     entry.function();
     entry.function = nullptr;
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     entry.state = AlarmEntry::State::over;
-    runEnded_.notify_all();
+    runEnded_.notifyAll();
 }
 
 } // namespace dispatch

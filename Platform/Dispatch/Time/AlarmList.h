@@ -4,13 +4,12 @@
 
 #include "Platform/Dispatch/Time/Alarm.h"
 #include "Platform/Dispatch/Time/Instant.h"
+#include "Platform/Locking/Condition.h"
 
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -24,7 +23,7 @@ struct AlarmEntry {
 
     Key key;
     std::function<void()> function;
-    State state = State::pending;
+    State state = State::pending; // this and the next: under the list's mutex
     std::thread::id runner;
 };
 
@@ -46,14 +45,14 @@ public:
     void run(AlarmEntry &entry);
 
 private:
-    Instant nextLocked() const;
-    EntryRef takeDueLocked(Instant limit);
+    Instant nextLocked() const ZK_REQUIRES(mutex_);
+    EntryRef takeDueLocked(Instant limit) ZK_REQUIRES(mutex_);
 
-    mutable std::mutex mutex_;
-    std::condition_variable nextChanged_;
-    std::condition_variable runEnded_;
-    std::map<AlarmEntry::Key, EntryRef> pending_;
-    std::uint64_t added_ = 0;
+    mutable locking::Mutex mutex_;
+    locking::Condition nextChanged_;
+    locking::Condition runEnded_;
+    std::map<AlarmEntry::Key, EntryRef> pending_ ZK_GUARDED_BY(mutex_);
+    std::uint64_t added_ ZK_GUARDED_BY(mutex_) = 0;
 };
 
 } // namespace dispatch

@@ -32,12 +32,11 @@ double SystemClock::wallTime() {
     return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
 }
 
-bool SystemClock::waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
-                            Instant deadline) {
+bool SystemClock::waitUntil(locking::Mutex &mutex, locking::Condition &condition, Instant deadline) {
     if (deadline == Instant::distantFuture())
-        condition.wait(lock);
+        condition.wait(mutex);
     else
-        condition.wait_until(lock, std::chrono::steady_clock::time_point(deadline.sinceOrigin()));
+        condition.waitUntil(mutex, std::chrono::steady_clock::time_point(deadline.sinceOrigin()));
     return now() < deadline;
 }
 
@@ -46,7 +45,7 @@ Alarm SystemClock::callAt(Instant deadline, std::function<void()> function) {
 }
 
 AlarmList &SystemClock::alarms() {
-    const std::lock_guard lock(starting_);
+    const locking::MutexLock lock(starting_);
     if (!alarms_) {
         auto made = std::make_shared<AlarmList>();
         if (!startDetachedThread([this, made] { runAlarms(*made); }))

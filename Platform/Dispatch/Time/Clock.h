@@ -2,7 +2,7 @@
 // Only the pool measures the idleness of its threads in real time.
 //
 //     Clock &clock = Clock::current();
-//     while (!ready && clock.waitUntil(lock, condition, deadline)) {}
+//     while (!ready && clock.waitUntil(mutex, condition, deadline)) {}
 //
 // Threads: every member is safe from every thread. `Clock::current()` is one clock for the whole process;
 // replace it (`ClockScope`) only while no other thread waits on it.
@@ -10,11 +10,10 @@
 
 #include "Platform/Dispatch/Time/Alarm.h"
 #include "Platform/Dispatch/Time/Instant.h"
+#include "Platform/Locking/Condition.h"
 
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
 
 namespace dispatch {
 
@@ -32,10 +31,10 @@ public:
     /// it.
     virtual double wallTime() = 0;
 
-    /// Waits on `condition`, whose mutex `lock` holds: returns on a notification, on a spurious wake-up
-    /// or at the deadline. False says that the deadline has passed.
-    virtual bool waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
-                           Instant deadline) = 0;
+    /// Waits on `condition` with its mutex, which the caller holds: returns on a notification, on a spurious
+    /// wake-up or at the deadline. False says that the deadline has passed.
+    virtual bool waitUntil(locking::Mutex &mutex, locking::Condition &condition, Instant deadline)
+        ZK_REQUIRES(mutex) = 0;
 
     /// Runs `function` once, at or after `deadline`, on the thread of the clock's alarms. It must be short
     /// (all alarms share that thread) and must not throw. Destroying the returned alarm cancels it. Raises
@@ -55,8 +54,8 @@ public:
 
     Instant now() override;
     double wallTime() override;
-    bool waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
-                   Instant deadline) override;
+    bool waitUntil(locking::Mutex &mutex, locking::Condition &condition, Instant deadline) override
+        ZK_REQUIRES(mutex);
     Alarm callAt(Instant deadline, std::function<void()> function) override;
 
 private:
@@ -64,8 +63,8 @@ private:
     AlarmList &alarms();
     void runAlarms(AlarmList &alarms);
 
-    std::mutex starting_;
-    std::shared_ptr<AlarmList> alarms_; // guarded by starting_; stays once its thread runs
+    locking::Mutex starting_;
+    std::shared_ptr<AlarmList> alarms_ ZK_GUARDED_BY(starting_); // stays once its thread runs
 };
 
 /// Makes `clock` the current one as long as the scope lives. Scopes nest.

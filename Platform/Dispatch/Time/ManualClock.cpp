@@ -6,6 +6,9 @@
 
 namespace dispatch {
 
+using locking::MutexLock;
+using locking::MutexUnlock;
+
 namespace {
 
 double seconds(Instant instant) {
@@ -31,57 +34,57 @@ void ManualClock::advanceTo(Instant target) {
 }
 
 void ManualClock::raiseNow(Instant instant) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     now_ = std::max(now_, instant);
 }
 
 void ManualClock::setAutoAdvance(bool on) {
     {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         autoAdvance_ = on;
     }
     wakeWaiters();
 }
 
 void ManualClock::setWallTime(double wallTime) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     wallTimeAtOrigin_ = wallTime - seconds(now_);
 }
 
 Instant ManualClock::now() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return now_;
 }
 
 double ManualClock::wallTime() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return wallTimeAtOrigin_ + seconds(now_);
 }
 
-bool ManualClock::waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
-                            Instant deadline) {
-    std::unique_lock own(mutex_);
-    if (now_ >= deadline)
-        return false;
-    if (autoAdvance_ && deadline != Instant::distantFuture()) {
-        own.unlock();
-        lock.unlock();
+bool ManualClock::waitUntil(locking::Mutex &mutex, locking::Condition &condition, Instant deadline) {
+    std::list<Waiter>::iterator self;
+    bool advances = false;
+    {
+        const MutexLock own(mutex_);
+        if (now_ >= deadline)
+            return false;
+        advances = autoAdvance_ && deadline != Instant::distantFuture();
+        // At the front: a waker under way, which walks to the back, does not meet the same thread for ever.
+        if (!advances)
+            self = waiters_.insert(waiters_.begin(), Waiter{&mutex, &condition});
+    }
+    if (advances) {
+        const MutexUnlock released(mutex);
         advanceTo(std::min(deadline, alarms_->next()));
-        lock.lock();
         return now() < deadline;
     }
-    // At the front: a waker under way, which walks to the back, does not meet the same thread for ever.
-    const auto self = waiters_.insert(waiters_.begin(), Waiter{lock.mutex(), &condition});
-    own.unlock();
-    condition.wait(lock);
-    lock.unlock(); // a waker that has pinned us takes it
-    own.lock();
-    unpinned_.wait(own, [&] { return self->pins == 0; });
+    condition.wait(mutex);
+    const MutexUnlock released(mutex); // a waker that has pinned us takes it
+    const MutexLock own(mutex_);
+    while (self->pins > 0)
+        unpinned_.wait(mutex_);
     waiters_.erase(self);
-    const bool inTime = now_ < deadline;
-    own.unlock();
-    lock.lock();
-    return inTime;
+    return now_ < deadline;
 }
 
 Alarm ManualClock::callAt(Instant deadline, std::function<void()> function) {
@@ -89,17 +92,17 @@ Alarm ManualClock::callAt(Instant deadline, std::function<void()> function) {
 }
 
 void ManualClock::wakeWaiters() {
-    std::unique_lock own(mutex_);
+    const MutexLock own(mutex_);
     for (auto waiter = waiters_.begin(); waiter != waiters_.end(); ++waiter) {
         ++waiter->pins;
-        own.unlock();
-        // Having had its mutex, we know it to be inside wait(), where the notification reaches it.
-        waiter->mutex->lock();
-        waiter->mutex->unlock();
-        waiter->condition->notify_all();
-        own.lock();
+        {
+            const MutexUnlock released(mutex_);
+            // Having had its mutex, we know it to be inside wait(), where the notification reaches it.
+            { const MutexLock theirs(*waiter->mutex); }
+            waiter->condition->notifyAll();
+        }
         --waiter->pins;
-        unpinned_.notify_all();
+        unpinned_.notifyAll();
     }
 }
 

@@ -35,28 +35,28 @@ public:
 
     Instant now() override;
     double wallTime() override;
-    bool waitUntil(std::unique_lock<std::mutex> &lock, std::condition_variable &condition,
-                   Instant deadline) override;
+    bool waitUntil(locking::Mutex &mutex, locking::Condition &condition, Instant deadline) override
+        ZK_REQUIRES(mutex);
     Alarm callAt(Instant deadline, std::function<void()> function) override;
 
 private:
     struct Waiter {
-        std::mutex *mutex;
-        std::condition_variable *condition;
-        int pins = 0; // wakers that still touch the two above
+        locking::Mutex *mutex;
+        locking::Condition *condition;
+        int pins = 0; // wakers that still touch the two above; under the clock's mutex
     };
 
     void advanceTo(Instant target);
     void raiseNow(Instant instant);
     void wakeWaiters();
 
-    std::mutex mutex_;
-    Instant now_;
-    double wallTimeAtOrigin_;
-    bool autoAdvance_ = false;
-    std::list<Waiter> waiters_;
-    std::condition_variable unpinned_;
-    std::shared_ptr<AlarmList> alarms_;
+    locking::Mutex mutex_;
+    Instant now_ ZK_GUARDED_BY(mutex_);
+    double wallTimeAtOrigin_ ZK_GUARDED_BY(mutex_);
+    bool autoAdvance_ ZK_GUARDED_BY(mutex_) = false;
+    std::list<Waiter> waiters_ ZK_GUARDED_BY(mutex_);
+    locking::Condition unpinned_;
+    const std::shared_ptr<AlarmList> alarms_;
 };
 
 } // namespace dispatch

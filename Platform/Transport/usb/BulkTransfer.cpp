@@ -1,8 +1,8 @@
 #include "Platform/Transport/usb/BulkTransfer.h"
 
+#include "Platform/Locking/Condition.h"
+
 #include <algorithm>
-#include <condition_variable>
-#include <mutex>
 #include <vector>
 
 namespace transport {
@@ -22,10 +22,10 @@ milliseconds remaining(Clock &clock, Instant deadline) {
 }
 
 void waitUntil(Clock &clock, Instant instant) {
-    std::mutex mutex;
-    std::condition_variable never;
-    std::unique_lock lock(mutex);
-    while (clock.waitUntil(lock, never, instant)) {
+    locking::Mutex mutex;
+    locking::Condition never;
+    const locking::MutexLock lock(mutex);
+    while (clock.waitUntil(mutex, never, instant)) {
     }
 }
 

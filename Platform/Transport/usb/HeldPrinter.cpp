@@ -61,20 +61,22 @@ tl_usb_status HeldPrinter::status(std::string &text, milliseconds timeout, const
 }
 
 void HeldPrinter::giveBack() {
-    Lock lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     keep_ = false;
     if (state_ == State::open && users_ == 0)
-        closeDevice(lock);
-    changed_.wait(lock, [this] { return state_ != State::closing; });
+        closeDevice();
+    while (state_ == State::closing)
+        changed_.wait(mutex_);
 }
 
 tl_usb_status HeldPrinter::transfer(const std::stop_token &stop, const Work &work) {
-    const std::lock_guard lock(transfer_);
+    const locking::MutexLock lock(transfer_);
     return use(true, stop, work);
 }
 
 tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Work &work) {
-    if (const tl_usb_status status = begin(keep, stop); status != TL_USB_OK)
+    UsbDevice *device = nullptr;
+    if (const tl_usb_status status = begin(keep, stop, device); status != TL_USB_OK)
         return status;
     tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
     struct Ending {
@@ -82,67 +84,67 @@ tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Wor
         const tl_usb_status &status;
         ~Ending() { held.end(status); }
     } const ending{*this, status};
-    status = work(*device_); // not closed while there are users
+    status = work(*device); // not closed while there are users
     return status;
 }
 
-tl_usb_status HeldPrinter::begin(bool keep, const std::stop_token &stop) {
-    Lock lock(mutex_);
-    changed_.wait(lock, [this] { return state_ == State::closed || state_ == State::open; });
+tl_usb_status HeldPrinter::begin(bool keep, const std::stop_token &stop, UsbDevice *&device) {
+    const locking::MutexLock lock(mutex_);
+    while (state_ != State::closed && state_ != State::open)
+        changed_.wait(mutex_);
     if (stop.stop_requested())
         return TL_USB_ERROR_CANCELLED;
     if (state_ == State::closed) {
         keep_ = false;
-        if (const tl_usb_status status = openDevice(lock); status != TL_USB_OK)
+        if (const tl_usb_status status = openDevice(); status != TL_USB_OK)
             return status;
     }
     ++users_;
-    keep_ = keep_ ||
-            (keep &&
-             !stop.stop_requested()); // the thread that requested the stop has given the printer back already
+    device = device_.get();
+    keep_ = keep_ || (keep && !stop.stop_requested()); // whoever stopped it has given the printer back
     return TL_USB_OK;
 }
 
 void HeldPrinter::end(tl_usb_status status) {
-    Lock lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     lastUse_ = clock_.now();
     keep_ = keep_ && status != TL_USB_ERROR_NO_DEVICE;
     const bool last = --users_ == 0;
     if (last && !(keep_ && watch()))
-        closeDevice(lock);
+        closeDevice();
 }
 
-tl_usb_status HeldPrinter::openDevice(Lock &lock) {
+tl_usb_status HeldPrinter::openDevice() {
     become(State::opening);
-    lock.unlock();
     std::unique_ptr<UsbDevice> device;
     tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
     try {
+        const locking::MutexUnlock released(mutex_);
         status = bus_.open(printer_, device);
     } catch (const std::bad_alloc
                  &) { // nothing else is thrown; threads that wait for the opening must learn of its end
     }
-    lock.lock();
     device_ = std::move(device);
     become(status == TL_USB_OK ? State::open : State::closed);
     return status;
 }
 
-void HeldPrinter::closeDevice(Lock &lock) {
+void HeldPrinter::closeDevice() {
     become(State::closing);
     std::unique_ptr<UsbDevice> device = std::move(device_);
-    lock.unlock();
-    device.reset();
-    lock.lock();
+    {
+        const locking::MutexUnlock released(mutex_);
+        device.reset();
+    }
     become(State::closed);
 }
 
 void HeldPrinter::become(State state) {
     state_ = state;
-    changed_.notify_all();
+    changed_.notifyAll();
 }
 
-// Expects mutex_ to be held. False when the system has no thread left.
+// False when the system has no thread left.
 bool HeldPrinter::watch() {
     if (watching_)
         return true;
@@ -158,14 +160,14 @@ bool HeldPrinter::watch() {
 }
 
 void HeldPrinter::runWatch() {
-    Lock lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     while (state_ == State::open) {
         const Instant now = clock_.now();
         const Instant due = (users_ == 0 ? lastUse_ : now) + idleTime;
         if (now >= due)
-            closeDevice(lock);
+            closeDevice();
         else
-            clock_.waitUntil(lock, changed_, due);
+            clock_.waitUntil(mutex_, changed_, due);
     }
     watching_ = false;
 }

@@ -14,14 +14,13 @@
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Locking/Condition.h"
 #include "Platform/Transport/Printer.h"
 #include "Platform/Transport/usb/UsbDevice.h"
 
 #include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <stop_token>
 #include <thread>
 
@@ -48,35 +47,35 @@ public:
 
 private:
     using Work = std::function<tl_usb_status(UsbDevice &)>;
-    using Lock = std::unique_lock<std::mutex>; // of mutex_
     enum class State { closed, opening, open, closing };
 
     tl_usb_status transfer(const std::stop_token &stop, const Work &work);
     /// `keep`: the device stays open until it has been idle.
     tl_usb_status use(bool keep, const std::stop_token &stop, const Work &work);
-    tl_usb_status begin(bool keep, const std::stop_token &stop);
-    void end(tl_usb_status status);
-    tl_usb_status openDevice(Lock &lock);
-    void closeDevice(Lock &lock);
-    void become(State state);
-    bool watch();
-    void runWatch();
+    /// The device stays until the `end`.
+    tl_usb_status begin(bool keep, const std::stop_token &stop, UsbDevice *&device) ZK_EXCLUDES(mutex_);
+    void end(tl_usb_status status) ZK_EXCLUDES(mutex_);
+    tl_usb_status openDevice() ZK_REQUIRES(mutex_);
+    void closeDevice() ZK_REQUIRES(mutex_);
+    void become(State state) ZK_REQUIRES(mutex_);
+    bool watch() ZK_REQUIRES(mutex_);
+    void runWatch() ZK_EXCLUDES(mutex_);
 
     const AttachedPrinter printer_;
     const ListedPrinter listed_;
     UsbBus &bus_;
     dispatch::Clock &clock_;
 
-    std::mutex transfer_; // held during transfers, taken before mutex_
-    std::mutex mutex_;    // never held while the device is opened, used or closed; guards what follows
-    State state_ = State::closed;
-    std::condition_variable changed_; // state_
-    std::unique_ptr<UsbDevice> device_;
-    int users_ = 0;
-    bool keep_ = false; // whether the device stays open when the last user is done
-    dispatch::Instant lastUse_;
-    bool watching_ = false;
-    std::thread watcher_;
+    locking::Mutex transfer_ ZK_ACQUIRED_BEFORE(mutex_); // held during transfers
+    locking::Mutex mutex_; // never held while the device is opened, used or closed
+    State state_ ZK_GUARDED_BY(mutex_) = State::closed;
+    locking::Condition changed_; // state_
+    std::unique_ptr<UsbDevice> device_ ZK_GUARDED_BY(mutex_);
+    int users_ ZK_GUARDED_BY(mutex_) = 0;
+    bool keep_ ZK_GUARDED_BY(mutex_) = false; // whether the device stays open when the last user is done
+    dispatch::Instant lastUse_ ZK_GUARDED_BY(mutex_);
+    bool watching_ ZK_GUARDED_BY(mutex_) = false;
+    std::thread watcher_ ZK_GUARDED_BY(mutex_);
 };
 
 } // namespace transport

@@ -245,7 +245,7 @@ tl_usb_status LibusbBus::open(const AttachedPrinter &printer, std::unique_ptr<Us
 }
 
 tl_usb_status LibusbBus::context(Context &shared) {
-    const std::lock_guard lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     shared = context_.lock();
     if (shared)
         return TL_USB_OK;

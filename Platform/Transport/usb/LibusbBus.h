@@ -4,10 +4,10 @@
 // Thread-safe.
 #pragma once
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Transport/usb/UsbDevice.h"
 
 #include <memory>
-#include <mutex>
 #include <vector>
 
 struct libusb_context;
@@ -23,8 +23,8 @@ public:
 private:
     tl_usb_status context(std::shared_ptr<libusb_context> &shared);
 
-    std::mutex mutex_;
-    std::weak_ptr<libusb_context> context_; // the open devices own it
+    locking::Mutex mutex_;
+    std::weak_ptr<libusb_context> context_ ZK_GUARDED_BY(mutex_); // the open devices own it
 };
 
 } // namespace transport

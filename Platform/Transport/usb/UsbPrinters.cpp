@@ -11,7 +11,7 @@ std::vector<std::shared_ptr<Printer>> UsbPrinters::attached() {
     const std::vector<AttachedPrinter> attached = bus_.printers();
     std::vector<std::shared_ptr<Printer>> printers,
         former; // destroyed without the lock, as that may wait for a thread
-    const std::lock_guard lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     for (const AttachedPrinter &printer : attached)
         printers.push_back(printerFor(printer));
     latestEnd_ = end;
@@ -22,7 +22,7 @@ std::vector<std::shared_ptr<Printer>> UsbPrinters::attached() {
 
 std::vector<std::shared_ptr<Printer>> UsbPrinters::recentlyAttached() {
     {
-        const std::lock_guard lock(mutex_);
+        const locking::MutexLock lock(mutex_);
         if (clock_.now() < latestEnd_)
             return latest_;
     }
@@ -31,7 +31,7 @@ std::vector<std::shared_ptr<Printer>> UsbPrinters::recentlyAttached() {
 
 void UsbPrinters::forget() {
     std::vector<std::shared_ptr<Printer>> former; // outlives the lock
-    const std::lock_guard lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     former.swap(latest_);
     latestEnd_ = {};
 }

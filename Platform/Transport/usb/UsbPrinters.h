@@ -2,12 +2,12 @@
 #pragma once
 
 #include "Platform/Dispatch/Time/Clock.h"
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Transport/Printer.h"
 #include "Platform/Transport/usb/UsbDevice.h"
 
 #include <chrono>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 namespace transport {
@@ -27,15 +27,16 @@ public:
     void forget() override;
 
 private:
-    std::shared_ptr<Printer> printerFor(const AttachedPrinter &attached);
+    std::shared_ptr<Printer> printerFor(const AttachedPrinter &attached) ZK_REQUIRES(mutex_);
 
     UsbBus &bus_;
     dispatch::Clock &clock_;
 
-    std::mutex mutex_;                          // not held while the bus is looked at
-    std::vector<std::weak_ptr<Printer>> known_; // one per plugging-in, so that no device is opened twice
-    std::vector<std::shared_ptr<Printer>> latest_;
-    dispatch::Instant latestEnd_; // when it stops being recent
+    locking::Mutex mutex_; // not held while the bus is looked at
+    /// One per plugging-in, so that no device is opened twice.
+    std::vector<std::weak_ptr<Printer>> known_ ZK_GUARDED_BY(mutex_);
+    std::vector<std::shared_ptr<Printer>> latest_ ZK_GUARDED_BY(mutex_);
+    dispatch::Instant latestEnd_ ZK_GUARDED_BY(mutex_); // when it stops being recent
 };
 
 } // namespace transport

@@ -1,12 +1,12 @@
 #include "Platform/Transport/virtual/FolderPrinters.h"
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Transport/virtual/PrinterFolder.h"
 #include "Platform/Transport/virtual/VirtualPrinter.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -29,20 +29,20 @@ public:
     const ListedPrinter &listed() const override { return listed_; }
 
     tl_usb_status open(const std::stop_token &) override {
-        return present([this] { return printer_.open(); });
+        return present([](VirtualPrinter &printer) { return printer.open(); });
     }
 
     tl_usb_status write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds,
                         const std::stop_token &) override {
-        return present([&] { return printer_.write(bytes); });
+        return present([&](VirtualPrinter &printer) { return printer.write(bytes); });
     }
 
     tl_usb_status read(std::span<std::uint8_t> buffer, std::size_t &count, std::chrono::milliseconds,
                        const std::stop_token &) override {
         count = 0;
-        return present([&] {
+        return present([&](VirtualPrinter &printer) {
             std::vector<std::uint8_t> transfer;
-            if (const tl_usb_status status = printer_.read(transfer); status != TL_USB_OK)
+            if (const tl_usb_status status = printer.read(transfer); status != TL_USB_OK)
                 return status;
             const std::size_t kept = std::min(transfer.size(), buffer.size());
             std::copy_n(transfer.begin(), kept, buffer.begin());
@@ -54,8 +54,8 @@ public:
     }
 
     tl_usb_status status(std::string &text, std::chrono::milliseconds, const std::stop_token &) override {
-        return present([&] {
-            const std::optional<std::string> reply = statusReply(printer_.state());
+        return present([&](VirtualPrinter &printer) {
+            const std::optional<std::string> reply = statusReply(printer.state());
             text = reply.value_or("");
             return reply ? TL_USB_OK : TL_USB_ERROR_IO;
         });
@@ -64,19 +64,19 @@ public:
     void giveBack() override {}
 
 private:
-    tl_usb_status present(const std::function<tl_usb_status()> &work) {
-        const std::lock_guard lock(mutex_);
+    tl_usb_status present(const std::function<tl_usb_status(VirtualPrinter &)> &work) {
+        const locking::MutexLock lock(mutex_);
         std::optional<VirtualPrinterState> state = PrinterFolder::load(file_);
         if (!state)
             return TL_USB_ERROR_NO_DEVICE;
         printer_.setState(std::move(*state));
-        return work();
+        return work(printer_);
     }
 
     const std::filesystem::path file_;
     const ListedPrinter listed_;
-    std::mutex mutex_;
-    VirtualPrinter printer_; // guarded by mutex_
+    locking::Mutex mutex_;
+    VirtualPrinter printer_ ZK_GUARDED_BY(mutex_);
 };
 
 } // namespace

@@ -32,13 +32,13 @@ EmulatedUsbPrinter::EmulatedUsbPrinter(UsbAddress address, const std::filesystem
 }
 
 transport::VirtualPrinterState EmulatedUsbPrinter::state() const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return printer_.state();
 }
 
 void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
     using enum std::filesystem::perms;
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     printer_.setState(state);
     isFresh_ = clients_.empty();
     if (!isFresh_)
@@ -47,13 +47,13 @@ void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
 }
 
 void EmulatedUsbPrinter::holdAnswers(bool held) {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     answersHeld_ = held;
     serveReads();
 }
 
 void EmulatedUsbPrinter::holdRequests(bool held) {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     requestsHeld_ = held;
     while (!requestsHeld_ && !requests_.empty()) {
         Urb urb = std::move(requests_.front());
@@ -64,19 +64,19 @@ void EmulatedUsbPrinter::holdRequests(bool held) {
 }
 
 void EmulatedUsbPrinter::holdRelease(bool held) {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     releaseHeld_ = held;
-    releaseAllowed_.notify_all();
+    releaseAllowed_.notifyAll();
 }
 
 void EmulatedUsbPrinter::stall(std::uint8_t endpoint) {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     stalled_.insert(endpoint);
     serveReads();
 }
 
 void EmulatedUsbPrinter::unplug() {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     unplugged_ = true;
     node_.unlink();
     finishAll(reads_, -ESHUTDOWN);
@@ -85,37 +85,37 @@ void EmulatedUsbPrinter::unplug() {
 }
 
 bool EmulatedUsbPrinter::isUnplugged() const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return unplugged_;
 }
 
 bool EmulatedUsbPrinter::isClaimed() const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return claimer_ != nullptr;
 }
 
 bool EmulatedUsbPrinter::hasKernelDriver() const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return kernelDriver_;
 }
 
 std::size_t EmulatedUsbPrinter::opens() const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return clients_.size();
 }
 
 std::size_t EmulatedUsbPrinter::pending() const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return reads_.size() + requests_.size();
 }
 
 bool EmulatedUsbPrinter::isReleasing() const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return releasing_;
 }
 
 void EmulatedUsbPrinter::connect(const Client *client) {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     clients_.insert(client);
     if (std::exchange(isFresh_, false))
         printer_.open();
@@ -123,7 +123,7 @@ void EmulatedUsbPrinter::connect(const Client *client) {
 
 void EmulatedUsbPrinter::vanish(const Client *client) {
     const auto isTheirs = [&](const Urb &urb) { return urb.client == client; };
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     clients_.erase(client);
     if (claimer_ == client)
         claimer_ = nullptr;
@@ -134,11 +134,12 @@ void EmulatedUsbPrinter::vanish(const Client *client) {
 }
 
 void EmulatedUsbPrinter::handle(Client *client) {
-    std::unique_lock lock(mutex_);
+    const locking::MutexLock lock(mutex_);
     const unsigned long request = umockdev_ioctl_client_get_request(client);
     if (request == USBDEVFS_RELEASEINTERFACE) {
         releasing_ = true;
-        releaseAllowed_.wait(lock, [this] { return !releaseHeld_; });
+        while (releaseHeld_)
+            releaseAllowed_.wait(mutex_);
         releasing_ = false;
     }
     UMockdevIoctlData *const argument = umockdev_ioctl_client_get_arg(client);

@@ -15,16 +15,15 @@
 // Threads: everything may be called from any thread.
 #pragma once
 
+#include "Platform/Locking/Condition.h"
 #include "Platform/Transport/virtual/VirtualPrinter.h"
 #include "Tests/Support/UsbEmulation/DeviceNode.h"
 #include "Tests/Support/UsbEmulation/UsbDescription.h"
 
-#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <linux/usbdevice_fs.h>
 #include <memory>
-#include <mutex>
 #include <set>
 #include <string>
 #include <umockdev.h>
@@ -81,39 +80,41 @@ private:
     using Bytes = std::vector<std::uint8_t>;
 
     static Data resolve(UMockdevIoctlData *parent, std::size_t offset, std::size_t size);
-    Answer answer(const Client *client, unsigned long request, UMockdevIoctlData *argument);
-    Answer claim(const Client *client, unsigned interface);
-    Answer release(const Client *client, unsigned interface);
-    Answer submit(const Client *client, UMockdevIoctlData *block);
-    Answer reap(const Client *client, UMockdevIoctlData *pointer);
-    Answer discard(const Client *client, unsigned long address);
-    Answer bindDriver(const usbdevfs_ioctl &call);
-    void take(Urb urb);
-    void control(Urb urb);
-    Bytes classReply(std::uint8_t request, std::uint16_t index) const;
-    void write(Urb urb);
-    void serveReads();
-    int onWire(tl_usb_status status);
-    void finish(Urb urb, int status, const Bytes &sent = {});
-    void finishAll(std::deque<Urb> &urbs, int status);
-    void showReady();
+    Answer answer(const Client *client, unsigned long request, UMockdevIoctlData *argument)
+        ZK_REQUIRES(mutex_);
+    Answer claim(const Client *client, unsigned interface) ZK_REQUIRES(mutex_);
+    Answer release(const Client *client, unsigned interface) ZK_REQUIRES(mutex_);
+    Answer submit(const Client *client, UMockdevIoctlData *block) ZK_REQUIRES(mutex_);
+    Answer reap(const Client *client, UMockdevIoctlData *pointer) ZK_REQUIRES(mutex_);
+    Answer discard(const Client *client, unsigned long address) ZK_REQUIRES(mutex_);
+    Answer bindDriver(const usbdevfs_ioctl &call) ZK_REQUIRES(mutex_);
+    void take(Urb urb) ZK_REQUIRES(mutex_);
+    void control(Urb urb) ZK_REQUIRES(mutex_);
+    Bytes classReply(std::uint8_t request, std::uint16_t index) const ZK_REQUIRES(mutex_);
+    void write(Urb urb) ZK_REQUIRES(mutex_);
+    void serveReads() ZK_REQUIRES(mutex_);
+    int onWire(tl_usb_status status) ZK_REQUIRES(mutex_);
+    void finish(Urb urb, int status, const Bytes &sent = {}) ZK_REQUIRES(mutex_);
+    void finishAll(std::deque<Urb> &urbs, int status) ZK_REQUIRES(mutex_);
+    void showReady() ZK_REQUIRES(mutex_);
 
     const UsbAddress address_;
-    mutable std::mutex mutex_; // guards all below
-    DeviceNode node_;
-    transport::VirtualPrinter printer_;
-    std::set<const Client *> clients_;
-    const Client *claimer_ = nullptr; // of the printer interface, the only one that is ever claimed
-    bool kernelDriver_ = true;        // bound to the printer interface
-    bool isFresh_ = true;             // nobody has opened it since it was plugged in
-    bool answersHeld_ = false;
-    bool requestsHeld_ = false;
-    bool releaseHeld_ = false;
-    bool releasing_ = false;
-    std::condition_variable releaseAllowed_;
-    bool unplugged_ = false;
-    std::set<std::uint8_t> stalled_;
-    std::deque<Urb> reads_;    // pending
-    std::deque<Urb> requests_; // pending: data to the printer, and control transfers
-    std::deque<Urb> finished_; // to be reaped
+    mutable locking::Mutex mutex_;
+    DeviceNode node_ ZK_GUARDED_BY(mutex_);
+    transport::VirtualPrinter printer_ ZK_GUARDED_BY(mutex_);
+    std::set<const Client *> clients_ ZK_GUARDED_BY(mutex_);
+    const Client *claimer_ ZK_GUARDED_BY(mutex_) =
+        nullptr; // of the printer interface, the only one that is ever claimed
+    bool kernelDriver_ ZK_GUARDED_BY(mutex_) = true; // bound to the printer interface
+    bool isFresh_ ZK_GUARDED_BY(mutex_) = true;      // nobody has opened it since it was plugged in
+    bool answersHeld_ ZK_GUARDED_BY(mutex_) = false;
+    bool requestsHeld_ ZK_GUARDED_BY(mutex_) = false;
+    bool releaseHeld_ ZK_GUARDED_BY(mutex_) = false;
+    bool releasing_ ZK_GUARDED_BY(mutex_) = false;
+    locking::Condition releaseAllowed_;
+    bool unplugged_ ZK_GUARDED_BY(mutex_) = false;
+    std::set<std::uint8_t> stalled_ ZK_GUARDED_BY(mutex_);
+    std::deque<Urb> reads_ ZK_GUARDED_BY(mutex_);    // pending
+    std::deque<Urb> requests_ ZK_GUARDED_BY(mutex_); // pending: data to the printer, and control transfers
+    std::deque<Urb> finished_ ZK_GUARDED_BY(mutex_); // to be reaped
 };

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <memory>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -90,6 +91,18 @@ TEST(MainQueue, syncOnTheMainThreadGoesAhead) {
     EXPECT_THROW(mainQueue().drain(), std::range_error);
     EXPECT_EQ(mainQueue().drain(), 1U);
     EXPECT_THAT(order, ElementsAre(1, 2, 3));
+}
+
+TEST(MainQueue, whatABlockHoldsMaySubmitAsItGoes) {
+    struct Submitting {
+        ~Submitting() {
+            mainQueue().async([] {});
+        }
+    };
+    mainQueue().async([held = std::make_shared<Submitting>()] {});
+    mainQueue().async([held = std::make_shared<Submitting>()] { throw std::range_error("passes through"); });
+    EXPECT_THROW(mainQueue().drain(), std::range_error);
+    EXPECT_EQ(mainQueue().drain(), 2U);
 }
 
 } // namespace dispatch

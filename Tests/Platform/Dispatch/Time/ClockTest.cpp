@@ -81,19 +81,19 @@ TEST(ManualClock, alarmsCancelThemselvesAndOthers) {
 TEST(ManualClock, advancesItselfForASingleThread) {
     ManualClock clock;
     clock.setAutoAdvance(true);
-    std::mutex mutex;
-    std::condition_variable condition;
+    locking::Mutex mutex;
+    locking::Condition condition;
     bool rung = false;
     const Alarm alarm = clock.callAt(clock.now() + 2s, [&] {
-        const std::lock_guard lock(mutex); // not held by the waiter
+        const locking::MutexLock lock(mutex); // not held by the waiter
         rung = true;
     });
-    std::unique_lock lock(mutex);
+    const locking::MutexLock lock(mutex);
     const Instant deadline = clock.now() + 10s;
-    EXPECT_TRUE(clock.waitUntil(lock, condition, deadline));
+    EXPECT_TRUE(clock.waitUntil(mutex, condition, deadline));
     EXPECT_TRUE(rung);
     EXPECT_EQ(clock.now() + 8s, deadline);
-    EXPECT_FALSE(clock.waitUntil(lock, condition, deadline));
+    EXPECT_FALSE(clock.waitUntil(mutex, condition, deadline));
     EXPECT_EQ(clock.now(), deadline);
 }
 
@@ -108,10 +108,10 @@ TEST(ManualClock, advanceReachesEveryWaiter) {
             clock.advance(500ms); // wherever the others stand now, none may sleep on
             return;
         }
-        std::mutex mutex;
-        std::condition_variable condition;
-        std::unique_lock lock(mutex);
-        while (clock.waitUntil(lock, condition, deadline)) {
+        locking::Mutex mutex;
+        locking::Condition condition;
+        const locking::MutexLock lock(mutex);
+        while (clock.waitUntil(mutex, condition, deadline)) {
         }
         ++woken;
     });
@@ -158,11 +158,11 @@ TEST(SystemClock, runsAlarmsInOrderAndWaits) {
     done.wait();
     EXPECT_THAT(order, ElementsAre(1, 2));
 
-    std::mutex mutex;
-    std::condition_variable condition;
-    std::unique_lock lock(mutex);
+    locking::Mutex mutex;
+    locking::Condition condition;
+    const locking::MutexLock lock(mutex);
     const Instant deadline = clock.now() + 1ms;
-    while (clock.waitUntil(lock, condition, deadline)) {
+    while (clock.waitUntil(mutex, condition, deadline)) {
     }
     EXPECT_GE(clock.now(), deadline);
 }

@@ -1,5 +1,6 @@
 // Handles, transfers and the giving back of printers, on a bus and by a clock of the test's own.
 #include "Platform/Dispatch/Time/ManualClock.h"
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Transport/Transport.h"
 #include "Platform/Transport/usb/AlternateSetting.h"
 #include "Platform/Transport/usb/BulkTransfer.h"
@@ -14,7 +15,6 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <mutex>
 #include <numeric>
 #include <string>
 #include <thread>
@@ -38,7 +38,8 @@ struct Packets {
 
 // What the printer does, shared by all devices opened for it.
 struct Wire {
-    std::mutex mutex;
+    // Held during a transfer. What follows the test changes between transfers, which nobody checks.
+    locking::Mutex mutex;
     std::deque<Packets> answers;                    // then nothing but time-outs
     std::deque<Packets> accepts;                    // then everything
     std::function<Packets()> chatter{}, appetite{}; // in place of the above
@@ -65,7 +66,7 @@ public:
                      const std::stop_token &stop) override {
         if (isStopped(stop))
             return {TL_USB_ERROR_CANCELLED, 0};
-        const std::lock_guard lock(wire_.mutex);
+        const locking::MutexLock lock(wire_.mutex);
         Packets accepted{.count = bytes.size()};
         if (wire_.appetite) {
             accepted = wire_.appetite();
@@ -87,7 +88,7 @@ public:
         EXPECT_EQ(buffer.size() % packetSize(), 0u);
         if (isStopped(stop))
             return {TL_USB_ERROR_CANCELLED, 0};
-        const std::lock_guard lock(wire_.mutex);
+        const locking::MutexLock lock(wire_.mutex);
         ++wire_.receives;
         if (wire_.chatter)
             wire_.answers.assign(1, wire_.chatter());
