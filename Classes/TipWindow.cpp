@@ -98,12 +98,12 @@ void TipWindow::center() {
 }
 
 QRectF TipWindow::parentFrame() const {
-    const std::scoped_lock guard(frameLock_);
+    const locking::MutexLock guard(frameLock_);
     return _parentFrame;
 }
 
 void TipWindow::setParentFrame(const QRectF &frame) {
-    const std::scoped_lock guard(frameLock_);
+    const locking::MutexLock guard(frameLock_);
     _parentFrame = frame;
 }
 

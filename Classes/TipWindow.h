@@ -8,11 +8,10 @@
 #include "Platform/Interface/ModalSession.h"
 #include "Platform/Interface/Outlet.h"
 #include "Platform/Interface/Symbol.h"
+#include "Platform/Locking/Mutex.h"
 
 #include <QDialog>
 #include <QRectF>
-
-#include <mutex>
 
 class QLabel;
 class QProgressBar;
@@ -55,6 +54,6 @@ private:
     QLabel *message = nullptr;
     QProgressBar *progress = nullptr;
     SymbolView *symbolView = nullptr;
-    mutable std::mutex frameLock_;
-    QRectF _parentFrame;
+    mutable locking::Mutex frameLock_;
+    QRectF _parentFrame ZK_GUARDED_BY(frameLock_);
 };

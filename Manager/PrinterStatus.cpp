@@ -8,12 +8,12 @@
 #include "Platform/Foundation/System/NSError.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 
@@ -55,8 +55,8 @@ PrinterStatus judge(NSInteger value) {
 }
 
 struct Complaints {
-    std::mutex lock;
-    StatusComplaintSink sink; // guarded by lock
+    locking::Mutex lock;
+    StatusComplaintSink sink ZK_GUARDED_BY(lock);
 };
 
 Complaints &complaints() {
@@ -65,7 +65,7 @@ Complaints &complaints() {
 }
 
 void complain(std::string_view line) {
-    const std::scoped_lock guard(complaints().lock);
+    const locking::MutexLock guard(complaints().lock);
     if (complaints().sink)
         complaints().sink(line);
     else
@@ -75,7 +75,7 @@ void complain(std::string_view line) {
 } // namespace
 
 StatusComplaintSink setStatusComplaintSink(StatusComplaintSink sink) {
-    const std::scoped_lock guard(complaints().lock);
+    const locking::MutexLock guard(complaints().lock);
     return std::exchange(complaints().sink, std::move(sink));
 }
 

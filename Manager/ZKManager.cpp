@@ -41,7 +41,7 @@ Ref<ZKManager> ZKManager::shared() {
 }
 
 Ref<ZKSafeMutableArray> ZKManager::printerList() {
-    const std::scoped_lock guard(printerListField_);
+    const locking::MutexLock guard(printerListField_);
     if (!printerList_)
         printerList_ = make<ZKSafeMutableArray>();
     return printerList_;
@@ -51,7 +51,7 @@ void ZKManager::setPrinterList(const Ref<ZKSafeMutableArray> &list) {
     const auto copy = list ? make<ZKSafeMutableArray>() : nullptr;
     if (list)
         copy->addObjectsFromArray(list);
-    const std::scoped_lock guard(printerListField_);
+    const locking::MutexLock guard(printerListField_);
     printerList_ = copy;
 }
 

@@ -13,11 +13,11 @@
 // takes to list. `printerList` may be read, and `stopRepeatDiscover` set, from any thread.
 #pragma once
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/RunLoop/NSTimer.h"
 #include "Platform/Runtime/Object/NSBlock.h"
 
 #include <atomic>
-#include <mutex>
 
 class ZKSafeMutableArray;
 class ZKUSB;
@@ -62,8 +62,8 @@ private:
     ZKManager() = default;
 
     std::atomic<bool> stopRepeatDiscover_ = false;
-    std::mutex printerListField_;
-    Ref<ZKSafeMutableArray> printerList_; // guarded by printerListField_
+    locking::Mutex printerListField_;
+    Ref<ZKSafeMutableArray> printerList_ ZK_GUARDED_BY(printerListField_);
     Ref<DiscoveryCallback> callback_;
     Weak<NSTimer> localTimer_;
 };

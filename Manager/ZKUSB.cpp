@@ -13,7 +13,7 @@ Ref<NSString> ZKUSB::copied(const Ref<NSString> &text) {
 
 Ref<NSString> ZKUSB::URI() {
     setURI(NSString::stringWithUTF8String(transport::printerUri(identity())));
-    const std::scoped_lock guard(exchangeFields_);
+    const locking::MutexLock guard(exchangeFields_);
     return URI_;
 }
 
@@ -23,17 +23,17 @@ transport::PrinterIdentity ZKUSB::identity() const {
 }
 
 void ZKUSB::setURI(const Ref<NSString> &text) {
-    const std::scoped_lock guard(exchangeFields_);
+    const locking::MutexLock guard(exchangeFields_);
     URI_ = copied(text);
 }
 
 Ref<ExchangeCompletion> ZKUSB::receiveCallback() const {
-    const std::scoped_lock guard(exchangeFields_);
+    const locking::MutexLock guard(exchangeFields_);
     return receiveCallback_.lock();
 }
 
 void ZKUSB::setReceiveCallback(const Ref<ExchangeCompletion> &completion) {
-    const std::scoped_lock guard(exchangeFields_);
+    const locking::MutexLock guard(exchangeFields_);
     receiveCallback_ = completion;
 }
 

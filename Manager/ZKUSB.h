@@ -7,12 +7,12 @@
 // both.
 #pragma once
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/NSBlock.h"
 #include "Platform/Transport/PrinterUri.h"
 
 #include <atomic>
 #include <cstdint>
-#include <mutex>
 
 class NSData;
 class NSString;
@@ -85,10 +85,10 @@ private:
     Ref<NSString> ip_;
     std::uint64_t PID_ = 0;
     std::uint64_t VID_ = 0;
-    Ref<NSString> URI_;
+    Ref<NSString> URI_ ZK_GUARDED_BY(exchangeFields_);
     Ref<NSString> manufacturer_;
     Ref<NSString> printerName_;
-    Weak<ExchangeCompletion> receiveCallback_;
+    Weak<ExchangeCompletion> receiveCallback_ ZK_GUARDED_BY(exchangeFields_);
     std::atomic<std::int32_t> transportStatus_ = 0;
-    mutable std::mutex exchangeFields_; // URI_ and receiveCallback_, which every exchange writes
+    mutable locking::Mutex exchangeFields_; // what every exchange writes
 };

@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/QNClassInfo.h"
 
-#include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
+#include "Platform/Dispatch/Queues/SemaphoreMutex.h"
 #include "Platform/Foundation/Text/NSObjCRuntime.h"
 
 #include <unordered_map>
@@ -12,11 +12,11 @@ namespace {
 struct Cache {
     using Records = std::unordered_map<Class, Ref<QNClassInfo>>;
 
-    Records &records(bool isMeta) { return isMeta ? metaClasses : classes; }
+    Records &records(bool isMeta) ZK_REQUIRES(lock) { return isMeta ? metaClasses : classes; }
 
-    dispatch::Semaphore lock{1};
-    Records classes;
-    Records metaClasses;
+    dispatch::SemaphoreMutex lock;
+    Records classes ZK_GUARDED_BY(lock);
+    Records metaClasses ZK_GUARDED_BY(lock);
 };
 
 Cache &cache() {
@@ -40,7 +40,7 @@ Ref<QNClassInfo> QNClassInfo::classInfoWithClass(Class cls) {
     if (!cls)
         return nullptr;
     {
-        const SemaphoreLock guard(cache().lock);
+        const locking::MutexLock guard(cache().lock);
         const auto &records = cache().records(class_isMetaClass(cls));
         if (const auto found = records.find(cls); found != records.end()) {
             if (found->second->needUpdate())
@@ -49,7 +49,7 @@ Ref<QNClassInfo> QNClassInfo::classInfoWithClass(Class cls) {
         }
     }
     const auto info = initWithClass(cls);
-    const SemaphoreLock guard(cache().lock);
+    const locking::MutexLock guard(cache().lock);
     auto &slot = cache().records(info->isMeta())[cls];
     if (slot)
         slot->setNeedUpdate();
@@ -81,7 +81,7 @@ void QNClassInfo::_update() {
     auto methods = infosByName(class_copyMethodList(_cls), &QNClassMethodInfo::initWithMethod);
     auto properties = infosByName(class_copyPropertyList(_cls), &QNClassPropertyInfo::initWithProperty);
     auto ivars = infosByName(class_copyIvarList(_cls), &QNClassIvarInfo::initWithIvar);
-    const std::scoped_lock guard(_reading);
+    const locking::MutexLock guard(_reading);
     if (marks < _marksSeen)
         return; // an update that began later was faster
     _methodInfos.swap(methods);

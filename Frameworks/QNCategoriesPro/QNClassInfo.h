@@ -15,9 +15,9 @@
 
 #include "Frameworks/QNCategoriesPro/QNClassMemberInfo.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Locking/Mutex.h"
 
 #include <atomic>
-#include <mutex>
 
 class QNClassInfo : public NSObject {
     NS_CLASS(QNClassInfo, NSObject)
@@ -50,14 +50,14 @@ public:
     Ref<QNClassInfo> superClassInfo() const { return _superClassInfo; }
     /// By name, what the class itself declares: QNClassIvarInfo, QNClassMethodInfo and QNClassPropertyInfo.
     /// Never none.
-    Ref<NSDictionary> ivarInfos() const { return read(_ivarInfos); }
-    Ref<NSDictionary> methodInfos() const { return read(_methodInfos); }
-    Ref<NSDictionary> propertyInfos() const { return read(_propertyInfos); }
+    Ref<NSDictionary> ivarInfos() const { return read(&QNClassInfo::_ivarInfos); }
+    Ref<NSDictionary> methodInfos() const { return read(&QNClassInfo::_methodInfos); }
+    Ref<NSDictionary> propertyInfos() const { return read(&QNClassInfo::_propertyInfos); }
 
 private:
-    Ref<NSDictionary> read(const Ref<NSDictionary> &infos) const {
-        const std::scoped_lock guard(_reading);
-        return infos;
+    Ref<NSDictionary> read(Ref<NSDictionary> QNClassInfo::*infos) const {
+        const locking::MutexLock guard(_reading);
+        return this->*infos;
     }
 
     const Class _cls;
@@ -69,8 +69,8 @@ private:
     // Counted, so that a mark set during an update outlives it.
     std::atomic<std::uint64_t> _marks = 0;
     std::atomic<std::uint64_t> _marksSeen = 0;
-    mutable std::mutex _reading; // guards the three references
-    Ref<NSDictionary> _ivarInfos;
-    Ref<NSDictionary> _methodInfos;
-    Ref<NSDictionary> _propertyInfos;
+    mutable locking::Mutex _reading;
+    Ref<NSDictionary> _ivarInfos ZK_GUARDED_BY(_reading);
+    Ref<NSDictionary> _methodInfos ZK_GUARDED_BY(_reading);
+    Ref<NSDictionary> _propertyInfos ZK_GUARDED_BY(_reading);
 };

@@ -1,6 +1,5 @@
 #include "Frameworks/QNCategoriesPro/QNTimer.h"
 
-#include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 #include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/RunLoop/NSTimer.h"
@@ -33,32 +32,39 @@ QNTimer::~QNTimer() {
 }
 
 void QNTimer::start(NSTimeInterval fireTime) {
-    _source->setTimer(dispatch::Clock::current().now() + nanosecondsFromTimeInterval(fireTime),
-                      nanosecondsFromTimeInterval(effectiveTimerInterval(_timeInterval)));
-    _source->setHandler([weak = Weak<NSObject>(self())] {
+    std::shared_ptr<dispatch::TimerSource> source;
+    {
+        const locking::MutexLock locked(_lock);
+        source = _source;
+    }
+    source->setTimer(dispatch::Clock::current().now() + nanosecondsFromTimeInterval(fireTime),
+                     nanosecondsFromTimeInterval(effectiveTimerInterval(timeInterval())));
+    source->setHandler([weak = Weak<NSObject>(self())] {
         if (const auto timer = as<QNTimer>(weak.lock()))
             timer->fire();
     });
-    _source->resume();
+    source->resume();
 }
 
 void QNTimer::fire() {
     id target;
+    SEL selector = nullptr;
     bool repeats = false;
     {
-        const SemaphoreLock locked(_lock);
+        const locking::MutexLock locked(_lock);
         target = _target.lock();
+        selector = _selector;
         repeats = _repeats;
     }
     if (!repeats || !target)
         return invalidate();
-    objc_msgSend(target, _selector, self());
+    objc_msgSend(target, selector, self());
 }
 
 void QNTimer::invalidate() {
     std::shared_ptr<dispatch::TimerSource> cancelled; // cancelled without the lock: its handler may be ours
     {
-        const SemaphoreLock locked(_lock);
+        const locking::MutexLock locked(_lock);
         if (!_valid)
             return;
         cancelled = std::move(_source);
@@ -69,16 +75,16 @@ void QNTimer::invalidate() {
 }
 
 bool QNTimer::repeats() const {
-    const SemaphoreLock locked(_lock);
+    const locking::MutexLock locked(_lock);
     return _repeats;
 }
 
 NSTimeInterval QNTimer::timeInterval() const {
-    const SemaphoreLock locked(_lock);
+    const locking::MutexLock locked(_lock);
     return _timeInterval;
 }
 
 bool QNTimer::isValid() const {
-    const SemaphoreLock locked(_lock);
+    const locking::MutexLock locked(_lock);
     return _valid;
 }

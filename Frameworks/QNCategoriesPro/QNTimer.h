@@ -13,7 +13,7 @@
 // is called without the lock, so it may call `invalidate` itself.
 #pragma once
 
-#include "Platform/Dispatch/Queues/Semaphore.h"
+#include "Platform/Dispatch/Queues/SemaphoreMutex.h"
 #include "Platform/Dispatch/Queues/TimerSource.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Runtime/Object/NSObject.h"
@@ -45,11 +45,11 @@ public:
 private:
     void start(NSTimeInterval fireTime);
 
-    bool _valid = true;
-    NSTimeInterval _timeInterval;
-    bool _repeats;
-    Weak<NSObject> _target;
-    SEL _selector;
-    std::shared_ptr<dispatch::TimerSource> _source;
-    mutable dispatch::Semaphore _lock{1};
+    bool _valid ZK_GUARDED_BY(_lock) = true;
+    NSTimeInterval _timeInterval ZK_GUARDED_BY(_lock);
+    bool _repeats ZK_GUARDED_BY(_lock);
+    Weak<NSObject> _target ZK_GUARDED_BY(_lock);
+    SEL _selector ZK_GUARDED_BY(_lock);
+    std::shared_ptr<dispatch::TimerSource> _source ZK_GUARDED_BY(_lock);
+    mutable dispatch::SemaphoreMutex _lock;
 };

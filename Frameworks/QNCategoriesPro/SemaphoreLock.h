@@ -1,4 +1,6 @@
-// Holds a semaphore of count 1 for the length of a scope, as a lock.
+// Holds a semaphore of count 1 for the length of a scope, as a lock: of containers that are reached through
+// it alone (LockedContents, BothLocks). Which one it is, and whether there is one, is seen only as the
+// program runs, so that nobody checks it; everybody else has a SemaphoreMutex.
 #pragma once
 
 #include "Platform/Dispatch/Queues/Semaphore.h"

@@ -33,13 +33,13 @@ ScriptedTransport::~ScriptedTransport() {
 }
 
 std::vector<std::string> ScriptedTransport::takeCalls() {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return std::exchange(calls_, {});
 }
 
 void ScriptedTransport::note(const std::string &call) {
     {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         calls_.push_back(call);
     }
     if (onCall)
@@ -47,14 +47,14 @@ void ScriptedTransport::note(const std::string &call) {
 }
 
 void *ScriptedTransport::newHandle() {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     void *const handle = std::bit_cast<void *>(readsDone_.size() + 1);
     readsDone_[handle] = 0;
     return handle;
 }
 
 ScriptedTransport::Read ScriptedTransport::nextRead(void *handle) {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     const std::size_t turn = readsDone_.at(handle)++;
     return turn < reads.size() ? reads[turn] : Read{.status = TL_USB_ERROR_TIMEOUT};
 }

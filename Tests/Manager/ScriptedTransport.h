@@ -8,12 +8,12 @@
 // One lives at a time, and is not changed while calls are made. Calls may come from any thread.
 #pragma once
 
+#include "Platform/Locking/Mutex.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -66,7 +66,7 @@ public:
     std::vector<tl_usb_device_info> listed; ///< by the latest call; the caller never releases it
 
 private:
-    std::mutex mutex_; // guards what follows
-    std::vector<std::string> calls_;
-    std::map<void *, std::size_t> readsDone_;
+    locking::Mutex mutex_;
+    std::vector<std::string> calls_ ZK_GUARDED_BY(mutex_);
+    std::map<void *, std::size_t> readsDone_ ZK_GUARDED_BY(mutex_);
 };

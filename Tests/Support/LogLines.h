@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Locking/Mutex.h"
 
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,7 +14,7 @@ class LogLines {
 public:
     LogLines()
         : previous_(NSLogSetSink([this](NSLogLevel, std::string_view line) {
-              const std::scoped_lock guard(mutex_);
+              const locking::MutexLock guard(mutex_);
               lines_.emplace_back(line);
           })) {}
     LogLines(const LogLines &) = delete;
@@ -23,12 +23,12 @@ public:
 
     /// Those since the last time.
     Lines take() {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         return std::exchange(lines_, {});
     }
 
 private:
-    std::mutex mutex_;
-    Lines lines_; // guarded by mutex_
+    locking::Mutex mutex_;
+    Lines lines_ ZK_GUARDED_BY(mutex_);
     NSLogSink previous_;
 };

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Foundation/System/URLParts.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Locking/Mutex.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/HostFacts.h"
 #include "Tools/zkprinter/Queue.h"
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <grp.h>
-#include <mutex>
 #include <optional>
 #include <pwd.h>
 #include <set>
@@ -35,31 +35,31 @@ public:
     }
 
     void add(Section section) {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         sections_.push_back(std::move(section));
     }
     void addSerial(const std::string &serial) {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         serials_.add(serial);
     }
     /// Keeps the latest `logLimit` lines about the topic.
     void addLine(std::string_view line) {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         log_.emplace_back(line);
         if (log_.size() - topicBegin_ > logLimit)
             log_.erase(log_.begin() + static_cast<std::ptrdiff_t>(topicBegin_));
     }
     /// Begins another topic: the lines so far are kept.
     void changeTopic() {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         topicBegin_ = log_.size();
     }
     bool isEmpty() const {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         return sections_.empty();
     }
     void print(Format format, const std::optional<Failure> &failure) const {
-        const std::scoped_lock guard(mutex_);
+        const locking::MutexLock guard(mutex_);
         std::vector<Section> sections = sections_;
         sections.push_back({"log", log_});
         std::ranges::sort(sections, {},
@@ -70,11 +70,11 @@ public:
 private:
     Findings() = default;
 
-    mutable std::mutex mutex_; // guards what follows
-    std::vector<Section> sections_;
-    SerialNumbers serials_;
-    Lines log_;
-    std::size_t topicBegin_ = 0; // in the log
+    mutable locking::Mutex mutex_;
+    std::vector<Section> sections_ ZK_GUARDED_BY(mutex_);
+    SerialNumbers serials_ ZK_GUARDED_BY(mutex_);
+    Lines log_ ZK_GUARDED_BY(mutex_);
+    std::size_t topicBegin_ ZK_GUARDED_BY(mutex_) = 0; // in the log
 };
 
 /// Adds log lines to the findings as long as it lives, and passes them on.

@@ -1,10 +1,10 @@
 #include "Tools/zkprinter/Output.h"
 
+#include "Platform/Locking/Mutex.h"
 #include "Tools/zkprinter/Failure.h"
 
 #include <cerrno>
 #include <cstring>
-#include <mutex>
 #include <optional>
 #include <poll.h>
 #include <string>
@@ -14,11 +14,13 @@
 namespace {
 
 struct Output {
-    std::mutex lock; // guards what follows
-    std::string text;
-    std::optional<std::thread::id> owner;
+    locking::Mutex lock;
+    std::string text ZK_GUARDED_BY(lock);
+    std::optional<std::thread::id> owner ZK_GUARDED_BY(lock);
 
-    bool isClosedToThisThread() const { return owner && *owner != std::this_thread::get_id(); }
+    bool isClosedToThisThread() const ZK_REQUIRES(lock) {
+        return owner && *owner != std::this_thread::get_id();
+    }
 };
 
 Output &output() {
@@ -49,7 +51,7 @@ int writeAll(std::string_view text) {
 } // namespace
 
 void print(std::string_view text) {
-    const std::scoped_lock guard(output().lock);
+    const locking::MutexLock guard(output().lock);
     if (!output().isClosedToThisThread())
         output().text += text;
 }
@@ -57,7 +59,7 @@ void print(std::string_view text) {
 void deliver() {
     std::string text;
     {
-        const std::scoped_lock guard(output().lock);
+        const locking::MutexLock guard(output().lock);
         if (output().isClosedToThisThread())
             return;
         text.swap(output().text);
@@ -71,7 +73,7 @@ void deliver() {
 }
 
 void takeOutputOver() {
-    const std::scoped_lock guard(output().lock);
+    const locking::MutexLock guard(output().lock);
     output().owner = std::this_thread::get_id();
     output().text.clear();
 }

@@ -2,7 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelMapper.h"
-#include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
+#include "Platform/Dispatch/Queues/SemaphoreMutex.h"
 #include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Serialization/JSON/JSONWriter.h"
 #include "Platform/Foundation/Text/NSObjCRuntime.h"
@@ -16,8 +16,8 @@ NS_IMPLEMENTATION(_QNModelMeta) {}
 namespace {
 
 struct Cache {
-    dispatch::Semaphore lock{1};
-    std::unordered_map<Class, Ref<_QNModelMeta>> metas;
+    dispatch::SemaphoreMutex lock;
+    std::unordered_map<Class, Ref<_QNModelMeta>> metas ZK_GUARDED_BY(lock);
     std::atomic<std::uint64_t> stores = 0;
 };
 
@@ -110,7 +110,7 @@ Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
     if (recent.cls == cls && recent.stores == stores && !recent.meta->isStale())
         return recent.meta;
     {
-        const SemaphoreLock guard(cache().lock);
+        const locking::MutexLock guard(cache().lock);
         const auto found = cache().metas.find(cls);
         if (found != cache().metas.end() && !found->second->isStale()) {
             recent = {cls, found->second, stores};
@@ -118,8 +118,8 @@ Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
         }
     }
     auto meta = initWithClass(cls);
-    auto kept = meta; // so that the record it replaces is released outside the lock
-    const SemaphoreLock guard(cache().lock);
+    auto kept = meta; // what it replaces goes outside the lock
+    const locking::MutexLock guard(cache().lock);
     cache().metas[cls].swap(kept);
     ++cache().stores;
     return meta;

@@ -1,8 +1,9 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Pinyin/HanReading.h"
 
+#include "Platform/Locking/Mutex.h"
+
 #include <algorithm>
 #include <memory>
-#include <mutex>
 #include <unicode/translit.h>
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>
@@ -14,9 +15,9 @@ namespace {
 
 /// The text in Latin letters, with a blank between each two ideographs; unchanged without ICU's rules.
 void transliterate(icu::UnicodeString &text) {
-    static std::mutex one;
-    const std::lock_guard lock(one);
-    static const icu::Transliterator *const fromHanToLatin = [] {
+    static locking::Mutex one;
+    const locking::MutexLock lock(one);
+    static const icu::Transliterator *const fromHanToLatin ZK_PT_GUARDED_BY(one) = [] {
         UErrorCode status = U_ZERO_ERROR;
         return icu::Transliterator::createInstance("Han-Latin", UTRANS_FORWARD, status);
     }();
