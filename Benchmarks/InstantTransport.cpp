@@ -3,6 +3,7 @@
 #include "Platform/Transport/zkcomtl.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <span>
