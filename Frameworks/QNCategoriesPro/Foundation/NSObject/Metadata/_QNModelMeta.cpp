@@ -118,7 +118,7 @@ Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
         }
     }
     auto meta = initWithClass(cls);
-    auto kept = meta; // what it replaces goes outside the lock
+    auto kept = meta; // so that the record it replaces is released outside the lock
     const locking::MutexLock guard(cache().lock);
     cache().metas[cls].swap(kept);
     ++cache().stores;
