@@ -6,7 +6,9 @@
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSException.h"
 
+#include <algorithm>
 #include <fstream>
+#include <functional>
 #include <new>
 
 NS_IMPLEMENTATION(NSData) {
@@ -95,6 +97,10 @@ void NSMutableData::setLength(NSUInteger length) {
 
 void NSMutableData::appendBytes(const void *bytes, NSUInteger length) {
     const auto *first = static_cast<const std::uint8_t *>(bytes);
-    allocate("NSMutableData appendBytes:length:", length,
-             [&] { bytes_.insert(bytes_.end(), first, first + length); });
+    const std::less<> isBefore;
+    const bool isOwn = !isBefore(first, bytes_.data()) && isBefore(first, bytes_.data() + bytes_.size());
+    const std::ptrdiff_t place = isOwn ? first - bytes_.data() : 0; // own bytes move when there is no room
+    allocate("NSMutableData appendBytes:length:", length, [&] { bytes_.resize(bytes_.size() + length); });
+    std::copy_n(isOwn ? bytes_.data() + place : first, length,
+                bytes_.end() - static_cast<std::ptrdiff_t>(length));
 }

@@ -38,8 +38,10 @@ TimeZoneDatabase &TimeZoneDatabase::system() {
 }
 
 TimeZoneDatabase::Rules TimeZoneDatabase::rules(const std::string &name) {
-    if (name == "GMT") // needs no file
-        return std::make_shared<const TimeZoneRules>(TimeZoneRules::Offset{});
+    if (name == "GMT") { // needs no file
+        static const auto &gmt = *new Rules(std::make_shared<const TimeZoneRules>(TimeZoneRules::Offset{}));
+        return gmt;
+    }
     if (!isNameBelowFolder(name))
         return nullptr;
     const locking::MutexLock guard(lock_);

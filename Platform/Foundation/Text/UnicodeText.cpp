@@ -1,13 +1,19 @@
 #include "Platform/Foundation/Text/UnicodeText.h"
 
+#include "Platform/Runtime/Object/Raise.h"
+
 #include <memory>
 #include <unicode/ubrk.h>
 #include <unicode/unorm.h>
 #include <unicode/ustring.h>
+#include <utility>
 
 namespace {
 
+/// ICU counts in 32 bits.
 std::int32_t lengthOf(std::u16string_view units) {
+    runtime::checkArgument("NSString characters", std::in_range<std::int32_t>(units.size()),
+                           "text of 2^31 characters or more");
     return static_cast<std::int32_t>(units.size());
 }
 

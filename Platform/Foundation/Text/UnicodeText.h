@@ -1,5 +1,5 @@
 // Letter case and character boundaries by Unicode's rules, the same in every locale. Lone surrogates are
-// kept. Texts have less than 2^31 code units. Safe from any thread.
+// kept. All raise NSInvalidArgumentException for a text of 2^31 code units or more. Safe from any thread.
 #pragma once
 
 #include "Platform/Foundation/Text/NSRange.h"

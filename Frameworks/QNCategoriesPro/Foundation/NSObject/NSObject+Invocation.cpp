@@ -10,9 +10,8 @@ id qn::performSelector(const id &receiver, SEL selector, const std::vector<id> &
 
 Ref<NSTimer> qn::performSelectorAfterDelay(const id &receiver, SEL selector, const std::vector<id> &arguments,
                                            NSTimeInterval delay) {
-    return NSTimer::scheduledTimerWithTimeInterval(delay,
-                                                   make<BoxedInvocation>(receiver, selector, arguments),
-                                                   sel_registerName("run"), nullptr, false);
+    return NSTimer::scheduledTimerWithTimeInterval(
+        delay, make<BoxedInvocation>(receiver, selector, arguments), sel_registerName("run"), nullptr, false);
 }
 
 void qn::performSelectorOnMainThread(const id &receiver, SEL selector, const std::vector<id> &arguments) {

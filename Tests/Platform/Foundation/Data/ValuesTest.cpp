@@ -48,8 +48,9 @@ TEST(NSData, describesCutsAndReads) {
     const auto twin = as<NSMutableData>(data->mutableCopy());
     data->appendData(dataOf("c"));
     data->mutableBytes()[0] = 'X';
-    twin->setLength(4);
-    EXPECT_EQ(text(data) + text(frozen) + text(twin), "<586263><6162><61620000>");
+    twin->appendData(twin);
+    twin->setLength(5);
+    EXPECT_EQ(text(data) + text(frozen) + text(twin), "<586263><6162><61626162 00>");
     EXPECT_FALSE(data->isEqual(frozen) || frozen->isEqual(nullptr) || frozen->isEqual(u"ab"_ns));
 }
 
