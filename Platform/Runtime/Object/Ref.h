@@ -4,14 +4,17 @@
 
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 class NSObject;
 struct objc_class;
 
 template <class T>
+requires std::is_class_v<T>
 using Ref = std::shared_ptr<T>;
 template <class T>
+requires std::is_class_v<T>
 using Weak = std::weak_ptr<T>;
 
 using id = Ref<NSObject>;

@@ -30,7 +30,9 @@
 
 #include <concepts>
 #include <cstdint>
+#include <ranges>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 class NSBlock;
@@ -70,6 +72,10 @@ constexpr bool isEncodedWhole() {
            type->alignment == alignof(T);
 }
 
+template <class T>
+concept isTextLike =
+    std::convertible_to<const T &, std::string_view> || std::convertible_to<const T &, std::u16string_view>;
+
 /// The encoding of one type. A type without an encoding does not compile.
 template <class T>
 std::string typeEncoding() {
@@ -104,7 +110,14 @@ std::string typeEncoding() {
         constexpr const char *codes = std::is_signed_v<U> ? "csiq" : "CSIQ";
         constexpr int index = sizeof(U) == 1 ? 0 : sizeof(U) == 2 ? 1 : sizeof(U) == 4 ? 2 : 3;
         return std::string(1, codes[index]);
-    } else {
+    } else if constexpr (!customEncoding<U> && isTextLike<U>)
+        static_assert(!isTextLike<U>, "a text is an object here: Ref<NSString>");
+    else if constexpr (!customEncoding<U> && std::ranges::range<U>)
+        static_assert(!std::ranges::range<U>,
+                      "a list is an object here: Ref<NSArray>, Ref<NSSet>, Ref<NSDictionary> or Ref<NSData>");
+    else if constexpr (std::derived_from<U, NSObject>)
+        static_assert(!std::derived_from<U, NSObject>, "objects are held by a Ref");
+    else {
         static_assert(customEncoding<U> != nullptr,
                       "this type has no encoding: specialise runtime::customEncoding for it");
         static_assert(std::is_trivially_copyable_v<U>, "only plain bytes can have an encoding of their own");

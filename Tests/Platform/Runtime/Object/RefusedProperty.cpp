@@ -1,5 +1,8 @@
-// Must not compile: declares a property whose type has the encoding `SPAN_ENCODING`.
+// Must not compile: declares a property of the type `REFUSED`; if that is a `Span`, with the encoding
+// `SPAN_ENCODING`.
 #include "Platform/Runtime/Object/Class.h"
+
+#include <vector>
 
 struct Span {
     double from, to;
@@ -10,7 +13,7 @@ inline constexpr const char *runtime::customEncoding<Span> = SPAN_ENCODING;
 class Ruler : public NSObject {
     NS_CLASS(Ruler, NSObject)
 public:
-    Span span;
+    REFUSED span;
 };
 NS_IMPLEMENTATION(Ruler) {
     cls.property<&Ruler::span>("span");
