@@ -32,8 +32,10 @@ protected:
 private:
     void connectMenu();
 
+    // NOLINTBEGIN(readability-identifier-naming): the names that the description of the window gives them
     QWidget *mainView = nullptr;
     QLabel *mainBackgroundView = nullptr;
     QMenuBar *mainMenu = nullptr;
+    // NOLINTEND(readability-identifier-naming)
     utilityMainView *_UtilityMainView = nullptr;
 };

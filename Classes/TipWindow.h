@@ -51,9 +51,11 @@ protected:
 private:
     void wrapMessage();
 
+    // NOLINTBEGIN(readability-identifier-naming): the names that the description of the window gives them
     QLabel *message = nullptr;
     QProgressBar *progress = nullptr;
     SymbolView *symbolView = nullptr;
+    // NOLINTEND(readability-identifier-naming)
     mutable locking::Mutex frameLock_;
     QRectF _parentFrame ZK_GUARDED_BY(frameLock_);
 };

@@ -3,7 +3,7 @@
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 #include "Platform/Foundation/System/NSLog.h"
-#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Foundation/Text/NSString.h" // IWYU pragma: keep: it is the complete type
 
 void collectPrinter(const Ref<ZKUSB> &printer, const Ref<ZKSafeMutableArray> &list) {
     if (!printer)

@@ -1,7 +1,5 @@
 #include "Manager/PrinterSettingsProgram.h"
 
-#include <algorithm>
-
 namespace {
 
 struct Program {

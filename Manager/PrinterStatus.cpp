@@ -2,7 +2,6 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Foundation/System/NSError.h"

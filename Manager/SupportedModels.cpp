@@ -1,7 +1,6 @@
 #include "Manager/SupportedModels.h"
 
 #include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Platform/Foundation/System/NSBundle.h"
 

@@ -119,7 +119,7 @@ void utilityMainView::connectControls() {
             oncofirmButton(cofirmBtn);
     });
     connect(popUpBtns, &QComboBox::currentIndexChanged, this, [this] {
-        settings.levelWasChosen();
+        settings_.levelWasChosen();
         showSettingsNote();
     });
     connect(remedy, &QPushButton::clicked, this, [this] { takeRemedy(); });
@@ -154,7 +154,7 @@ void utilityMainView::prepareTable() {
 void utilityMainView::readQueues() {
     queues_.reset();
     showListState();
-    isAskingForQueues = doBeside([view = QPointer<utilityMainView>(this)] {
+    isAskingForQueues_ = doBeside([view = QPointer<utilityMainView>(this)] {
         dispatch::mainQueue().async([view, list = readQueueList()] {
             if (view)
                 view->showQueues(list);
@@ -257,7 +257,7 @@ bool utilityMainView::eventFilter(QObject *target, QEvent *event) {
 }
 
 NSInteger utilityMainView::numberOfRowsInTableView(NSTableView &) {
-    if (!std::exchange(isAskingForQueues, true))
+    if (!std::exchange(isAskingForQueues_, true))
         dispatch::mainQueue().async([view = QPointer<utilityMainView>(this)] {
             if (view)
                 view->readQueues();
@@ -285,11 +285,11 @@ Ref<NSString> utilityMainView::tableView(NSTableView &, const NSTableColumn *col
 
 const QueueName &utilityMainView::nameAt(NSInteger row) {
     const auto entries = UtilityController::shareInstance()->printerNameArray();
-    if (names.size() != entries->count())
-        names = queueNames(*entries);
+    if (names_.size() != entries->count())
+        names_ = queueNames(*entries);
     static const QueueName none = {NSString::string(), NSString::string()};
     const auto index = static_cast<std::size_t>(row);
-    return index < names.size() ? names[index] : none;
+    return index < names_.size() ? names_[index] : none;
 }
 
 bool utilityMainView::isTypeSelectMatch(NSTableView &, NSInteger row, const Ref<NSString> &typed) {
@@ -305,13 +305,13 @@ NSTableRow utilityMainView::lookOfRow(NSTableView &, NSInteger row) {
         look.detail = words(u"Network"_ns);
         break;
     case QueueConnection::usbAttached: {
-        const bool isReady = !notReady.contains(toQString(deviceUri));
+        const bool isReady = !notReady_.contains(toQString(deviceUri));
         look.symbol = isReady ? Symbol::printer : Symbol::failingPrinter;
         look.detail = words(isReady ? u"USB, Attached"_ns : u"USB, Not Ready"_ns);
         break;
     }
     case QueueConnection::usbNotAttached:
-        notReady.remove(toQString(deviceUri)); // it may have changed when it is attached again
+        notReady_.remove(toQString(deviceUri)); // it may have changed when it is attached again
         look.symbol = Symbol::missingPrinter;
         look.detail = words(u"USB, Not Attached"_ns);
         break;
@@ -341,11 +341,11 @@ void utilityMainView::tableViewSelectionDidChange(NSTableView &table) {
         return arrange();
     }
     if (getUsbPrinterStatus(deviceUri)) {
-        notReady.remove(toQString(deviceUri));
+        notReady_.remove(toQString(deviceUri));
         getUsbPrinterToner(deviceUri);
         runTip(u"Get Printer Status"_ns, secondsOfAReadingTip, false);
     } else {
-        notReady.insert(toQString(deviceUri));
+        notReady_.insert(toQString(deviceUri));
         showOwner(deviceUri, false);
         runTip(u"Printer Status Tip"_ns, secondsOfAReadingTip, true, Symbol::warning);
     }
@@ -354,8 +354,8 @@ void utilityMainView::tableViewSelectionDidChange(NSTableView &table) {
 void utilityMainView::showOwner(const Ref<NSString> &deviceUri, bool isReady) {
     const auto attached = ZKManager::shared()->printerList();
     const auto bound = usbPrinter() ? std::optional(identityOf(*usbPrinter())) : std::nullopt;
-    settings.select(deviceUri, bound, connectionOf(deviceUri, *attached) == QueueConnection::usbAttached,
-                    isReady);
+    settings_.select(deviceUri, bound, connectionOf(deviceUri, *attached) == QueueConnection::usbAttached,
+                     isReady);
     showSettingsNote();
 }
 
@@ -376,10 +376,10 @@ void utilityMainView::getUsbPrinterToner(const Ref<NSString> &deviceUri) {
     if (const auto record = recordForDeviceUri(deviceUri, ZKManager::shared()->printerList()))
         setUsbPrinter(record);
     showOwner(deviceUri, true);
-    const int reading = settings.beginReading();
+    const int reading = settings_.beginReading();
     showSettingsNote();
     const QPointer<utilityMainView> view(this);
-    const auto deliver = [view, from = settings.owner()](const TonerHintReading &answer) {
+    const auto deliver = [view, from = settings_.owner()](const TonerHintReading &answer) {
         dispatch::mainQueue().async([view, from, answer] {
             if (view)
                 view->showTonerReading(*from, answer);
@@ -406,23 +406,23 @@ void utilityMainView::showTonerReading(const transport::PrinterIdentity &printer
         return;
     case TonerHintReading::Outcome::threshold:
         changeTonerValueForUI(reading.threshold);
-        settings.levelWasRead(printer);
+        settings_.levelWasRead(printer);
         return showSettingsNote();
     case TonerHintReading::Outcome::rejected:
-        settings.levelWasNotRead(printer);
+        settings_.levelWasNotRead(printer);
         showSettingsNote();
         return runTip(u"Get Printer Toner"_ns, secondsOfAReadingTip, true, Symbol::warning);
     }
 }
 
 void utilityMainView::endTonerReading(int number) {
-    settings.endReading(number);
+    settings_.endReading(number);
     showSettingsNote();
 }
 
 void utilityMainView::showSettingsNote() {
     if (!popUpBtns->isHidden())
-        panel->showSettings(settings);
+        panel->showSettings(settings_);
     arrange();
 }
 
@@ -453,7 +453,7 @@ void utilityMainView::showTonerWriting(const transport::PrinterIdentity &printer
         return;
     const bool taken = writing == TonerHintWriting::success;
     if (index == popUpBtns->currentIndex())
-        settings.levelWasWritten(printer, taken);
+        settings_.levelWasWritten(printer, taken);
     showSettingsNote();
     if (taken)
         runTip(u"Setting Success"_ns, secondsOfAWritingTip, true, Symbol::success);

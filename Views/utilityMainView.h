@@ -107,6 +107,7 @@ private:
     void runTip(const Ref<NSString> &key, NSInteger seconds, bool indicatorHidden,
                 std::optional<Symbol> symbol = std::nullopt);
 
+    // NOLINTBEGIN(readability-identifier-naming): the names that the description of the window gives them
     NSTableView *scanResultsView = nullptr;
     NSTableColumn *printerColumn = nullptr;
     QBoxLayout *columns = nullptr;
@@ -122,10 +123,11 @@ private:
     Ref<NSString> destName;
     Ref<NSMutableDictionary> printerName;
     [[maybe_unused]] bool isSuccessGetToner = false;
+    // NOLINTEND(readability-identifier-naming)
     Ref<ZKUSB> _usbPrinter;
-    ShownSettings settings;
-    QSet<QString> notReady; // URIs of the queues whose printers were not in a normal state when last asked
+    ShownSettings settings_;
+    QSet<QString> notReady_; // URIs of the queues whose printers were not in a normal state when last asked
     std::optional<QueueList::State> queues_; // none while the print service is being asked
-    bool isAskingForQueues = false;
-    std::vector<QueueName> names;
+    bool isAskingForQueues_ = false;
+    std::vector<QueueName> names_;
 };

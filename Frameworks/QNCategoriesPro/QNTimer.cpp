@@ -1,7 +1,6 @@
 #include "Frameworks/QNCategoriesPro/QNTimer.h"
 
 #include "Platform/Dispatch/Queues/MainQueue.h"
-#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/RunLoop/NSTimer.h"
 #include "Platform/Runtime/Object/Message.h"
 

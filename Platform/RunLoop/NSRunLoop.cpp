@@ -2,7 +2,6 @@
 
 #include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Platform/Dispatch/Time/Clock.h"
-#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/Raise.h"
 

@@ -1,7 +1,6 @@
 #include "Platform/RunLoop/NSTimer.h"
 
 #include "Platform/Dispatch/Time/Clock.h"
-#include "Platform/Foundation/Text/NSString.h"
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Runtime/Object/Message.h"
 #include "Platform/Runtime/Object/Raise.h"

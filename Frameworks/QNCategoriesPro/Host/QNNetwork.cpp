@@ -4,7 +4,6 @@
 #include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Foundation/Text/NSString.h"
 
-#include <algorithm>
 #include <arpa/inet.h>
 #include <ifaddrs.h>
 #include <linux/if_arp.h>

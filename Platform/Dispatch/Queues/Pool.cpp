@@ -4,7 +4,6 @@
 #include "Platform/Runtime/Object/NSException.h"
 
 #include <algorithm>
-#include <chrono>
 #include <thread>
 #include <utility>
 

@@ -10,8 +10,6 @@
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/Raise.h"
 
-#include <algorithm>
-
 using namespace collections;
 
 NS_IMPLEMENTATION(NSArray) {

@@ -3,7 +3,6 @@
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Platform/Runtime/Object/NSException.h"
 
 #include <algorithm>
 

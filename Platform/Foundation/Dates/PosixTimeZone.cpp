@@ -138,9 +138,9 @@ std::vector<TimeZoneRules::Change> PosixTimeZone::changesFrom(int firstYear, std
         changes.push_back({summer_->end.inYear(year) - summer_->offset, winter});
     }
     // At the same time the start of summer comes last, so it counts: summer may last all year.
-    std::stable_sort(changes.begin(), changes.end(), [winter = winter](const auto &one, const auto &other) {
+    std::stable_sort(changes.begin(), changes.end(), [standard = winter](const auto &one, const auto &other) {
         return one.time < other.time ||
-               (one.time == other.time && one.offset == winter && other.offset != winter);
+               (one.time == other.time && one.offset == standard && other.offset != standard);
     });
     std::erase_if(changes, [later](const auto &change) { return change.time <= later; });
     return changes;

@@ -1,7 +1,7 @@
 #include "Platform/Foundation/KeyValueCoding/NSKeyValueCoding.h"
 
 #include "Platform/Ascii/Ascii.h"
-#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSArray.h" // IWYU pragma: keep: it is the complete type
 #include "Platform/Foundation/KeyValueCoding/BoxedValue.h"
 #include "Platform/Runtime/Object/NSException.h"
 #include "Platform/Runtime/Reflection/Reflection.h"

@@ -3,7 +3,7 @@
 #include "Platform/Ascii/Ascii.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/Unicode.h"
-#include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Class.h" // IWYU pragma: keep: it is the complete type
 
 #include <algorithm>
 #include <array>

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <functional>
 #include <libusb-1.0/libusb.h>
 #include <optional>
 #include <utility>

@@ -13,7 +13,6 @@
 #include "Platform/Foundation/System/NSError.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Runtime/Object/Message.h"
 #include "Platform/Runtime/Reflection/Reflection.h"
 
 #include <algorithm>

@@ -8,7 +8,6 @@
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListWalk.h"
 #include "Platform/Foundation/Serialization/PropertyList/XMLPropertyListDate.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Foundation/Text/Unicode.h"
 
 #include <algorithm>
 #include <cmath>

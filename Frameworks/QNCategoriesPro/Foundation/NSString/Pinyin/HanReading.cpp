@@ -3,7 +3,6 @@
 #include "Platform/Locking/Mutex.h"
 
 #include <algorithm>
-#include <memory>
 #include <unicode/translit.h>
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>
