@@ -35,6 +35,9 @@ Transport::Transport(Printers &printers, dispatch::Clock &clock) : printers_(pri
 
 std::vector<tl_usb_device_info> Transport::list(std::int32_t vid) {
     std::vector<tl_usb_device_info> records;
+    const Call call(*this);
+    if (!call.allowed())
+        return records;
     for (const auto &printer : attached())
         if (const ListedPrinter &listed = printer->listed(); listed.vid == vid)
             records.push_back(listed.record());
