@@ -25,8 +25,16 @@ bool forwardsToModelIsEqual(const id &object) {
 
 /// Models whose class forwards both hash and equality are made of their values.
 bool visitValues(const id &object, const std::function<void(const id &part)> &visit) {
-    const auto meta = _QNModelMeta::metaWithClass(object->isa());
-    if (isOfFoundation(object, *meta) || meta->_comparedPropertyMetas.empty())
+    thread_local constinit Class latestOfFoundation = nullptr; // most are of one class, such as texts
+    const Class cls = object->isa();
+    if (cls == latestOfFoundation)
+        return false;
+    const auto meta = _QNModelMeta::metaWithClass(cls);
+    if (isOfFoundation(object, *meta)) {
+        latestOfFoundation = cls;
+        return false;
+    }
+    if (meta->_comparedPropertyMetas.empty())
         return false;
     const qn::OutermostWalk<qn::ModelHashes> hashes; // asked for at every level
     if (object->hash() != qn::modelHash(object) || !forwardsToModelIsEqual(object))
