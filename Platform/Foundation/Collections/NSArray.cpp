@@ -107,7 +107,10 @@ public:
         runtime::checkIndex("NSMutableArray removeObjectAtIndex:", index, count());
         mutations_.increase();
         const id released = std::move(*at(index));
-        closeUp(index, 1);
+        if (index + 1 == count())
+            objects_.pop_back();
+        else
+            closeUp(index, 1);
     }
     void removeLastObject() override {
         if (count() > 0)
