@@ -16,6 +16,8 @@ using DescriptionVisit = ObjectVisit<struct DescribingCollections>;
 /// `rest` instead of the items that are left.
 class DescriptionLength {
 public:
+    /// The text of each collection is copied into that of the one around it: so many levels count as another.
+    static constexpr NSUInteger levelsThatCount = 16;
     static constexpr NSUInteger most = NSUInteger{1} << 23; ///< and the last text whole, and ends of lines
     static constexpr std::u16string_view rest = u"...";
 
@@ -48,7 +50,9 @@ Ref<NSString> collectionDescription(const NSObject &collection, const Describe &
         return collection.NSObject::description();
     const DescriptionVisit visit(collection);
     const DescriptionLength length;
-    return describe();
+    const Ref<NSString> text = describe();
+    DescriptionLength::use(text->length() / DescriptionLength::levelsThatCount);
+    return text;
 }
 
 /// The text of one element of a collection at `indent` levels: collections span lines, texts are quoted

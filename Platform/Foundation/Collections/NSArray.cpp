@@ -350,7 +350,8 @@ Ref<NSString> NSArray::descriptionWithLocale(const id &locale, NSUInteger indent
             stop = DescriptionLength::isUsedUp();
             text += stop ? DescriptionLength::rest : collectionElementDescription(object, locale, indent + 1);
         });
-        return make<NSString>(text + u"\n" + blanks + u")");
+        text += u"\n" + blanks + u")";
+        return make<NSString>(std::move(text));
     });
 }
 

@@ -139,7 +139,7 @@ public:
     }
     /// `indent` counts levels of four blanks, 512 at most. A collection within itself, or within 512 others,
     /// is no more than "<Class: 0x…>". Of what would take more than 8,388,608 characters, shared parts
-    /// counted each time, the rest is "...".
+    /// counted each time and all once more for every 16 levels around them, the rest is "...".
     virtual Ref<NSString> descriptionWithLocale(const id &locale, NSUInteger indent) const;
     id copy() const override { return self(); }
     id mutableCopy() const override;

@@ -242,7 +242,8 @@ Ref<NSString> NSDictionary::descriptionWithLocale(const id &locale, NSUInteger i
             text += blanks + u"    " + collectionElementDescription(key, locale, indent + 1) + u" = " +
                     collectionElementDescription(value, locale, indent + 1) + u";\n";
         }
-        return make<NSString>(text + blanks + u"}");
+        text += blanks + u"}";
+        return make<NSString>(std::move(text));
     });
 }
 

@@ -184,7 +184,8 @@ Ref<NSString> NSSet::descriptionWithLocale(const id &locale, NSUInteger indent) 
             }
             text += collectionElementDescription(object, locale, indent + 1);
         }
-        return make<NSString>(text + u"\n" + blanks + u")}");
+        text += u"\n" + blanks + u")}";
+        return make<NSString>(std::move(text));
     });
 }
 

@@ -389,7 +389,7 @@ TEST(Collections, describeWhatIsSharedWithinABound) {
         for (int level = 0; level < 40; ++level)
             tower = hold(tower);
         const auto told = text(tower);
-        EXPECT_GT(told.size(), std::size_t{1} << 22);
+        EXPECT_GT(told.size(), std::size_t{1} << 20);
         EXPECT_LT(told.size(), std::size_t{1} << 24);
         EXPECT_NE(told.find("\n            ..."), std::string::npos);
     }
