@@ -1,6 +1,6 @@
 // zkutility: the entry of the program with the window.
-#include "Platform/Foundation/System/EndingSignals.h"
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/System/TerminationSignals.h"
 #include "Platform/Interface/NSApplication.h"
 
 #include <QGuiApplication>

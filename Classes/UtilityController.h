@@ -22,7 +22,7 @@ public:
     static Ref<UtilityController> allocWithZone() { return shareInstance(); }
     id copy() const override { return shareInstance(); }
 
-    /// The entries (see Manager/QueueMatching.h); empty until the print service has answered.
+    /// The entries (see Manager/SupportedQueues.h); empty until the print service has answered.
     Ref<NSMutableArray> printerNameArray() const { return printerNameArray_; }
 
     /// Starts a timer that ends the tip window's modal run in that many seconds. A timer that is armed

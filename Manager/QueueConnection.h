@@ -1,7 +1,8 @@
 // How a print queue reaches its printer, for showing.
 //
 // Printers are compared by manufacturer, product and serial number in full: what is shown must keep two
-// printers apart even where the lookup of the record by parts of texts (RecordLookup.h) confuses them.
+// printers apart even where the lookup of the record by parts of texts (SelectedPrinterLookup.h) confuses
+// them.
 //
 // Threads: any.
 #pragma once

@@ -23,5 +23,5 @@ struct QueueName {
     bool beginsWith(const Ref<NSString> &typed) const;
 };
 
-/// One name per table entry (see QueueMatching.h), in their order.
+/// One name per table entry (see SupportedQueues.h), in their order.
 std::vector<QueueName> queueNames(const NSArray &entries);

@@ -1,7 +1,8 @@
 // Which printer's settings the window shows, and where the level comes from.
 //
 // The printer that is read and written is the bound one, which may be the printer of an earlier selection
-// (see RecordLookup.h). This keeps it apart from the selected one, so that the window can say which it shows.
+// (see SelectedPrinterLookup.h). This keeps it apart from the selected one, so that the window can say which
+// it shows.
 //
 // | level   | from                                                                             |
 // |---------|----------------------------------------------------------------------------------|

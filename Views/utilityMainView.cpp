@@ -7,7 +7,7 @@
 #include "Manager/PrinterListCollector.h"
 #include "Manager/PrinterStatus.h"
 #include "Manager/QueueConnection.h"
-#include "Manager/RecordLookup.h"
+#include "Manager/SelectedPrinterLookup.h"
 #include "Manager/TonerHint.h"
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
@@ -155,14 +155,14 @@ void utilityMainView::readQueues() {
     queues_.reset();
     showListState();
     isAskingForQueues_ = doBeside([view = QPointer<utilityMainView>(this)] {
-        dispatch::mainQueue().async([view, list = readQueueList()] {
+        dispatch::mainQueue().async([view, list = readWindowQueues()] {
             if (view)
                 view->showQueues(list);
         });
     });
 }
 
-void utilityMainView::showQueues(const QueueList &list) {
+void utilityMainView::showQueues(const WindowQueues &list) {
     destName = list.latestDestName;
     UtilityController::shareInstance()->printerNameArray()->addObjectsFromArray(list.entries);
     queues_ = list.state;
@@ -177,16 +177,16 @@ void utilityMainView::showListState() {
         text = words(u"Looking For Printers"_ns);
     } else if (rows == 0) {
         switch (*queues_) {
-        case QueueList::State::found:
-        case QueueList::State::noneSupported:
+        case WindowQueues::State::found:
+        case WindowQueues::State::noneSupported:
             text = words(u"No Printers"_ns);
             way = PrinterSettings::exist() ? words(u"Print Settings"_ns) : QString();
             break;
-        case QueueList::State::silent:
+        case WindowQueues::State::silent:
             text = words(u"No Print Service"_ns);
             way = words(u"Read Again"_ns);
             break;
-        case QueueList::State::damaged:
+        case WindowQueues::State::damaged:
             text = words(u"Damaged Installation"_ns);
             break;
         }
@@ -206,14 +206,14 @@ void utilityMainView::showListState() {
 }
 
 void utilityMainView::takeRemedy() {
-    if (queues_ == QueueList::State::silent)
+    if (queues_ == WindowQueues::State::silent)
         readQueues();
     else
         PrinterSettings::open();
 }
 
 void utilityMainView::readAgain() {
-    if (queues_ == QueueList::State::silent)
+    if (queues_ == WindowQueues::State::silent)
         readQueues();
     else
         scanResultsView->selectAgain();

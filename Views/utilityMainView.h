@@ -9,9 +9,9 @@
 // Threads: the main thread.
 #pragma once
 
-#include "Manager/QueueList.h"
 #include "Manager/QueueNames.h"
 #include "Manager/ShownSettings.h"
+#include "Manager/WindowQueues.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Interface/NSTableView.h"
 #include "Platform/Interface/Outlet.h"
@@ -90,7 +90,7 @@ private:
     void startDiscovery();
     void prepareTable();
     void readQueues();
-    void showQueues(const QueueList &list);
+    void showQueues(const WindowQueues &list);
     void showListState();
     void narrow(const QString &text);
     void takeRemedy();
@@ -127,7 +127,7 @@ private:
     Ref<ZKUSB> _usbPrinter;
     ShownSettings settings_;
     QSet<QString> notReady_; // URIs of the queues whose printers were not in a normal state when last asked
-    std::optional<QueueList::State> queues_; // none while the print service is being asked
+    std::optional<WindowQueues::State> queues_; // none while the print service is being asked
     bool isAskingForQueues_ = false;
     std::vector<QueueName> names_;
 };

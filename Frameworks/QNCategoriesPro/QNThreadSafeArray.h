@@ -230,8 +230,8 @@ public:
     id mutableCopy() const override;
 
     /// The operation runs under the lock.
-    void performAsOneStep(const std::function<void(NSArray &contents)> &operation) override {
-        locked()->performAsOneStep(operation);
+    void performAtomically(const std::function<void(NSArray &contents)> &operation) override {
+        locked()->performAtomically(operation);
     }
 
 private:

@@ -119,8 +119,8 @@ public:
     id mutableCopy() const override;
 
     /// The operation runs under the lock.
-    void performAsOneStep(const std::function<void(NSDictionary &contents)> &operation) override {
-        locked()->performAsOneStep(operation);
+    void performAtomically(const std::function<void(NSDictionary &contents)> &operation) override {
+        locked()->performAtomically(operation);
     }
 
 private:

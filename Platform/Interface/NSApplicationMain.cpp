@@ -1,6 +1,6 @@
 // In a file of its own, so that only programs with a main interface are linked to what it calls.
-#include "Platform/Foundation/System/EndingSignals.h"
 #include "Platform/Foundation/System/Localization.h"
+#include "Platform/Foundation/System/TerminationSignals.h"
 #include "Platform/Interface/NSApplication.h"
 
 #include <QApplication>

@@ -7,7 +7,7 @@
 #include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Locking/Condition.h"
 #include "Platform/Transport/Printer.h"
-#include "Platform/Transport/ReadRun.h"
+#include "Platform/Transport/ReadLimit.h"
 
 #include <chrono>
 #include <cstdint>
@@ -48,7 +48,7 @@ private:
         std::shared_ptr<Printer> printer{};
         std::stop_source stop{};
         locking::Mutex turn{}; // held during a transfer
-        ReadRun reads ZK_GUARDED_BY(turn){};
+        ReadLimit reads ZK_GUARDED_BY(turn){};
     };
     using Handles = std::vector<std::shared_ptr<Handle>>;
     class Call;

@@ -1,5 +1,5 @@
 #include "Manager/PrinterListCollector.h"
-#include "Manager/RecordLookup.h"
+#include "Manager/SelectedPrinterLookup.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 #include "Tests/Manager/ManagerTesting.h"
 
@@ -73,7 +73,7 @@ TEST(PrinterListCollector, logsWhatItScans) {
     EXPECT_EQ(list->count(), 3u);
 }
 
-TEST(RecordLookup, findsTheFirstRecordWhoseTextsStandInTheUri) {
+TEST(SelectedPrinterLookup, findsTheFirstRecordWhoseTextsStandInTheUri) {
     const std::vector<Ref<ZKUSB>> records = {
         recordOf("none", "SN0001"),     recordOf("Sample Laser Series", "none"),
         recordOf("", "SN0001"),         recordOf("Sample Laser Series", ""),

@@ -4,15 +4,15 @@
 #include "Manager/PrinterStatus.h"
 #include "Manager/TonerHint.h"
 #include "Manager/ZKUSB.h"
-#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Transport/zkcomtl.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Patience.h"
 #include "Tools/zkprinter/Queue.h"
-#include "Tools/zkprinter/Reason.h"
 #include "Tools/zkprinter/ReminderReply.h"
 #include "Tools/zkprinter/Terminal.h"
+#include "Tools/zkprinter/TransportFailure.h"
 
 #include <charconv>
 

@@ -8,8 +8,8 @@
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/HostFacts.h"
 #include "Tools/zkprinter/Queue.h"
-#include "Tools/zkprinter/Reason.h"
 #include "Tools/zkprinter/Report.h"
+#include "Tools/zkprinter/TransportFailure.h"
 #include "Tools/zkprinter/Versions.h"
 
 #include <algorithm>
@@ -170,7 +170,7 @@ std::string permissions(const std::filesystem::path &node) {
            (owners ? owners->gr_name : std::to_string(entry.st_gid));
 }
 
-std::string described(const transport::Holder &holder) {
+std::string described(const transport::HoldingProcess &holder) {
     return holder.process + " (process " + std::to_string(holder.pid) +
            (holder.seen ? ")" : ", by its name)");
 }

@@ -1,6 +1,6 @@
 #include "Tools/zkprinter/Json.h"
 
-#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Tools/zkprinter/Terminal.h"
 
 #include <boost/json/serialize.hpp>

@@ -1,17 +1,17 @@
 #include "Tools/zkprinter/Queue.h"
 
 #include "Manager/PrinterListCollector.h"
-#include "Manager/QueueMatching.h"
-#include "Manager/SupportedModels.h"
+#include "Manager/SupportedPrinterModels.h"
+#include "Manager/SupportedQueues.h"
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Transport/zkcomtl.h"
 #include "Tools/zkprinter/Patience.h"
-#include "Tools/zkprinter/Reason.h"
+#include "Tools/zkprinter/TransportFailure.h"
 
 #include <algorithm>
 
@@ -43,11 +43,11 @@ Queue supportedQueueNamed(const std::string &name) {
                   "There is no queue \"" + shown + "\"; \"zkprinter list\" shows the queues there are.");
 }
 
-std::optional<Failure> failureOf(const QueueMatching &matching) {
-    if (matching.outcome == QueueMatching::Outcome::noModels)
+std::optional<Failure> failureOf(const SupportedQueues &matching) {
+    if (matching.outcome == SupportedQueues::Outcome::noModels)
         return Failure(ExitStatus::brokenInstallation,
                        "The list of supported models is missing or damaged; install this program again.");
-    if (matching.outcome == QueueMatching::Outcome::noPrintService)
+    if (matching.outcome == SupportedQueues::Outcome::noPrintService)
         return Failure(ExitStatus::cupsUnreachable,
                        "The print service CUPS does not answer at " +
                            escapedControlCharacters(matching.server) +
@@ -61,7 +61,7 @@ QueueList readQueueList() {
     QueueList list;
     const Waiting waiting("the print service CUPS");
     const auto entries = NSMutableArray::array();
-    const QueueMatching matching = matchQueues(supportedModels(), entries, [&](const Ref<NSString> &name) {
+    const SupportedQueues matching = matchQueues(supportedModels(), entries, [&](const Ref<NSString> &name) {
         if (name)
             list.allNames.push_back(name->utf8());
     });

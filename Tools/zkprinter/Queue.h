@@ -29,7 +29,7 @@ struct QueueList {
     std::optional<Failure> failure;    ///< why the list cannot be had
 };
 
-/// Asks the print service; see Manager/QueueMatching.h.
+/// Asks the print service; see Manager/SupportedQueues.h.
 QueueList readQueueList();
 
 /// The queues of supported models. Fails when they cannot be had.

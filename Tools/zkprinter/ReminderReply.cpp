@@ -1,7 +1,7 @@
 #include "Tools/zkprinter/ReminderReply.h"
 
 #include "Manager/ConsumableReminder.h"
-#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/Unicode.h"
 
 #include <algorithm>

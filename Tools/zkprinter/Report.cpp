@@ -1,7 +1,7 @@
 #include "Tools/zkprinter/Report.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
-#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Terminal.h"

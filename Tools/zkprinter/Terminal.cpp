@@ -1,6 +1,6 @@
 #include "Tools/zkprinter/Terminal.h"
 
-#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Output.h"
 

@@ -1,8 +1,9 @@
 // zkprinter: the printers and their low-toner reminder from the command line.
 #include "Manager/PrinterStatus.h"
 #include "Platform/Dispatch/Time/DetachedThread.h"
-#include "Platform/Foundation/System/EndingSignals.h"
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/System/TerminationSignals.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Output.h"

@@ -1,7 +1,7 @@
 // How arrays and dictionaries are turned into texts and bytes and back. Any thread.
 #pragma once
 
-#include "Frameworks/QNCategoriesPro/OneStep.h"
+#include "Frameworks/QNCategoriesPro/Atomically.h"
 #include "Platform/Foundation/Serialization/JSON/JSONWalk.h"
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Runtime/Object/NSObject.h"
@@ -29,7 +29,7 @@ Ref<NSString> jsonText(const Ref<Collection> &collection, NSJSONWritingOptions o
     if (!collection)
         return nullptr;
     const json::LockedVisit visit(*collection);
-    return oneStep(collection, [=](Collection &contents) { return jsonText(contents.self(), options); });
+    return atomically(collection, [=](Collection &contents) { return jsonText(contents.self(), options); });
 }
 
 /// Pretty-printed with every option of the platform that helps people read.

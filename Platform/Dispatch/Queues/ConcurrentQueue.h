@@ -20,8 +20,8 @@
 // run. It must not be destroyed during a call of one of its members.
 #pragma once
 
+#include "Platform/Dispatch/Queues/FairReaderWriterLock.h"
 #include "Platform/Dispatch/Queues/Queue.h"
-#include "Platform/Dispatch/Queues/Turnstile.h"
 #include "Platform/Runtime/Object/NSException.h"
 
 #include <memory>
@@ -63,19 +63,21 @@ public:
 
 private:
     struct Reading {
-        explicit Reading(Turnstile &turnstile) : turnstile_(turnstile) { turnstile_.enterRead(); }
+        explicit Reading(FairReaderWriterLock &turnstile) : turnstile_(turnstile) { turnstile_.enterRead(); }
         Reading(const Reading &) = delete;
         ~Reading() { turnstile_.leaveRead(); }
-        Turnstile &turnstile_;
+        FairReaderWriterLock &turnstile_;
     };
     struct Writing {
-        explicit Writing(Turnstile &turnstile) : turnstile_(turnstile) { turnstile_.enterBarrier(); }
+        explicit Writing(FairReaderWriterLock &turnstile) : turnstile_(turnstile) {
+            turnstile_.enterBarrier();
+        }
         Writing(const Writing &) = delete;
         ~Writing() { turnstile_.leaveBarrier(); }
-        Turnstile &turnstile_;
+        FairReaderWriterLock &turnstile_;
     };
 
-    const std::shared_ptr<Turnstile> turnstile_ = std::make_shared<Turnstile>();
+    const std::shared_ptr<FairReaderWriterLock> turnstile_ = std::make_shared<FairReaderWriterLock>();
     const std::string label_;
 };
 

@@ -355,8 +355,8 @@ Ref<NSString> NSArray::descriptionWithLocale(const id &locale, NSUInteger indent
     });
 }
 
-void NSArray::performAsOneStep(const std::function<void(NSArray &contents)> &operation) {
-    runtime::checkBlock("NSArray performAsOneStep:", operation);
+void NSArray::performAtomically(const std::function<void(NSArray &contents)> &operation) {
+    runtime::checkBlock("NSArray performAtomically:", operation);
     operation(*this);
 }
 

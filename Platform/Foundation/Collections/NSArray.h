@@ -147,7 +147,7 @@ public:
     /// Runs `operation` on the array that holds the elements. If a lock guards the array, the lock is held
     /// meanwhile, so several calls form one step. The operation must use `contents`, never the receiver. The
     /// contents of a mutable array are mutable.
-    virtual void performAsOneStep(const std::function<void(NSArray &contents)> &operation);
+    virtual void performAtomically(const std::function<void(NSArray &contents)> &operation);
 };
 
 class NSMutableArray : public NSArray {

@@ -255,8 +255,8 @@ Ref<NSString> NSDictionary::descriptionInStringsFileFormat() const {
     return make<NSString>(std::move(text));
 }
 
-void NSDictionary::performAsOneStep(const std::function<void(NSDictionary &contents)> &operation) {
-    runtime::checkBlock("NSDictionary performAsOneStep:", operation);
+void NSDictionary::performAtomically(const std::function<void(NSDictionary &contents)> &operation) {
+    runtime::checkBlock("NSDictionary performAtomically:", operation);
     operation(*this);
 }
 

@@ -115,7 +115,7 @@ public:
     /// Runs `operation` on the dictionary that holds the entries. If a lock guards the dictionary, the lock
     /// is held meanwhile, so several calls form one step. The operation must use `contents`, never the
     /// receiver. The contents of a mutable dictionary are mutable.
-    virtual void performAsOneStep(const std::function<void(NSDictionary &contents)> &operation);
+    virtual void performAtomically(const std::function<void(NSDictionary &contents)> &operation);
 };
 
 class NSMutableDictionary : public NSDictionary {

@@ -118,13 +118,13 @@ icu::Calendar *open(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone
 
 } // namespace
 
-struct NSCalendar::Opened {
+struct NSCalendar::ICUCalendar {
     std::unique_ptr<const icu::Calendar> calendar;
 };
 
 NSCalendar::NSCalendar(const Ref<NSLocale> &locale, const Ref<NSTimeZone> &timeZone)
     : locale_(locale), timeZone_(timeZone),
-      opened_(std::make_unique<Opened>(Opened{Calendar(open(locale, timeZone))})) {}
+      opened_(std::make_unique<ICUCalendar>(ICUCalendar{Calendar(open(locale, timeZone))})) {}
 
 NSCalendar::~NSCalendar() = default;
 

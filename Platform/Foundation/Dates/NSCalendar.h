@@ -101,6 +101,6 @@ private:
 
     const Ref<NSLocale> locale_;
     const Ref<NSTimeZone> timeZone_;
-    struct Opened; ///< ICU's calendar; every use clones it, so threads need no lock
-    const std::unique_ptr<const Opened> opened_;
+    struct ICUCalendar; ///< ICU's calendar; every use clones it, so threads need no lock
+    const std::unique_ptr<const ICUCalendar> opened_;
 };

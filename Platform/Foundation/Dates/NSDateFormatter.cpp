@@ -16,7 +16,7 @@
 NS_IMPLEMENTATION(NSDateFormatter) {}
 
 /// The last reader and writer are kept, since opening one loads the locale's data and is slow.
-struct NSDateFormatter::Opened {
+struct NSDateFormatter::ICUFormats {
     std::string locale;
     Ref<NSTimeZone> zone;
     std::unique_ptr<ICUDateReader> reader; ///< null before its first use
@@ -105,12 +105,12 @@ Ref<NSTimeZone> NSDateFormatter::zone() const {
     return timeZone_ ? timeZone_ : NSTimeZone::defaultTimeZone();
 }
 
-NSDateFormatter::Opened &NSDateFormatter::opened(const Ref<NSTimeZone> &zone) const {
+NSDateFormatter::ICUFormats &NSDateFormatter::opened(const Ref<NSTimeZone> &zone) const {
     std::string locale =
         locale_ ? locale_->localeIdentifier() : NSLocaleCurrentIdentifier(NSLocaleCategory::Dates);
     if (!opened_ || opened_->locale != locale || opened_->zone->rules() != zone->rules() ||
         !opened_->zone->isEqual(zone))
-        opened_ = std::make_unique<Opened>(Opened{std::move(locale), zone, nullptr, nullptr});
+        opened_ = std::make_unique<ICUFormats>(ICUFormats{std::move(locale), zone, nullptr, nullptr});
     return *opened_;
 }
 
@@ -124,7 +124,7 @@ Ref<NSString> NSDateFormatter::stringFromDate(const Ref<NSDate> &date) const {
         if (auto text = fixed_->format(seconds * 1000 + milliseconds, offsetAt(seconds, *zone)))
             return make<NSString>(std::move(*text));
     const locking::MutexLock guard(lock_);
-    Opened &icu = opened(zone);
+    ICUFormats &icu = opened(zone);
     if (!icu.writer)
         icu.writer = std::make_unique<ICUDateWriter>(format_->units(), icu.locale, *zone);
     auto text = icu.writer->format(seconds, microseconds);
@@ -142,7 +142,7 @@ Ref<NSDate> NSDateFormatter::dateFromString(const Ref<NSString> &text) const {
     if (!text || text->length() == 0 || !isReadable_ || text->length() > longestExpansion * format_->length())
         return nullptr;
     const locking::MutexLock guard(lock_);
-    Opened &icu = opened(zone());
+    ICUFormats &icu = opened(zone());
     if (!icu.reader)
         icu.reader = std::make_unique<ICUDateReader>(format_->units(), icu.locale, *icu.zone);
     const auto seconds = icu.reader->parse(text->units());

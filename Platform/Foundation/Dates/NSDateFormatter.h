@@ -52,8 +52,8 @@ public:
     Ref<NSDate> dateFromFixedString(const Ref<NSString> &text) const;
 
 private:
-    struct Opened; ///< ICU's reader and writer for a locale and a time zone
-    Opened &opened(const Ref<NSTimeZone> &zone) const ZK_REQUIRES(lock_);
+    struct ICUFormats; ///< ICU's reader and writer for a locale and a time zone
+    ICUFormats &opened(const Ref<NSTimeZone> &zone) const ZK_REQUIRES(lock_);
     Ref<NSTimeZone> zone() const;
 
     const Ref<NSString> format_;
@@ -63,5 +63,5 @@ private:
     const bool isReadable_;
     const int fractionDigits_; ///< of a second, written; 3 to 6 or 0
     mutable locking::Mutex lock_;
-    mutable std::unique_ptr<Opened> opened_ ZK_GUARDED_BY(lock_);
+    mutable std::unique_ptr<ICUFormats> opened_ ZK_GUARDED_BY(lock_);
 };

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/System/NSLog.h"
 
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/Unicode.h"
 #include "Platform/Locking/Mutex.h"
@@ -34,55 +35,6 @@ void toSystemLogAndTerminal(NSLogLevel level, std::string_view line) {
         toStandardError(line);
 }
 
-void appendEscaped(std::string &out, unsigned code) {
-    static constexpr char digits[] = "0123456789ABCDEF";
-    if (code == '\n')
-        out += "\\n";
-    else if (code == '\r')
-        out += "\\r";
-    else if (code == '\t')
-        out += "\\t";
-    else {
-        out += "\\u";
-        for (int shift = 12; shift >= 0; shift -= 4)
-            out += digits[code >> shift & 15];
-    }
-}
-
-/// The code and byte count of the control character at the front of `rest`; 0 bytes without one. Beyond ASCII
-/// these are C1 controls, line and paragraph separators, and the marks that change the direction of text.
-std::pair<unsigned, std::size_t> controlAtFront(std::string_view rest) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(rest[i]); };
-    if (byte(0) < 0x20 || byte(0) == 0x7F)
-        return {byte(0), 1};
-    if (byte(0) == 0xC2 && rest.size() > 1 && byte(1) >= 0x80 && byte(1) < 0xA0)
-        return {byte(1), 2};
-    if (byte(0) == 0xE2 && rest.size() > 2 && (byte(1) == 0x80 || byte(1) == 0x81)) {
-        const unsigned code = 0x2000u + (byte(1) & 3u) * 64 + (byte(2) & 63u);
-        if ((code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069))
-            return {code, 3};
-    }
-    return {0, 0};
-}
-
-void escapeInto(std::string &out, std::string_view text) {
-    std::size_t plain = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        if (text[at] >= ' ' && text[at] < 0x7F) { // most of every text
-            ++at;
-            continue;
-        }
-        const auto [code, length] = controlAtFront(text.substr(at));
-        if (length) {
-            out.append(text, plain, at - plain);
-            appendEscaped(out, code);
-            plain = at + length;
-        }
-        at += length ? length : 1;
-    }
-    out.append(text, plain);
-}
-
 } // namespace
 
 NSLogSink NSLogSetSink(NSLogSink sink) {
@@ -100,12 +52,6 @@ void NSLogVerbosely(NSLogLevel level, std::string_view line) {
     toStandardError(line);
 }
 
-std::string escapedControlCharacters(std::string_view utf8) {
-    std::string out;
-    escapeInto(out, utf8);
-    return out;
-}
-
 void NSLogArguments(NSLogLevel level, std::string_view format, std::span<const FormatArgument> arguments) {
     // Kept per thread, so that an entry allocates nothing once the buffers have grown. They are moved out
     // while in use, since an object's description may log itself.
@@ -117,7 +63,8 @@ void NSLogArguments(NSLogLevel level, std::string_view format, std::span<const F
     if (!unicode::isValidUTF8(entry)) // a C string from outside
         entry = make<NSString>(formatUTF16(format, arguments))->utf8();
     const auto end = entry.find_last_not_of('\n');
-    escapeInto(line, std::string_view(entry).substr(0, end == std::string::npos ? 0 : end + 1));
+    appendWithEscapedControlCharacters(
+        line, std::string_view(entry).substr(0, end == std::string::npos ? 0 : end + 1));
     {
         const locking::MutexLock guard(theLog().lock);
         theLog().sink ? theLog().sink(level, line) : toSystemLogAndTerminal(level, line);

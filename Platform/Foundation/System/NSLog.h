@@ -32,9 +32,6 @@ void NSLogToSystemLogOnly(NSLogLevel level, std::string_view line);
 /// A sink that writes entries of both levels to the system log and to standard error.
 void NSLogVerbosely(NSLogLevel level, std::string_view line);
 
-/// The text with every control character escaped, for a log or a terminal.
-std::string escapedControlCharacters(std::string_view utf8);
-
 void NSLogArguments(NSLogLevel level, std::string_view format, std::span<const FormatArgument> arguments);
 
 /// Writes one entry of the level `info`; for the format see Format.h.

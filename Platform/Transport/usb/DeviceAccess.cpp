@@ -66,19 +66,19 @@ bool printsOn(const Search &search, const std::string &uri) {
                                            wanted->serial == search.printer.identity.serial);
 }
 
-std::optional<Holder> holder(const Search &search, pid_t pid) {
+std::optional<HoldingProcess> holder(const Search &search, pid_t pid) {
     const fs::path process = search.root / "proc" / std::to_string(pid);
     const Sight sight = look(process / "fd", search.nodes);
     if (sight == Sight::notOpen)
         return std::nullopt;
-    Holder found{.pid = pid, .process = processName(process), .seen = sight == Sight::open};
+    HoldingProcess found{.pid = pid, .process = processName(process), .seen = sight == Sight::open};
     const std::string argument = found.process == "usb" ? firstArgument(process) : std::string();
     if (argument.starts_with("usb://"))
-        found.kind = Holder::Kind::cupsBackend;
+        found.kind = HoldingProcess::Kind::cupsBackend;
     else if (found.process == "ipp-usb")
-        found.kind = Holder::Kind::ippUsb;
-    const bool likely = (found.kind == Holder::Kind::cupsBackend && printsOn(search, argument)) ||
-                        (found.kind == Holder::Kind::ippUsb && search.claimedByProgram);
+        found.kind = HoldingProcess::Kind::ippUsb;
+    const bool likely = (found.kind == HoldingProcess::Kind::cupsBackend && printsOn(search, argument)) ||
+                        (found.kind == HoldingProcess::Kind::ippUsb && search.claimedByProgram);
     return found.seen || likely ? std::optional(found) : std::nullopt;
 }
 
@@ -98,8 +98,8 @@ std::vector<pid_t> processes(const fs::path &root) {
     return found;
 }
 
-std::vector<Holder> holders(const Search &search) {
-    std::vector<Holder> found;
+std::vector<HoldingProcess> holders(const Search &search) {
+    std::vector<HoldingProcess> found;
     for (const pid_t pid : processes(search.root))
         if (auto process = holder(search, pid))
             found.push_back(std::move(*process));

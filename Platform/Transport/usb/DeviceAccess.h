@@ -4,7 +4,7 @@
 //         const transport::DeviceAccess access = transport::deviceAccess(printer);
 //         if (!access.mayOpen && !access.udevRule)
 //             ...                                  // install the udev rule
-//         for (const transport::Holder &holder : access.holders)
+//         for (const transport::HoldingProcess &holder : access.holders)
 //             ...                                  // holder.process holds the printer
 //     }
 //
@@ -25,7 +25,7 @@
 namespace transport {
 
 /// A program that holds the printer.
-struct Holder {
+struct HoldingProcess {
     enum class Kind {
         cupsBackend, ///< the backend "usb" of CUPS, which runs while a job is printed
         ippUsb,      ///< the daemon that makes a printer a network printer of this machine
@@ -39,7 +39,7 @@ struct Holder {
     /// line suggest it.
     bool seen = false;
 
-    bool operator==(const Holder &) const = default;
+    bool operator==(const HoldingProcess &) const = default;
 };
 
 struct DeviceAccess {
@@ -48,8 +48,8 @@ struct DeviceAccess {
     bool mayOpen = false;         // whether this process may read and write the node
     std::vector<std::filesystem::path> printNodes{}; // of the kernel's printer driver: /dev/usb/lp0
     std::optional<std::filesystem::path> udevRule{}; // as by installedUdevRule
-    std::string kernelDriver{};    // bound to the printer interface: "usblp", "usbfs" (a program) or empty
-    std::vector<Holder> holders{}; // by process id; this process is not among them
+    std::string kernelDriver{}; // bound to the printer interface: "usblp", "usbfs" (a program) or empty
+    std::vector<HoldingProcess> holders{}; // by process id; this process is not among them
 };
 
 /// The installed 70-zkutility.rules, in the first of udev's folders that has it; none also when it is

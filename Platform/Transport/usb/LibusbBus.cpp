@@ -2,7 +2,7 @@
 
 #include "Platform/Transport/usb/AlternateSetting.h"
 #include "Platform/Transport/usb/LibusbSettings.h"
-#include "Platform/Transport/usb/PrintNodeHold.h"
+#include "Platform/Transport/usb/PrintNodeLock.h"
 
 #include <algorithm>
 #include <atomic>
@@ -232,7 +232,7 @@ tl_usb_status LibusbBus::open(const AttachedPrinter &printer, std::unique_ptr<Us
     Owned<libusb_device_handle> handle(opened);
     if (!isAttached(printer))
         return TL_USB_ERROR_NO_DEVICE; // its address belongs to another device now
-    const PrintNodeHold nodes(printer);
+    const PrintNodeLock nodes(printer);
     if (nodes.isUsed())
         return TL_USB_ERROR_BUSY;
     const bool onlySetting =

@@ -1,6 +1,6 @@
 #include "Platform/Transport/usb/UsbPrinters.h"
 
-#include "Platform/Transport/usb/HeldPrinter.h"
+#include "Platform/Transport/usb/IdleClosingPrinter.h"
 
 #include <utility>
 
@@ -37,7 +37,7 @@ void UsbPrinters::forget() {
 }
 
 std::shared_ptr<Printer> UsbPrinters::printerFor(const AttachedPrinter &attached) {
-    auto made = std::make_shared<HeldPrinter>(attached, bus_, clock_);
+    auto made = std::make_shared<IdleClosingPrinter>(attached, bus_, clock_);
     for (const auto &weak : known_)
         if (auto known = weak.lock(); known && known->listed().plugging == made->listed().plugging)
             return known;

@@ -291,8 +291,8 @@ public:
     void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) override {
         ++calls, QNThreadSafeArray::replaceObjectsInRange(range, objects);
     }
-    void performAsOneStep(const std::function<void(NSArray &)> &operation) override {
-        ++calls, QNThreadSafeArray::performAsOneStep(operation);
+    void performAtomically(const std::function<void(NSArray &)> &operation) override {
+        ++calls, QNThreadSafeArray::performAtomically(operation);
     }
     mutable int calls = 0;
 };
@@ -306,8 +306,8 @@ public:
     void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const override {
         ++calls, QNThreadSafeDictionary::enumerateKeysAndObjectsUsingBlock(visitor);
     }
-    void performAsOneStep(const std::function<void(NSDictionary &)> &operation) override {
-        ++calls, QNThreadSafeDictionary::performAsOneStep(operation);
+    void performAtomically(const std::function<void(NSDictionary &)> &operation) override {
+        ++calls, QNThreadSafeDictionary::performAtomically(operation);
     }
     mutable int calls = 0;
 };

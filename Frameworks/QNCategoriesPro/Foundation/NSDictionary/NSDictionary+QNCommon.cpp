@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+QNCommon.h"
 
-#include "Frameworks/QNCategoriesPro/OneStep.h"
+#include "Frameworks/QNCategoriesPro/Atomically.h"
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSNull.h"
@@ -80,7 +80,7 @@ bool qn::containsObjectForKey(const Ref<NSDictionary> &dictionary, const id &key
 }
 
 Ref<NSMutableDictionary> qn::entriesForKeys(const Ref<NSDictionary> &dictionary, const Ref<NSArray> &keys) {
-    return oneStep(dictionary, [&](NSDictionary &contents) {
+    return atomically(dictionary, [&](NSDictionary &contents) {
         auto entries = NSMutableDictionary::dictionary();
         for (const id &key : collections::objectsOf(keys))
             if (const id value = contents.objectForKey(key))

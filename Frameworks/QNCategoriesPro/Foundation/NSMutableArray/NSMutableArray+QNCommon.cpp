@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableArray/NSMutableArray+QNCommon.h"
 
-#include "Frameworks/QNCategoriesPro/OneStep.h"
+#include "Frameworks/QNCategoriesPro/Atomically.h"
 #include "Frameworks/QNCategoriesPro/RandomIndex.h"
 
 void qn::removeFirstObject(const Ref<NSMutableArray> &array) {
@@ -8,7 +8,7 @@ void qn::removeFirstObject(const Ref<NSMutableArray> &array) {
 }
 
 id qn::popFirstObject(const Ref<NSMutableArray> &array) {
-    return oneStep(array, [](NSMutableArray &contents) {
+    return atomically(array, [](NSMutableArray &contents) {
         id first = contents.firstObject();
         if (first)
             contents.removeObjectAtIndex(0);
@@ -17,7 +17,7 @@ id qn::popFirstObject(const Ref<NSMutableArray> &array) {
 }
 
 id qn::popLastObject(const Ref<NSMutableArray> &array) {
-    return oneStep(array, [](NSMutableArray &contents) {
+    return atomically(array, [](NSMutableArray &contents) {
         id last = contents.lastObject();
         contents.removeLastObject();
         return last;
@@ -49,7 +49,7 @@ void qn::insertObjects(const Ref<NSMutableArray> &array, const Ref<NSArray> &obj
 }
 
 void qn::reverse(const Ref<NSMutableArray> &array) {
-    oneStep(array, [](NSMutableArray &contents) {
+    atomically(array, [](NSMutableArray &contents) {
         const NSUInteger count = contents.count();
         for (NSUInteger i = 0; i < count / 2; ++i)
             contents.exchangeObjectAtIndex(i, count - 1 - i);
@@ -57,7 +57,7 @@ void qn::reverse(const Ref<NSMutableArray> &array) {
 }
 
 void qn::shuffle(const Ref<NSMutableArray> &array) {
-    oneStep(array, [](NSMutableArray &contents) {
+    atomically(array, [](NSMutableArray &contents) {
         for (NSUInteger left = contents.count(); left > 1; --left)
             contents.exchangeObjectAtIndex(left - 1, randomIndex(left));
     });

@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableDictionary/NSMutableDictionary+QNCommon.h"
 
-#include "Frameworks/QNCategoriesPro/OneStep.h"
+#include "Frameworks/QNCategoriesPro/Atomically.h"
 #include "Platform/Foundation/Collections/CollectionArguments.h"
 
 namespace {
@@ -15,12 +15,12 @@ id pop(NSMutableDictionary &contents, const id &key) {
 } // namespace
 
 id qn::popObjectForKey(const Ref<NSMutableDictionary> &dictionary, const id &key) {
-    return oneStep(dictionary, [&](NSMutableDictionary &contents) { return pop(contents, key); });
+    return atomically(dictionary, [&](NSMutableDictionary &contents) { return pop(contents, key); });
 }
 
 Ref<NSMutableDictionary> qn::popEntriesForKeys(const Ref<NSMutableDictionary> &dictionary,
                                                const Ref<NSArray> &keys) {
-    return oneStep(dictionary, [&](NSMutableDictionary &contents) {
+    return atomically(dictionary, [&](NSMutableDictionary &contents) {
         auto popped = NSMutableDictionary::dictionary();
         for (const id &key : collections::objectsOf(keys))
             if (const id object = pop(contents, key))

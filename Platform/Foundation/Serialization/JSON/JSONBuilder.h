@@ -3,8 +3,8 @@
 // A builder belongs to one thread at a time.
 #pragma once
 
-#include "Platform/Foundation/Serialization/JSON/JSONLeaves.h"
 #include "Platform/Foundation/Serialization/JSON/JSONReader.h"
+#include "Platform/Foundation/Serialization/JSON/JSONScalars.h"
 
 #include <vector>
 
@@ -12,7 +12,7 @@ class JSONBuilder final : public JSONHandler {
 public:
     explicit JSONBuilder(bool mutableContainers) : mutable_(mutableContainers) {}
 
-    JSONLeaves &leaves() { return leaves_; }
+    JSONScalars &leaves() { return leaves_; }
 
     /// The value completed last. There must be one.
     id take() {
@@ -55,7 +55,7 @@ private:
     bool close(std::size_t used, id container);
 
     const bool mutable_;
-    JSONLeaves leaves_;
+    JSONScalars leaves_;
     /// The parts of the open containers: the elements of an array, or keys and values alternately. The end of
     /// a container says how many are its own.
     std::vector<id> pending_;

@@ -20,7 +20,7 @@ public:
     /// must stay valid as long as the cache is used; the reference is valid until the next call.
     template <class Make>
     const Value &find(std::string_view bytes, const Make &make) {
-        const Ends ends(bytes);
+        const EdgeWords ends(bytes);
         Slot &slot = slots_[ends.mixed(bytes.size())];
         if (!slot.bytes.data() || !isOf(slot, bytes, ends))
             slot = {bytes, ends, make()};
@@ -33,11 +33,11 @@ private:
     /// The first and the last eight bytes, which may overlap; of fewer than eight bytes enough to rebuild
     /// them. So up to 16 bytes are compared as two words. Never reads beyond the bytes: if something was just
     /// written there, the processor would have to wait for it.
-    struct Ends {
+    struct EdgeWords {
         std::uint64_t first = 0, last = 0;
 
-        Ends() = default;
-        explicit Ends(std::string_view bytes) {
+        EdgeWords() = default;
+        explicit EdgeWords(std::string_view bytes) {
             const char *begin = bytes.data(), *end = begin + bytes.size();
             if (bytes.size() >= 8) {
                 std::memcpy(&first, begin, 8);
@@ -52,7 +52,7 @@ private:
             }
         }
 
-        bool operator==(const Ends &) const = default;
+        bool operator==(const EdgeWords &) const = default;
 
         std::size_t mixed(std::size_t size) const {
             return ((first ^ std::rotl(last, 32) ^ size) * 0x9E3779B97F4A7C15u) >> (64 - slotBits);
@@ -61,11 +61,11 @@ private:
 
     struct Slot {
         std::string_view bytes;
-        Ends ends;
+        EdgeWords ends;
         Value value{};
     };
 
-    static bool isOf(const Slot &slot, std::string_view bytes, const Ends &ends) {
+    static bool isOf(const Slot &slot, std::string_view bytes, const EdgeWords &ends) {
         return slot.bytes.size() == bytes.size() && slot.ends == ends &&
                (bytes.size() <= 16 || slot.bytes == bytes);
     }

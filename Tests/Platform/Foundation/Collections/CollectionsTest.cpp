@@ -200,8 +200,8 @@ TEST(Collections, raiseForBlocksOfNone) {
                 [&] { everything->enumerateIndexesUsingBlock(nullptr); },
                 [&] { everything->enumerateRangesUsingBlock(nullptr); },
                 [] { NSThreadDetachNewThread(nullptr); },
-                [&] { array->performAsOneStep(nullptr); },
-                [&] { dictionary->performAsOneStep(nullptr); },
+                [&] { array->performAtomically(nullptr); },
+                [&] { dictionary->performAtomically(nullptr); },
                 [] { make<NSEnumerator>(nullptr); },
             };
             for (std::size_t i = 0; i < std::size(operations); ++i)

@@ -1,5 +1,6 @@
 // Formatting, and the log that is made of it.
 #include "Platform/Foundation/Text/Format.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Tests/Support/LogLines.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"

@@ -146,12 +146,12 @@ TEST(UsbDevices, TellsWhatStandsBetween) {
     EXPECT_THAT(access.printNodes, ElementsAre(fs::path("/dev/usb/lp3")));
     EXPECT_TRUE(isOpenSomewhere(access.printNodes, root.path()));
     EXPECT_FALSE(isOpenSomewhere({"/dev/usb/lp9"}, root.path()));
-    using Kind = Holder::Kind;
-    EXPECT_THAT(access.holders,
-                ElementsAre(Holder{4, "cat", Kind::other, true}, Holder{30, "scan", Kind::other, true},
-                            Holder{60, "usb", Kind::cupsBackend, true},
-                            Holder{61, "usb", Kind::cupsBackend, false},
-                            Holder{63, "ipp-usb", Kind::ippUsb, false}));
+    using Kind = HoldingProcess::Kind;
+    EXPECT_THAT(access.holders, ElementsAre(HoldingProcess{4, "cat", Kind::other, true},
+                                            HoldingProcess{30, "scan", Kind::other, true},
+                                            HoldingProcess{60, "usb", Kind::cupsBackend, true},
+                                            HoldingProcess{61, "usb", Kind::cupsBackend, false},
+                                            HoldingProcess{63, "ipp-usb", Kind::ippUsb, false}));
 }
 
 TEST(UsbDevices, TellOnePluggingFromAnother) {

@@ -4,7 +4,7 @@
 #include "Platform/Transport/Transport.h"
 #include "Platform/Transport/usb/AlternateSetting.h"
 #include "Platform/Transport/usb/BulkTransfer.h"
-#include "Platform/Transport/usb/HeldPrinter.h"
+#include "Platform/Transport/usb/IdleClosingPrinter.h"
 #include "Platform/Transport/usb/StatusText.h"
 #include "Platform/Transport/usb/UsbPrinters.h"
 #include "Tests/Support/Random.h"
@@ -192,7 +192,7 @@ protected:
     }
     // The watcher sees to it on its own time; only its end can be waited for.
     void awaitGivenBack(const Wire &wire) {
-        clock.advance(HeldPrinter::idleTime);
+        clock.advance(IdleClosingPrinter::idleTime);
         while (wire.open != 0)
             std::this_thread::yield();
     }

@@ -182,7 +182,7 @@ private:
     }
     bool leftBuilder() { return --depthInBuilder_ > 0 || take(builder_.take()); }
 
-    JSONLeaves &leaves() { return builder_.leaves(); }
+    JSONScalars &leaves() { return builder_.leaves(); }
     bool leaf(const id &value) { return value && (depthInBuilder_ > 0 ? builder_.add(value) : take(value)); }
 
     /// Puts a value into the innermost frame.

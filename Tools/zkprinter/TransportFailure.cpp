@@ -1,6 +1,6 @@
-#include "Tools/zkprinter/Reason.h"
+#include "Tools/zkprinter/TransportFailure.h"
 
-#include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Transport/zkcomtl.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 namespace {
 
 using transport::DeviceAccess;
-using transport::Holder;
+using transport::HoldingProcess;
 
 std::string quoted(const std::string &name) {
     return "\"" + escapedControlCharacters(name) + "\"";
@@ -28,16 +28,16 @@ std::string noPermission(const std::string &printer, const std::optional<DeviceA
            "the group lp, and try again.";
 }
 
-std::string heldBy(const Holder &holder, const std::string &printer) {
+std::string heldBy(const HoldingProcess &holder, const std::string &printer) {
     switch (holder.kind) {
-    case Holder::Kind::cupsBackend:
+    case HoldingProcess::Kind::cupsBackend:
         return "A print job holds " + printer + "; wait until it has finished and try again.";
-    case Holder::Kind::ippUsb:
+    case HoldingProcess::Kind::ippUsb:
         return "The daemon ipp-usb holds " + printer +
                "; stop it, for example with \"systemctl stop ipp-usb\", try again, and start it afterwards "
                "with "
                "\"systemctl start ipp-usb\".";
-    case Holder::Kind::other:
+    case HoldingProcess::Kind::other:
         break;
     }
     return "The program " + quoted(holder.process) + " (process " + std::to_string(holder.pid) + ") holds " +
@@ -46,8 +46,8 @@ std::string heldBy(const Holder &holder, const std::string &printer) {
 
 /// A key for the likeliest holder, smallest first: other programs may have the device open without claiming
 /// it, but a job does claim it.
-auto suspicion(const Holder &holder) {
-    return std::tuple(holder.kind != Holder::Kind::cupsBackend, !holder.seen, holder.kind);
+auto suspicion(const HoldingProcess &holder) {
+    return std::tuple(holder.kind != HoldingProcess::Kind::cupsBackend, !holder.seen, holder.kind);
 }
 
 std::string busy(const std::string &printer, const std::optional<DeviceAccess> &access) {

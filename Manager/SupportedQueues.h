@@ -13,7 +13,7 @@ class NSMutableArray;
 class NSString;
 
 /// What was found, and if there are no entries, why.
-struct QueueMatching {
+struct SupportedQueues {
     enum class Outcome {
         matching,       ///< there are entries
         noneSupported,  ///< there are queues, but none of a supported model
@@ -36,5 +36,5 @@ struct QueueMatching {
 ///
 /// `seen`, which may be empty, is called with the name of every queue, supported or not. Without `models`
 /// nothing matches.
-QueueMatching matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
-                          const std::function<void(const Ref<NSString> &destName)> &seen);
+SupportedQueues matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
+                            const std::function<void(const Ref<NSString> &destName)> &seen);

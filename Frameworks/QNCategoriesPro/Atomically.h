@@ -1,6 +1,6 @@
 // Several calls on a container as one step, which other threads see whole when a lock guards the container:
 //
-//     return oneStep(array, [](NSMutableArray &contents) { … });
+//     return atomically(array, [](NSMutableArray &contents) { … });
 #pragma once
 
 #include "Platform/Runtime/Object/Ref.h"
@@ -12,15 +12,15 @@ namespace qn {
 /// Calls `operation` with the container's contents and returns its result. When the container is none,
 /// `operation` is not called, and the result is none, zero or false.
 template <class Container, class Operation>
-auto oneStep(const Ref<Container> &container, const Operation &operation) {
+auto atomically(const Ref<Container> &container, const Operation &operation) {
     using Result = std::invoke_result_t<Operation, Container &>;
     if constexpr (std::is_void_v<Result>) {
         if (container)
-            container->performAsOneStep(
+            container->performAtomically(
                 [&](auto &contents) { operation(static_cast<Container &>(contents)); });
     } else {
         Result result{};
-        oneStep(container, [&](Container &contents) { result = operation(contents); });
+        atomically(container, [&](Container &contents) { result = operation(contents); });
         return result;
     }
 }

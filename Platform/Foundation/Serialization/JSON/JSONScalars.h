@@ -11,7 +11,7 @@
 
 #include <string_view>
 
-class JSONLeaves {
+class JSONScalars {
 public:
     Ref<NSNull> null() const { return NSNull::null(); }
     Ref<NSNumber> boolean(bool flag) const { return NSNumber::numberWithBool(flag); }

@@ -1,9 +1,9 @@
 // Queue matching against real CUPS servers. libcups remembers a server a thread, so every matching has a
 // thread of its own.
-#include "Manager/QueueMatching.h"
+#include "Manager/SupportedQueues.h"
 
 #include "Manager/PrintService.h"
-#include "Manager/SupportedModels.h"
+#include "Manager/SupportedPrinterModels.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Manager/ManagerTesting.h"
 #include "Tests/Support/Objects.h"
@@ -19,10 +19,10 @@
 
 namespace {
 
-using Outcome = QueueMatching::Outcome;
+using Outcome = SupportedQueues::Outcome;
 
 struct Matched {
-    QueueMatching outcome;
+    SupportedQueues outcome;
     Lines entries; ///< "displayName | hideName | deviceUri"
     Lines seen;
     Lines log;
@@ -121,7 +121,7 @@ void swallow(int connection) {
 
 } // namespace
 
-TEST(QueueMatching, listsTheQueuesOfSupportedModels) {
+TEST(SupportedQueues, listsTheQueuesOfSupportedModels) {
     PrivateCups server(true);
     const Matched shipped = matched(supportedModels());
     EXPECT_EQ(shipped.outcome.outcome, Outcome::matching);
@@ -174,7 +174,7 @@ TEST(QueueMatching, listsTheQueuesOfSupportedModels) {
     }
 }
 
-TEST(QueueMatching, tellsAnEmptyServerFromNone) {
+TEST(SupportedQueues, tellsAnEmptyServerFromNone) {
     PrivateCups server(false);
     const Matched empty = matched(supportedModels());
     EXPECT_EQ(empty.outcome.outcome, Outcome::noQueues);
@@ -198,7 +198,7 @@ TEST(QueueMatching, tellsAnEmptyServerFromNone) {
 }
 
 // Each of them would keep the caller for good, and all but the last are left by the other thread, too.
-TEST(QueueMatching, givesUpWhoeverNeverFinishesAnswering) {
+TEST(SupportedQueues, givesUpWhoeverNeverFinishesAnswering) {
     dispatch::ManualClock clock;
     const dispatch::ClockScope scope(clock);
     const std::string answer = "HTTP/1.1 200 OK\r\nServer: Mute/1.0\r\n";

@@ -1,4 +1,4 @@
-#include "Platform/Dispatch/Queues/Turnstile.h"
+#include "Platform/Dispatch/Queues/FairReaderWriterLock.h"
 
 #include "Platform/Dispatch/Queues/Pool.h"
 
@@ -9,13 +9,13 @@ namespace dispatch {
 using locking::MutexLock;
 using locking::MutexUnlock;
 
-void Turnstile::waitToRead() {
+void FairReaderWriterLock::waitToRead() {
     const MutexLock lock(mutex_);
     if (retractRead())
         waitForTurn(Item::Kind::read);
 }
 
-void Turnstile::lastReaderLeft() {
+void FairReaderWriterLock::lastReaderLeft() {
     {
         const MutexLock lock(mutex_);
         if (!wantsDrain())
@@ -24,12 +24,12 @@ void Turnstile::lastReaderLeft() {
     startDrain();
 }
 
-void Turnstile::enterBarrier() {
+void FairReaderWriterLock::enterBarrier() {
     const MutexLock lock(mutex_);
     waitForTurn(Item::Kind::barrier);
 }
 
-void Turnstile::leaveBarrier() {
+void FairReaderWriterLock::leaveBarrier() {
     {
         const MutexLock lock(mutex_);
         barrierInside_ = false;
@@ -39,7 +39,7 @@ void Turnstile::leaveBarrier() {
     startDrain();
 }
 
-void Turnstile::asyncRead(Block block) {
+void FairReaderWriterLock::asyncRead(Block block) {
     bool drains = false;
     if (state_.fetch_add(1, std::memory_order_acquire) & slow) {
         const MutexLock lock(mutex_);
@@ -54,7 +54,7 @@ void Turnstile::asyncRead(Block block) {
         startDrain();
 }
 
-void Turnstile::asyncBarrier(Block block) {
+void FairReaderWriterLock::asyncBarrier(Block block) {
     {
         const MutexLock lock(mutex_);
         enqueue(Item::Kind::barrier, nullptr, std::move(block));
@@ -65,7 +65,7 @@ void Turnstile::asyncBarrier(Block block) {
 }
 
 // For a reader that is counted as inside.
-void Turnstile::startRead(Block block) {
+void FairReaderWriterLock::startRead(Block block) {
     Pool::shared().submit([self = shared_from_this(), block = std::move(block)]() mutable {
         block();
         block = nullptr;
@@ -75,20 +75,20 @@ void Turnstile::startRead(Block block) {
 
 // For a reader that has counted itself in and found `slow` set. False when the line has emptied meanwhile:
 // then the reader is inside.
-bool Turnstile::retractRead() {
+bool FairReaderWriterLock::retractRead() {
     if (!(state_.load(std::memory_order_relaxed) & slow))
         return false;
     state_.fetch_sub(1, std::memory_order_relaxed);
     return true;
 }
 
-void Turnstile::enqueue(Item::Kind kind, Waiter *waiter, Block block) {
+void FairReaderWriterLock::enqueue(Item::Kind kind, Waiter *waiter, Block block) {
     line_.push_back({kind, waiter, std::move(block)});
     state_.fetch_or(slow, std::memory_order_relaxed);
 }
 
 // Runs the barriers ahead that nobody runs, sleeps otherwise.
-void Turnstile::waitForTurn(Item::Kind kind) {
+void FairReaderWriterLock::waitForTurn(Item::Kind kind) {
     Waiter self;
     enqueue(kind, &self, nullptr);
     waiters_.push_back(&self);
@@ -105,7 +105,7 @@ void Turnstile::waitForTurn(Item::Kind kind) {
 }
 
 // Admits from the head all reads, and then a barrier whose own thread waits for it.
-void Turnstile::admit() {
+void FairReaderWriterLock::admit() {
     if (barrierInside_)
         return;
     while (!line_.empty() && line_.front().kind == Item::Kind::read) {
@@ -125,18 +125,18 @@ void Turnstile::admit() {
     }
 }
 
-void Turnstile::admitWaiter(Waiter &waiter) {
+void FairReaderWriterLock::admitWaiter(Waiter &waiter) {
     waiters_.pop_front();
     waiter.admitted = true;
     waiter.wanted.signal();
 }
 
-bool Turnstile::barrierIsReady() const {
+bool FairReaderWriterLock::barrierIsReady() const {
     return !barrierInside_ && !line_.empty() && line_.front().kind == Item::Kind::barrier &&
            !line_.front().waiter && noReaderInside();
 }
 
-void Turnstile::runBarrier() noexcept {
+void FairReaderWriterLock::runBarrier() noexcept {
     Block block = std::move(line_.front().block);
     line_.pop_front();
     barrierInside_ = true;
@@ -151,7 +151,7 @@ void Turnstile::runBarrier() noexcept {
 
 // Lets in what can come in, and finds a thread for an asynchronous barrier at the head. True: it is to be one
 // of the pool, which is called without the mutex.
-bool Turnstile::wantsDrain() {
+bool FairReaderWriterLock::wantsDrain() {
     admit();
     if (!barrierIsReady())
         return false;
@@ -162,11 +162,11 @@ bool Turnstile::wantsDrain() {
     return false;
 }
 
-void Turnstile::startDrain() {
+void FairReaderWriterLock::startDrain() {
     Pool::shared().submit([self = shared_from_this()] { self->drain(); });
 }
 
-void Turnstile::drain() {
+void FairReaderWriterLock::drain() {
     const MutexLock lock(mutex_);
     while (barrierIsReady())
         runBarrier();

@@ -1,4 +1,4 @@
-#include "Tools/zkprinter/Reason.h"
+#include "Tools/zkprinter/TransportFailure.h"
 
 #include "Platform/Transport/zkcomtl.h"
 
@@ -8,9 +8,9 @@
 namespace {
 
 using transport::DeviceAccess;
-using transport::Holder;
+using transport::HoldingProcess;
 
-DeviceAccess heldBy(const char *process, Holder::Kind kind) {
+DeviceAccess heldBy(const char *process, HoldingProcess::Kind kind) {
     return {.holders = {{.pid = 42, .process = process, .kind = kind}}};
 }
 
@@ -18,8 +18,8 @@ DeviceAccess heldBy(const char *process, Holder::Kind kind) {
 const DeviceAccess heldByJobAmongOthers = {
     .holders = {
         {.pid = 1, .process = "scan", .seen = true},
-        {.pid = 2, .process = "ipp-usb", .kind = Holder::Kind::ippUsb},
-        {.pid = 3, .process = "usb", .kind = Holder::Kind::cupsBackend},
+        {.pid = 2, .process = "ipp-usb", .kind = HoldingProcess::Kind::ippUsb},
+        {.pid = 3, .process = "usb", .kind = HoldingProcess::Kind::cupsBackend},
     }};
 const DeviceAccess printedOnBySomebody = {.printNodes = {"/dev/usb/lp1"}, .kernelDriver = "usblp"};
 const DeviceAccess withRule = {.udevRule = "/usr/lib/udev/rules.d/70-zkutility.rules"};
@@ -27,7 +27,7 @@ const DeviceAccess withRule = {.udevRule = "/usr/lib/udev/rules.d/70-zkutility.r
 } // namespace
 
 TEST(Reason, namesTheThingToDo) {
-    using Kind = Holder::Kind;
+    using Kind = HoldingProcess::Kind;
     const struct {
         std::int32_t transportStatus;
         std::optional<DeviceAccess> access;

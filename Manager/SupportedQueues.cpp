@@ -1,4 +1,4 @@
-#include "Manager/QueueMatching.h"
+#include "Manager/SupportedQueues.h"
 
 #include "Manager/PrintService.h"
 #include "Platform/Foundation/Collections/NSArray.h"
@@ -44,8 +44,8 @@ void matchQueue(const cups_dest_t &destination, const NSArray &models, NSMutable
     }
 }
 
-QueueMatching outcomeOf(const PrintServiceAnswer &service, const Ref<NSArray> &models, bool matched) {
-    using enum QueueMatching::Outcome;
+SupportedQueues outcomeOf(const PrintServiceAnswer &service, const Ref<NSArray> &models, bool matched) {
+    using enum SupportedQueues::Outcome;
     return {.outcome = !models             ? noModels
                        : !service.answers  ? noPrintService
                        : matched           ? matching
@@ -58,8 +58,8 @@ QueueMatching outcomeOf(const PrintServiceAnswer &service, const Ref<NSArray> &m
 
 } // namespace
 
-QueueMatching matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
-                          const std::function<void(const Ref<NSString> &destName)> &seen) {
+SupportedQueues matchQueues(const Ref<NSArray> &models, const Ref<NSMutableArray> &entries,
+                            const std::function<void(const Ref<NSString> &destName)> &seen) {
     const PrintServiceAnswer service = askPrintService();
     NSLog("****numOfDests:%d", service.count);
     const auto known = models ? models : NSArray::array();

@@ -27,7 +27,7 @@
 
 namespace dispatch {
 
-class Turnstile : public std::enable_shared_from_this<Turnstile> {
+class FairReaderWriterLock : public std::enable_shared_from_this<FairReaderWriterLock> {
 public:
     void enterRead() {
         if (state_.fetch_add(1, std::memory_order_acquire) & slow) [[unlikely]]

@@ -1,4 +1,4 @@
-#include "Manager/SupportedModels.h"
+#include "Manager/SupportedPrinterModels.h"
 
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"

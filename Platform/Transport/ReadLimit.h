@@ -17,7 +17,7 @@
 
 namespace transport {
 
-class ReadRun {
+class ReadLimit {
 public:
     /// The bound before the first write, when reads drain what an earlier program left in the printer; or one
     /// time-out, if that is longer.
@@ -28,17 +28,17 @@ public:
     static constexpr int mostReads = 1000;
 
     /// The handle was written to: forgets the run.
-    void written() { *this = ReadRun(true); }
+    void written() { *this = ReadLimit(true); }
 
     /// The time-out for the next read; none when the run is over the bound.
     std::optional<std::chrono::milliseconds> begin(dispatch::Instant now, std::chrono::milliseconds timeout);
     /// Call with the status of the read that `begin` allowed; returns the status for the caller.
     tl_usb_status end(tl_usb_status status);
 
-    ReadRun() = default;
+    ReadLimit() = default;
 
 private:
-    explicit ReadRun(bool written) : written_(written) {}
+    explicit ReadLimit(bool written) : written_(written) {}
 
     bool written_ = false;
     std::optional<dispatch::Instant> start_;

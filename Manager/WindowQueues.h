@@ -6,7 +6,7 @@
 class NSMutableArray;
 class NSString;
 
-struct QueueList {
+struct WindowQueues {
     enum class State {
         found,
         noneSupported, ///< the print service has no queue of a supported model
@@ -15,10 +15,10 @@ struct QueueList {
     };
 
     State state = State::noneSupported;
-    Ref<NSMutableArray> entries;  ///< table entries (see QueueMatching.h)
+    Ref<NSMutableArray> entries;  ///< table entries (see SupportedQueues.h)
     Ref<NSString> latestDestName; ///< the name of the last queue, supported or not; none without queues
 };
 
 /// Asks the print service. Blocks until it answers, at most for `printServicePatience` (PrintService.h). Any
 /// thread.
-QueueList readQueueList();
+WindowQueues readWindowQueues();

@@ -1,4 +1,4 @@
-#include "Platform/Transport/usb/PrintNodeHold.h"
+#include "Platform/Transport/usb/PrintNodeLock.h"
 
 #include "Platform/Transport/usb/DeviceAccess.h"
 
@@ -8,7 +8,7 @@
 
 namespace transport {
 
-PrintNodeHold::PrintNodeHold(const AttachedPrinter &printer) {
+PrintNodeLock::PrintNodeLock(const AttachedPrinter &printer) {
     const std::vector<std::filesystem::path> nodes = printNodes(printer);
     files_.reserve(nodes.size());
     bool hidden = false;
@@ -22,7 +22,7 @@ PrintNodeHold::PrintNodeHold(const AttachedPrinter &printer) {
     used_ = used_ || (hidden && isOpenSomewhere(nodes));
 }
 
-PrintNodeHold::~PrintNodeHold() {
+PrintNodeLock::~PrintNodeLock() {
     for (const int file : files_)
         ::close(file);
 }

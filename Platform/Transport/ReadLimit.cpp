@@ -1,4 +1,4 @@
-#include "Platform/Transport/ReadRun.h"
+#include "Platform/Transport/ReadLimit.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@ namespace transport {
 
 using std::chrono::milliseconds;
 
-std::optional<milliseconds> ReadRun::begin(dispatch::Instant now, milliseconds timeout) {
+std::optional<milliseconds> ReadLimit::begin(dispatch::Instant now, milliseconds timeout) {
     start_ = start_.value_or(now);
     const milliseconds longest =
         written_ ? 2 * std::max(timeout, shortestTimeout) : std::max(timeout, longestDrain);
@@ -19,7 +19,7 @@ std::optional<milliseconds> ReadRun::begin(dispatch::Instant now, milliseconds t
     return std::min(left, timeout);
 }
 
-tl_usb_status ReadRun::end(tl_usb_status status) {
+tl_usb_status ReadLimit::end(tl_usb_status status) {
     if (status != TL_USB_ERROR_TIMEOUT)
         return status;
     over_ = shortened_;

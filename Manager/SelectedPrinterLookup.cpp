@@ -1,4 +1,4 @@
-#include "Manager/RecordLookup.h"
+#include "Manager/SelectedPrinterLookup.h"
 
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"

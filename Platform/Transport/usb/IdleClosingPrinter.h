@@ -26,14 +26,14 @@
 
 namespace transport {
 
-class HeldPrinter final : public Printer {
+class IdleClosingPrinter final : public Printer {
 public:
     /// So that CUPS and the kernel's driver wait for less than a second.
     static constexpr std::chrono::milliseconds idleTime{800};
 
     /// Bus and clock have to outlive it.
-    HeldPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::Clock &clock);
-    ~HeldPrinter() override;
+    IdleClosingPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::Clock &clock);
+    ~IdleClosingPrinter() override;
 
     const ListedPrinter &listed() const override { return listed_; }
     tl_usb_status open(const std::stop_token &stop) override;

@@ -1,4 +1,4 @@
-#include "Platform/Transport/usb/HeldPrinter.h"
+#include "Platform/Transport/usb/IdleClosingPrinter.h"
 
 #include "Platform/Transport/usb/BulkTransfer.h"
 #include "Platform/Transport/usb/DeviceId.h"
@@ -14,34 +14,35 @@ namespace transport {
 using dispatch::Instant;
 using std::chrono::milliseconds;
 
-HeldPrinter::HeldPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::Clock &clock)
+IdleClosingPrinter::IdleClosingPrinter(const AttachedPrinter &printer, UsbBus &bus, dispatch::Clock &clock)
     : printer_(printer), listed_(printer.listed()), bus_(bus), clock_(clock) {}
 
-HeldPrinter::~HeldPrinter() {
+IdleClosingPrinter::~IdleClosingPrinter() {
     giveBack();
     if (watcher_.joinable())
         watcher_.join();
 }
 
-tl_usb_status HeldPrinter::open(const std::stop_token &stop) {
+tl_usb_status IdleClosingPrinter::open(const std::stop_token &stop) {
     // The device may still be open from before, although the printer has gone.
     return transfer(
         stop, [&](UsbDevice &) { return bus_.isAttached(printer_) ? TL_USB_OK : TL_USB_ERROR_NO_DEVICE; });
 }
 
-tl_usb_status HeldPrinter::write(std::span<const std::uint8_t> bytes, milliseconds timeout,
-                                 const std::stop_token &stop) {
+tl_usb_status IdleClosingPrinter::write(std::span<const std::uint8_t> bytes, milliseconds timeout,
+                                        const std::stop_token &stop) {
     return transfer(stop, [&](UsbDevice &device) { return writeAll(device, bytes, timeout, stop, clock_); });
 }
 
-tl_usb_status HeldPrinter::read(std::span<std::uint8_t> buffer, std::size_t &count, milliseconds timeout,
-                                const std::stop_token &stop) {
+tl_usb_status IdleClosingPrinter::read(std::span<std::uint8_t> buffer, std::size_t &count,
+                                       milliseconds timeout, const std::stop_token &stop) {
     count = 0;
     return transfer(
         stop, [&](UsbDevice &device) { return readTransfer(device, buffer, count, timeout, stop, clock_); });
 }
 
-tl_usb_status HeldPrinter::status(std::string &text, milliseconds timeout, const std::stop_token &stop) {
+tl_usb_status IdleClosingPrinter::status(std::string &text, milliseconds timeout,
+                                         const std::stop_token &stop) {
     const Instant deadline = clock_.now() + timeout;
     const auto remaining = [&] {
         return std::max(std::chrono::ceil<milliseconds>(deadline - clock_.now()), milliseconds(1));
@@ -60,7 +61,7 @@ tl_usb_status HeldPrinter::status(std::string &text, milliseconds timeout, const
     });
 }
 
-void HeldPrinter::giveBack() {
+void IdleClosingPrinter::giveBack() {
     const locking::MutexLock lock(mutex_);
     keep_ = false;
     if (state_ == State::open && users_ == 0)
@@ -69,18 +70,18 @@ void HeldPrinter::giveBack() {
         changed_.wait(mutex_);
 }
 
-tl_usb_status HeldPrinter::transfer(const std::stop_token &stop, const Work &work) {
+tl_usb_status IdleClosingPrinter::transfer(const std::stop_token &stop, const Work &work) {
     const locking::MutexLock lock(transfer_);
     return use(true, stop, work);
 }
 
-tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Work &work) {
+tl_usb_status IdleClosingPrinter::use(bool keep, const std::stop_token &stop, const Work &work) {
     UsbDevice *device = nullptr;
     if (const tl_usb_status status = begin(keep, stop, device); status != TL_USB_OK)
         return status;
     tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
     struct Ending {
-        HeldPrinter &held;
+        IdleClosingPrinter &held;
         const tl_usb_status &status;
         ~Ending() { held.end(status); }
     } const ending{*this, status};
@@ -88,7 +89,7 @@ tl_usb_status HeldPrinter::use(bool keep, const std::stop_token &stop, const Wor
     return status;
 }
 
-tl_usb_status HeldPrinter::begin(bool keep, const std::stop_token &stop, UsbDevice *&device) {
+tl_usb_status IdleClosingPrinter::begin(bool keep, const std::stop_token &stop, UsbDevice *&device) {
     const locking::MutexLock lock(mutex_);
     while (state_ != State::closed && state_ != State::open)
         changed_.wait(mutex_);
@@ -105,7 +106,7 @@ tl_usb_status HeldPrinter::begin(bool keep, const std::stop_token &stop, UsbDevi
     return TL_USB_OK;
 }
 
-void HeldPrinter::end(tl_usb_status status) {
+void IdleClosingPrinter::end(tl_usb_status status) {
     const locking::MutexLock lock(mutex_);
     lastUse_ = clock_.now();
     keep_ = keep_ && status != TL_USB_ERROR_NO_DEVICE;
@@ -114,7 +115,7 @@ void HeldPrinter::end(tl_usb_status status) {
         closeDevice();
 }
 
-tl_usb_status HeldPrinter::openDevice() {
+tl_usb_status IdleClosingPrinter::openDevice() {
     become(State::opening);
     std::unique_ptr<UsbDevice> device;
     tl_usb_status status = TL_USB_ERROR_NO_MEMORY;
@@ -129,7 +130,7 @@ tl_usb_status HeldPrinter::openDevice() {
     return status;
 }
 
-void HeldPrinter::closeDevice() {
+void IdleClosingPrinter::closeDevice() {
     become(State::closing);
     std::unique_ptr<UsbDevice> device = std::move(device_);
     {
@@ -139,13 +140,13 @@ void HeldPrinter::closeDevice() {
     become(State::closed);
 }
 
-void HeldPrinter::become(State state) {
+void IdleClosingPrinter::become(State state) {
     state_ = state;
     changed_.notifyAll();
 }
 
 // False when the system has no thread left.
-bool HeldPrinter::watch() {
+bool IdleClosingPrinter::watch() {
     if (watching_)
         return true;
     if (watcher_.joinable())
@@ -159,7 +160,7 @@ bool HeldPrinter::watch() {
     return true;
 }
 
-void HeldPrinter::runWatch() {
+void IdleClosingPrinter::runWatch() {
     const locking::MutexLock lock(mutex_);
     while (state_ == State::open) {
         const Instant now = clock_.now();

@@ -1,7 +1,7 @@
 // Makes sure that no program prints through the kernel's printer driver while the interface is taken from it:
 // the job would lose its rest.
 //
-//     const PrintNodeHold nodes(printer);
+//     const PrintNodeLock nodes(printer);
 //     if (!nodes.isUsed())
 //         ...                                 // take the interface
 //
@@ -17,12 +17,12 @@
 
 namespace transport {
 
-class PrintNodeHold {
+class PrintNodeLock {
 public:
-    explicit PrintNodeHold(const AttachedPrinter &printer);
-    PrintNodeHold(const PrintNodeHold &) = delete;
-    PrintNodeHold &operator=(const PrintNodeHold &) = delete;
-    ~PrintNodeHold();
+    explicit PrintNodeLock(const AttachedPrinter &printer);
+    PrintNodeLock(const PrintNodeLock &) = delete;
+    PrintNodeLock &operator=(const PrintNodeLock &) = delete;
+    ~PrintNodeLock();
 
     /// Whether another program has a node open.
     bool isUsed() const { return used_; }

@@ -1,11 +1,11 @@
-#include "Platform/Foundation/System/EndingSignals.h"
+#include "Platform/Foundation/System/TerminationSignals.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-TEST(EndingSignals, endTheProgramsThatAreStartedAsUsual) {
+TEST(TerminationSignals, endTheProgramsThatAreStartedAsUsual) {
     dispatch::endOnSignals();
     const pid_t child = fork();
     if (child == 0) {

@@ -1,4 +1,4 @@
-#include "Platform/Foundation/System/EndingSignals.h"
+#include "Platform/Foundation/System/TerminationSignals.h"
 
 #include "Platform/Dispatch/Time/DetachedThread.h"
 
