@@ -18,10 +18,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <fcntl.h>
 #include <map>
-#include <thread>
-#include <unistd.h>
 
 namespace {
 
@@ -35,27 +32,21 @@ NSComparisonResult compare(const id &first, const id &second) {
 
 /// Everything random that an operation is given; the same for both sides.
 struct Arguments {
-    Arguments(Random &random, NSUInteger size) {
-        index = random() % (size + 2);
-        other = random() % (size + 2);
-        range = {index, random() % (size + 1)};
-        object = word(random());
-        const auto more = NSMutableArray::array();
-        for (auto i = random() % 4; i > 0; --i)
-            more->addObject(word(random()));
-        list = as<NSArray>(more->copy());
-        const auto set = NSMutableIndexSet::indexSet();
-        for (auto i = random() % 4; i > 0; --i)
-            set->addIndex(random() % (size + 1));
-        indexes = set;
+    Arguments(Random &random, NSUInteger size)
+        : index(random.below(size + 2)), other(random.below(size + 2)), range{index, random.below(size + 1)},
+          object(word(random())) {
+        for (auto more = random.below(4); more > 0; --more)
+            list->addObject(word(random()));
+        for (auto more = random.below(4); more > 0; --more)
+            indexes->addIndex(random.below(size + 1));
         dictionary = dictionaryOf({{word(random()), object}, {word(random()), word(random())}});
     }
 
-    NSUInteger index, other;
-    NSRange range;
-    Ref<NSString> object;
-    Ref<NSArray> list;
-    Ref<NSIndexSet> indexes;
+    const NSUInteger index, other;
+    const NSRange range;
+    const Ref<NSString> object;
+    const Ref<NSMutableArray> list = NSMutableArray::array();
+    const Ref<NSMutableIndexSet> indexes = NSMutableIndexSet::indexSet();
     Ref<NSDictionary> dictionary;
     SEL selector = "compare:"_sel;
 };
@@ -70,22 +61,35 @@ std::string shown(std::integral auto value) {
 std::string shown(const std::vector<id> &objects) {
     return text(arrayOf(objects));
 }
+std::string shown(const std::string &text) {
+    return text;
+}
 
-/// What the step gives, or the name of what it raises.
-template <class Step>
-std::string outcome(const Step &step) {
-    try {
-        if constexpr (std::is_void_v<decltype(step())>)
-            return step(), "done";
-        else
-            return shown(step());
-    } catch (const NSException &exception) {
-        return exception.name();
-    }
+/// What several operations give, one behind the other.
+std::string told(const auto &...results) {
+    return ((shown(results) + "; ") + ...);
 }
 
 template <class Container>
 using Operation = std::function<std::string(const Ref<Container> &, const Arguments &)>;
+
+template <class Container>
+std::vector<Operation<Container>> operations(auto... each) {
+    return {each...};
+}
+
+/// What the step gives, or the name of what it raises.
+template <class Step>
+std::string outcome(const Step &step) {
+    std::string result = "done";
+    const std::string exception = raised([&] {
+        if constexpr (std::is_void_v<decltype(step())>)
+            step();
+        else
+            result = shown(step());
+    });
+    return exception.empty() ? result : exception;
+}
 
 #define OPERATION(Container, expression)                                                                     \
     [](const Ref<Container> &c, [[maybe_unused]] const Arguments &a) {                                       \
@@ -94,13 +98,9 @@ using Operation = std::function<std::string(const Ref<Container> &, const Argume
 #define ARRAY(expression) OPERATION(NSMutableArray, expression)
 #define DICTIONARY(expression) OPERATION(NSMutableDictionary, expression)
 
-bool isEarly(const id &object) {
-    return as<NSString>(object)->units() < u"m";
-}
-
-NSInteger order(const id &first, const id &second, void *) {
+const auto order = [](const id &first, const id &second, void *) {
     return static_cast<NSInteger>(compare(first, second));
-}
+};
 
 std::string walked(const auto &container) {
     std::string seen;
@@ -124,142 +124,91 @@ Ref<NSString> visits(const Walk &walk) {
     return seen;
 }
 
-const auto isEarlyAt = [](const id &object, NSUInteger, bool &) { return isEarly(object); };
-const auto isEarlyEntry = [](const id &key, const id &, bool &) { return isEarly(key); };
+const auto isEarly = [](const id &object, auto, bool &) { return as<NSString>(object)->units() < u"m"; };
 
-const Operation<NSMutableArray> arrayOperations[] = {
-    ARRAY(c->addObject(a.object)),
-    ARRAY(c->addObject(a.object)),
-    ARRAY(c->addObjectsFromArray(a.list)),
-    ARRAY(c->insertObject(a.object, a.index)),
-    ARRAY(c->insertObjects(a.list, a.indexes)),
-    ARRAY(c->removeLastObject()),
-    ARRAY(c->removeObjectAtIndex(a.index)),
-    ARRAY(c->replaceObjectAtIndex(a.index, a.object)),
-    ARRAY(c->setObject(a.object, a.index)),
-    ARRAY(c->exchangeObjectAtIndex(a.index, a.other)),
-    ARRAY(c->removeObject(a.object)),
-    ARRAY(c->removeObject(a.object, a.range)),
-    ARRAY(c->removeObjectIdenticalTo(a.object)),
-    ARRAY(c->removeObjectIdenticalTo(a.object, a.range)),
-    ARRAY(c->removeObjectsInArray(a.list)),
-    ARRAY(c->removeObjectsInRange(a.range)),
-    ARRAY(c->replaceObjectsInRange(a.range, a.list)),
-    ARRAY(c->replaceObjectsInRange(a.range, a.list, {0, 1})),
-    ARRAY(c->removeObjectsAtIndexes(a.indexes)),
-    ARRAY(c->replaceObjectsAtIndexes(a.indexes, a.list)),
-    ARRAY(c->sortUsingFunction(order, nullptr)),
-    ARRAY(c->sortUsingSelector(a.selector)),
-    ARRAY(c->sortUsingComparator(compare)),
-    ARRAY(c->sortWithOptions(NSSortStable, compare)),
-    ARRAY(qn::popFirstObject(c)),
-    ARRAY(qn::appendObjects(c, a.list)),
-    ARRAY(qn::insertObjects(c, a.list, a.index)),
-    // Reads.
-    ARRAY(c->count()),
-    ARRAY(c->objectAtIndex(a.index)),
-    ARRAY(c->objectAtIndexedSubscript(a.index)),
-    ARRAY(c->getObjects(a.range)),
-    ARRAY(c->allObjects()),
+/// Reads that never raise.
+std::string reads(const Ref<NSMutableArray> &c, const Arguments &a) {
+    return told(
+        c->count(), c->allObjects(), c->firstObject(), c->lastObject(), c->indexOfObject(a.object),
+        c->indexOfObjectIdenticalTo(a.object), c->indexOfObjectIdenticalTo(c->lastObject()),
+        c->containsObject(a.object), c->firstObjectCommonWithArray(a.list), c->arrayByAddingObject(a.object),
+        c->arrayByAddingObjectsFromArray(a.list), c->componentsJoinedByString(a.object),
+        c->objectEnumerator()->allObjects(), c->reverseObjectEnumerator()->allObjects(), walked(c),
+        visits([&](const auto &visit) { c->enumerateObjectsUsingBlock(visit); }),
+        visits([&](const auto &visit) { c->enumerateObjectsWithOptions(NSEnumerationReverse, visit); }),
+        c->indexOfObjectPassingTest(isEarly), c->indexesOfObjectsPassingTest(isEarly),
+        c->indexOfObjectWithOptions(NSEnumerationReverse, isEarly),
+        c->indexesOfObjectsWithOptions(0, isEarly), c->sortedArrayUsingFunction(order, nullptr),
+        c->sortedArrayUsingFunction(order, nullptr, c->sortedArrayHint()),
+        c->sortedArrayUsingSelector(a.selector), c->sortedArrayUsingComparator(compare),
+        c->sortedArrayWithOptions(NSSortConcurrent, compare), c->hash(), c->description(),
+        c->descriptionWithLocale(nullptr), c->descriptionWithLocale(nullptr, 2), NSArray::arrayWithArray(c),
+        qn::jsonStringEncoded(c));
+}
+
+const auto arrayOperations = operations<NSMutableArray>(
+    ARRAY(c->addObject(a.object)), ARRAY(c->addObjectsFromArray(a.list)),
+    ARRAY(c->insertObject(a.object, a.index)), ARRAY(c->insertObjects(a.list, a.indexes)),
+    ARRAY(c->removeLastObject()), ARRAY(c->removeObjectAtIndex(a.index)),
+    ARRAY(c->replaceObjectAtIndex(a.index, a.object)), ARRAY(c->setObject(a.object, a.index)),
+    ARRAY(c->exchangeObjectAtIndex(a.index, a.other)), ARRAY(c->removeObject(a.object)),
+    ARRAY(c->removeObject(a.object, a.range)), ARRAY(c->removeObjectIdenticalTo(a.object)),
+    ARRAY(c->removeObjectIdenticalTo(a.object, a.range)), ARRAY(c->removeObjectsInArray(a.list)),
+    ARRAY(c->removeObjectsInRange(a.range)), ARRAY(c->replaceObjectsInRange(a.range, a.list)),
+    ARRAY(c->replaceObjectsInRange(a.range, a.list, NSMakeRange(0, 1))),
+    ARRAY(c->removeObjectsAtIndexes(a.indexes)), ARRAY(c->replaceObjectsAtIndexes(a.indexes, a.list)),
+    ARRAY(c->sortUsingFunction(order, nullptr)), ARRAY(c->sortUsingSelector(a.selector)),
+    ARRAY(c->sortUsingComparator(compare)), ARRAY(c->sortWithOptions(NSSortStable, compare)),
+    ARRAY(qn::popFirstObject(c)), ARRAY(qn::appendObjects(c, a.list)),
+    ARRAY(qn::insertObjects(c, a.list, a.index)), ARRAY(reads(c, a)),
+    ARRAY(told(c->objectAtIndex(a.index), c->objectAtIndexedSubscript(a.index))),
+    ARRAY(told(c->getObjects(a.range), c->subarrayWithRange(a.range))),
+    ARRAY(told(c->indexOfObject(a.object, a.range), c->indexOfObjectIdenticalTo(a.object, a.range))),
     ARRAY(c->objectsAtIndexes(a.indexes)),
-    ARRAY(c->firstObject()),
-    ARRAY(c->lastObject()),
-    ARRAY(c->indexOfObject(a.object)),
-    ARRAY(c->indexOfObject(a.object, a.range)),
-    ARRAY(c->indexOfObjectIdenticalTo(a.object)),
-    ARRAY(c->indexOfObjectIdenticalTo(c->lastObject())),
-    ARRAY(c->indexOfObjectIdenticalTo(a.object, a.range)),
-    ARRAY(c->containsObject(a.object)),
-    ARRAY(c->firstObjectCommonWithArray(a.list)),
-    ARRAY(c->arrayByAddingObject(a.object)),
-    ARRAY(c->arrayByAddingObjectsFromArray(a.list)),
-    ARRAY(c->subarrayWithRange(a.range)),
-    ARRAY(c->componentsJoinedByString(a.object)),
-    ARRAY(c->objectEnumerator()->allObjects()),
-    ARRAY(c->reverseObjectEnumerator()->allObjects()),
-    ARRAY(visits([&](const auto &visit) { c->enumerateObjectsUsingBlock(visit); })),
-    ARRAY(visits([&](const auto &visit) { c->enumerateObjectsWithOptions(NSEnumerationReverse, visit); })),
     ARRAY(visits([&](const auto &visit) { c->enumerateObjectsAtIndexes(a.indexes, 0, visit); })),
-    ARRAY(c->indexOfObjectPassingTest(isEarlyAt)),
-    ARRAY(c->indexOfObjectWithOptions(NSEnumerationReverse, isEarlyAt)),
-    ARRAY(c->indexOfObjectAtIndexes(a.indexes, 0, isEarlyAt)),
-    ARRAY(c->indexesOfObjectsPassingTest(isEarlyAt)),
-    ARRAY(c->indexesOfObjectsWithOptions(0, isEarlyAt)),
-    ARRAY(c->indexesOfObjectsAtIndexes(a.indexes, NSEnumerationReverse, isEarlyAt)),
+    ARRAY(c->indexOfObjectAtIndexes(a.indexes, 0, isEarly)),
+    ARRAY(c->indexesOfObjectsAtIndexes(a.indexes, NSEnumerationReverse, isEarly)),
     ARRAY(c->makeObjectsPerformSelector(a.selector)),
     ARRAY(c->makeObjectsPerformSelector(a.selector, a.object)),
-    ARRAY(c->sortedArrayUsingFunction(order, nullptr)),
-    ARRAY(c->sortedArrayUsingFunction(order, nullptr, c->sortedArrayHint())),
-    ARRAY(c->sortedArrayUsingSelector(a.selector)),
-    ARRAY(c->sortedArrayUsingComparator(compare)),
-    ARRAY(c->sortedArrayWithOptions(NSSortConcurrent, compare)),
     ARRAY(c->indexOfObject(a.object, a.range, NSBinarySearchingInsertionIndex, compare)),
-    ARRAY(c->hash()),
-    ARRAY(c->description()),
-    ARRAY(c->descriptionWithLocale(nullptr)),
-    ARRAY(c->descriptionWithLocale(nullptr, 2)),
-    ARRAY(string(walked(c))),
-    ARRAY(NSArray::arrayWithArray(c)),
-    ARRAY(qn::jsonStringEncoded(c)),
     // Seldom enough for the array to grow.
-    ARRAY(c->removeAllObjects()),
-    ARRAY(c->setArray(a.list)),
-};
+    ARRAY(c->removeAllObjects()), ARRAY(c->setArray(a.list)));
 
-const Operation<NSMutableDictionary> dictionaryOperations[] = {
-    DICTIONARY(c->setObject(a.object, word(a.index))),
-    DICTIONARY(c->setObject(a.object, a.object)),
-    DICTIONARY(c->addEntriesFromDictionary(a.dictionary)),
-    DICTIONARY(c->addEntriesFromDictionary(a.dictionary)),
-    DICTIONARY(c->removeObjectForKey(a.object)),
+std::string reads(const Ref<NSMutableDictionary> &c, const Arguments &a) {
+    std::vector<id> both(4, NSNull::null());
+    c->getObjects(both.data(), both.data() + 2, 2);
+    return told(both, c->count(), c->objectForKey(a.object), c->objectForKeyedSubscript(a.object),
+                c->keyEnumerator()->allObjects(), c->objectEnumerator()->allObjects(), c->allKeys(),
+                c->allValues(), c->allKeysForObject(a.object), c->objectsForKeys(a.list, NSNull::null()),
+                walked(c), visits([&](const auto &visit) { c->enumerateKeysAndObjectsUsingBlock(visit); }),
+                visits([&](const auto &visit) {
+                    c->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, visit);
+                }),
+                c->keysOfEntriesPassingTest(isEarly), c->keysOfEntriesWithOptions(0, isEarly),
+                c->keysSortedByValueUsingSelector(a.selector), c->keysSortedByValueUsingComparator(compare),
+                c->keysSortedByValueWithOptions(NSSortStable, compare), c->hash(), c->description(),
+                c->descriptionWithLocale(nullptr), c->descriptionWithLocale(nullptr, 1),
+                c->descriptionInStringsFileFormat(), NSDictionary::dictionaryWithDictionary(c),
+                qn::jsonStringEncoded(c));
+}
+
+const auto dictionaryOperations = operations<NSMutableDictionary>(
+    DICTIONARY(c->setObject(a.object, word(a.index))), DICTIONARY(c->setObject(a.object, a.object)),
+    DICTIONARY(c->addEntriesFromDictionary(a.dictionary)), DICTIONARY(c->removeObjectForKey(a.object)),
     DICTIONARY(c->setObjectForKeyedSubscript(a.object, word(a.index))),
-    DICTIONARY(c->setObjectForKeyedSubscript(nullptr, a.object)),
-    DICTIONARY(c->removeObjectsForKeys(a.list)),
-    DICTIONARY(qn::popObjectForKey(c, a.object)),
-    // Reads.
-    DICTIONARY(c->count()),
-    DICTIONARY(c->objectForKey(a.object)),
-    DICTIONARY(c->objectForKeyedSubscript(a.object)),
-    DICTIONARY(c->keyEnumerator()->allObjects()),
-    DICTIONARY(c->objectEnumerator()->allObjects()),
-    DICTIONARY(c->allKeys()),
-    DICTIONARY(c->allValues()),
-    DICTIONARY(c->allKeysForObject(a.object)),
-    DICTIONARY(c->objectsForKeys(a.list, NSNull::null())),
+    DICTIONARY(c->setObjectForKeyedSubscript(nullptr, a.object)), DICTIONARY(c->removeObjectsForKeys(a.list)),
+    DICTIONARY(qn::popObjectForKey(c, a.object)), DICTIONARY(reads(c, a)),
     DICTIONARY(c->objectsForKeys(a.list, nullptr)),
-    DICTIONARY([&] {
-        std::vector<id> both(4, NSNull::null());
-        c->getObjects(both.data(), both.data() + 2, 2);
-        return both;
-    }()),
-    DICTIONARY(visits([&](const auto &visit) { c->enumerateKeysAndObjectsUsingBlock(visit); })),
-    DICTIONARY(visits(
-        [&](const auto &visit) { c->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, visit); })),
-    DICTIONARY(c->keysOfEntriesPassingTest(isEarlyEntry)),
-    DICTIONARY(c->keysOfEntriesWithOptions(0, isEarlyEntry)),
-    DICTIONARY(c->keysSortedByValueUsingSelector(a.selector)),
-    DICTIONARY(c->keysSortedByValueUsingComparator(compare)),
-    DICTIONARY(c->keysSortedByValueWithOptions(NSSortStable, compare)),
-    DICTIONARY(c->hash()),
-    DICTIONARY(c->description()),
-    DICTIONARY(c->descriptionWithLocale(nullptr)),
-    DICTIONARY(c->descriptionWithLocale(nullptr, 1)),
-    DICTIONARY(c->descriptionInStringsFileFormat()),
-    DICTIONARY(string(walked(c))),
-    DICTIONARY(NSDictionary::dictionaryWithDictionary(c)),
-    DICTIONARY(qn::jsonStringEncoded(c)),
-    // Seldom enough for the dictionary to grow.
-    DICTIONARY(c->removeAllObjects()),
-    DICTIONARY(c->setDictionary(a.dictionary)),
-};
+    DICTIONARY(a.index ? c->removeObjectForKey(a.object) : c->removeAllObjects()),
+    DICTIONARY(a.index ? c->addEntriesFromDictionary(a.dictionary) : c->setDictionary(a.dictionary)));
 
 /// Does the same long random sequence to both; results and contents must agree after every step.
-template <class Container, std::size_t count>
-void expectAgreement(const Operation<Container> (&operations)[count], const Ref<Container> &guarded,
-                     const Ref<Container> &plain, unsigned seed) {
-    Random random(seed);
-    for (int step = 0; step < 6000; ++step) {
-        const std::size_t choice = random() % count;
+template <class Container>
+void expectAgreement(const std::vector<Operation<Container>> &operations, const Ref<Container> &guarded,
+                     const Ref<Container> &plain) {
+    Random random(1);
+    for (int step = 0; step < 18000; ++step) {
+        const std::size_t choice = random.below(operations.size());
         const Arguments arguments(random, plain->count());
         ASSERT_EQ(operations[choice](guarded, arguments), operations[choice](plain, arguments))
             << "operation " << choice << ", step " << step;
@@ -272,44 +221,28 @@ class GuardedSubclass : public QNThreadSafeArray {
 };
 NS_IMPLEMENTATION(GuardedSubclass) {}
 
-/// Counts the calls that take the lock for themselves.
-class CountingArray final : public QNThreadSafeArray {
+// Their steps need no lock: whatever else is done while it is held never ends.
+
+class SteppingArray final : public QNThreadSafeArray {
 public:
-    NSUInteger count() const override { return ++calls, QNThreadSafeArray::count(); }
-    id objectAtIndex(NSUInteger index) const override {
-        return ++calls, QNThreadSafeArray::objectAtIndex(index);
-    }
-    id firstObject() const override { return ++calls, QNThreadSafeArray::firstObject(); }
-    id lastObject() const override { return ++calls, QNThreadSafeArray::lastObject(); }
-    void enumerateObjectsUsingBlock(const Visitor &visitor) const override {
-        ++calls, QNThreadSafeArray::enumerateObjectsUsingBlock(visitor);
-    }
-    void insertObject(const id &object, NSUInteger index) override {
-        ++calls, QNThreadSafeArray::insertObject(object, index);
-    }
     using QNThreadSafeArray::replaceObjectsInRange;
     void replaceObjectsInRange(NSRange range, const Ref<NSArray> &objects) override {
-        ++calls, QNThreadSafeArray::replaceObjectsInRange(range, objects);
+        ++steps, contents->replaceObjectsInRange(range, objects);
     }
     void performAtomically(const std::function<void(NSArray &)> &operation) override {
-        ++calls, QNThreadSafeArray::performAtomically(operation);
+        ++steps, operation(*contents);
     }
-    mutable int calls = 0;
+    const Ref<NSMutableArray> contents = NSMutableArray::arrayWithObjects({word(0), word(1)});
+    int steps = 0;
 };
 
-class CountingDictionary final : public QNThreadSafeDictionary {
+class SteppingDictionary final : public QNThreadSafeDictionary {
 public:
-    NSUInteger count() const override { return ++calls, QNThreadSafeDictionary::count(); }
-    id objectForKey(const id &key) const override {
-        return ++calls, QNThreadSafeDictionary::objectForKey(key);
-    }
-    void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const override {
-        ++calls, QNThreadSafeDictionary::enumerateKeysAndObjectsUsingBlock(visitor);
-    }
     void performAtomically(const std::function<void(NSDictionary &)> &operation) override {
-        ++calls, QNThreadSafeDictionary::performAtomically(operation);
+        ++steps, operation(*contents);
     }
-    mutable int calls = 0;
+    const Ref<NSMutableDictionary> contents = NSMutableDictionary::dictionary();
+    int steps = 0;
 };
 
 /// Whether a thread that does nothing but this comes to its end. One that goes to sleep instead waits for
@@ -329,16 +262,16 @@ bool comesToItsEnd(const std::function<void()> &operation) {
         std::this_thread::yield();
     const std::string path = "/proc/self/task/" + std::to_string(run->thread) + "/stat";
     for (int asleep = 0; asleep < 10 && !run->ended;) { // a lock inside the C library may be waited for, too
-        char line[64] = "";
-        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        if (file >= 0) {
-            static_cast<void>(!read(file, line, sizeof line - 1));
-            close(file);
-        }
-        asleep = std::string_view(line).find(") S ") != std::string_view::npos ? asleep + 1 : 0;
+        std::string line;
+        std::getline(std::ifstream(path), line);
+        asleep = line.find(") S ") != line.npos ? asleep + 1 : 0;
         std::this_thread::yield();
     }
     return run->ended;
+}
+
+std::vector<std::function<void()>> steps(auto... each) {
+    return {each...};
 }
 
 template <class Guarded>
@@ -346,85 +279,72 @@ bool isLocked(const Ref<Guarded> &container) {
     return !comesToItsEnd([container] { container->count(); });
 }
 
-// Tell whoever made them when they are read.
+// Tell when they are read.
 
-using Told = std::function<void()>;
+struct Telling {
+    std::function<void()> told;
+};
 
-class TellingArray final : public QNThreadSafeArray {
+class TellingArray final : public QNThreadSafeArray, Telling {
 public:
-    explicit TellingArray(Told told) : told_(std::move(told)) {}
-    std::vector<id> allObjects() const override { return told_(), QNThreadSafeArray::allObjects(); }
+    explicit TellingArray(Telling telling) : Telling(std::move(telling)) {}
+    std::vector<id> allObjects() const override { return told(), QNThreadSafeArray::allObjects(); }
     bool containsObject(const id &object) const override {
-        return told_(), QNThreadSafeArray::containsObject(object);
+        return told(), QNThreadSafeArray::containsObject(object);
     }
-
-private:
-    const Told told_;
 };
 
-class TellingDictionary final : public QNThreadSafeDictionary {
+class TellingDictionary final : public QNThreadSafeDictionary, Telling {
 public:
-    explicit TellingDictionary(Told told) : told_(std::move(told)) {}
+    explicit TellingDictionary(Telling telling) : Telling(std::move(telling)) {}
     void enumerateKeysAndObjectsUsingBlock(const Visitor &visitor) const override {
-        told_();
-        QNThreadSafeDictionary::enumerateKeysAndObjectsUsingBlock(visitor);
+        told(), QNThreadSafeDictionary::enumerateKeysAndObjectsUsingBlock(visitor);
     }
-
-private:
-    const Told told_;
 };
 
-class TellingElement final : public NSObject {
+class TellingElement final : public NSObject, Telling {
 public:
-    explicit TellingElement(Told told) : told_(std::move(told)) {}
-    bool isEqual(const id &) const override { return told_(), true; }
-
-private:
-    const Told told_;
+    explicit TellingElement(Telling telling) : Telling(std::move(telling)) {}
+    bool isEqual(const id &) const override { return told(), true; }
 };
 
 } // namespace
 
-TEST(QNThreadSafeArray, doesWhatAnOrdinaryArrayDoes) {
-    for (const unsigned seed : {1u, 2u, 3u})
-        expectAgreement<NSMutableArray>(arrayOperations, QNThreadSafeArray::array(), NSMutableArray::array(),
-                                        seed);
-}
-
-TEST(QNThreadSafeDictionary, doesWhatAnOrdinaryDictionaryDoes) {
-    for (const unsigned seed : {1u, 2u, 3u})
-        expectAgreement<NSMutableDictionary>(dictionaryOperations, QNThreadSafeDictionary::array(),
-                                             NSMutableDictionary::dictionary(), seed);
+TEST(GuardedContainers, doWhatOrdinaryOnesDo) {
+    expectAgreement<NSMutableArray>(arrayOperations, QNThreadSafeArray::array(), NSMutableArray::array());
+    expectAgreement<NSMutableDictionary>(dictionaryOperations, QNThreadSafeDictionary::array(),
+                                         NSMutableDictionary::dictionary());
 }
 
 TEST(QNThreadSafeArray, isMadeInEveryWay) {
     const id objects[] = {word(0), word(1)};
     const auto plain = arrayOf({word(0), word(1)});
-    EXPECT_EQ(QNThreadSafeArray::arrayWithCapacity(5)->count() + QNThreadSafeArray::init()->count(), 0u);
-    EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithArray(plain)));
-    EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithObjects(objects, 2)));
-    EXPECT_THROW(QNThreadSafeArray::initWithObjects(objects, NSUInteger{1} << 62), NSException);
     const TemporaryFolder folder;
     folder.put("list", "<plist version=\"1.0\"><array><string>a</string><string>b</string></array></plist>");
-    const auto path = string(folder.file("list").string());
-    EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithContentsOfFile(path)));
-    EXPECT_TRUE(plain->isEqual(QNThreadSafeArray::initWithContentsOfURL(NSURL::fileURLWithPath(path))));
-    EXPECT_EQ(QNThreadSafeArray::initWithContentsOfFile(string(folder.file("none").string())), nullptr);
+    const auto path = string(folder.file("list").string()), nowhere = string(folder.file("none").string());
+    for (const auto &made :
+         {QNThreadSafeArray::initWithArray(plain), QNThreadSafeArray::initWithObjects(objects, 2),
+          QNThreadSafeArray::initWithContentsOfFile(path),
+          QNThreadSafeArray::initWithContentsOfURL(NSURL::fileURLWithPath(path))})
+        EXPECT_TRUE(plain->isEqual(made));
+    EXPECT_EQ(QNThreadSafeArray::arrayWithCapacity(5)->count() + QNThreadSafeArray::init()->count(), 0u);
+    EXPECT_THROW(QNThreadSafeArray::initWithObjects(objects, NSUInteger{1} << 62), NSException);
+    EXPECT_EQ(QNThreadSafeArray::initWithContentsOfFile(nowhere), nullptr);
 }
 
 TEST(QNThreadSafeDictionary, isMadeInEveryWay) {
     const id values[] = {make<NSMutableString>(u"x"), word(9)}, keys[] = {word(0), word(1)};
     const auto plain = dictionaryOf({{keys[0], values[0]}, {keys[1], values[1]}});
-    EXPECT_EQ(QNThreadSafeDictionary::arrayWithCapacity(5)->count(), 0u);
-    EXPECT_TRUE(as<QNThreadSafeDictionary>(class_createInstance(QNThreadSafeDictionary::class_())));
-    EXPECT_TRUE(plain->isEqual(QNThreadSafeDictionary::initWithObjects(values, keys, 2)));
-    EXPECT_THROW(QNThreadSafeDictionary::initWithObjects(values, keys, NSUInteger{1} << 62), NSException);
-    EXPECT_TRUE(
-        plain->isEqual(QNThreadSafeDictionary::initWithObjects(plain->allValues(), plain->allKeys())));
-    const auto shared = QNThreadSafeDictionary::initWithDictionary(plain);
-    const auto copied = QNThreadSafeDictionary::initWithDictionary(plain, true);
+    const auto shared = QNThreadSafeDictionary::initWithDictionary(plain),
+               copied = QNThreadSafeDictionary::initWithDictionary(plain, true);
+    for (const auto &made : {shared, copied, QNThreadSafeDictionary::initWithObjects(values, keys, 2),
+                             QNThreadSafeDictionary::initWithObjects(plain->allValues(), plain->allKeys())})
+        EXPECT_TRUE(plain->isEqual(made));
     as<NSMutableString>(values[0])->appendString(word(24));
     EXPECT_EQ(text(shared->objectForKey(keys[0])) + text(copied->objectForKey(keys[0])), "xyx");
+    EXPECT_EQ(QNThreadSafeDictionary::arrayWithCapacity(5)->count(), 0u);
+    EXPECT_TRUE(as<QNThreadSafeDictionary>(class_createInstance(QNThreadSafeDictionary::class_())));
+    EXPECT_THROW(QNThreadSafeDictionary::initWithObjects(values, keys, NSUInteger{1} << 62), NSException);
 }
 
 TEST(GuardedContainers, equalGuardedOnesOnly) {
@@ -470,24 +390,20 @@ TEST(GuardedContainers, giveTheLockBackWhatever) {
     const auto array = QNThreadSafeArray::array();
     const auto dictionary = QNThreadSafeDictionary::array();
     const auto refuse = [](auto &&...) -> bool { throw NSException("Mine", "no"); };
-    const auto refuseOrder = [](const id &, const id &) -> NSComparisonResult {
-        throw NSException("Mine", "no");
-    };
+    const auto refuseOrder = [&](auto &&...) -> NSComparisonResult { return refuse(), compare({}, {}); };
     EXPECT_EQ(raised([&] { array->objectAtIndex(7); }), NSRangeException);
     array->addObjectsFromArray(arrayOf({word(1), word(0)}));
     EXPECT_EQ(raised([&] { array->indexOfObjectPassingTest(refuse); }), "Mine");
     EXPECT_EQ(raised([&] { array->sortUsingComparator(refuseOrder); }), "Mine");
-    EXPECT_EQ(raised([&] {
-                  qn::insertObjects(array, array->subarrayWithRange({0, 1}), 9);
-              }),
-              NSRangeException);
+    EXPECT_EQ(raised([&] { qn::insertObjects(array, arrayOf({word(0)}), 9); }), NSRangeException);
     EXPECT_EQ(array->count(), 2u);
     dictionary->setObject(word(0), word(0));
     EXPECT_EQ(raised([&] { dictionary->setObject(nullptr, word(0)); }), NSInvalidArgumentException);
     EXPECT_EQ(raised([&] { dictionary->keysOfEntriesPassingTest(refuse); }), "Mine");
     EXPECT_EQ(dictionary->count(), 1u);
     const auto refusing = [&] {
-        return QNThreadSafeArray::initWithArray(NSArray::arrayWithObjects({make<TellingElement>(refuse)}));
+        return QNThreadSafeArray::initWithArray(
+            NSArray::arrayWithObjects({make<TellingElement>(Telling(refuse))}));
     };
     const auto one = refusing(), two = refusing();
     EXPECT_EQ(raised([&] { static_cast<void>(one->isEqual(two)); }), "Mine");
@@ -502,32 +418,27 @@ TEST(GuardedContainers, giveTheLockBackWhatever) {
 }
 
 TEST(GuardedContainers, extensionsAreOneStep) {
-    const auto array = make<CountingArray>();
-    const auto dictionary = make<CountingDictionary>();
+    const auto array = make<SteppingArray>();
+    const auto dictionary = make<SteppingDictionary>();
     const auto list = arrayOf({word(0), word(1), word(2)});
-    const std::function<void()> extensions[] = {
-        [&] { qn::prependObjects(array, list); },
-        [&] { qn::insertObjects(array, list, 1); },
-        [&] { qn::randomObject(array); },
-        [&] { qn::objectOrNilAtIndex(array, 1); },
-        [&] { qn::reverse(array); },
-        [&] { qn::shuffle(array); },
-        [&] { qn::popFirstObject(array); },
-        [&] { qn::popLastObject(array); },
-        [&] { qn::removeFirstObject(array); },
-        [&] { qn::jsonStringEncoded(array); },
-        [&] { qn::jsonPrettyStringEncoded(array); },
-        [&] { qn::entriesForKeys(dictionary, list); },
-        [&] { qn::popObjectForKey(dictionary, word(0)); },
-        [&] { qn::popEntriesForKeys(dictionary, list); },
-        [&] { qn::jsonStringEncoded(dictionary); },
-        [&] { qn::jsonPrettyStringEncoded(dictionary); },
-    };
-    for (std::size_t i = 0; i < std::size(extensions); ++i) {
-        dictionary->setDictionary(NSDictionary::dictionaryWithObjects(list, list));
-        array->calls = dictionary->calls = 0;
-        extensions[i]();
-        EXPECT_EQ(array->calls + dictionary->calls, 1) << "extension " << i;
+    const auto extensions = steps(
+        [=] { qn::prependObjects(array, list); }, [=] { qn::insertObjects(array, list, 1); },
+        [=] { qn::randomObject(array); }, [=] { qn::objectOrNilAtIndex(array, 1); },
+        [=] { qn::reverse(array); }, [=] { qn::shuffle(array); }, [=] { qn::popFirstObject(array); },
+        [=] { qn::popLastObject(array); }, [=] { qn::removeFirstObject(array); },
+        [=] { qn::jsonStringEncoded(array); }, [=] { qn::jsonPrettyStringEncoded(array); },
+        [=] { qn::entriesForKeys(dictionary, list); }, [=] { qn::popObjectForKey(dictionary, word(0)); },
+        [=] { qn::popEntriesForKeys(dictionary, list); }, [=] { qn::jsonStringEncoded(dictionary); },
+        [=] { qn::jsonPrettyStringEncoded(dictionary); });
+    for (const auto &extension : extensions) {
+        array->steps = dictionary->steps = 0;
+        EXPECT_TRUE(comesToItsEnd([=] {
+            array->QNThreadSafeArray::performAtomically([=](NSArray &) {
+                dictionary->QNThreadSafeDictionary::performAtomically([=](NSDictionary &) { extension(); });
+            });
+        })) << "extension "
+            << &extension - extensions.data();
+        EXPECT_EQ(array->steps + dictionary->steps, 1) << "extension " << &extension - extensions.data();
     }
 }
 
@@ -548,8 +459,7 @@ TEST(GuardedContainers, loseNothingAmongManyThreads) {
 
             const auto snapshot = NSMutableArray::arrayWithArray(array);
             EXPECT_GT(snapshot->count(), static_cast<NSUInteger>(i)) << "each round leaves one";
-            EXPECT_GT(as<NSArray>(array->copy())->count(), static_cast<NSUInteger>(i));
-            EXPECT_TRUE(qn::jsonStringEncoded(array));
+            EXPECT_TRUE(qn::jsonStringEncoded(array) && array->copy());
             static_cast<void>(snapshot->isEqual(array)); // whatever it is by now
             const auto outcome = raised([&] {
                 for (const id &object : array)
@@ -560,8 +470,7 @@ TEST(GuardedContainers, loseNothingAmongManyThreads) {
             dictionary->setObject(mine, mine);
             dictionary->setObject(mine, word(static_cast<std::size_t>(i)));
             EXPECT_TRUE(qn::entriesForKeys(dictionary, dictionary->allKeys())->objectForKey(mine));
-            if (i % 2)
-                EXPECT_EQ(qn::popObjectForKey(dictionary, mine), mine);
+            EXPECT_TRUE(i % 2 == 0 || qn::popObjectForKey(dictionary, mine) == mine);
         }
     });
     EXPECT_EQ(array->count(), static_cast<NSUInteger>(workers * rounds));
@@ -579,34 +488,25 @@ TEST(GuardedContainers, takeTheLocksTheySay) {
     const auto array = QNThreadSafeArray::array();
     const auto dictionary = QNThreadSafeDictionary::array();
     int seen = 0;
-    const auto list = make<TellingArray>([&] { seen += isLocked(array) || isLocked(dictionary); });
-    const auto entries = make<TellingDictionary>([&] { seen += isLocked(dictionary); });
+    const auto list = make<TellingArray>(Telling([&] { seen += isLocked(array) || isLocked(dictionary); }));
+    const auto entries = make<TellingDictionary>(Telling([&] { seen += isLocked(dictionary); }));
     list->addObject(word(0));
-    const std::function<void()> twoLocks[] = {
-        [&] { array->addObjectsFromArray(list); },
-        [&] { array->setArray(list); },
+    const auto twoLocks = steps(
+        [&] { array->addObjectsFromArray(list); }, [&] { array->setArray(list); },
         [&] { array->removeObjectsInArray(list); },
-        [&] {
-            array->replaceObjectsInRange({0, 0}, list);
-        },
+        [&] { array->replaceObjectsInRange(NSMakeRange(0, 0), list); },
         [&] { array->insertObjects(list, NSIndexSet::indexSetWithIndex(0)); },
         [&] { array->replaceObjectsAtIndexes(NSIndexSet::indexSetWithIndex(0), list); },
-        [&] { array->arrayByAddingObjectsFromArray(list); },
-        [&] { array->firstObjectCommonWithArray(list); },
-        [&] { qn::appendObjects(array, list); },
-        [&] { qn::prependObjects(array, list); },
-        [&] { qn::insertObjects(array, list, 0); },
-        [&] { dictionary->addEntriesFromDictionary(entries); },
-        [&] { dictionary->setDictionary(entries); },
-        [&] { dictionary->objectsForKeys(list, list); },
-        [&] { dictionary->removeObjectsForKeys(list); },
-        [&] { qn::entriesForKeys(dictionary, list); },
-        [&] { qn::popEntriesForKeys(dictionary, list); },
-    };
-    for (std::size_t i = 0; i < std::size(twoLocks); ++i) {
+        [&] { array->arrayByAddingObjectsFromArray(list); }, [&] { array->firstObjectCommonWithArray(list); },
+        [&] { qn::appendObjects(array, list); }, [&] { qn::prependObjects(array, list); },
+        [&] { qn::insertObjects(array, list, 0); }, [&] { dictionary->addEntriesFromDictionary(entries); },
+        [&] { dictionary->setDictionary(entries); }, [&] { dictionary->objectsForKeys(list, list); },
+        [&] { dictionary->removeObjectsForKeys(list); }, [&] { qn::entriesForKeys(dictionary, list); },
+        [&] { qn::popEntriesForKeys(dictionary, list); });
+    for (const auto &operation : twoLocks) {
         seen = 0;
-        twoLocks[i]();
-        EXPECT_EQ(seen, 1) << "operation " << i;
+        operation();
+        EXPECT_EQ(seen, 1) << "operation " << &operation - twoLocks.data();
     }
     seen = 0;
     static_cast<void>(array->copy()->isEqual(list));
@@ -616,7 +516,9 @@ TEST(GuardedContainers, takeTheLocksTheySay) {
 
     const auto one = QNThreadSafeArray::array(), two = QNThreadSafeArray::array();
     bool held = false;
-    const auto element = [&] { return make<TellingElement>([&] { held = isLocked(one) && isLocked(two); }); };
+    const auto element = [&] {
+        return make<TellingElement>(Telling([&] { held = isLocked(one) && isLocked(two); }));
+    };
     one->addObject(element());
     two->addObject(element());
     EXPECT_TRUE(one->isEqual(two) && held);
@@ -624,19 +526,19 @@ TEST(GuardedContainers, takeTheLocksTheySay) {
 
 TEST(GuardedContainers, mayHoldThemselves) {
     const auto array = QNThreadSafeArray::array(), otherArray = QNThreadSafeArray::array();
-    array->addObject(array);
-    otherArray->addObject(QNThreadSafeArray::initWithArray(NSArray::arrayWithObjects({otherArray})));
     const auto dictionary = QNThreadSafeDictionary::array(),
                otherDictionary = QNThreadSafeDictionary::array();
-    dictionary->setObject(NSArray::arrayWithObjects({dictionary}), word(0));
-    otherDictionary->setObject(NSArray::arrayWithObjects({otherDictionary}), word(0));
-    const std::string innerArray = text(array->NSObject::description());
-    const std::string innerDictionary = text(dictionary->NSObject::description());
+    array->addObject(array);
+    otherArray->addObject(QNThreadSafeArray::initWithArray(arrayOf({otherArray})));
+    for (const auto &each : {dictionary, otherDictionary})
+        each->setObject(arrayOf({each}), word(0));
+    const std::string innerArray = text(array->NSObject::description()),
+                      innerDictionary = text(dictionary->NSObject::description());
     EXPECT_TRUE(comesToItsEnd([=] {
         for (const id &itself : {id(array), id(dictionary)}) {
-            EXPECT_EQ(NSJSONSerialization::dataWithJSONObject(itself, NSJSONWritingOptions::None, nullptr),
-                      nullptr);
-            EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(itself));
+            EXPECT_FALSE(
+                NSJSONSerialization::isValidJSONObject(itself) ||
+                NSJSONSerialization::dataWithJSONObject(itself, NSJSONWritingOptions::None, nullptr));
             EXPECT_EQ(text(qn::modelToJSONString(itself)), itself == array ? "[]" : "{\"a\":[]}");
             EXPECT_TRUE(NSKeyedArchiver::archivedDataWithRootObject(itself));
             EXPECT_TRUE(itself->copy()->isEqual(itself) && itself->hash() == 1);
@@ -647,9 +549,9 @@ TEST(GuardedContainers, mayHoldThemselves) {
                   "{\n    a = (\n        " + innerDictionary + "\n    );\n}");
         EXPECT_EQ(text(dictionary->descriptionInStringsFileFormat()),
                   "\"a\" = \"(\\n    " + innerDictionary + "\\n)\";\n");
-        EXPECT_FALSE(qn::plistData(array) || qn::plistString(dictionary));
-        EXPECT_FALSE(qn::jsonStringEncoded(array) || qn::jsonPrettyStringEncoded(array));
-        EXPECT_FALSE(qn::jsonString(dictionary) || qn::jsonPrettyStringEncoded(dictionary));
+        EXPECT_FALSE(qn::plistData(array) || qn::plistString(dictionary) || qn::jsonStringEncoded(array) ||
+                     qn::jsonPrettyStringEncoded(array) || qn::jsonString(dictionary) ||
+                     qn::jsonPrettyStringEncoded(dictionary));
         EXPECT_TRUE(array->isEqual(otherArray) && otherArray->isEqual(array));
         EXPECT_TRUE(dictionary->isEqual(otherDictionary));
         otherDictionary->setObject(word(0), word(0));
