@@ -12,8 +12,6 @@
 #include "Tests/Support/Random.h"
 #include "Tests/Support/TimeZoneScope.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 
 namespace {
@@ -89,8 +87,8 @@ std::size_t countOf(std::string_view part, const std::string &whole) {
 
 TEST(ModelJSON, ofEveryKindOfObject) {
     const TimeZoneScope berlin(u"Europe/Berlin");
-    const id date = NSDate::dateWithTimeIntervalSince1970(1390220688), null = NSNull::null();
-    const id data = NSData::data(), bare = make<NSObject>(), seven = number(7);
+    const id date = NSDate::dateWithTimeIntervalSince1970(1390220688), null = NSNull::null(),
+             data = NSData::data(), bare = make<NSObject>(), seven = number(7);
     const std::pair<id, const char *> table[] = {
         {u"a"_ns, R"(["x","a"])"},
         {date, R"(["x","2014-01-20T13:24:48+0100"])"},
@@ -153,112 +151,89 @@ TEST(ModelJSON, hooksChangeOrRefuse) {
     EXPECT_EQ(text(qn::modelToJSONString(model)), R"({"word":"w","count":1})");
     model->word = nullptr;
     EXPECT_EQ(qn::modelToJSONObject(model), nullptr);
-    const id both = dictionaryOf({{u"k"_ns, model}});
-    EXPECT_EQ(text(qn::modelToJSONString(both)), R"({"k":null})");
-    EXPECT_EQ(text(qn::modelToJSONString(arrayOf({model}))), "[]");
+    EXPECT_EQ(json(dictionaryOf({{u"k"_ns, model}})) + json(model), R"(["x",{"k":null}]["x"])");
 }
 
 namespace {
 
 /// Objects of every kind within each other, now and then within themselves.
-class RandomObjects {
+class RandomObjects : public Random {
 public:
-    explicit RandomObjects(Random &random) : random_(random) {}
-    ~RandomObjects() {
-        for (const auto &node : nodes_)
+    using Random::Random;
+    ~RandomObjects() { clear(); }
+
+    void clear() {
+        for (const auto &node : std::exchange(nodes_, {}))
             node->next = nullptr;
     }
 
+    /// None now and then.
     id object(int depth) {
-        switch (random_() % (depth > 4 ? 12 : 22)) {
+        if (depth > 4 || oneIn(2))
+            return oneOf(
+                u"a\"/\\\u001f b"_ns, make<NSMutableString>(u"longer than eight"), number(oneIn(2)),
+                number(static_cast<double>((*this)()) / 1024), number(UINT64_MAX - (*this)()), NSNull::null(),
+                NSDate::dateWithTimeIntervalSince1970(static_cast<double>(below(1ull << 32))),
+                NSURL::URLWithString(u"a:b/c"_ns), NSData::data(),
+                NSAttributedString::attributedStringWithString(u"ä€😀"_ns), oneIn(20) ? number(NAN) : nullptr,
+                oneIn(20) ? make<NSString>(u"\xD800") : nullptr, nodes_.empty() ? nullptr : of(nodes_));
+        const auto hooked = make<Hooked>();
+        hooked->word = oneIn(2) ? u"w"_ns : nullptr;
+        switch (below(8)) {
         case 0:
-            return u"a\"/\\\u001f b"_ns;
+            return filled(make<Everything>(), depth);
         case 1:
-            return NSNumber::numberWithDouble(static_cast<double>(random_()) / 1024);
+            return filled(make<Node>(), depth);
         case 2:
-            return NSNumber::numberWithBool(random_() % 2);
+            return paths(depth);
         case 3:
-            return NSNumber::numberWithUnsignedLongLong(UINT64_MAX - random_());
+            return oneOf(hooked, make<Keyless>());
         case 4:
-            return NSNull::null();
-        case 5:
-            return NSDate::dateWithTimeIntervalSince1970(static_cast<double>(random_.below(1ull << 32)));
-        case 6:
-            return NSURL::URLWithString(u"a:b/c"_ns);
-        case 7:
-            return NSData::data();
-        case 8:
-            return NSAttributedString::attributedStringWithString(u"ä€😀"_ns);
-        case 9:
-            return random_() % 20 ? nullptr : NSNumber::numberWithDouble(NAN);
-        case 10:
-            return random_() % 20 ? make<NSMutableString>(u"longer than eight") : make<NSString>(u"\xD800");
-        case 11:
-            return nodes_.empty() ? nullptr : id(nodes_[random_() % nodes_.size()]);
-        case 12:
-        case 13:
-            return arrayOf(some(depth));
-        case 14:
-            return NSSet::setWithArray(arrayOf(some(depth)));
-        case 15:
-        case 16:
             return dictionary(depth);
-        case 17:
-            return filled(make<Paths>(), depth);
-        case 18:
-            return filled(make<Hooked>(), depth);
-        case 19:
-            return make<Keyless>();
-        case 20:
-            return node<Everything>(depth);
+        case 5:
+            return NSSet::setWithArray(array(depth));
         default:
-            return node<Node>(depth);
+            return array(depth);
         }
     }
 
 private:
-    std::vector<id> some(int depth) {
-        std::vector<id> objects;
-        for (auto count = random_() % 4; count > 0; --count)
+    id oneOf(const auto &...objects) { return of(std::array<id, sizeof...(objects)>{objects...}); }
+
+    Ref<NSArray> array(int depth) {
+        const auto made = NSMutableArray::array();
+        for (auto count = below(4); count > 0; --count)
             if (const id each = object(depth + 1))
-                objects.push_back(each);
-        return objects;
+                made->addObject(each);
+        return as<NSArray>(made->copy());
     }
 
     id dictionary(int depth) {
-        const auto result = NSMutableDictionary::dictionary();
-        for (const id &each : some(depth))
-            result->setObject(each, random_() % 9
-                                        ? id(NSString::stringWithFormat("%u", unsigned(random_() % 5)))
-                                        : id(number(2)));
-        return result;
-    }
-
-    Ref<Paths> filled(const Ref<Paths> &paths, int depth) {
-        paths->whole = object(depth + 1);
-        paths->b = random_() % 2 ? u"b"_ns : nullptr;
-        paths->c = random_() % 2 ? u"c"_ns : nullptr;
-        return paths;
-    }
-    Ref<Hooked> filled(const Ref<Hooked> &hooked, int) {
-        hooked->word = random_() % 2 ? u"w"_ns : nullptr;
-        return hooked;
-    }
-
-    template <class T>
-    Ref<T> node(int depth) {
-        const auto made = make<T>();
-        if constexpr (std::is_same_v<T, Everything>) {
-            made->fill();
-            made->real = random_() % 2 ? NAN : 1.1f;
-            made->wide = random_() % 2 ? 1e400L : 0.1L;
-        }
-        nodes_.push_back(made);
-        made->next = object(depth + 1);
+        const auto made = NSMutableDictionary::dictionary();
+        for (const id &each : array(depth)->allObjects())
+            made->setObject(each, oneIn(9) ? id(number(2)) : string(std::to_string(below(5))));
         return made;
     }
 
-    Random &random_;
+    id paths(int depth) {
+        const auto made = make<Paths>();
+        made->whole = object(depth + 1);
+        made->b = oneIn(2) ? u"b"_ns : nullptr;
+        made->c = oneIn(2) ? u"c"_ns : nullptr;
+        return made;
+    }
+
+    id filled(const Ref<Node> &node, int depth) {
+        if (const auto everything = as<Everything>(node)) {
+            everything->fill();
+            everything->real = oneIn(2) ? NAN : 1.1f;
+            everything->wide = oneIn(2) ? 1e400L : 0.1L;
+        }
+        nodes_.push_back(node);
+        node->next = object(depth + 1);
+        return node;
+    }
+
     std::vector<Ref<Node>> nodes_;
 };
 
@@ -276,10 +251,10 @@ std::string straight(const id &object) {
 } // namespace
 
 TEST(ModelWriter, givesWhatTheLongWayGives) {
-    Random random(45);
+    RandomObjects objects(45);
     int texts = 0, refusals = 0, vain = 0;
     for (int round = 0; round < 20000; ++round) {
-        RandomObjects objects(random);
+        objects.clear();
         const id object = objects.object(0);
         const auto written = qn::writeModel(object);
         const std::string expected = byTheLongWay(object);
@@ -380,8 +355,7 @@ TEST(ModelDescription, ofEveryKindOfObject) {
         {NSSet::set(), "[]"},
         {NSDictionary::dictionary(), "{}"},
         {setOf({one}), "[\n    1\n]"},
-        {nested, "{\n    k = [\n        1;\n        \"t\"\n    ];\n    1 = <null>\n}"},
-    };
+        {nested, "{\n    k = [\n        1;\n        \"t\"\n    ];\n    1 = <null>\n}"}};
     for (const auto &[object, expected] : table)
         EXPECT_EQ(text(ModelDescription(object)), expected);
     EXPECT_FALSE(qn::modelDescription(nullptr) || ModelDescriptionAddIndent(nullptr));

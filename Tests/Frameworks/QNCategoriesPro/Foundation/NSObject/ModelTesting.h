@@ -3,8 +3,8 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+ModelValue.h"
 #include "Platform/Foundation/Numbers/CGGeometry.h"
-#include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSBlock.h"
+#include "Platform/Runtime/Object/NSProperties.h"
 #include "Tests/Support/Objects.h"
 
 /// Leads to anything, itself included.

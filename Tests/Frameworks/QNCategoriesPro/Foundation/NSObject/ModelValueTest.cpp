@@ -5,10 +5,7 @@
 #include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Tests/Frameworks/QNCategoriesPro/Foundation/NSObject/ModelTesting.h"
-#include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
@@ -45,9 +42,7 @@ public:
     Span span;
     std::int8_t small = 0;
 };
-NS_IMPLEMENTATION(Spanned) {
-    cls.property<&Spanned::span>("span").property<&Spanned::small>("small");
-}
+NS_PROPERTIES(Spanned, span, small)
 
 /// Leads to two others.
 class Fork : public Node {
@@ -56,9 +51,7 @@ public:
     id other;
     std::int32_t number = 0;
 };
-NS_IMPLEMENTATION(Fork) {
-    cls.property<&Fork::other>("other").property<&Fork::number>("number");
-}
+NS_PROPERTIES(Fork, other, number)
 
 /// Answers to keys by itself.
 class Masked : public Node {
@@ -67,9 +60,7 @@ public:
     Ref<NSString> name;
     id valueForKey(const Ref<NSString> &) const override { return u"mask"_ns; }
 };
-NS_IMPLEMENTATION(Masked) {
-    cls.property<&Masked::name>("name");
-}
+NS_PROPERTIES(Masked, name)
 
 /// Key-value coding prefers another method to the getter.
 class Veiled : public Node {
@@ -166,94 +157,64 @@ TEST(ModelEquality, readsAsKeyValueCodingDoes) {
 
 namespace {
 
-/// Random graphs of forks; a fork leads to earlier ones only, unless there may be cycles.
+/// A random graph of forks, the same for the same seed; a fork leads to earlier ones only, unless there may
+/// be cycles.
 class Forks {
 public:
-    Forks(Random &random, bool cyclic) {
-        const std::size_t count = 1 + random() % 12;
-        while (forks_.size() < count)
-            forks_.push_back(make<Fork>());
-        for (std::size_t i = 0; i < count; ++i) {
-            const auto pick = [&, bound = cyclic ? count : i]() -> std::size_t {
-                return random() % 4 && bound ? random() % bound : count;
+    Forks(unsigned seed, bool cyclic) {
+        Random random(seed);
+        all.resize(1 + random.below(12));
+        std::ranges::generate(all, make<Fork>);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            const auto any = [&, bound = cyclic ? all.size() : i]() -> id {
+                return random.oneIn(4) || bound == 0 ? nullptr : all[random.below(bound)];
             };
-            links_.push_back({pick(), pick()});
-            forks_[i]->number = static_cast<std::int32_t>(random() % 2);
+            all[i]->next = any();
+            all[i]->other = any();
+            all[i]->number = random.oneIn(2);
         }
-        link();
-    }
-    /// The same graph of other objects.
-    Forks(const Forks &forks) : links_(forks.links_) {
-        for (const auto &fork : forks.forks_) {
-            forks_.push_back(make<Fork>());
-            forks_.back()->number = fork->number;
-        }
-        link();
     }
     ~Forks() {
-        for (const auto &fork : forks_)
+        for (const auto &fork : all)
             fork->next = fork->other = nullptr;
     }
 
-    const std::vector<Ref<Fork>> &all() const { return forks_; }
-
-    /// Of graphs without cycles: by fork a number, the same for the same contents, and what its hash has to
-    /// be.
-    std::vector<std::pair<std::size_t, NSUInteger>> contents() const {
-        std::map<std::tuple<std::int32_t, std::size_t, std::size_t>, std::size_t> numbers;
-        std::vector<std::pair<std::size_t, NSUInteger>> found;
-        for (std::size_t i = 0; i < forks_.size(); ++i) {
-            const auto at = [&](std::size_t link) {
-                return link < forks_.size() ? found[link] : std::pair<std::size_t, NSUInteger>(SIZE_MAX, 0);
-            };
-            const auto [next, other] = links_[i];
-            const auto own = forks_[i]->number;
-            const auto known = numbers.emplace(std::tuple(own, at(next).first, at(other).first), i);
-            found.push_back({known.first->second, at(next).second ^ at(other).second ^ number(own)->hash()});
-        }
-        return found;
-    }
-
-private:
-    void link() {
-        const auto at = [&](std::size_t link) { return link < forks_.size() ? forks_[link] : nullptr; };
-        for (std::size_t i = 0; i < forks_.size(); ++i) {
-            forks_[i]->next = at(links_[i].first);
-            forks_[i]->other = at(links_[i].second);
-        }
-    }
-
-    std::vector<Ref<Fork>> forks_;
-    std::vector<std::pair<std::size_t, std::size_t>> links_; // by number; that behind the last is none
+    std::vector<Ref<Fork>> all;
 };
 
 } // namespace
 
 TEST(ModelEquality, ofRandomGraphs) {
-    Random random(43);
     int equal = 0;
-    for (int round = 0; round < 400; ++round) {
-        const Forks forks(random, false);
-        const auto contents = forks.contents();
-        for (std::size_t i = 0; i < contents.size(); ++i) {
-            ASSERT_EQ(qn::modelHash(forks.all()[i]), contents[i].second);
-            for (std::size_t j = 0; j < contents.size(); ++j) {
-                const bool same = contents[i].first == contents[j].first;
-                ASSERT_EQ(qn::modelIsEqual(forks.all()[i], forks.all()[j]), same) << round;
-                equal += same && i != j;
-            }
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        const Forks forks(seed, false);
+        // By fork a number, the same for the same contents, and what its hash has to be.
+        std::map<id, std::pair<std::size_t, NSUInteger>> contents = {{nullptr, {0, 0}}};
+        std::map<std::tuple<std::int32_t, std::size_t, std::size_t>, std::size_t> numbers;
+        for (const auto &fork : forks.all) {
+            const auto [next, nextHash] = contents.at(fork->next);
+            const auto [other, otherHash] = contents.at(fork->other);
+            const auto known = numbers.emplace(std::tuple(fork->number, next, other), numbers.size() + 1);
+            contents[fork] = {known.first->second, nextHash ^ otherHash ^ number(fork->number)->hash()};
+            ASSERT_EQ(qn::modelHash(fork), contents[fork].second) << seed;
         }
+        for (const auto &one : forks.all)
+            for (const auto &two : forks.all) {
+                const bool same = contents[one].first == contents[two].first;
+                ASSERT_EQ(qn::modelIsEqual(one, two), same) << seed;
+                equal += same && one != two;
+            }
     }
     EXPECT_GT(equal, 300);
-    for (int round = 0; round < 400; ++round) {
-        const Forks forks(random, true), copies(forks);
-        for (std::size_t i = 0; i < forks.all().size(); ++i) {
-            ASSERT_TRUE(qn::modelIsEqual(forks.all()[i], copies.all()[i])) << round;
-            const auto before = qn::modelHash(forks.all()[i]);
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        const Forks forks(seed, true), copies(seed, true);
+        for (std::size_t i = 0; i < forks.all.size(); ++i) {
+            ASSERT_TRUE(qn::modelIsEqual(forks.all[i], copies.all[i])) << seed;
             const auto around = make<Fork>(); // a walk that comes from elsewhere finds the same hash
-            around->next = forks.all()[random() % forks.all().size()];
-            around->other = forks.all()[i];
-            ASSERT_EQ(qn::modelHash(around), qn::modelHash(around->next) ^ before ^ number(0)->hash());
+            around->next = forks.all[seed % forks.all.size()];
+            around->other = forks.all[i];
+            const auto alone = qn::modelHash(around->next) ^ qn::modelHash(around->other);
+            ASSERT_EQ(qn::modelHash(around), alone ^ number(0)->hash()) << seed;
         }
     }
 }
