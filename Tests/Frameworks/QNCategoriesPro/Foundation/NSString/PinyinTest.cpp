@@ -5,14 +5,12 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Pinyin/PinyinSyllable.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Pinyin/PinyinText.h"
 #include "Tests/Support/Objects.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/OnThreads.h"
+#include "Tests/Support/Random.h"
+#include "Tests/Support/Words.h"
 
 #include <algorithm>
-#include <random>
 #include <set>
-#include <sstream>
-#include <thread>
 #include <unicode/translit.h>
 #include <unicode/uniset.h>
 
@@ -20,51 +18,42 @@ namespace {
 
 using Units = std::u16string;
 
-Ref<NSString> ofUnits(const Units &units) {
+Ref<NSString> of(const Units &units) {
     return make<NSString>(units);
 }
 
-const Units &ideographs() {
-    static const Units all = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        const icu::UnicodeSet set(u"[[:sc=Han:]&[:Ideographic:]]", status);
-        icu::UnicodeString made;
-        for (std::int32_t i = 0; i < set.size(); ++i)
-            made.append(set.charAt(i));
-        return Units(made.getBuffer(), static_cast<std::size_t>(made.length()));
-    }();
-    return all;
+Units unitsOf(const icu::UnicodeString &text) {
+    return Units(text.getBuffer(), static_cast<std::size_t>(text.length()));
 }
 
 /// The finals of Chinese by the Scheme for the Chinese Phonetic Alphabet, as they are written after an
 /// initial, "y" and "w" among those, or by themselves.
-const std::set<Units> finals = {u"a",   u"o",   u"e",    u"ai",   u"ei",   u"ao", u"ou", u"an",  u"en",
-                                u"ang", u"eng", u"ong",  u"er",   u"i",    u"ia", u"ie", u"iao", u"iu",
-                                u"ian", u"in",  u"iang", u"ing",  u"iong", u"u",  u"ua", u"uo",  u"uai",
-                                u"ui",  u"uan", u"un",   u"uang", u"ue",   u"ü",  u"üe", u""};
+const auto finals =
+    words("a o e ai ei ao ou an en ang eng ong er i ia ie iao iu ian in iang ing iong u ua uo uai "
+          "ui uan un uang ue ü üe");
 
 /// What a person would try: each way to spend the typed characters on the text from here on, all of them.
 /// The ends of those that use up all of it.
-void endsOf(const std::vector<std::pair<Units, Units>> &characters, std::size_t at, const Units &typed,
-            std::set<std::size_t> &ends) {
-    if (typed.empty()) {
-        ends.insert(at);
-        return;
-    }
+std::set<std::size_t> endsOf(const std::vector<std::pair<Units, Units>> &characters, std::size_t at,
+                             const Units &typed) {
+    if (typed.empty())
+        return {at};
     if (at == characters.size())
-        return;
+        return {};
     const auto &[itself, letters] = characters[at];
+    std::set<std::size_t> ends;
+    const auto spend = [&](std::size_t size) { ends.merge(endsOf(characters, at + 1, typed.substr(size))); };
     if (typed.starts_with(itself))
-        endsOf(characters, at + 1, typed.substr(itself.size()), ends);
+        spend(itself.size());
     for (std::size_t size = 1; size <= letters.size() && size <= typed.size(); ++size) {
-        if (typed[size - 1] != letters[size - 1] &&
-            !(letters[size - 1] == u'ü' && (typed[size - 1] == u'u' || typed[size - 1] == u'v')))
+        const char16_t letter = letters[size - 1], given = typed[size - 1];
+        if (given != letter && !(letter == u'ü' && (given == u'u' || given == u'v')))
             break;
-        endsOf(characters, at + 1, typed.substr(size), ends);
-        if (const auto rest = typed.find_first_not_of(u' ', size); rest != size)
-            for (std::size_t gap = size + 1; gap <= std::min(rest, typed.size()); ++gap)
-                endsOf(characters, at + 1, typed.substr(gap), ends);
+        const std::size_t rest = std::min(typed.find_first_not_of(u' ', size), typed.size());
+        for (std::size_t gap = size; gap <= rest; ++gap)
+            spend(gap);
     }
+    return ends;
 }
 
 } // namespace
@@ -88,20 +77,18 @@ TEST(Pinyin, theManualsExample) {
 TEST(Pinyin, leavesOtherTextAlone) {
     const struct {
         const char *text, *marked, *plain, *initials, *letters;
-    } rows[] = {
-        {"", "", "", "", ""},
-        {"Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é",
-         "Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é"},
-        {"（打）印，机。", "（dǎ）yìn，jī。", "（da）yin，ji。", "（d）y，j。", "（d）y，j。"},
-        {"3楼 打 印", "3 lóu dǎ yìn", "3 lou da yin", "3 l d y", "3l d y"},
-        {"Ｆ打プ印", "Ｆ dǎ プ yìn", "Ｆ da プ yin", "Ｆ d プ y", "Ｆdプy"},
-        {"女儿绿略", "nǚ ér lǜ lüè", "nü er lü lüe", "n e l l", "nell"},
-        {"西安 呣嗯", "xī ān ḿ ń", "xi an m n", "x a m n", "xa mn"},
-        {"重庆 重要 沈阳 藏文", "chóng qìng zhòng yào shěn yáng zàng wén",
-         "chong qing zhong yao shen yang zang wen", "ch q zh y sh y z w", "cq zy sy zw"},
-        {"行", "xíng", "xing", "x", "x"},
-        {"㐅𠀀々〇", "wǔ hē 々 líng", "wu he 々 ling", "w h 々 l", "wh々l"},
-    };
+    } rows[] = {{"", "", "", "", ""},
+                {"Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é",
+                 "Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é"},
+                {"（打）印，机。", "（dǎ）yìn，jī。", "（da）yin，ji。", "（d）y，j。", "（d）y，j。"},
+                {"3楼 打 印", "3 lóu dǎ yìn", "3 lou da yin", "3 l d y", "3l d y"},
+                {"Ｆ打プ印", "Ｆ dǎ プ yìn", "Ｆ da プ yin", "Ｆ d プ y", "Ｆdプy"},
+                {"女儿绿略", "nǚ ér lǜ lüè", "nü er lü lüe", "n e l l", "nell"},
+                {"西安 呣嗯", "xī ān ḿ ń", "xi an m n", "x a m n", "xa mn"},
+                {"重庆 重要 沈阳 藏文", "chóng qìng zhòng yào shěn yáng zàng wén",
+                 "chong qing zhong yao shen yang zang wen", "ch q zh y sh y z w", "cq zy sy zw"},
+                {"行", "xíng", "xing", "x", "x"},
+                {"㐅𠀀々〇", "wǔ hē 々 líng", "wu he 々 ling", "w h 々 l", "wh々l"}};
     for (const auto &row : rows) {
         const auto given = string(row.text);
         EXPECT_EQ(text(qn::pinyin(given)), row.marked);
@@ -112,46 +99,41 @@ TEST(Pinyin, leavesOtherTextAlone) {
     for (const auto operation : {qn::pinyin, qn::pinyinWithoutToneMarks, qn::pinyinInitials,
                                  qn::pinyinFirstLetters, qn::pinyinSortingKey})
         EXPECT_EQ(operation(nullptr), nullptr);
-    EXPECT_EQ(qn::pinyin(ofUnits(u"\xD801打\xDC00"))->units(), u"\xD801"
-                                                               u"dǎ\xDC00");
+    EXPECT_EQ(qn::pinyin(of(u"\xD801打\xDC00"))->units(), u"\xD801"
+                                                          u"dǎ\xDC00");
 }
 
 TEST(Pinyin, readsRunsOfAllIdeographsAsICUDoes) {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::Transliterator> theirs(
         icu::Transliterator::createInstance("Han-Latin", UTRANS_FORWARD, status));
+    const icu::UnicodeSet ideographs(u"[[:sc=Han:]&[:Ideographic:]]", status);
     ASSERT_TRUE(U_SUCCESS(status));
-    auto characters = qn::han::charactersOf(ideographs());
-    std::shuffle(characters.begin(), characters.end(), std::mt19937(1));
-    characters.resize(characters.size() / 4);
-    std::set<Units> unknown;
-    for (std::size_t first = 0; first < characters.size(); first += 30) {
-        std::vector run(characters.begin() + static_cast<std::ptrdiff_t>(first),
-                        characters.begin() +
-                            static_cast<std::ptrdiff_t>(std::min(first + 30, characters.size())));
+    Random random(1);
+    std::set<std::string> unknown;
+    for (std::int32_t round = 0; round < ideographs.size() / 120; ++round) {
         icu::UnicodeString raw;
-        for (const auto &one : run)
-            raw.append(static_cast<UChar32>(one.value));
+        for (int i = 0; i < 30; ++i)
+            raw.append(
+                ideographs.charAt(static_cast<std::int32_t>(random() % 0x7FFFFFFF) % ideographs.size()));
+        auto run = qn::han::charactersOf(unitsOf(raw));
         theirs->transliterate(raw);
-        std::istringstream syllables(
-            NSString(Units(raw.getBuffer(), static_cast<std::size_t>(raw.length()))).utf8());
+        const auto syllables = words(text(of(unitsOf(raw))));
+        ASSERT_EQ(syllables.size(), run.size());
         qn::han::addReadings(run);
-        for (const auto &one : run) {
-            std::string theirOwn;
-            syllables >> theirOwn;
-            if (one.reading.empty())
-                EXPECT_TRUE(qn::han::hasIdeographs(string(theirOwn)->units())) << theirOwn;
-            else
-                EXPECT_EQ(NSString(one.reading).utf8(), theirOwn);
-            const qn::PinyinSyllable syllable(one.reading);
-            const Units after(syllable.letters.substr(syllable.initial().size()));
-            if (!one.reading.empty() && !finals.contains(after) && !finals.contains(syllable.letters))
-                unknown.insert(syllable.letters);
+        for (std::size_t i = 0; i < run.size(); ++i) {
+            const Units &reading = run[i].reading;
+            EXPECT_EQ(reading.empty() ? "" : syllables[i], text(of(reading)));
+            EXPECT_EQ(reading.empty(), qn::han::hasIdeographs(string(syllables[i])->units())) << syllables[i];
+            const qn::PinyinSyllable syllable(reading);
+            const auto whole = text(of(Units(syllable.letters))),
+                       after = text(of(Units(syllable.letters.substr(syllable.initial().size()))));
+            if (!after.empty() && !std::ranges::count(finals, after) && !std::ranges::count(finals, whole))
+                unknown.insert(whole);
         }
-        EXPECT_TRUE((syllables >> std::ws).eof());
     }
-    unknown.erase(u"hm"); // a sigh
-    EXPECT_EQ(unknown, std::set<Units>()) << "syllables that there are not";
+    unknown.erase("hm"); // a sigh
+    EXPECT_EQ(unknown, std::set<std::string>()) << "syllables that there are not";
 }
 
 TEST(Pinyin, findsWhatAPersonWouldFind) {
@@ -159,72 +141,53 @@ TEST(Pinyin, findsWhatAPersonWouldFind) {
         {u"打", u"da"}, {u"大", u"da"}, {u"安", u"an"}, {u"女", u"nü"}, {u"略", u"lüe"}, {u"干", u"gan"},
         {u"a", u""},    {u"1", u""},    {u" ", u""},    {u"々", u""},   {u"𠀀", u"he"}};
     const Units keys = u"daanuvünlhe 1打女";
-    std::mt19937 random(2);
-    const auto below = [&](std::size_t limit) { return random() % limit; };
+    Random random(2);
     int found = 0;
     for (int round = 0; round < 30000; ++round) {
-        std::vector<std::pair<Units, Units>> characters(1 + below(6));
+        std::vector<std::pair<Units, Units>> characters(1 + random.below(6));
         Units units, typed;
         std::vector<std::size_t> places;
         for (auto &one : characters) {
-            one = alphabet[below(alphabet.size())];
+            one = random.of(alphabet);
             places.push_back(units.size());
             units += one.first;
         }
         places.push_back(units.size());
-        for (std::size_t size = 1 + below(6); size > 0; --size)
-            typed += keys[below(keys.size())];
-
+        for (std::size_t size = 1 + random.below(6); size > 0; --size)
+            typed += random.of(keys);
         NSRange expected{NSNotFound, 0};
         std::size_t firstEnd = characters.size() + 1;
         for (std::size_t start = 0; start < characters.size(); ++start) {
-            std::set<std::size_t> ends;
-            endsOf(characters, start, typed, ends);
+            const auto ends = endsOf(characters, start, typed);
             if (ends.empty() || *ends.begin() >= firstEnd)
                 continue;
             firstEnd = *ends.begin();
             expected = {places[start], places[firstEnd] - places[start]};
         }
-        std::set<std::size_t> ends;
-        endsOf(characters, 0, typed, ends);
-        const qn::PinyinText searched(ofUnits(units));
-        ASSERT_EQ(searched.rangeOf(ofUnits(typed)), expected)
-            << NSString(units).utf8() << " / " << NSString(typed).utf8();
-        ASSERT_EQ(searched.hasPrefix(ofUnits(typed)), !ends.empty())
-            << NSString(units).utf8() << " / " << NSString(typed).utf8();
+        const auto both = text(of(units + u" / " + typed));
+        const qn::PinyinText searched(of(units));
+        ASSERT_EQ(searched.rangeOf(of(typed)), expected) << both;
+        ASSERT_EQ(searched.hasPrefix(of(typed)), !endsOf(characters, 0, typed).empty()) << both;
         found += expected.length > 0;
     }
     EXPECT_GT(found, 1000);
 }
 
 TEST(Pinyin, forgivesHowItIsTyped) {
-    const struct {
-        const char *text, *typed;
-        NSRange range;
-    } rows[] = {
-        {"西安", "xi'an", {0, 2}},
-        {"西安", "xi’an", {0, 2}},
-        {"西安", "xian", {0, 2}},
-        {"先", "xi'an", {NSNotFound, 0}},
-        {"女", "NÜ", {0, 1}},
-        {"女", "nu\u0308\u030C", {0, 1}},
-        {"女", "nǚ", {0, 1}},
-        {"打", "da\u030C", {0, 1}},
-        {"打", "d a", {NSNotFound, 0}},
-        {"打印", "da y ", {0, 2}},
-        {"Straße", "STRASSE", {NSNotFound, 0}},
-        {"ÉTÉ 打", "été d", {0, 5}},
-        {"打", "", {NSNotFound, 0}},
-        {"", "d", {NSNotFound, 0}},
-        {"none", "d", {NSNotFound, 0}},
-        {"打", "none", {NSNotFound, 0}},
-        {"𠀀1", "he1", {0, 3}},
-    };
-    for (const auto &row : rows)
-        EXPECT_EQ(qn::rangeOfPinyin(std::string_view(row.text) == "none" ? nullptr : string(row.text),
-                                    std::string_view(row.typed) == "none" ? nullptr : string(row.typed)),
-                  row.range)
-            << row.text << " / " << row.typed;
+    const std::tuple<const char *, const char *, NSRange> rows[] = {
+        {"西安", "xi'an", {0, 2}},   {"西安", "xi’an", {0, 2}},
+        {"西安", "xian", {0, 2}},    {"女", "nu\u0308\u030C", {0, 1}},
+        {"女", "NÜ", {0, 1}},        {"女", "nǚ", {0, 1}},
+        {"打", "da\u030C", {0, 1}},  {"打印", "da y ", {0, 2}},
+        {"ÉTÉ 打", "été d", {0, 5}}, {"𠀀1", "he1", {0, 3}}};
+    for (const auto &[given, typed, range] : rows)
+        EXPECT_EQ(qn::rangeOfPinyin(string(given), string(typed)), range) << given << " / " << typed;
+    const NSRange nowhere{NSNotFound, 0};
+    for (const auto &[given, typed] :
+         {std::pair{"先", "xi'an"}, {"打", "d a"}, {"Straße", "STRASSE"}, {"打", ""}, {"", "d"}})
+        EXPECT_EQ(qn::rangeOfPinyin(string(given), string(typed)), nowhere) << given << " / " << typed;
+    EXPECT_EQ(qn::rangeOfPinyin(nullptr, u"d"_ns), nowhere);
+    EXPECT_EQ(qn::rangeOfPinyin(u"打"_ns, nullptr), nowhere);
 }
 
 TEST(Pinyin, sortsAsDictionariesDo) {
@@ -232,7 +195,7 @@ TEST(Pinyin, sortsAsDictionariesDo) {
                                              "大厅", "大印", "单", "Dell", "Lu 1", "卢", "驴",   "绿",
                                              "乱",   "略",   "罗", "西安", "先",   "中", "重"};
     std::vector<std::string> seen = sorted;
-    std::shuffle(seen.begin(), seen.end(), std::mt19937(3));
+    std::shuffle(seen.begin(), seen.end(), Random(3));
     std::sort(seen.begin(), seen.end(), [](const std::string &a, const std::string &b) {
         return qn::pinyinSortingKey(string(a))->compare(qn::pinyinSortingKey(string(b))) ==
                NSComparisonResult::OrderedAscending;
@@ -241,12 +204,8 @@ TEST(Pinyin, sortsAsDictionariesDo) {
 }
 
 TEST(Pinyin, isReadByManyThreadsFromTheStart) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i)
-        threads.emplace_back([] {
-            for (int round = 0; round < 50; ++round)
-                EXPECT_EQ(text(qn::pinyin(u"重庆打印机"_ns)), "chóng qìng dǎ yìn jī");
-        });
-    for (std::thread &thread : threads)
-        thread.join();
+    dispatch::onThreads(4, [](int) {
+        for (int round = 0; round < 50; ++round)
+            EXPECT_EQ(text(qn::pinyin(u"重庆打印机"_ns)), "chóng qìng dǎ yìn jī");
+    });
 }
