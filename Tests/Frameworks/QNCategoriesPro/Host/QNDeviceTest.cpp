@@ -3,23 +3,17 @@
 #include "Frameworks/QNCategoriesPro/Host/QNDevice.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Foundation/Dates/NSDate.h"
-#include "Platform/Foundation/Text/NSString.h"
+#include "Tests/Support/Objects.h"
+#include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Words.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cstdio>
-#include <memory>
-#include <random>
 #include <set>
-#include <sstream>
 
 namespace {
-
-std::string text(const Ref<NSString> &of) {
-    return of ? of->utf8() : "(none)";
-}
 
 using testing::ElementsAre;
 using testing::Pair;
@@ -29,22 +23,17 @@ using namespace std::chrono_literals;
 std::string output(const std::string &command) {
     const std::unique_ptr<FILE, int (*)(FILE *)> pipe(popen(("LC_ALL=C " + command).c_str(), "r"), pclose);
     std::string all;
-    char buffer[4096];
-    while (const std::size_t count = fread(buffer, 1, sizeof buffer, pipe.get()))
-        all.append(buffer, count);
+    for (int one; (one = fgetc(pipe.get())) != EOF;)
+        all += static_cast<char>(one);
     return all;
 }
 
 std::map<std::string, std::vector<std::string>> table(const std::string &text) {
     std::map<std::string, std::vector<std::string>> rows;
     std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        std::istringstream words(line);
-        std::string key;
-        words >> key;
-        for (std::string word; words >> word;)
-            rows[key].push_back(word);
-    }
+    for (std::string line; std::getline(lines, line);)
+        if (const auto row = words(line); !row.empty())
+            rows[row[0]].assign(row.begin() + 1, row.end());
     return rows;
 }
 
@@ -52,10 +41,6 @@ std::map<std::string, std::vector<std::string>> table(const std::string &text) {
 class MadeUpDevice : public testing::Test {
 protected:
     void write(const std::string &path, const std::string &contents) { root.put(path, contents); }
-    void writeInterface(const std::string &name, const std::string &type, const std::string &state) {
-        write("sys/class/net/" + name + "/type", type + "\n");
-        write("sys/class/net/" + name + "/operstate", state + "\n");
-    }
     static std::string row(const std::string &name, QNTraffic traffic) {
         return name + ": " + std::to_string(traffic.receivedBytes) + " " +
                std::to_string(traffic.receivedPackets) + " 0 0 0 0 0 0 " + std::to_string(traffic.sentBytes) +
@@ -68,13 +53,13 @@ protected:
     std::map<std::string, QNFileSystemSize> sizes;
     std::vector<std::string> asked;
     std::vector<qn::InterfaceAddress> addresses;
+    std::optional<QNFileSystemSize> sizeAt(const std::string &place) {
+        asked.push_back(place);
+        const auto found = sizes.find(place);
+        return found == sizes.end() ? std::nullopt : std::optional(found->second);
+    }
     const QNDevice device{{.root = root.path(),
-                           .fileSystemSizes =
-                               [this](const std::string &place) {
-                                   asked.push_back(place);
-                                   const auto found = sizes.find(place);
-                                   return found == sizes.end() ? std::nullopt : std::optional(found->second);
-                               },
+                           .fileSystemSizes = [this](const auto &place) { return sizeAt(place); },
                            .interfaceAddresses = [this] { return addresses; }}};
 };
 
@@ -95,16 +80,13 @@ TEST(QNDevice, theManualsExample) {
 }
 
 TEST_F(MadeUpDevice, tellsNothingOfNothing) {
-    EXPECT_EQ(device.machine().manufacturer, nullptr);
-    EXPECT_EQ(device.machine().model, nullptr);
+    EXPECT_FALSE(device.machine().manufacturer || device.machine().model);
     const QNSystem system = device.system();
-    EXPECT_TRUE(!system.name && !system.version && !system.kernel && !system.startTime);
-    EXPECT_EQ(device.processorCount(), std::nullopt);
-    EXPECT_EQ(device.processors().all, std::nullopt);
+    EXPECT_FALSE(system.name || system.version || system.kernel || system.startTime);
+    EXPECT_FALSE(device.processorCount() || device.processors().all);
     const QNMemory memory = device.memory();
-    for (const auto &one :
-         {memory.total, memory.used, memory.available, memory.swapTotal, memory.swapUsed, memory.swapFree})
-        EXPECT_EQ(one, std::nullopt);
+    EXPECT_FALSE(memory.total || memory.used || memory.available || memory.swapTotal || memory.swapUsed ||
+                 memory.swapFree);
     EXPECT_TRUE(device.fileSystems().empty() && device.network().interfaces.empty() &&
                 device.batteries().empty());
     const QNProcessorLoad load = qn::loadBetween(device.processors(), device.processors());
@@ -114,15 +96,18 @@ TEST_F(MadeUpDevice, tellsNothingOfNothing) {
 
 TEST_F(MadeUpDevice, tellsMachineSystemMemoryAndBatteries) {
     write("sys/firmware/devicetree/base/model", std::string("Sample Board 4\0", 15));
-    write("sys/class/dmi/id/sys_vendor", "To Be Filled By O.E.M.\n");
-    EXPECT_EQ(text(device.machine().manufacturer), "(none)");
-    EXPECT_EQ(text(device.machine().model), "Sample Board 4");
-    write("sys/class/dmi/id/sys_vendor", " Sample Inc. \nmore\n");
-    write("sys/class/dmi/id/product_name", "Ünit 5\n");
-    EXPECT_EQ(text(device.machine().manufacturer), "Sample Inc.");
-    EXPECT_EQ(text(device.machine().model), "Ünit 5");
-    write("sys/class/dmi/id/product_name", "\xFF\n");
-    EXPECT_EQ(text(device.machine().model), "Sample Board 4") << "what is no text is not told";
+    const std::array<const char *, 4> machines[] = {
+        // vendor and product as they are in the files, manufacturer and model as they are told
+        {"To Be Filled By O.E.M.\n", "", "(none)", "Sample Board 4"},
+        {" Sample Inc. \nmore\n", "Ünit 5\n", "Sample Inc.", "Ünit 5"},
+        {"Sample Inc.", "\xFF\n", "Sample Inc.", "Sample Board 4"}, // what is no text is not told
+    };
+    for (const auto &[vendor, product, manufacturer, model] : machines) {
+        write("sys/class/dmi/id/sys_vendor", vendor);
+        write("sys/class/dmi/id/product_name", product);
+        EXPECT_EQ(text(device.machine().manufacturer), manufacturer);
+        EXPECT_EQ(text(device.machine().model), model);
+    }
 
     write("usr/lib/os-release", "NAME=\"Fallback\"\n");
     EXPECT_EQ(text(device.system().name), "Fallback");
@@ -130,33 +115,31 @@ TEST_F(MadeUpDevice, tellsMachineSystemMemoryAndBatteries) {
     write("proc/sys/kernel/osrelease", "6.1.0-18-amd64\n");
     write("proc/stat", "cpu  1 2 3 4 5 6 7 8 9 10\nbtime 1700000000\n");
     const QNSystem system = device.system();
-    EXPECT_EQ(text(system.name), "Sample \"OS\"");
-    EXPECT_EQ(text(system.version), "12");
+    EXPECT_EQ(text(system.name) + " " + text(system.version), "Sample \"OS\" 12");
     EXPECT_EQ(text(system.kernel), "6.1.0-18-amd64");
     EXPECT_EQ(system.startTime->timeIntervalSince1970(), 1700000000);
 
     write("proc/meminfo",
           "MemTotal:  1000 kB\nMemFree: 1 kB\nMemAvailable:  400 kB\nSwapTotal: 0 kB\nSwapFree: 0 kB\n");
-    EXPECT_EQ(device.memory().total, 1024000u);
-    EXPECT_EQ(device.memory().used, 614400u);
-    EXPECT_EQ(device.memory().swapTotal, 0u) << "told, not absent";
-    EXPECT_EQ(device.memory().swapUsed, 0u);
+    const QNMemory whole = device.memory();
+    EXPECT_TRUE(whole.total == 1024000u && whole.used == 614400u);
+    EXPECT_TRUE(whole.swapTotal == 0u && whole.swapUsed == 0u) << "told, not absent";
     write("proc/meminfo", "MemTotal:  1000 kB\nMemAvailable:  -4 kB\nSwapTotal: 1 kB\nSwapFree: 2 kB\n");
-    EXPECT_EQ(device.memory().used, std::nullopt);
-    EXPECT_EQ(device.memory().available, std::nullopt);
-    EXPECT_EQ(device.memory().swapUsed, std::nullopt);
+    const QNMemory odd = device.memory();
+    EXPECT_FALSE(odd.used || odd.available || odd.swapUsed);
 
-    const struct {
-        const char *name, *type, *scope, *capacity, *status;
-    } supplies[] = {{"AC", "Mains\n", "System", "100", "Full"},
-                    {"BAT0", "Battery\n", "System\n", "57\n", "Discharging\n"},
-                    {"BAT1", "Battery\n", "", "101\n", "Unknown\n"},
-                    {"mouse", "Battery\n", "Device\n", "90\n", "Discharging\n"}};
-    for (const auto &one : supplies)
-        for (const auto &[file, contents] :
-             {std::pair("type", one.type), std::pair("scope", one.scope), std::pair("capacity", one.capacity),
-              std::pair("status", one.status)})
-            write(std::string("sys/class/power_supply/") + one.name + "/" + file, contents);
+    const std::array<const char *, 5> supplies[] = {
+        {"AC", "Mains\n", "System", "100", "Full"},
+        {"BAT0", "Battery\n", "System\n", "57\n", "Discharging\n"},
+        {"BAT1", "Battery\n", "", "101\n", "Unknown\n"},
+        {"mouse", "Battery\n", "Device\n", "90\n", "Discharging\n"}};
+    for (const auto &[name, type, whose, capacity, status] : supplies) {
+        const auto folder = std::string("sys/class/power_supply/") + name;
+        write(folder + "/type", type);
+        write(folder + "/scope", whose);
+        write(folder + "/capacity", capacity);
+        write(folder + "/status", status);
+    }
     const auto batteries = device.batteries();
     ASSERT_EQ(batteries.size(), 2u);
     EXPECT_EQ(batteries[0].charge, 0.57);
@@ -224,21 +207,21 @@ TEST_F(MadeUpDevice, tellsInterfacesAndTheirTraffic) {
         std::vector<const char *> files;
         QNInterfaceKind kind;
         std::optional<bool> isLinked;
-    } rows[] = {
-        {"br0", "1", "down", {}, QNInterfaceKind::other, false},
-        {"can0", "280", "up", {"device/x"}, QNInterfaceKind::other, true},
-        {"eth0", "1", "up", {"device/x"}, QNInterfaceKind::wired, true},
-        {"eth1", "1", "lowerlayerdown", {"device/x"}, QNInterfaceKind::wired, false},
-        {"lo", "772", "unknown", {"carrier"}, QNInterfaceKind::loopback, true},
-        {"tap0", "1", "up", {"tun_flags"}, QNInterfaceKind::tunnel, true},
-        {"tun0", "65534", "unknown", {"tun_flags"}, QNInterfaceKind::tunnel, std::nullopt},
-        {"wg0", "65534", "unknown", {}, QNInterfaceKind::tunnel, std::nullopt},
-        {"wlan0", "1", "up", {"device/x", "phy80211"}, QNInterfaceKind::wireless, true},
-    };
+    } rows[] = {{"br0", "1", "down", {}, QNInterfaceKind::other, false},
+                {"can0", "280", "up", {"device/x"}, QNInterfaceKind::other, true},
+                {"eth0", "1", "up", {"device/x"}, QNInterfaceKind::wired, true},
+                {"eth1", "1", "lowerlayerdown", {"device/x"}, QNInterfaceKind::wired, false},
+                {"lo", "772", "unknown", {"carrier"}, QNInterfaceKind::loopback, true},
+                {"tap0", "1", "up", {"tun_flags"}, QNInterfaceKind::tunnel, true},
+                {"tun0", "65534", "unknown", {"tun_flags"}, QNInterfaceKind::tunnel, std::nullopt},
+                {"wg0", "65534", "unknown", {}, QNInterfaceKind::tunnel, std::nullopt},
+                {"wlan0", "1", "up", {"device/x", "phy80211"}, QNInterfaceKind::wireless, true}};
     for (const auto &one : rows) {
-        writeInterface(one.name, one.type, one.state);
+        const auto folder = std::string("sys/class/net/") + one.name + "/";
+        write(folder + "type", one.type + std::string("\n"));
+        write(folder + "operstate", one.state + std::string("\n"));
         for (const char *file : one.files)
-            write(std::string("sys/class/net/") + one.name + "/" + file, "1\n");
+            write(folder + file, "1\n");
     }
     write("sys/class/net/bonding_masters", "\n");
     write("sys/class/net/eth0/address", "00:00:5e:00:53:01\n");
@@ -276,51 +259,17 @@ TEST_F(MadeUpDevice, tellsInterfacesAndTheirTraffic) {
 }
 
 TEST_F(MadeUpDevice, bearsWhateverIsInTheFiles) {
-    std::mt19937 random(1);
-    const std::vector<std::string> pieces = {"cpu",
-                                             "cpu0",
-                                             " ",
-                                             "\n",
-                                             ":",
-                                             "1",
-                                             "18446744073709551615",
-                                             "-1",
-                                             "MemTotal:",
-                                             "kB",
-                                             "\\",
-                                             "\\04",
-                                             "\\777",
-                                             "/",
-                                             "\xFF",
-                                             "\"",
-                                             "NAME=",
-                                             "eth0",
-                                             "btime",
-                                             std::string(1, '\0'),
-                                             "0-4294967295",
-                                             "\t",
-                                             "tmpfs",
-                                             "'",
-                                             ",",
-                                             "99999999999999999999",
-                                             "MemAvailable:"};
-    const char *files[] = {"proc/stat",
-                           "proc/meminfo",
-                           "proc/net/dev",
-                           "proc/self/mounts",
-                           "etc/os-release",
-                           "sys/class/net/eth0/type",
-                           "sys/class/net/eth0/operstate",
-                           "sys/devices/system/cpu/online",
-                           "sys/class/power_supply/B/type",
-                           "sys/class/dmi/id/sys_vendor"};
+    Random random(1);
+    auto pieces = words(R"(cpu cpu0 : 1 18446744073709551615 -1 MemTotal: kB \ \04 \777 / " NAME= eth0 btime
+                           0-4294967295 tmpfs ' , 99999999999999999999 MemAvailable:)");
+    pieces.insert(pieces.end(), {" ", "\n", "\t", "\xFF", std::string(1, '\0')});
+    const auto files = words(R"(
+        proc/stat proc/meminfo proc/net/dev proc/self/mounts etc/os-release sys/class/net/eth0/type
+        sys/class/net/eth0/operstate sys/devices/system/cpu/online sys/class/power_supply/B/type
+        sys/class/dmi/id/sys_vendor)");
     for (int round = 0; round < 60; ++round) {
-        for (const char *file : files) {
-            std::string contents;
-            for (std::size_t size = random() % 30; size > 0; --size)
-                contents += pieces[random() % pieces.size()];
-            write(file, contents);
-        }
+        for (const std::string &file : files)
+            write(file, random.text(pieces, 30));
         device.machine();
         device.system();
         const QNMemory memory = device.memory();
