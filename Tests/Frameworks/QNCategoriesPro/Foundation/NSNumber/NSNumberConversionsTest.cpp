@@ -22,17 +22,17 @@ std::string read(std::string_view utf8) {
 TEST(NumberWithString, knowsWordsAndHexadecimal) {
     const LocaleScope locale("de_DE");
     const std::pair<std::string, const char *> table[] = {
-        {"true", "B 1"},   {"YES", "B 1"},     {"False", "B 0"},    {"nO", "B 0"},
-        {"nil", "(none)"}, {"NULL", "(none)"}, {"<null>", "(none)"}};
+        {"true", "B 1"},      {"YES", "B 1"},
+        {"False", "B 0"},     {"nO", "B 0"},
+        {"nil", "(none)"},    {"NULL", "(none)"},
+        {"<null>", "(none)"}, {"0X1f", "q 31"},
+        {"0x0", "q 0"},       {"0x100000000", "q 4294967295"},
+        {"0x1 2", "q 1"}};
     for (const auto &[word, expected] : table)
         for (const std::string &padded : {word, " \n" + word + "\t ", "\u3000" + word})
             EXPECT_EQ(read(padded), expected) << padded;
     EXPECT_EQ(qn::numberWithString(u" yes"_ns), number(true)) << "the one boolean";
     EXPECT_EQ(qn::numberWithString(nullptr), nullptr);
-    const std::pair<const char *, const char *> hexadecimal[] = {
-        {" 0X1f\n", "q 31"}, {"0x0", "q 0"}, {"0x100000000", "q 4294967295"}, {"0x1 2", "q 1"}};
-    for (const auto &[value, expected] : hexadecimal)
-        EXPECT_EQ(read(value), expected) << value;
     for (const char *no : {"", " ", "\r\n", "yes!", "truefalse", "y", "<nil>", "(null)", "0x", "0xg", "-0x10",
                            "+0x10", "0x-1", " -0xF"})
         EXPECT_EQ(read(no), "(none)") << no;
@@ -43,17 +43,15 @@ TEST(NumberWithString, followsTheCurrentLocale) {
         const char *text, *en, *de, *fr, *ar;
     };
     const char *none = "(none)";
-    const Row table[] = {
-        {"12,345", "q 12345", "d 12.345", "d 12.345", "d 12.345"},
-        {"12.345", "d 12.345", "q 12345", "q 12345", "q 12345"},
-        {"1,234.5", "d 1234.5", none, none, none},
-        {"1.234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
-        {"1\u202F234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
-        {"١٢٬٣٤٥٫٥", none, "d 12345.5", "d 12345.5", "d 12345.5"},
-        {"1.5", "d 1.5", none, none, none},
-        {"1,5", none, "d 1.5", "d 1.5", "d 1.5"},
-        {"2.0", "q 2", none, none, none},
-    };
+    const Row table[] = {{"12,345", "q 12345", "d 12.345", "d 12.345", "d 12.345"},
+                         {"12.345", "d 12.345", "q 12345", "q 12345", "q 12345"},
+                         {"1,234.5", "d 1234.5", none, none, none},
+                         {"1.234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
+                         {"1\u202F234,5", none, "d 1234.5", "d 1234.5", "d 1234.5"},
+                         {"١٢٬٣٤٥٫٥", none, "d 12345.5", "d 12345.5", "d 12345.5"},
+                         {"1.5", "d 1.5", none, none, none},
+                         {"1,5", none, "d 1.5", "d 1.5", "d 1.5"},
+                         {"2.0", "q 2", none, none, none}};
     for (const Row &row : table) {
         for (const auto &[locale, expected] : {std::pair{"en_US", row.en},
                                                {"de_DE", row.de},
@@ -73,13 +71,9 @@ TEST(NumberWithString, followsTheCurrentLocale) {
 
 TEST(NumberWithString, givesADoubleBeyond64Bits) {
     const LocaleScope locale("en_US");
-    const std::pair<std::string, std::string> table[] = {
-        {"9223372036854775808", "d 9.223372036854776e+18"},
-        {"-9,223,372,036,854,775,809", "d -9.223372036854776e+18"},
-        {"1E300", "d 1e+300"},
-        {"1E308", "d 1e+308"}};
-    for (const auto &[value, expected] : table)
-        EXPECT_EQ(read(value), expected) << value;
+    EXPECT_EQ(read("9223372036854775808"), "d 9.223372036854776e+18");
+    EXPECT_EQ(read("-9,223,372,036,854,775,809"), "d -9.223372036854776e+18");
+    EXPECT_EQ(read("1E308"), "d 1e+308");
     for (const char *other : {"1E400", "-1E400", "NaN", "∞", "-∞"})
         EXPECT_EQ(read(other), "(none)") << other;
     EXPECT_EQ(qn::numberWithString(make<NSString>(std::u16string(4097, u'9'))), nullptr) << "takes too long";
@@ -105,12 +99,10 @@ TEST(NumberWithString, standsAnyText) {
         const auto units = random.text<std::u16string>(alphabet, 9);
         const auto value = make<NSString>(units), padded = make<NSString>(units + u"\n");
         numbers += read(value) != "(none)";
-        if (qn::stringByTrim(value)->lowercaseString()->hasPrefix(u"0x"_ns)) {
-            ASSERT_EQ(read(padded), read(value));
-        } else {
-            ASSERT_TRUE(read(padded) == "(none)" || qn::numberWithString(padded)->isBoolean())
-                << "only words may be padded";
-        }
+        const bool hexadecimal = qn::stringByTrim(value)->lowercaseString()->hasPrefix(u"0x"_ns);
+        ASSERT_TRUE(hexadecimal ? read(padded) == read(value)
+                                : read(padded) == "(none)" || qn::numberWithString(padded)->isBoolean())
+            << "only words may be padded";
     }
     EXPECT_GT(numbers, 1000);
 }

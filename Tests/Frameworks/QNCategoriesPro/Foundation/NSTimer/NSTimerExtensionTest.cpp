@@ -1,6 +1,5 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Runtime/Object/Message.h"
 #include "Tests/Support/Ticker.h"
 
 using namespace std::chrono_literals;
