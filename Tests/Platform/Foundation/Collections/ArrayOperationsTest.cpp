@@ -2,6 +2,7 @@
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Runtime/Object/Class.h"
+#include "Platform/Runtime/Object/Raise.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -94,172 +95,154 @@ void expectHolds(const NSMutableArray &array, const Objects &expected) {
     EXPECT_EQ(array.hash(), plain->hash());
 }
 
-using Place = Objects::iterator;
+/// What an array should do, done to a plain list.
+struct PlainList {
+    using Place = Objects::const_iterator;
+    Objects objects;
 
-Place at(Objects &list, NSUInteger index) {
-    return list.begin() + static_cast<std::ptrdiff_t>(index);
-}
+    NSUInteger count() const { return objects.size(); }
+    Place at(NSUInteger index) const { return objects.begin() + static_cast<std::ptrdiff_t>(index); }
+    Objects part(NSRange range) const { return {at(range.location), at(range.end())}; }
+    void splice(NSRange range, const Objects &others) {
+        runtime::checkRange("splice", range, count());
+        objects.insert(objects.erase(at(range.location), at(range.end())), others.begin(), others.end());
+    }
+    void removeWhere(NSRange range, auto goes) {
+        for (NSUInteger place = range.end(); place-- > range.location;)
+            if (goes(place))
+                splice({place, 1}, {});
+    }
+    /// At each index one of the others, in place of `length` elements.
+    void splice(const Ref<NSIndexSet> &indexes, NSUInteger length, const Ref<NSArray> &others) {
+        if (others->count())
+            runtime::checkIndex("splice", indexes->lastIndex(), count() + (1 - length) * others->count());
+        NSUInteger next = 0;
+        for (NSUInteger place = 0; next < others->count(); ++place)
+            if (indexes->containsIndex(place))
+                splice({place, length}, {others->objectAtIndex(next++)});
+    }
+
+    id objectAtIndex(NSUInteger index) const { return objects[index]; }
+    void addObjectsFromArray(const Ref<NSArray> &more) { splice({count(), 0}, more->allObjects()); }
+    void setObject(const id &object, NSUInteger index) { splice({index, index < count()}, {object}); }
+    void insertObjects(const Ref<NSArray> &more, const Ref<NSIndexSet> &indexes) { splice(indexes, 0, more); }
+    void replaceObjectsAtIndexes(const Ref<NSIndexSet> &indexes, const Ref<NSArray> &more) {
+        splice(indexes, 1, more);
+    }
+    void replaceObjectsInRange(NSRange range, const Ref<NSArray> &more) { splice(range, more->allObjects()); }
+    void replaceObjectsInRange(NSRange range, const Ref<NSArray> &, NSRange own) { splice(range, part(own)); }
+    void removeObjectsInRange(NSRange range) { splice(range, {}); }
+    void removeObjectAtIndex(NSUInteger index) { splice({index, 1}, {}); }
+    void removeLastObject() { objects.resize(count() - (count() > 0)); }
+    void removeObject(const id &object, NSRange range) {
+        removeWhere(range, [&](NSUInteger place) { return objects[place]->isEqual(object); });
+    }
+    void removeObjectIdenticalTo(const id &object, NSRange range) {
+        removeWhere(range, [&](NSUInteger place) { return objects[place] == object; });
+    }
+    void removeObjectsInArray(const Ref<NSArray> &others) {
+        removeWhere({0, count()}, [&](NSUInteger place) { return others->containsObject(objects[place]); });
+    }
+    void removeObjectsAtIndexes(const Ref<NSIndexSet> &indexes) {
+        removeWhere({0, count()}, [&](NSUInteger place) { return indexes->containsIndex(place); });
+    }
+    void exchangeObjectAtIndex(NSUInteger first, NSUInteger second) {
+        runtime::checkIndex("exchange", first, count());
+        std::swap(objects[first], objects[second]);
+    }
+    void sortWithOptions(NSSortOptions, const NSComparator &) {
+        std::ranges::stable_sort(objects, lessByValue);
+    }
+};
 
 /// What a change is given, the same for both sides; `index` and `beyond` reach past the end now and then.
 struct Given {
+    Ref<NSArray> itself;
     id object;
     Ref<NSArray> more, fitting; ///< `fitting` has an object for each of `beyond`
     NSRange range;
     NSUInteger index;
     Ref<NSIndexSet> indexes, beyond;
-
-    Place first(Objects &list) const { return at(list, range.location); }
-    Place last(Objects &list) const { return at(list, range.end()); }
-    bool has(Objects &list) const { return index < list.size(); }
 };
 
-/// A change of the array beside the same one of a plain list, which tells whether it can be made.
+/// A change of an array, and the same of a plain list.
 struct Change {
-    const char *name;
+    explicit(false) Change(auto change) : ofArray(change), ofList(change) {}
+
     std::function<void(NSMutableArray &, const Given &)> ofArray;
-    std::function<bool(Objects &, const Given &)> ofList;
+    std::function<void(PlainList &, const Given &)> ofList;
 };
 
 const Change changes[] = {
-    {"remove equals in a range",
-     [](auto &array, auto &given) { array.removeObject(given.object, given.range); },
-     [](auto &list, auto &given) {
-         const auto equals = [&](const id &other) { return other->isEqual(given.object); };
-         return list.erase(std::remove_if(given.first(list), given.last(list), equals), given.last(list)),
-                true;
-     }},
-    {"remove what stands first in a range",
-     [](auto &array, auto &given) {
-         array.removeObjectIdenticalTo(
-             given.range.length ? array.objectAtIndex(given.range.location) : given.object, given.range);
-     },
-     [](auto &list, auto &given) {
-         const id same = given.range.length ? *given.first(list) : nullptr;
-         return list.erase(std::remove(given.first(list), given.last(list), same), given.last(list)), true;
-     }},
-    {"remove equals of an array", [](auto &array, auto &given) { array.removeObjectsInArray(given.more); },
-     [](auto &list, auto &given) {
-         return std::erase_if(list, [&](const id &other) { return given.more->containsObject(other); }), true;
-     }},
-    {"remove a range", [](auto &array, auto &given) { array.removeObjectsInRange(given.range); },
-     [](auto &list, auto &given) { return list.erase(given.first(list), given.last(list)), true; }},
-    {"replace a range",
-     [](auto &array, auto &given) { array.replaceObjectsInRange(given.range, given.more); },
-     [](auto &list, auto &given) {
-         const auto more = given.more->allObjects();
-         return list.insert(list.erase(given.first(list), given.last(list)), more.begin(), more.end()), true;
-     }},
-    {"insert a range of itself",
-     [](auto &array, auto &given) {
-         array.replaceObjectsInRange({given.range.location, 0}, as<NSArray>(array.self()), given.range);
-     },
-     [](auto &list, auto &given) {
-         const Objects copied(given.first(list), given.last(list));
-         return list.insert(given.first(list), copied.begin(), copied.end()), true;
-     }},
-    {"remove at indexes", [](auto &array, auto &given) { array.removeObjectsAtIndexes(given.indexes); },
-     [](auto &list, auto &given) {
-         NSUInteger place = 0;
-         return std::erase_if(list, [&](const id &) { return given.indexes->containsIndex(place++); }), true;
-     }},
-    {"insert at indexes", [](auto &array, auto &given) { array.insertObjects(given.fitting, given.beyond); },
-     [](auto &list, auto &given) {
-         const NSUInteger count = given.beyond->count();
-         if (count && given.beyond->lastIndex() >= list.size() + count)
-             return false;
-         NSUInteger next = 0;
-         given.beyond->enumerateIndexesUsingBlock([&](NSUInteger place, bool &) {
-             list.insert(at(list, place), given.fitting->objectAtIndex(next++));
-         });
-         return true;
-     }},
-    {"replace at indexes",
-     [](auto &array, auto &given) { array.replaceObjectsAtIndexes(given.beyond, given.fitting); },
-     [](auto &list, auto &given) {
-         if (given.beyond->count() && given.beyond->lastIndex() >= list.size())
-             return false;
-         NSUInteger next = 0;
-         given.beyond->enumerateIndexesUsingBlock(
-             [&](NSUInteger place, bool &) { list[place] = given.fitting->objectAtIndex(next++); });
-         return true;
-     }},
-    {"set", [](auto &array, auto &given) { array.setObject(given.object, given.index); },
-     [](auto &list, auto &given) {
-         if (given.index == list.size())
-             list.push_back(given.object);
-         return given.has(list) && (list[given.index] = given.object);
-     }},
-    {"sort", [](auto &array, auto &) { array.sortWithOptions(NSSortStable, byValue); },
-     [](auto &list, auto &) { return std::stable_sort(list.begin(), list.end(), lessByValue), true; }},
-    {"add several", [](auto &array, auto &given) { array.addObjectsFromArray(given.more); },
-     [](auto &list, auto &given) {
-         const auto more = given.more->allObjects();
-         return list.insert(list.end(), more.begin(), more.end()), true;
-     }},
-    {"remove one", [](auto &array, auto &given) { array.removeObjectAtIndex(given.index); },
-     [](auto &list, auto &given) { return given.has(list) && (list.erase(at(list, given.index)), true); }},
-    {"remove from the front",
-     [](auto &array, auto &given) {
-         for (NSUInteger i = given.range.length; i > 0; --i)
-             array.removeObjectAtIndex(0);
-     },
-     [](auto &list, auto &given) { return list.erase(list.begin(), at(list, given.range.length)), true; }},
-    {"remove the last", [](auto &array, auto &) { array.removeLastObject(); },
-     [](auto &list, auto &) { return list.resize(list.size() - !list.empty()), true; }},
-    {"exchange", [](auto &array, auto &given) { array.exchangeObjectAtIndex(given.index, 0); },
-     [](auto &list, auto &given) {
-         return given.has(list) && (std::swap(list[given.index], list[0]), true);
-     }},
+    [](auto &list, auto &given) { list.addObjectsFromArray(given.more); },
+    [](auto &list, auto &given) { list.setObject(given.object, given.index); },
+    [](auto &list, auto &given) { list.insertObjects(given.fitting, given.beyond); },
+    [](auto &list, auto &given) { list.replaceObjectsAtIndexes(given.beyond, given.fitting); },
+    [](auto &list, auto &given) { list.replaceObjectsInRange(given.range, given.more); },
+    [](auto &list, auto &given) {
+        list.replaceObjectsInRange(NSMakeRange(given.range.location, 0), given.itself, given.range);
+    },
+    [](auto &list, auto &given) { list.removeObjectsInRange(given.range); },
+    [](auto &list, auto &given) { list.removeObjectAtIndex(given.index); },
+    [](auto &list, auto &) { list.removeLastObject(); },
+    [](auto &list, auto &given) {
+        for (NSUInteger i = given.range.length; i > 0; --i)
+            list.removeObjectAtIndex(0);
+    },
+    [](auto &list, auto &given) { list.removeObject(given.object, given.range); },
+    [](auto &list, auto &given) {
+        const id first = given.range.length ? list.objectAtIndex(given.range.location) : given.object;
+        list.removeObjectIdenticalTo(first, given.range);
+    },
+    [](auto &list, auto &given) { list.removeObjectsInArray(given.more); },
+    [](auto &list, auto &given) { list.removeObjectsAtIndexes(given.indexes); },
+    [](auto &list, auto &given) { list.exchangeObjectAtIndex(given.index, 0); },
+    [](auto &list, auto &) { list.sortWithOptions(NSSortStable, byValue); },
 };
 
 /// Random changes, done to the array and to a plain list.
-class Twin {
+class Twin : public Random {
 public:
-    Twin(Ref<NSMutableArray> itsArray, unsigned seed) : array(std::move(itsArray)), random_(seed) {}
+    Twin(Ref<NSMutableArray> itsArray, unsigned seed) : Random(seed), array(std::move(itsArray)) {}
 
     void step() {
-        const auto &change =
-            random_.below(4) ? random_.of(changes)
-                             : *std::ranges::find(changes, std::string_view("add several"), &Change::name);
-        const std::size_t size = model.size(), start = pick(size + 1);
-        const auto beyond = someIndexes(size + 2);
-        const Given given{.object = number(pick(9)),
-                          .more = some(pick(4)),
+        const std::size_t change = oneIn(4) ? 0 : below(std::size(changes)); // the first lets it grow
+        const auto beyond = someIndexes(model.count() + 2);
+        const Given given{.itself = array,
+                          .object = number(below(9)),
+                          .more = some(below(4)),
                           .fitting = some(beyond->count()),
-                          .range = {start, pick(size - start + 1)},
-                          .index = pick(size + 3),
-                          .indexes = someIndexes(size),
+                          .range = someRange(),
+                          .index = below(model.count() + 3),
+                          .indexes = someIndexes(model.count()),
                           .beyond = beyond};
-        const auto outcome = raised([&] { change.ofArray(*array, given); });
-        EXPECT_EQ(outcome, change.ofList(model, given) ? "" : NSRangeException) << change.name;
-        SCOPED_TRACE(change.name);
-        expectHolds(*array, model);
+        SCOPED_TRACE(change);
+        EXPECT_EQ(raised([&] { changes[change].ofArray(*array, given); }),
+                  raised([&] { changes[change].ofList(model, given); }));
+        expectHolds(*array, model.objects);
     }
 
     void read() {
-        const std::size_t size = model.size(), start = pick(size + 1), length = pick(size - start + 1);
-        const id object = number(pick(9));
+        const NSRange range = someRange();
+        const id object = number(below(9));
         const auto matches = [&](const id &other, auto &&...) { return other->isEqual(object); };
-        const auto first = [&](Place from, Place to) {
-            const auto place = std::find_if(from, to, matches);
-            return place == to ? NSNotFound : indexOf(place);
+        const auto first = [&](NSRange within) {
+            const auto end = model.at(within.end());
+            const auto place = std::find_if(model.at(within.location), end, matches);
+            return place == end ? NSNotFound : indexOf(place);
         };
-        EXPECT_EQ(array->indexOfObject(object), first(model.begin(), model.end()));
-        EXPECT_EQ(array->indexOfObject(object, {start, length}),
-                  first(at(model, start), at(model, start + length)));
-        EXPECT_EQ(array->indexOfObjectIdenticalTo(object, {start, length}), NSNotFound);
-        EXPECT_EQ(array->subarrayWithRange({start, length})->allObjects(),
-                  Objects(at(model, start), at(model, start + length)));
-        const auto indexes = someIndexes(size);
+        EXPECT_EQ(array->indexOfObject(object), first({0, model.count()}));
+        EXPECT_EQ(array->indexOfObject(object, range), first(range));
+        EXPECT_EQ(array->indexOfObjectIdenticalTo(object, range), NSNotFound);
+        EXPECT_EQ(array->subarrayWithRange(range)->allObjects(), model.part(range));
+        const auto indexes = someIndexes(model.count());
         Objects chosen;
         const auto passing = NSMutableIndexSet::indexSet();
-        for (std::size_t i = 0; i < size; ++i) {
-            if (!indexes->containsIndex(i))
-                continue;
-            chosen.push_back(model[i]);
-            if (matches(model[i]))
-                passing->addIndex(i);
-        }
+        indexes->enumerateIndexesUsingBlock([&](NSUInteger index, bool &) {
+            chosen.push_back(model.objects[index]);
+            if (matches(chosen.back()))
+                passing->addIndex(index);
+        });
         EXPECT_EQ(array->objectsAtIndexes(indexes)->allObjects(), chosen);
         EXPECT_TRUE(array->indexesOfObjectsAtIndexes(indexes, 0, matches)->isEqual(passing));
         EXPECT_EQ(array->indexOfObjectAtIndexes(indexes, 0, matches), passing->firstIndex());
@@ -270,13 +253,11 @@ public:
     /// In a range of both, after sorting them.
     void searchSorted() {
         array->sortUsingComparator(byValue);
-        std::stable_sort(model.begin(), model.end(), lessByValue);
-        const std::size_t start = pick(model.size() + 1);
-        const NSRange range{start, pick(model.size() - start + 1)};
-        const auto first = at(model, range.location), last = at(model, range.end());
-        const id wanted = number(pick(10));
-        const auto lower = std::lower_bound(first, last, wanted, lessByValue),
-                   upper = std::upper_bound(first, last, wanted, lessByValue);
+        model.sortWithOptions(NSSortStable, byValue);
+        const NSRange range = someRange();
+        const id wanted = number(below(10));
+        const auto [lower, upper] =
+            std::equal_range(model.at(range.location), model.at(range.end()), wanted, lessByValue);
         const auto search = [&](NSBinarySearchingOptions options) {
             return array->indexOfObject(wanted, range, options, byValue);
         };
@@ -290,29 +271,26 @@ public:
     }
 
     const Ref<NSMutableArray> array;
-    Objects model;
+    PlainList model;
 
 private:
-    std::size_t pick(std::size_t bound) { return random_.below(bound); }
-    NSUInteger indexOf(Place place) const {
-        return static_cast<NSUInteger>(place - Objects::const_iterator(model.begin()));
+    NSUInteger indexOf(PlainList::Place place) const { return static_cast<NSUInteger>(place - model.at(0)); }
+    NSRange someRange() {
+        const NSUInteger start = below(model.count() + 1);
+        return {start, below(model.count() - start + 1)};
     }
     Ref<NSArray> some(std::size_t count) {
-        Objects objects;
-        while (objects.size() < count)
-            objects.push_back(number(pick(9)));
+        Objects objects(count);
+        std::ranges::generate(objects, [&] { return number(below(9)); });
         return arrayOf(objects);
     }
-
     Ref<NSIndexSet> someIndexes(std::size_t bound) {
         const auto indexes = NSMutableIndexSet::indexSet();
         for (std::size_t i = 0; i < bound; ++i)
-            if (pick(4) == 0)
+            if (oneIn(4))
                 indexes->addIndex(i);
         return indexes;
     }
-
-    Random random_;
 };
 
 } // namespace
@@ -326,10 +304,10 @@ TEST(NSMutableArray, followsAPlainListThroughRandomChanges) {
                 twin.read();
                 if (step % 16 == 0)
                     twin.searchSorted();
-                if (twin.model.size() > 40) {
+                if (twin.model.count() > 40) {
                     array->setArray(array);
                     array->removeAllObjects();
-                    twin.model.clear();
+                    twin.model = {};
                 }
             }
         }
@@ -381,39 +359,32 @@ TEST(NSMutableArray, movesLittleAtItsFrontAndOnceForMany) {
 TEST(NSMutableArray, changesNothingWhenItRaises) {
     const auto array = NSMutableArray::arrayWithArray(listOf({3, 1, 2}));
     const auto two = listOf({8, 9});
-    constexpr NSUInteger far = ~NSUInteger{0},
-                         both = NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual;
-    const auto endless = NSIndexSet::indexSetWithIndexesInRange(NSMakeRange(0, NSNotFound));
+    constexpr NSUInteger both = NSBinarySearchingFirstEqual | NSBinarySearchingLastEqual;
+    const auto endless = NSIndexSet::indexSetWithIndexesInRange({0, NSNotFound});
     const auto contradicting = [](const id &, const id &) -> NSComparisonResult {
         throw NSException("Mine", "no");
     };
     const std::pair<std::function<void()>, const char *> table[] = {
-        {[&] { array->removeObjectsInRange(NSMakeRange(1, far)); }, NSRangeException},
+        {[&] { array->removeObjectsInRange(NSMakeRange(1, ~NSUInteger{0})); }, NSRangeException},
         {[&] { array->replaceObjectsInRange(NSMakeRange(4, 0), two); }, NSRangeException},
         {[&] { array->replaceObjectsInRange(NSMakeRange(0, 1), two, NSMakeRange(1, 2)); }, NSRangeException},
         {[&] { array->removeObject(number(1), NSMakeRange(2, 2)); }, NSRangeException},
         {[&] { array->removeObjectsAtIndexes(indexSet(0, 3)); }, NSRangeException},
         {[&] { array->removeObjectsAtIndexes(endless); }, NSRangeException},
-        {[&] { array->insertObjects(two, indexSet(0, 5)); }, NSRangeException},
         {[&] { array->insertObjects(two, indexSet(0)); }, NSInvalidArgumentException},
-        {[&] { array->replaceObjectsAtIndexes(indexSet(0, 3), two); }, NSRangeException},
         {[&] { array->replaceObjectsAtIndexes(nullptr, two); }, NSInvalidArgumentException},
-        {[&] { array->setObject(number(1), 4); }, NSRangeException},
         {[&] { array->objectsAtIndexes(indexSet(1, 3)); }, NSRangeException},
         {[&] { array->indexOfObject(nullptr, NSMakeRange(0, 3), 0, byValue); }, NSInvalidArgumentException},
-        {[&] { array->indexOfObject(number(1), NSMakeRange(0, 3), both, byValue); },
-         NSInvalidArgumentException},
+        {[&] { array->indexOfObject(two, NSMakeRange(0, 3), both, byValue); }, NSInvalidArgumentException},
         {[&] { array->sortUsingComparator(contradicting); }, "Mine"},
         {[&] { array->sortUsingSelector("compare!:"_sel); }, NSInvalidArgumentException},
     };
     for (std::size_t i = 0; i < std::size(table); ++i)
         EXPECT_EQ(raised(table[i].first), table[i].second) << i;
     EXPECT_EQ(joined(array), "3 1 2");
-    array->insertObjects(two, indexSet(0, 4)); // the last place there will be
-    EXPECT_EQ(joined(array), "8 3 1 2 9");
-    array->insertObject(make<Incomparable>(), 2);
-    EXPECT_EQ(raised([&] { array->removeObject(number(2)); }), "Mine");
-    EXPECT_EQ(array->count(), 6u);
+    array->insertObject(make<Incomparable>(), 1);
+    EXPECT_EQ(raised([&] { array->removeObject(number(3)); }), "Mine");
+    EXPECT_EQ(array->count(), 4u);
 }
 
 TEST(NSArray, sortsInEveryWayAndStably) {
@@ -452,20 +423,18 @@ TEST(NSArray, sortsInEveryWayAndStably) {
 
 TEST(NSArray, walksAsAsked) {
     const auto array = listOf({4, 5, 6, 7});
-    std::vector<NSUInteger> seen;
+    std::string seen;
     const auto note = [&](const id &object, NSUInteger index, bool &stop) {
         EXPECT_EQ(valueOf(object), index + 4);
-        seen.push_back(index);
-        stop = seen.size() == 3;
+        seen += std::to_string(index);
+        stop = seen.size() % 4 == 3;
     };
     array->enumerateObjectsWithOptions(NSEnumerationConcurrent, note);
-    EXPECT_THAT(seen, ElementsAre(0, 1, 2));
-    seen.clear();
+    seen += ' ';
     array->enumerateObjectsWithOptions(NSEnumerationReverse, note);
-    EXPECT_THAT(seen, ElementsAre(3, 2, 1));
-    seen.clear();
+    seen += ' ';
     array->enumerateObjectsAtIndexes(indexSet(0, 3), NSEnumerationReverse, note);
-    EXPECT_THAT(seen, ElementsAre(3, 0));
+    EXPECT_EQ(seen, "012 321 30");
     EXPECT_EQ(valueOf(array->firstObjectCommonWithArray(listOf({9, 6, 5}))), 5u);
     EXPECT_EQ(array->firstObjectCommonWithArray(nullptr), nullptr);
     EXPECT_EQ(joined(array->arrayByAddingObjectsFromArray(array)), "4 5 6 7 4 5 6 7");
@@ -491,7 +460,8 @@ TEST(NSArray, rangeForKeepsItsContainerAndWalksNoneAsEmpty) {
 }
 
 TEST(NSArray, noticesChangesDuringAWalk) {
-    const std::function<void(NSMutableArray &)> changes[] = {
+    const auto allTheSame = [](const id &, const id &) { return NSComparisonResult::OrderedDescending; };
+    const std::function<void(NSMutableArray &)> itsChanges[] = {
         [](auto &array) { array.addObject(number(1)); },
         [](auto &array) { array.insertObject(number(1), 0); },
         [](auto &array) { array.removeObjectAtIndex(0); },
@@ -499,77 +469,55 @@ TEST(NSArray, noticesChangesDuringAWalk) {
         [](auto &array) { array.replaceObjectAtIndex(0, number(1)); },
         [](auto &array) { array.removeAllObjects(); },
         [](auto &array) { array.removeObject(array.firstObject()); },
-        [](auto &array) {
-            array.replaceObjectsInRange({0, 1}, nullptr);
-        },
-        [](auto &array) {
-            array.sortUsingComparator(
-                [](const id &, const id &) { return NSComparisonResult::OrderedDescending; });
-        },
+        [](auto &array) { array.replaceObjectsInRange(NSMakeRange(0, 1), nullptr); },
+        [&](auto &array) { array.sortUsingComparator(allTheSame); },
         [](auto &array) { array.exchangeObjectAtIndex(0, 0); },
     };
-    // Each calls what it is given for an element, and tells it how to stop if it can.
-    using Visit = std::function<void(bool *stop)>;
-    const auto visiting = [](const Visit &visit) {
-        return [&](const id &, NSUInteger, bool &stop) { return visit(&stop), false; };
-    };
+    // Each visits an element, and stops if it can and should.
+    using Visit = std::function<bool(const id &, NSUInteger, bool &)>;
+    static bool cannotStop;
     const auto walking = [](const auto &elements, const Visit &visit) {
         for (const id &object : elements)
-            visit(object ? nullptr : nullptr);
+            visit(object, 0, cannotStop);
     };
     const std::function<void(NSArray &, const Visit &)> walks[] = {
-        [&](NSArray &array, const Visit &visit) { walking(array, visit); },
-        [&](NSArray &array, const Visit &visit) {
-            const auto rest = array.objectEnumerator();
-            while (rest->nextObject())
-                visit(nullptr);
-        },
-        [&](NSArray &array, const Visit &visit) { walking(array.reverseObjectEnumerator(), visit); },
-        [&](NSArray &array, const Visit &visit) { array.enumerateObjectsUsingBlock(visiting(visit)); },
-        [&](NSArray &array, const Visit &visit) {
-            array.enumerateObjectsWithOptions(NSEnumerationReverse, visiting(visit));
-        },
-        [&](NSArray &array, const Visit &visit) {
+        [](auto &array, auto &visit) { array.enumerateObjectsUsingBlock(visit); },
+        [](auto &array, auto &visit) { array.enumerateObjectsWithOptions(NSEnumerationReverse, visit); },
+        [](auto &array, auto &visit) {
             array.enumerateObjectsAtIndexes(NSIndexSet::indexSetWithIndexesInRange({0, array.count()}), 0,
-                                            visiting(visit));
+                                            visit);
         },
-        [&](NSArray &array, const Visit &visit) { array.indexOfObjectPassingTest(visiting(visit)); },
-        [&](NSArray &array, const Visit &visit) {
-            array.indexesOfObjectsWithOptions(NSEnumerationReverse, visiting(visit));
-        },
+        [](auto &array, auto &visit) { array.indexOfObjectPassingTest(visit); },
+        [](auto &array, auto &visit) { array.indexesOfObjectsWithOptions(NSEnumerationReverse, visit); },
+        [&](auto &array, auto &visit) { walking(array, visit); },
+        [&](auto &array, auto &visit) { walking(array.objectEnumerator(), visit); },
+        [&](auto &array, auto &visit) { walking(array.reverseObjectEnumerator(), visit); },
     };
+    constexpr std::size_t stoppable = 5;
     for (const std::size_t size : {1u, 5u, 40u})
         for (std::size_t walk = 0; walk < std::size(walks); ++walk)
-            for (std::size_t change = 0; change < std::size(changes); ++change)
+            for (std::size_t change = 0; change < std::size(itsChanges); ++change)
                 for (const bool stops : {false, true}) {
                     SCOPED_TRACE("walk " + std::to_string(walk) + ", change " + std::to_string(change));
                     const auto array = NSMutableArray::array();
                     for (std::size_t i = 0; i < size; ++i)
-                        array->addObject(NSNumber::numberWithUnsignedLongLong(size - i));
+                        array->addObject(number(size - i));
                     std::size_t steps = 0;
-                    bool stopped = false;
-                    const auto outcome = raised([&] {
-                        walks[walk](*array, [&](bool *stop) {
-                            if (++steps == 1)
-                                changes[change](*array);
-                            stopped = stops && stop;
-                            if (stopped)
-                                *stop = true;
-                        });
-                        return 0;
-                    });
-                    EXPECT_EQ(outcome, stopped ? "" : NSGenericException);
+                    const auto visit = [&](const id &, NSUInteger, bool &stop) {
+                        if (++steps == 1)
+                            itsChanges[change](*array);
+                        stop = stops;
+                        return false;
+                    };
+                    EXPECT_EQ(raised([&] { walks[walk](*array, visit); }),
+                              stops && walk < stoppable ? "" : NSGenericException);
                     EXPECT_EQ(steps, 1u);
                 }
     const auto array = NSMutableArray::arrayWithArray(listOf({1, 2, 3}));
-    EXPECT_EQ(raised([&] {
-                  for (const id &object : array) {
-                      array->removeObjectIdenticalTo(number(valueOf(object)));
-                      array->removeObjectsInRange({0, 0});
-                  }
-              }),
-              "")
-        << "nothing was changed";
+    for (const id &object : array) { // changes nothing
+        array->removeObjectIdenticalTo(number(valueOf(object)));
+        array->removeObjectsInRange({0, 0});
+    }
     NSFastEnumerationState state;
     id batch[2];
     EXPECT_EQ(array->countByEnumeratingWithState(state, batch, 2), 2u);
