@@ -86,54 +86,48 @@ TEST_F(DictionaryOperations, walksNoticeNewAndLostKeysButTakeNewValues) {
         dictionary->setObject(key, key);
     EXPECT_EQ(text(dictionary->objectForKey(u"two"_ns)), "two");
     const auto set = NSMutableSet::setWithArray(dictionary->allKeys());
-    const auto walking = [&](auto change, bool stops = false) {
-        const auto visit = [&](const id &key, const id &, bool &stop) {
-            change(key);
-            stop = stops;
-            return false;
-        };
-        const auto visitObject = [&](const id &object, bool &stop) { return visit(object, nullptr, stop); };
-        const auto walkingAll = [&](const auto &elements) {
-            for (const id &element : elements)
-                change(element);
-        };
-        const std::function<void()> stoppable[] = {
-            [&] { dictionary->enumerateKeysAndObjectsUsingBlock(visit); },
-            [&] { dictionary->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, visit); },
-            [&] { dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, visit); },
-            [&] { set->enumerateObjectsUsingBlock(visitObject); },
-            [&] { set->objectsPassingTest(visitObject); },
-        };
-        const std::function<void()> others[] = {
-            [&] { walkingAll(dictionary); }, [&] { walkingAll(dictionary->keyEnumerator()); },
-            [&] { walkingAll(dictionary->objectEnumerator()); }, [&] { walkingAll(set); },
-            [&] { walkingAll(set->objectEnumerator()); }};
-        std::set<std::string> outcomes;
-        for (const auto &walk : stoppable)
-            outcomes.insert(raised([&] { return walk(), 0; }));
-        for (const auto &walk : others)
-            if (!stops)
-                outcomes.insert(raised([&] { return walk(), 0; }));
-        return outcomes;
-    };
-    const std::set<std::string> noticed{NSGenericException}, nothing{""};
-    const auto grow = [&](const id &) {
+    const std::function<void()> grow = [&] {
         dictionary->setObject(number(1), number(dictionary->count()));
         set->addObject(number(set->count()));
     };
-    EXPECT_EQ(walking(grow), noticed);
-    EXPECT_EQ(walking(grow, true), nothing);
-    EXPECT_EQ(walking([&](const id &) {
-                  dictionary->removeObjectForKey(dictionary->allKeys()->lastObject());
-                  set->removeObject(set->anyObject());
-              }),
-              noticed);
-    EXPECT_EQ(walking([&](const id &) {
-                  dictionary->removeAllObjects();
-                  set->removeAllObjects();
-                  grow(nullptr);
-              }),
-              noticed);
+    const std::function<void()> shrink = [&] {
+        dictionary->removeObjectForKey(dictionary->allKeys()->lastObject());
+        set->removeObject(set->anyObject());
+    };
+    const std::function<void()> startAnew = [&] {
+        dictionary->removeAllObjects();
+        set->removeAllObjects();
+        grow();
+    };
+    for (const auto &change : {grow, shrink, startAnew})
+        for (const bool stops : {false, true}) {
+            const auto visit = [&](const id &, const id &, bool &stop) {
+                return change(), stop = stops, false;
+            };
+            const auto visitOne = [&](const id &object, bool &stop) { return visit(object, object, stop); };
+            const auto walk = [&](const auto &elements) {
+                for (bool stop; const id &element : elements)
+                    visitOne(element, stop);
+            };
+            const std::string stoppable[] = {
+                raised([&] { dictionary->enumerateKeysAndObjectsUsingBlock(visit); }),
+                raised([&] { dictionary->enumerateKeysAndObjectsWithOptions(NSEnumerationReverse, visit); }),
+                raised([&] { dictionary->keysOfEntriesWithOptions(NSEnumerationReverse, visit); }),
+                raised([&] { set->enumerateObjectsUsingBlock(visitOne); }),
+                raised([&] { set->objectsPassingTest(visitOne); }),
+            };
+            const std::string others[] = {
+                raised([&] { walk(dictionary); }),
+                raised([&] { walk(dictionary->keyEnumerator()); }),
+                raised([&] { walk(dictionary->objectEnumerator()); }),
+                raised([&] { walk(set); }),
+                raised([&] { walk(set->objectEnumerator()); }),
+            };
+            EXPECT_THAT(stoppable, testing::Each(stops ? "" : NSGenericException));
+            EXPECT_THAT(others, testing::Each(NSGenericException));
+            for (int i = 0; i < 20; ++i)
+                grow();
+        }
 }
 
 TEST(NSSet, followsAStandardSetThroughRandomChanges) {
@@ -143,42 +137,34 @@ TEST(NSSet, followsAStandardSetThroughRandomChanges) {
         for (int step = 0; step < 2000 && !HasFatalFailure(); ++step) {
             std::set<std::size_t> others;
             const auto list = NSMutableArray::array();
-            for (std::size_t i = random() % 12; i > 0; --i) {
-                const std::size_t member = random() % 30;
-                others.insert(member);
-                list->addObject(number(member));
-            }
+            for (std::size_t i = random.below(12); i > 0; --i)
+                list->addObject(number(*others.insert(random.below(30)).first));
             const auto other = NSSet::setWithArray(list);
-            const std::size_t value = random() % 30;
+            const std::size_t value = random.below(30);
             const auto isOther = [&](std::size_t member) { return others.contains(member); };
-            EXPECT_EQ(set->isSubsetOfSet(other), std::all_of(model.begin(), model.end(), isOther));
-            EXPECT_EQ(set->intersectsSet(other), std::any_of(model.begin(), model.end(), isOther));
-            switch (random() % 8) {
+            EXPECT_EQ(set->isSubsetOfSet(other), std::ranges::all_of(model, isOther));
+            EXPECT_EQ(set->intersectsSet(other), std::ranges::any_of(model, isOther));
+            switch (random.below(9)) {
             case 0:
-                set->unionSet(other);
-                model.insert(others.begin(), others.end());
+                set->unionSet(other), model.merge(others);
                 break;
             case 1:
-                set->minusSet(other);
-                std::erase_if(model, isOther);
+                set->minusSet(other), std::erase_if(model, isOther);
                 break;
             case 2:
-                set->intersectSet(other);
-                std::erase_if(model, std::not_fn(isOther));
+                set->intersectSet(other), std::erase_if(model, std::not_fn(isOther));
                 break;
-            case 3: {
-                const bool itself = random() % 2;
-                set->setSet(itself ? set : other);
-                model = itself ? model : others;
+            case 3:
+                set->setSet(other), model = others;
                 break;
-            }
             case 4:
-                set->removeObject(number(value));
-                model.erase(value);
+                set->setSet(set);
+                break;
+            case 5:
+                set->removeObject(number(value)), model.erase(value);
                 break;
             default:
-                set->addObject(number(value));
-                model.insert(value);
+                set->addObject(number(value)), model.insert(value);
             }
             std::set<std::size_t> walked;
             for (const id &object : set)
@@ -197,18 +183,11 @@ TEST(NSSet, keepsTheFirstOfEqualsAndDescribesItself) {
     const auto set = NSMutableSet::setWithArray(arrayOf({first, number(1), u"a b"_ns}));
     EXPECT_EQ(set->member(number(1.0)), first);
     EXPECT_EQ(set->anyObject(), first);
-    EXPECT_EQ(text(set), "{(\n    1,\n    \"a b\"\n)}");
     EXPECT_EQ(text(arrayOf({set->setByAddingObject(NSSet::set())})),
               "(\n    {(\n        1,\n        \"a b\",\n        {(\n        )}\n    )}\n)");
     EXPECT_EQ(raised([&] { set->addObject(nullptr); }), NSInvalidArgumentException);
-    EXPECT_EQ(set->objectsPassingTest([&](const id &object, bool &) { return object == first; })->count(),
-              1u);
-    EXPECT_EQ(raised([&] {
-                  for (const id &object : set)
-                      set->removeObject(object);
-              }),
-              NSGenericException);
-    EXPECT_EQ(set->anyObject()->isEqual(u"a b"_ns), true);
+    const auto isFirst = [&](const id &object, bool &) { return object == first; };
+    EXPECT_EQ(set->objectsPassingTest(isFirst)->count(), 1u);
     set->removeAllObjects();
     EXPECT_EQ(set->anyObject(), nullptr);
 }
