@@ -124,18 +124,16 @@ TEST(Format, objectsPositionsAndWhatDoesNotFit) {
 
 TEST(Format, anyTextWithAnyArgumentsIsSafe) {
     Random random(20240117);
-    const std::string alphabet = "%%%%%%%%@diuoxXcCspeEfFgGaADUOn$*.-+ #0123456789hlqzjtL\xC3\xBC";
-    const Ref<NSArray> list = arrayOf({u"a"_ns, number(0.5)});
+    constexpr std::string_view alphabet = "%%%%%%%%@diuoxXcCspeEfFgGaADUOn$*.-+ #0123456789hlqzjtL\xC3\xBC";
+    const auto list = arrayOf({u"a"_ns, number(0.5)});
     const char *const noText = nullptr;
     const FormatArgument pool[] = {INT64_MIN, UINT64_MAX, 3,    -4.5, NAN,     "text",
                                    noText,    &random,    list, 'c',  nullptr, true};
     for (int round = 0; round < 20000; ++round) {
-        std::string format;
-        for (std::size_t length = random() % 24; format.size() < length;)
-            format += alphabet[random() % alphabet.size()];
+        const std::string format = random.text(alphabet, 24);
         std::vector<FormatArgument> arguments;
-        for (std::size_t count = random() % 5; arguments.size() < count;)
-            arguments.push_back(pool[random() % std::size(pool)]);
+        for (std::size_t count = random.below(5); arguments.size() < count;)
+            arguments.push_back(random.of(pool));
         ASSERT_LE(formatUTF16(format, arguments).size(), 24 * 8192u) << format;
     }
 }

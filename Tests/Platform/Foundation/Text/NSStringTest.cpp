@@ -2,9 +2,12 @@
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/Unicode.h"
 #include "Tests/Support/Objects.h"
+#include "Tests/Support/PlainLocale.h"
+#include "Tests/Support/Random.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <climits>
 #include <cmath>
 
@@ -99,57 +102,34 @@ TEST(NSString, comesFromBytesAndGoesBack) {
     EXPECT_EQ(encoded({u'a', 0xD83D, u'a', 0xDE00}), "(none)") << "halves that only look like a pair";
 }
 
+// The C library's numbers are the same but for hexadecimal ones, infinity and what is none.
 TEST(NSString, readsLeadingNumbers) {
-    struct Row {
-        std::u16string text;
-        std::int32_t narrow;
-        NSInteger wide;
-        double floating;
-    };
-    const Row table[] = {
-        {u" \t\r\n\u00A0\u0085+7x", 7, 7, 7},
-        {u"-12.9", -12, -12, -12.9},
-        {u" \t+.5x", 0, 0, 0.5},
-        {u"-5.", -5, -5, -5},
-        {u"1e3", 1, 1, 1000},
-        {u"1e", 1, 1, 1},
-        {u"1e+", 1, 1, 1},
-        {u"1.2.3", 1, 1, 1.2},
-        {u"1,5", 1, 1, 1},
-        {u"007", 7, 7, 7},
-        {u"1e-400", 1, 1, 0},
-        {u"1e400", 1, 1, HUGE_VAL},
-        {u"-1e400", -1, -1, -HUGE_VAL},
-        {u"5e-324", 5, 5, 5e-324},
-        {u"2147483647", INT_MAX, INT_MAX, INT_MAX},
-        {u"2147483648", INT_MAX, 2147483648, 2147483648},
-        {u"-2147483648", INT_MIN, INT_MIN, INT_MIN},
-        {u"-2147483649", INT_MIN, -2147483649, -2147483649},
-        {u"4294967297", INT_MAX, 4294967297, 4294967297},
-        {u"9223372036854775807", INT_MAX, INT64_MAX, 0x1p63},
-        {u"9223372036854775808", INT_MAX, INT64_MAX, 0x1p63},
-        {u"-9223372036854775808", INT_MIN, INT64_MIN, -0x1p63},
-        {u"-9223372036854775809", INT_MIN, INT64_MIN, -0x1p63},
-        {u"00000000000000000000000099", 99, 99, 99},
-    };
-    for (const Row &row : table) {
-        const auto number = make<NSString>(row.text);
-        EXPECT_EQ(number->intValue(), row.narrow) << text(number);
-        EXPECT_EQ(number->integerValue(), row.wide) << text(number);
-        EXPECT_EQ(number->doubleValue(), row.floating) << text(number);
+    constexpr std::string_view marks = " \t\n++--..,eexE0012789";
+    const auto edges = std::to_array<const char *>({"", "2147483647", "2147483648", "2147483649", "1e400",
+                                                    "9223372036854775807", "9223372036854775808",
+                                                    "9223372036854775809", "1e-400", "5e-324", "4294967297"});
+    Random random(1024);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string digits = random.text(marks, 4) + random.of(edges) + random.text(marks, 8);
+        const auto number = string(digits);
+        const auto wide = std::strtoll(digits.c_str(), nullptr, 10);
+        ASSERT_EQ(number->integerValue(), wide) << digits;
+        ASSERT_EQ(number->intValue(), std::clamp<long long>(wide, INT_MIN, INT_MAX)) << digits;
+        ASSERT_TRUE(digits.find('x') != digits.npos || number->doubleValue() == plainDouble(digits))
+            << digits;
     }
     for (const char *none : {"", "- 5", "--5", "0x10", "\u0663", "inf", "nan", "infinity", "abc"}) {
         EXPECT_EQ(string(none)->integerValue(), 0) << none;
         EXPECT_EQ(string(none)->doubleValue(), 0) << none;
     }
-    const auto space = NSCharacterSet::whitespaceAndNewlineCharacterSet();
+    const auto space = NSCharacterSet::whitespaceAndNewlineCharacterSet(); // \u00A0 and \u0085 as well
     for (unsigned unit = 0; unit < 0x10000; ++unit) {
         const auto seven = make<NSString>(std::u16string{static_cast<char16_t>(unit), u'7'});
         const bool isSkipped = space->characterIsMember(static_cast<char16_t>(unit));
-        ASSERT_EQ(seven->integerValue() == 7, isSkipped || unit == '0' || unit == '+') << unit;
-        ASSERT_EQ(seven->doubleValue() == 7, isSkipped || unit == '0' || unit == '+') << unit;
-        const auto decimal = NSDecimalNumber::decimalNumberWithString(seven);
-        ASSERT_EQ(text(decimal) == "7", isSkipped || unit == '0' || unit == '+') << unit;
+        const bool isSeven = isSkipped || unit == '0' || unit == '+';
+        ASSERT_EQ(seven->integerValue() == 7, isSeven) << unit;
+        ASSERT_EQ(seven->doubleValue() == 7, isSeven) << unit;
+        ASSERT_EQ(text(NSDecimalNumber::decimalNumberWithString(seven)) == "7", isSeven) << unit;
     }
 }
 
