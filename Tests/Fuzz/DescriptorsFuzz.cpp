@@ -14,48 +14,44 @@ class Configuration {
 public:
     explicit Configuration(FuzzBytes bytes) : bytes_(bytes) {
         descriptor_.bNumInterfaces = bytes_.byte();
-        descriptor_.interface =
-            arrayOf(interfaces_, descriptor_.bNumInterfaces, [this](libusb_interface &interface) {
-                interface.num_altsetting = static_cast<std::int8_t>(bytes_.byte());
-                interface.altsetting =
-                    arrayOf(settings_, interface.num_altsetting,
-                            [this](libusb_interface_descriptor &setting) { fill(setting); });
-            });
+        descriptor_.interface = arrayOf(interfaces_, descriptor_.bNumInterfaces, [this](auto &interface) {
+            interface.num_altsetting = static_cast<std::int8_t>(bytes_.byte());
+            interface.altsetting =
+                arrayOf(settings_, interface.num_altsetting, [this](auto &setting) { fill(setting); });
+        });
     }
 
     const libusb_config_descriptor &descriptor() const { return descriptor_; }
 
 private:
+    template <class Item>
+    using Arrays = std::deque<std::vector<Item>>;
+
     /// Null, or of that many items, as libusb has it.
-    template <class Item, class Fill>
-    const Item *arrayOf(std::deque<std::vector<Item>> &arrays, int count, Fill fill) {
+    template <class Item>
+    const Item *arrayOf(Arrays<Item> &arrays, int count, auto fillOne) {
         if (bytes_.below(4) == 0 || bytes_.empty())
             return nullptr;
-        std::vector<Item> &items = arrays.emplace_back(static_cast<std::size_t>(std::max(count, 0)));
-        for (Item &item : items)
-            fill(item);
+        auto &items = arrays.emplace_back(static_cast<std::size_t>(std::max(count, 0)));
+        std::ranges::for_each(items, fillOne);
         return items.data();
     }
     void fill(libusb_interface_descriptor &setting) {
-        setting.bInterfaceNumber = bytes_.byte();
-        setting.bAlternateSetting = bytes_.byte();
-        setting.bInterfaceClass = bytes_.byte();
-        setting.bInterfaceSubClass = bytes_.byte();
-        setting.bInterfaceProtocol = bytes_.byte();
-        setting.bNumEndpoints = bytes_.byte();
-        setting.endpoint =
-            arrayOf(endpoints_, setting.bNumEndpoints, [this](libusb_endpoint_descriptor &endpoint) {
-                endpoint.bEndpointAddress = bytes_.byte();
-                endpoint.bmAttributes = bytes_.byte();
-                endpoint.wMaxPacketSize = static_cast<std::uint16_t>(bytes_.byte() * 256);
-                endpoint.wMaxPacketSize = static_cast<std::uint16_t>(endpoint.wMaxPacketSize + bytes_.byte());
-            });
+        for (auto *field : {&setting.bInterfaceNumber, &setting.bAlternateSetting, &setting.bInterfaceClass,
+                            &setting.bInterfaceSubClass, &setting.bInterfaceProtocol, &setting.bNumEndpoints})
+            *field = bytes_.byte();
+        setting.endpoint = arrayOf(endpoints_, setting.bNumEndpoints, [this](auto &endpoint) {
+            endpoint.bEndpointAddress = bytes_.byte();
+            endpoint.bmAttributes = bytes_.byte();
+            endpoint.wMaxPacketSize = static_cast<std::uint16_t>(bytes_.byte() << 8);
+            endpoint.wMaxPacketSize |= bytes_.byte();
+        });
     }
 
     FuzzBytes bytes_;
-    std::deque<std::vector<libusb_interface>> interfaces_;
-    std::deque<std::vector<libusb_interface_descriptor>> settings_;
-    std::deque<std::vector<libusb_endpoint_descriptor>> endpoints_;
+    Arrays<libusb_interface> interfaces_;
+    Arrays<libusb_interface_descriptor> settings_;
+    Arrays<libusb_endpoint_descriptor> endpoints_;
     libusb_config_descriptor descriptor_{};
 };
 
