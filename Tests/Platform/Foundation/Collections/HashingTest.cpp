@@ -6,65 +6,41 @@
 #include "Platform/Foundation/Numbers/NSDecimalNumber.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Tests/Support/Objects.h"
-#include "Tests/Support/Random.h"
 #include "Tests/Support/RandomObjects.h"
+#include "Tests/Support/TextTable.h"
 
 #include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <functional>
+#include <iomanip>
 #include <iostream>
-#include <openssl/core_names.h>
-#include <openssl/evp.h>
+#include <numeric>
 #include <set>
 #include <sstream>
 
 namespace {
 
-std::uint64_t packagedSipHash(const HashKey &key, const std::vector<std::uint8_t> &bytes) {
-    const std::unique_ptr<EVP_MAC, decltype(&EVP_MAC_free)> mac(EVP_MAC_fetch(nullptr, "SIPHASH", nullptr),
-                                                                EVP_MAC_free);
-    const std::unique_ptr<EVP_MAC_CTX, decltype(&EVP_MAC_CTX_free)> context(EVP_MAC_CTX_new(mac.get()),
-                                                                            EVP_MAC_CTX_free);
-    std::size_t size = 8;
-    unsigned roundsAWord = 1, roundsAtTheEnd = 3;
-    const OSSL_PARAM parameters[] = {OSSL_PARAM_construct_size_t(OSSL_MAC_PARAM_SIZE, &size),
-                                     OSSL_PARAM_construct_uint(OSSL_MAC_PARAM_C_ROUNDS, &roundsAWord),
-                                     OSSL_PARAM_construct_uint(OSSL_MAC_PARAM_D_ROUNDS, &roundsAtTheEnd),
-                                     OSSL_PARAM_construct_end()};
-    std::uint64_t hash = 0;
-    EXPECT_TRUE(
-        EVP_MAC_init(context.get(), reinterpret_cast<const unsigned char *>(&key), sizeof key, parameters) &&
-        EVP_MAC_update(context.get(), bytes.data(), bytes.size()) &&
-        EVP_MAC_final(context.get(), reinterpret_cast<unsigned char *>(&hash), &size, sizeof hash));
-    return hash;
-}
-
-/// The hash of one object of every kind that comes from texts, a line each.
-std::string hashes() {
+/// The hash of one object of every kind that comes from texts.
+std::vector<NSUInteger> hashes() {
     const std::uint16_t value = 7;
-    const id objects[] = {u"text"_ns,
-                          make<NSMutableString>(u"other text"),
-                          NSData::dataWithBytes("data", 4),
-                          number(1),
-                          number(0.1),
-                          NSDecimalNumber::decimalNumberWithString(u"0.1"_ns),
-                          NSDate::dateWithTimeIntervalSinceReferenceDate(1.5),
-                          NSValue::valueWithBytes(&value, "S"),
-                          NSIndexSet::indexSetWithIndex(3),
-                          NSURL::URLWithString(u"http://zelkor.com"_ns)};
-    std::string lines;
-    for (const id &object : objects)
-        lines += std::to_string(object->hash()) + "\n";
-    return lines;
+    const auto decimal = NSDecimalNumber::decimalNumberWithString(u"0.1"_ns);
+    std::vector<NSUInteger> all;
+    for (const id &object :
+         {id(u"text"_ns), id(make<NSMutableString>(u"other text")), id(dataOf("data")), id(number(1)),
+          id(number(0.1)), id(decimal), id(NSDate::dateWithTimeIntervalSinceReferenceDate(1.5)),
+          id(NSValue::valueWithBytes(&value, "S")), id(NSIndexSet::indexSetWithIndex(3)),
+          id(NSURL::URLWithString(u"http://zelkor.com"_ns))})
+        all.push_back(object->hash());
+    return all;
 }
 
-bool everyLineDiffers(const std::string &some, const std::string &others) {
-    std::istringstream one(some), two(others);
-    bool differ = true;
-    for (std::string a, b; std::getline(one, a);)
-        differ = differ && std::getline(two, b) && a != b;
-    return differ;
+bool allDiffer(const std::string &theirs, const std::vector<NSUInteger> &ours) {
+    std::istringstream lines(theirs);
+    return std::ranges::all_of(ours, [&](NSUInteger hash) {
+        NSUInteger other = hash;
+        return lines >> other && other != hash;
+    });
 }
 
 // Keys that count how often they are compared.
@@ -83,29 +59,6 @@ using CountedNumber = Counted<NSNumber>;
 
 id counted(std::size_t value) {
     return make<CountedNumber>('Q', std::uint64_t{value});
-}
-
-/// The standard library's hash takes eight bytes a step, in which a changed top bit goes through to the next
-/// one. The second of two such changes undoes the first, so that each pair of steps may be written in two
-/// ways.
-std::u16string collidingText(std::size_t choices) {
-    constexpr std::uint64_t factor = 0xc6a4a7935bd1e995, top = std::uint64_t{1} << 63;
-    constexpr auto inverse = [] {
-        std::uint64_t made = factor;
-        for (int i = 0; i < 6; ++i)
-            made *= 2 - factor * made;
-        return made;
-    }();
-    const auto mixed = [](std::uint64_t word, std::uint64_t by) { return word ^= word >> 47, word * by; };
-    std::u16string units;
-    for (std::uint64_t step = 0; step < 20; ++step) {
-        const bool changes = choices >> step / 2 & 1;
-        const std::uint64_t goal = mixed((0x61006100610061 + step) * factor, factor) ^ (changes ? top : 0);
-        const std::uint64_t word = mixed(goal * inverse, inverse);
-        for (int unit = 0; unit < 4; ++unit)
-            units += static_cast<char16_t>(word >> 16 * unit);
-    }
-    return units;
 }
 
 /// An equal object, mutable throughout, whose dictionaries were filled the other way round.
@@ -135,47 +88,46 @@ id nested(std::size_t value, int levels) {
 
 } // namespace
 
-TEST(Hashing, isThatOfThePackagedFunction) {
-    Random random(17);
-    for (std::size_t size = 0; size < 200; ++size) {
-        const HashKey key{random(), random()};
-        std::vector<std::uint8_t> bytes(size);
-        for (auto &byte : bytes)
-            byte = static_cast<std::uint8_t>(random());
-        ASSERT_EQ(sipHash(key, bytes.data(), size), packagedSipHash(key, bytes)) << size;
+TEST(Hashing, isThatOfAnotherLibrary) {
+    for (const auto &[given, expected] : rowsOf(ZK_TABLES "/Collections/SipHash.txt")) {
+        HashKey key;
+        std::size_t size = 0;
+        std::istringstream(given) >> std::hex >> key.first >> key.second >> std::dec >> size;
+        std::string bytes(size, '\0');
+        std::iota(bytes.begin(), bytes.end(), '\0');
+        std::ostringstream hash;
+        hash << std::hex << std::setw(16) << std::setfill('0') << sipHash(key, bytes.data(), size);
+        EXPECT_EQ(hash.str(), expected) << given;
     }
 }
 
 TEST(Hashing, isAnotherInEveryProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe"); // starts the program anew
-    EXPECT_EXIT(
-        {
-            std::cerr << hashes();
-            std::_Exit(0);
-        },
-        testing::ExitedWithCode(0),
-        testing::Truly([](const std::string &theirs) { return everyLineDiffers(theirs, hashes()); }));
+    const auto tellHashes = [] {
+        for (const NSUInteger hash : hashes())
+            std::cerr << hash << "\n";
+        std::_Exit(0);
+    };
+    const auto differ = [](const std::string &theirs) { return allDiffer(theirs, hashes()); };
+    EXPECT_EXIT(tellHashes(), testing::ExitedWithCode(0), testing::Truly(differ));
 }
 
 TEST(Hashing, chosenKeysCostNoMoreThanOthers) {
     constexpr std::size_t count = 1000;
-    ASSERT_EQ(std::hash<std::u16string>()(collidingText(5)), std::hash<std::u16string>()(collidingText(999)));
     ASSERT_EQ(number((1ull << 63) + count)->doubleValue(), 0x1p63);
-    const std::pair<const char *, id (*)(std::size_t)> families[] = {
-        {"any texts",
-         [](std::size_t i) -> id {
-             return make<CountedText>(NSString::stringWithFormat("key %lu", i)->units());
-         }},
-        {"texts", [](std::size_t i) -> id { return make<CountedText>(collidingText(i)); }},
-        {"numbers of one double", [](std::size_t i) { return counted((1ull << 63) + i); }},
-        {"arrays", [](std::size_t i) -> id { return arrayOf({counted(i)}); }},
+    using Key = id (*)(std::size_t);
+    const std::pair<const char *, Key> families[] = {
+        {"texts",
+         [](auto i) -> id { return make<CountedText>(NSString::stringWithFormat("key %lu", i)->units()); }},
+        {"numbers of one double", [](auto i) { return counted((1ull << 63) + i); }},
+        {"arrays", [](auto i) -> id { return arrayOf({counted(i)}); }},
         {"nested arrays",
-         [](std::size_t i) -> id { return arrayOf({NSMutableArray::arrayWithObjects({counted(i)})}); }},
+         [](auto i) -> id { return arrayOf({NSMutableArray::arrayWithObjects({counted(i)})}); }},
         {"dictionaries",
-         [](std::size_t i) -> id {
-             return dictionaryOf({{u"k"_ns, counted(i)}});
+         [](auto i) -> id {
+             return NSDictionary::dictionaryWithObjects(arrayOf({counted(i)}), arrayOf({u"k"_ns}));
          }},
-        {"sets", [](std::size_t i) -> id { return setOf({counted(i)}); }},
+        {"sets", [](auto i) -> id { return setOf({counted(i)}); }},
     };
     for (const auto &[name, keyOf] : families) {
         SCOPED_TRACE(name);
