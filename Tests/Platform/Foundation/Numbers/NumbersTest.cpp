@@ -5,6 +5,7 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/TextTable.h"
 
 #include <gtest/gtest.h>
 
@@ -14,47 +15,32 @@
 #include <cstdio>
 #include <cstdlib>
 
-using namespace std::string_literals;
-
 namespace {
 
 Ref<NSDecimalNumber> decimal(std::string_view digits) {
     return NSDecimalNumber::decimalNumberWithString(string(digits));
 }
 
-const std::string nines(38, '9'), zeros127(127, '0');
+/// A number behind the letter of its type, as in "q -1", or behind "decimal".
+Ref<NSNumber> numberOf(const std::string &shown) {
+    const char type = shown[0];
+    const std::string digits = shown.substr(shown.find(' ') + 1);
+    if (shown.starts_with("decimal"))
+        return decimal(digits);
+    if (type == 'B')
+        return number(digits == "1");
+    if (type == 'd' || type == 'f')
+        return type == 'd' ? number(plainDouble(digits)) : number(static_cast<float>(plainDouble(digits)));
+    return type < 'a' ? make<NSNumber>(type, std::uint64_t{std::stoull(digits)})
+                      : make<NSNumber>(type, std::int64_t{std::stoll(digits)});
+}
 
 } // namespace
 
 TEST(NSDecimalNumber, readsWhatATextBeginsWith) {
-    const std::pair<std::string, std::string> table[] = {
-        {" \t+12.50 EUR", "12.5"},
-        {"-.5.5", "-0.5"},
-        {"5.", "5"},
-        {"00012300", "12300"},
-        {"1e3", "1000"},
-        {"1.5E-3x", "0.0015"},
-        {"1e+", "1"},
-        {"1e+-2", "1"},
-        {nines, nines},
-        {nines + "4", nines + "0"},
-        {nines + "5", "1" + std::string(39, '0')},
-        {"1." + std::string(37, '0') + "5", "1." + std::string(36, '0') + "1"},
-        {"0." + std::string(100000, '0') + "1e100001", "1"},
-        {nines + "e127", nines + zeros127},
-        {"1e164", "1" + std::string(164, '0')},
-        {"1e-128", "0." + zeros127 + "1"},
-        {"15e-129", "0." + zeros127 + "2"},
-        {"5e-129", "0." + zeros127 + "1"},
-    };
-    for (const auto &[source, expected] : table)
+    for (const auto &[source, expected] : rowsOf(ZK_TABLES "/Numbers/Decimals.txt"))
         EXPECT_EQ(text(decimal(source)), expected) << source;
-    for (const char *zero :
-         {"0", "-0.00", "0e99999999999999999999", "4e-129", "9e-1000", "-1e-99999999999999999999"})
-        EXPECT_EQ(text(decimal(zero)), "0") << zero;
-    for (const std::string &none :
-         {"1e165"s, nines + "5e127", "1e99999999999999999999"s, ""s, "abc"s, "-"s, "."s, "e5"s, "inf"s})
-        EXPECT_EQ(text(decimal(none)), "NaN") << none;
+    EXPECT_EQ(text(decimal("0." + std::string(100000, '0') + "1e100001")), "1");
     EXPECT_TRUE(NSDecimalNumber::decimalNumberWithString(nullptr)->isEqual(NSDecimalNumber::notANumber()));
 }
 
@@ -63,18 +49,10 @@ TEST(NSDecimalNumber, converts) {
                                "18446744073709551615", "9007199254740993"})
         EXPECT_EQ(decimal(digits)->doubleValue(), plainDouble(digits)) << digits;
     EXPECT_TRUE(std::isnan(decimal("x")->doubleValue()));
-    const std::pair<Ref<NSNumber>, std::string> numbers[] = {
-        {NSNumber::numberWithDouble(0.1), "0.1"},
-        {NSNumber::numberWithFloat(0.1f), "0.1"},
-        {NSNumber::numberWithDouble(-1e-7), "-0.0000001"},
-        {NSNumber::numberWithUnsignedLongLong(UINT64_MAX), "18446744073709551615"},
-        {NSNumber::numberWithBool(true), "1"},
-        {NSNumber::numberWithDouble(1e300), "NaN"},
-        {NSNumber::numberWithDouble(-INFINITY), "NaN"},
-        {decimal("1.25"), "1.25"},
-    };
-    for (const auto &[number, expected] : numbers)
-        EXPECT_EQ(text(NSDecimalNumber::decimalNumberWithDecimal(number->decimalValue())), expected);
+    for (const auto &[shown, expected] : rowsOf(ZK_TABLES "/Numbers/AsDecimals.txt")) {
+        const auto made = NSDecimalNumber::decimalNumberWithDecimal(numberOf(shown)->decimalValue());
+        EXPECT_EQ(text(made), expected) << shown;
+    }
     for (const auto &[digits, whole] : {std::pair{"1e999999999999", INT64_MAX},
                                         {"-1e999999999999", INT64_MIN},
                                         {"1e-999999999999", 0},
@@ -88,77 +66,44 @@ TEST(NSDecimalNumber, converts) {
 }
 
 TEST(NSNumber, narrowsAsDocumented) {
-    const auto wide = NSNumber::numberWithUnsignedLongLong(0xFEDCBA9876543281);
+    constexpr std::uint64_t bits = 0xFEDCBA9876543281;
+    const auto wide = number(bits);
     EXPECT_EQ(wide->charValue(), static_cast<std::int8_t>(0x81));
     EXPECT_EQ(wide->unsignedCharValue(), 0x81);
     EXPECT_EQ(wide->shortValue(), 0x3281);
     EXPECT_EQ(wide->unsignedShortValue(), 0x3281);
     EXPECT_EQ(wide->unsignedIntValue(), 0x76543281u);
-    EXPECT_EQ(wide->doubleValue(), static_cast<double>(0xFEDCBA9876543281));
-    EXPECT_EQ(NSNumber::numberWithInt(-1)->doubleValue(), -1.0);
-    struct Row {
-        Ref<NSNumber> number;
-        std::int64_t wide;
-        std::uint64_t wideUnsigned;
-    };
-    const Row table[] = {
-        {wide, static_cast<std::int64_t>(0xFEDCBA9876543281), 0xFEDCBA9876543281},
-        {NSNumber::numberWithInt(-1), -1, UINT64_MAX},
-        {NSNumber::numberWithDouble(-0.0), 0, 0},
-        {NSNumber::numberWithDouble(0.9), 0, 0},
-        {NSNumber::numberWithDouble(-1.9), -1, UINT64_MAX},
-        {NSNumber::numberWithDouble(4294967297.5), 4294967297, 4294967297},
-        {NSNumber::numberWithDouble(0x1p63), INT64_MAX, 1ull << 63},
-        {NSNumber::numberWithDouble(-0x1p63), INT64_MIN, 1ull << 63},
-        {NSNumber::numberWithDouble(-0x1.8p63), INT64_MIN, 1ull << 63},
-        {NSNumber::numberWithDouble(0x1p64), INT64_MAX, UINT64_MAX},
-        {NSNumber::numberWithDouble(INFINITY), INT64_MAX, UINT64_MAX},
-        {NSNumber::numberWithDouble(NAN), 0, 0},
-        {decimal("0"), 0, 0},
-        {decimal("0.99"), 0, 0},
-        {decimal("-1.99"), -1, UINT64_MAX},
-        {decimal("9223372036854775807.9"), INT64_MAX, INT64_MAX},
-        {decimal("18446744073709551615"), INT64_MAX, UINT64_MAX},
-        {decimal("1e30"), INT64_MAX, UINT64_MAX},
-        {decimal("-1e30"), INT64_MIN, 1ull << 63},
-        {decimal("9007199254740993"), 9007199254740993, 9007199254740993},
-        {decimal("x"), 0, 0},
-    };
-    for (const Row &row : table) {
-        EXPECT_EQ(row.number->longLongValue(), row.wide) << text(row.number);
-        EXPECT_EQ(row.number->unsignedLongLongValue(), row.wideUnsigned) << text(row.number);
-        EXPECT_EQ(row.number->intValue(), static_cast<std::int32_t>(row.wide)) << text(row.number);
-        EXPECT_EQ(row.number->boolValue(), row.number->doubleValue() != 0) << text(row.number);
+    EXPECT_EQ(wide->doubleValue(), static_cast<double>(bits));
+    EXPECT_EQ(number(-1)->doubleValue(), -1.0);
+    for (const auto &[shown, expected] : rowsOf(ZK_TABLES "/Numbers/Narrowed.txt")) {
+        const auto number = numberOf(shown);
+        const std::int64_t whole = number->longLongValue();
+        EXPECT_EQ(std::to_string(whole) + " " + std::to_string(number->unsignedLongLongValue()), expected);
+        EXPECT_EQ(number->intValue(), static_cast<std::int32_t>(whole)) << shown;
+        EXPECT_EQ(number->boolValue(), number->doubleValue() != 0) << shown;
     }
 }
 
-TEST(NSNumber, remembersItsTypeAndReadsBackEqual) {
-    struct Row {
-        Ref<NSNumber> number;
-        char type;
-        std::string text;
+TEST(NSNumber, remembersItsTypeAndIsShownShort) {
+    const std::pair<Ref<NSNumber>, std::string> table[] = {
+        {NSNumber::numberWithBool(true), "B 1"},
+        {NSNumber::numberWithChar('A'), "c 65"},
+        {NSNumber::numberWithUnsignedChar(255), "C 255"},
+        {NSNumber::numberWithShort(-1), "s -1"},
+        {NSNumber::numberWithUnsignedShort(65535), "S 65535"},
+        {NSNumber::numberWithInt(INT_MIN), "i -2147483648"},
+        {NSNumber::numberWithUnsignedInt(UINT_MAX), "I 4294967295"},
+        {NSNumber::numberWithInteger(INT64_MIN), "q -9223372036854775808"},
+        {NSNumber::numberWithUnsignedInteger(UINT64_MAX), "Q 18446744073709551615"},
+        {NSNumber::numberWithFloat(0.1f), "f 0.1"},
+        {NSNumber::numberWithDouble(100000), "d 100000"},
+        {NSNumber::numberWithDouble(1e300), "d 1e+300"},
+        {decimal("0.5"), "d 0.5"},
     };
-    const Row table[] = {
-        {NSNumber::numberWithBool(true), 'B', "1"},
-        {NSNumber::numberWithChar('A'), 'c', "65"},
-        {NSNumber::numberWithUnsignedChar(255), 'C', "255"},
-        {NSNumber::numberWithShort(-1), 's', "-1"},
-        {NSNumber::numberWithUnsignedShort(65535), 'S', "65535"},
-        {NSNumber::numberWithInt(INT_MIN), 'i', "-2147483648"},
-        {NSNumber::numberWithUnsignedInt(UINT_MAX), 'I', "4294967295"},
-        {NSNumber::numberWithInteger(INT64_MIN), 'q', "-9223372036854775808"},
-        {NSNumber::numberWithUnsignedInteger(UINT64_MAX), 'Q', "18446744073709551615"},
-        {NSNumber::numberWithFloat(0.1f), 'f', "0.1"},
-        {NSNumber::numberWithDouble(-2.0), 'd', "-2"},
-        {NSNumber::numberWithDouble(100000), 'd', "100000"},
-        {NSNumber::numberWithDouble(1e300), 'd', "1e+300"},
-        {decimal("0.5"), 'd', "0.5"},
-    };
-    for (const Row &row : table) {
-        EXPECT_EQ(row.number->objCType(), row.type);
-        EXPECT_EQ(text(row.number), row.text);
-        EXPECT_EQ(row.number->isBoolean(), row.type == 'B');
-        EXPECT_EQ(row.number->isFloating(), row.type == 'f' || row.type == 'd');
+    for (const auto &[number, shown] : table) {
+        EXPECT_EQ(typed(number), shown);
+        EXPECT_EQ(number->isBoolean(), shown[0] == 'B') << shown;
+        EXPECT_EQ(number->isFloating(), shown[0] == 'f' || shown[0] == 'd') << shown;
     }
 }
 
@@ -209,45 +154,13 @@ TEST(NSNumber, isShownInTheFewestDigits) {
 }
 
 TEST(NSNumber, isComparedByExactValue) {
-    constexpr std::int64_t two53 = 1ll << 53;
-    // In ascending order; equal ones side by side.
-    const std::vector<std::vector<Ref<NSNumber>>> ranks = {
-        // or a collection could not find what it holds
-        {decimal("no"), NSNumber::numberWithDouble(NAN), NSNumber::numberWithDouble(-NAN)},
-        {NSNumber::numberWithDouble(-INFINITY)},
-        {decimal("-1e164")},
-        {decimal("-9223372036854775808"), NSNumber::numberWithLongLong(INT64_MIN),
-         NSNumber::numberWithDouble(-0x1p63)},
-        {NSNumber::numberWithLongLong(INT64_MIN + 1)},
-        {NSNumber::numberWithLongLong(-two53 - 1)},
-        {NSNumber::numberWithLongLong(-two53), NSNumber::numberWithDouble(-0x1p53)},
-        {decimal("-1.5"), NSNumber::numberWithFloat(-1.5f)},
-        {NSNumber::numberWithLongLong(-1), NSNumber::numberWithChar(-1), NSNumber::numberWithDouble(-1)},
-        {decimal("0"), NSNumber::numberWithBool(false), NSNumber::numberWithDouble(-0.0),
-         NSNumber::numberWithLongLong(0)},
-        {NSNumber::numberWithDouble(5e-324)},
-        {decimal("1e-128")},
-        {decimal("0.09")},
-        {decimal("0.1")},
-        {NSNumber::numberWithDouble(0.1)}, // a little more than one tenth
-        {NSNumber::numberWithFloat(0.1f)}, // still more
-        {decimal("0.5"), NSNumber::numberWithDouble(0.5), NSNumber::numberWithFloat(0.5f)},
-        {decimal("1"), decimal("1.0"), NSNumber::numberWithBool(true), NSNumber::numberWithChar(1),
-         NSNumber::numberWithUnsignedShort(1), NSNumber::numberWithFloat(1)},
-        {NSNumber::numberWithUnsignedLongLong(two53 - 1), NSNumber::numberWithDouble(0x1p53 - 1)},
-        {decimal("9007199254740992"), NSNumber::numberWithDouble(0x1p53),
-         NSNumber::numberWithLongLong(two53)},
-        {decimal("9007199254740993"), NSNumber::numberWithLongLong(two53 + 1),
-         NSNumber::numberWithUnsignedLongLong(two53 + 1)},
-        {NSNumber::numberWithLongLong(INT64_MAX - 511)},
-        {NSNumber::numberWithLongLong(INT64_MAX), NSNumber::numberWithUnsignedLongLong(INT64_MAX)},
-        {NSNumber::numberWithUnsignedLongLong(1ull << 63), NSNumber::numberWithDouble(0x1p63)},
-        {NSNumber::numberWithUnsignedLongLong((1ull << 63) + 1)},
-        {decimal("18446744073709551615"), NSNumber::numberWithUnsignedLongLong(UINT64_MAX)},
-        {decimal("18446744073709551616"), NSNumber::numberWithDouble(0x1p64)},
-        {decimal("18446744073709551616.5")},
-        {NSNumber::numberWithDouble(INFINITY)},
-    };
+    std::vector<std::vector<Ref<NSNumber>>> ranks;
+    for (const auto &[first, equals] : rowsOf(ZK_TABLES "/Numbers/Ranks.txt")) {
+        ranks.push_back({numberOf(first)});
+        for (const id &other : string(equals)->componentsSeparatedByString(u", "_ns))
+            if (!equals.empty())
+                ranks.back().push_back(numberOf(text(other)));
+    }
     for (std::size_t i = 0; i < ranks.size(); ++i)
         for (std::size_t j = 0; j < ranks.size(); ++j)
             for (const auto &a : ranks[i])
@@ -255,11 +168,11 @@ TEST(NSNumber, isComparedByExactValue) {
                     SCOPED_TRACE(text(a) + " and " + text(b));
                     EXPECT_EQ(a->isEqual(b), i == j);
                     EXPECT_TRUE(i != j || a->hash() == b->hash());
-                    const auto number = as<NSDecimalNumber>(a);
-                    EXPECT_TRUE(!number ||
-                                number->compare(b) == static_cast<NSComparisonResult>((i > j) - (i < j)));
+                    const auto first = as<NSDecimalNumber>(a);
+                    EXPECT_TRUE(!first ||
+                                first->compare(b) == static_cast<NSComparisonResult>((i > j) - (i < j)));
                 }
-    for (const Ref<NSNumber> &one : {Ref<NSNumber>(decimal("1")), NSNumber::numberWithInt(1)})
+    for (const id &one : {id(decimal("1")), id(number(1))})
         EXPECT_FALSE(one->isEqual(nullptr) || one->isEqual(u"1"_ns) || one->isEqual(NSArray::array()));
     EXPECT_NE(decimal("1.00000000000000000000001")->hash(), decimal("1.00000000000000000000002")->hash());
 }
@@ -267,11 +180,9 @@ TEST(NSNumber, isComparedByExactValue) {
 TEST(NSDecimalNumber, keepsItsDigitsInJSONAndIsADoubleInPropertyLists) {
     const auto list = arrayOf({decimal("12345678901234567890.123456789")});
     const auto json = NSJSONSerialization::dataWithJSONObject(list, NSJSONWritingOptions::None, nullptr);
-    EXPECT_EQ(std::string(json->span().begin(), json->span().end()), "[12345678901234567890.123456789]");
+    EXPECT_EQ(contents(json), "[12345678901234567890.123456789]");
     const auto plist = NSPropertyListSerialization::dataWithPropertyList(
         arrayOf({decimal("0.1")}), NSPropertyListFormat::BinaryFormat_v1_0);
-    EXPECT_TRUE(NSPropertyListSerialization::propertyListWithData(plist)->isEqual(
-        arrayOf({NSNumber::numberWithDouble(0.1)})));
-    const auto invalid = arrayOf({NSDecimalNumber::notANumber()});
-    EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(invalid));
+    EXPECT_TRUE(NSPropertyListSerialization::propertyListWithData(plist)->isEqual(arrayOf({number(0.1)})));
+    EXPECT_FALSE(NSJSONSerialization::isValidJSONObject(arrayOf({NSDecimalNumber::notANumber()})));
 }
