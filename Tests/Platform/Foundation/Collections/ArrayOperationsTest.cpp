@@ -535,4 +535,6 @@ TEST(NSArray, comesFromFilesOfArraysOnly) {
     const std::string elsewhere = "http://localhost" ZK_RESOURCES "/models.plist";
     EXPECT_EQ(NSMutableArray::arrayWithContentsOfURL(NSURL::URLWithString(string(elsewhere))), nullptr);
     EXPECT_EQ(NSMutableArray::arrayWithContentsOfFile(nullptr), nullptr);
+    const auto models = NSURL::fileURLWithPath(string(ZK_RESOURCES "/models.plist"));
+    EXPECT_TRUE(as<NSDictionary>(NSMutableArray::arrayWithContentsOfURL(models)->firstObject()));
 }
