@@ -118,10 +118,8 @@ TEST(NSIndexSet, keepsToItsLimits) {
     const NSUInteger last = NSNotFound - 1;
     const auto indexes = NSMutableIndexSet::indexSet();
     EXPECT_EQ(raised([&] { indexes->addIndex(NSNotFound); }), NSRangeException);
-    EXPECT_EQ(raised([&] { indexes->addIndexesInRange({last, 2}); }), NSRangeException);
-    EXPECT_EQ(raised([&] {
-                  return NSIndexSet::indexSetWithIndexesInRange({1, ~NSUInteger{0}});
-              }),
+    EXPECT_EQ(raised([&] { indexes->addIndexesInRange(NSMakeRange(last, 2)); }), NSRangeException);
+    EXPECT_EQ(raised([] { NSIndexSet::indexSetWithIndexesInRange(NSMakeRange(1, ~NSUInteger{0})); }),
               NSRangeException);
     indexes->addIndexesInRange({3, 4});
     indexes->shiftIndexesStartingAtIndex(5, static_cast<NSInteger>(last - 6));

@@ -91,45 +91,44 @@ TEST(TimeZones, findMomentsByWhatClocksShow) {
           "Africa/Casablanca", "Australia/Lord_Howe", "Asia/Kathmandu"}) {
         const auto rules = database.rules(name);
         ASSERT_TRUE(rules) << name;
-        for (int changes = 0; changes < 80;) {
-            auto from = static_cast<std::int64_t>(random() % 20'000'000'000) - 4'000'000'000,
+        for (int attempts = 0; attempts < 80; ++attempts) {
+            auto from = static_cast<std::int64_t>(random.below(20'000'000'000)) - 4'000'000'000,
                  to = from + 200 * 86400;
-            ++changes;
             if (rules->at(from) == rules->at(to))
                 continue;
             while (to - from > 1)
                 (rules->at((from + to) / 2) == rules->at(from) ? from : to) = (from + to) / 2;
             for (const std::int64_t near : {-90000, -3600, -1801, -1, 0, 1, 1800, 3599, 3600, 90000})
-                expectShowing(*rules, to + rules->at(random() % 2 ? from : to).seconds + near);
+                expectShowing(*rules, to + rules->at(random.oneIn(2) ? from : to).seconds + near);
         }
     }
 }
 
 TEST(PosixTimeZones, haveTheOffsetsOfTheCLibrary) {
     Random random(3);
-    const auto below = [&](std::uint64_t bound) { return std::to_string(random() % bound); };
-    const auto day = [&](unsigned firstMonth) { // of three months
-        const auto days = std::to_string(firstMonth * 30 + random() % 60);
-        const std::string kinds[] = {",M" + std::to_string(firstMonth + random() % 3) + "." +
-                                         std::to_string(random() % 5 + 1) + "." + below(7),
-                                     ",J" + days, "," + days};
+    const auto below = [&](std::size_t bound) { return std::to_string(random.below(bound)); };
+    const auto day = [&](std::size_t firstMonth) { // of three months
+        const std::string days = std::to_string(firstMonth * 30 + random.below(60)),
+                          month = std::to_string(firstMonth + random.below(3)),
+                          week = std::to_string(1 + random.below(5));
+        const std::string kinds[] = {",M" + month + "." + week + "." + below(7), ",J" + days, "," + days};
         const std::string times[] = {"", "/" + below(24) + ":" + below(60) + ":" + below(60),
                                      "/-" + below(20), "/" + below(100)};
-        return kinds[random() % 3] + times[random() % 4];
+        return random.of(kinds) + random.of(times);
     };
     for (int round = 0; round < 300; ++round) {
-        const std::string offset =
-            (random() % 2 ? "-" : "") + below(12) + (random() % 2 ? ":" + below(60) : "");
-        const bool south = random() % 2;
+        const bool south = random.oneIn(2);
         const std::string days = day(south ? 8 : 2) + day(south ? 2 : 8);
-        const std::string text = (random() % 2 ? "ABC" : "<+0545>") + offset +
-                                 (random() % 4 ? (random() % 2 ? "DEF" : "<-02>") + days : "");
+        const std::string text = (random.oneIn(2) ? "ABC" : "<+0545>") + std::string(random.below(2), '-') +
+                                 below(12) + (random.oneIn(2) ? ":" + below(60) : "") +
+                                 (random.oneIn(4) ? "" : (random.oneIn(2) ? "DEF" : "<-02>") + days);
         const auto zone = PosixTimeZone::parse(text);
         ASSERT_TRUE(zone) << text;
         const auto rules = zone->rules();
         const CLibraryZone library(text);
         for (int i = 0; i < 50; ++i) {
-            const auto time = static_cast<std::int64_t>(random() % 400'000'000'000) + 40'000'000; // 1971 on
+            const auto time =
+                static_cast<std::int64_t>(random.below(400'000'000'000)) + 40'000'000; // 1971 on
             ASSERT_EQ(rules.at(time).seconds, library.offsetAt(time)) << text << " " << time;
         }
     }

@@ -84,9 +84,7 @@ TEST(NSString, widensRangesToWholeCharacters) {
                 << first << " to " << last;
         }
     EXPECT_EQ(u""_ns->rangeOfComposedCharacterSequencesForRange({0, 0}), NSMakeRange(0, 0));
-    EXPECT_EQ(raised([&] {
-                  return value->rangeOfComposedCharacterSequencesForRange({15, 1});
-              }),
+    EXPECT_EQ(raised([&] { value->rangeOfComposedCharacterSequencesForRange(NSMakeRange(15, 1)); }),
               NSRangeException);
 }
 
