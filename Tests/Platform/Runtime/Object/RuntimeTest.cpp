@@ -151,22 +151,21 @@ TEST(TypeEncoding, ofMethods) {
 }
 
 TEST(Message, reachesInheritedAndOverriddenMethods) {
-    const auto plain = make<Instrument>();
     const auto violin = make<Violin>();
     EXPECT_EQ(objc_msgSend<std::int32_t>(violin, "tune:"_sel, -5), -5);
     EXPECT_EQ(violin->pitch, -5);
     EXPECT_EQ(objc_msgSend<std::int32_t>(violin, "strings"_sel), 4) << "virtual in C++";
-    EXPECT_EQ(as<NSString>(objc_msgSend<id>(plain, "kind"_sel))->utf8(), "instrument");
-    EXPECT_EQ(as<NSString>(objc_msgSend<id>(violin, "kind"_sel))->utf8(), "violin") << "by selector";
+    EXPECT_EQ(text(objc_msgSend<id>(make<Instrument>(), "kind"_sel)), "instrument");
+    EXPECT_EQ(text(objc_msgSend<id>(violin, "kind"_sel)), "violin") << "by selector";
     objc_msgSend(violin, "setLabel:"_sel, u"Guarneri"_ns);
-    EXPECT_EQ(violin->label->utf8(), "Guarneri");
+    EXPECT_EQ(text(violin->label), "Guarneri");
     objc_msgSend(violin, "setLabel:"_sel, number(3));
     EXPECT_EQ(violin->label, nullptr) << "an object of another class arrives as none";
 
     const id asObject = Violin::class_()->self();
     EXPECT_EQ(objc_msgSend<std::int32_t>(asObject, "count"_sel), 7) << "inherited through the meta-classes";
     EXPECT_FALSE(violin->respondsToSelector("count"_sel));
-    EXPECT_EQ(as<NSString>(objc_msgSend<id>(asObject, "description"_sel))->utf8(), "Violin");
+    EXPECT_EQ(text(objc_msgSend<id>(asObject, "description"_sel)), "Violin");
 }
 
 TEST(Message, toNoneGivesNoneOrZero) {
@@ -179,20 +178,18 @@ TEST(Message, toNoneGivesNoneOrZero) {
 
 TEST(Message, refusesWhatTheReceiverDoesNotTake) {
     const id violin = make<Violin>(), asObject = Violin::class_()->self();
-    const std::string otherTypes = "-[Violin tune:]: sent with other types than i20@0:8i16";
-    const std::pair<std::string, std::string> table[] = {
-        {complaint([&] { objc_msgSend(violin, "smash"_sel); }), "-[Violin smash]: unrecognized selector"},
-        {complaint([&] { objc_msgSend(asObject, "tune:"_sel, 3); }),
-         "+[Violin tune:]: unrecognized selector"},
-        {complaint([&] { objc_msgSend(violin, nullptr); }),
-         "-[Violin <null selector>]: unrecognized selector"},
-        {complaint([&] { objc_msgSend<std::int32_t>(violin, "tune:"_sel, std::int64_t{3}); }), otherTypes},
-        {complaint([&] { objc_msgSend<std::int32_t>(violin, "tune:"_sel); }), otherTypes},
-        {complaint([&] { objc_msgSend<std::int32_t>(violin, "tune:"_sel, violin); }), otherTypes},
-        {complaint([&] { objc_msgSend<std::uint32_t>(violin, "tune:"_sel, 3); }), otherTypes},
-    };
-    for (const auto &[reason, expected] : table)
+    const SEL tune = "tune:"_sel;
+    const auto expect = [](const std::string &reason, const std::string &expected) {
         EXPECT_THAT(reason, StartsWith("NSInvalidArgumentException " + expected));
+    };
+    expect(complaint([&] { objc_msgSend(violin, "smash"_sel); }), "-[Violin smash]: unrecognized selector");
+    expect(complaint([&] { objc_msgSend(asObject, tune, 3); }), "+[Violin tune:]: unrecognized selector");
+    expect(complaint([&] { objc_msgSend(violin, nullptr); }), "-[Violin <null selector>]: unrecognized");
+    for (const auto &reason : {complaint([&] { objc_msgSend<std::int32_t>(violin, tune, std::int64_t{3}); }),
+                               complaint([&] { objc_msgSend<std::int32_t>(violin, tune); }),
+                               complaint([&] { objc_msgSend<std::int32_t>(violin, tune, violin); }),
+                               complaint([&] { objc_msgSend<std::uint32_t>(violin, tune, 3); })})
+        expect(reason, "-[Violin tune:]: sent with other types than i20@0:8i16");
     EXPECT_EQ(as<Violin>(violin)->pitch, 0);
 }
 
