@@ -1,16 +1,12 @@
 // Another value of a variable of the environment for the length of a scope; null for none.
 #pragma once
 
-#include <cstdlib>
-#include <optional>
-#include <string>
+#include "Tests/Support/Testing.h"
 
-class EnvironmentScope {
+class EnvironmentScope : NoCopies {
 public:
     EnvironmentScope(const char *name, const char *value) : name_(name) { set(value); }
     ~EnvironmentScope() { set(before_ ? before_->c_str() : nullptr); }
-    EnvironmentScope(const EnvironmentScope &) = delete;
-    EnvironmentScope &operator=(const EnvironmentScope &) = delete;
 
 private:
     std::optional<std::string> current() const {

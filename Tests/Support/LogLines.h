@@ -2,23 +2,15 @@
 #pragma once
 
 #include "Platform/Foundation/System/NSLog.h"
-#include "Platform/Locking/Mutex.h"
+#include "Tests/Support/Testing.h"
 
-#include <string>
-#include <utility>
-#include <vector>
-
-using Lines = std::vector<std::string>;
-
-class LogLines {
+class LogLines : NoCopies {
 public:
     LogLines()
         : previous_(NSLogSetSink([this](NSLogLevel, std::string_view line) {
               const locking::MutexLock guard(mutex_);
               lines_.emplace_back(line);
           })) {}
-    LogLines(const LogLines &) = delete;
-    LogLines &operator=(const LogLines &) = delete;
     ~LogLines() { NSLogSetSink(std::move(previous_)); }
 
     /// Those since the last time.

@@ -1,13 +1,13 @@
 // Lets the system have no thread left as long as it lives: the stack of any would be larger than all memory.
 #pragma once
 
-#include <pthread.h>
+#include "Tests/Support/Testing.h"
 
-#include <cstddef>
+#include <pthread.h>
 
 namespace dispatch {
 
-class NoThreadLeft {
+class NoThreadLeft : NoCopies {
 public:
     NoThreadLeft() {
         pthread_getattr_default_np(&ordinary_);
@@ -17,8 +17,6 @@ public:
         pthread_setattr_default_np(&endless);
         pthread_attr_destroy(&endless);
     }
-    NoThreadLeft(const NoThreadLeft &) = delete;
-    NoThreadLeft &operator=(const NoThreadLeft &) = delete;
     ~NoThreadLeft() {
         pthread_setattr_default_np(&ordinary_);
         pthread_attr_destroy(&ordinary_);

@@ -9,14 +9,11 @@
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Runtime/Object/NSException.h"
 #include "Platform/Runtime/Object/SEL.h"
 #include "Platform/Runtime/Object/TypeEncoding.h"
+#include "Tests/Support/Raised.h"
 
 #include <concepts>
-#include <string>
-#include <string_view>
-#include <vector>
 
 inline SEL operator""_sel(const char *name, std::size_t length) {
     return sel_registerName({name, length});
@@ -84,26 +81,4 @@ inline std::string repeated(std::string_view piece, std::size_t times) {
     for (std::size_t i = 0; i < times; ++i)
         all += piece;
     return all;
-}
-
-/// The name of the exception that the operation raises; empty when it raises none.
-template <class Operation>
-std::string raised(Operation &&operation) {
-    try {
-        static_cast<void>(operation());
-        return "";
-    } catch (const NSException &exception) {
-        return exception.name();
-    }
-}
-
-/// Name and reason of what the operation raises; empty when it raises nothing.
-template <class Operation>
-std::string complaint(Operation &&operation) {
-    try {
-        static_cast<void>(operation());
-        return "";
-    } catch (const NSException &exception) {
-        return exception.name() + " " + exception.reason();
-    }
 }

@@ -1,10 +1,9 @@
 // Runs a test's body on several threads that start together; returns when all have ended.
 #pragma once
 
-#include <functional>
+#include "Tests/Support/Testing.h"
+
 #include <latch>
-#include <thread>
-#include <vector>
 
 namespace dispatch {
 

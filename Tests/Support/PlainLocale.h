@@ -1,16 +1,13 @@
 // C's own numbers, to compare with, whatever locale the program runs in.
 #pragma once
 
-#include <cstdlib>
+#include "Tests/Support/Testing.h"
+
 #include <locale.h>
-#include <string>
 
 /// C's own locale on this thread while it lives.
-class PlainLocale {
+class PlainLocale : NoCopies {
 public:
-    PlainLocale() = default;
-    PlainLocale(const PlainLocale &) = delete;
-    PlainLocale &operator=(const PlainLocale &) = delete;
     ~PlainLocale() {
         uselocale(previous_);
         freelocale(plain_);

@@ -1,15 +1,12 @@
 // A private CUPS server (Tools/private-cups) that lives as long as one object.
 #pragma once
 
+#include "Tests/Support/Testing.h"
+
 #include <cstdio>
-#include <cstdlib>
-#include <gtest/gtest.h>
-#include <stdexcept>
-#include <string>
-#include <utility>
 
 /// Serves this process, through its environment, from a folder of its own; without `queues` an empty one.
-class PrivateCups {
+class PrivateCups : NoCopies {
 public:
     explicit PrivateCups(bool queues) : folder_(testing::TempDir() + "cups.XXXXXX") {
         if (!::mkdtemp(folder_.data()))
@@ -18,8 +15,6 @@ public:
         ::setenv("CUPS_SERVER", socket_.c_str(), 1);
         ::setenv("HOME", (folder_ + "/etc").c_str(), 1); // nobody's own printer options
     }
-    PrivateCups(const PrivateCups &) = delete;
-    PrivateCups &operator=(const PrivateCups &) = delete;
     ~PrivateCups() { stop(); }
 
     const std::string &socket() const { return socket_; }

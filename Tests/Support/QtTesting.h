@@ -7,24 +7,16 @@
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Foundation/System/Localization.h"
 #include "Platform/RunLoop/NSRunLoop.h"
+#include "Tests/Support/Testing.h"
 
 #include <QApplication>
 #include <QColor>
 #include <QDeadlineTimer>
 
 #include <cmath>
-#include <cstdlib>
-#include <functional>
-#include <thread>
 
-using namespace std::chrono_literals;
-
-class QtTesting {
+class QtTesting : NoCopies {
 public:
-    QtTesting() = default;
-    QtTesting(const QtTesting &) = delete;
-    QtTesting &operator=(const QtTesting &) = delete;
-
     dispatch::ManualClock clock;
 
     /// What falls due meanwhile is served with the next events.

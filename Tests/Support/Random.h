@@ -1,12 +1,9 @@
 // Chance that is the same in every run; what fails tells the seed.
 #pragma once
 
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
-#include <iterator>
 #include <random>
-#include <string>
-#include <string_view>
 
 class Random : public std::mt19937_64 {
 public:

@@ -1,23 +1,18 @@
 // A folder of printer files that lives as long as one test.
 #pragma once
 
-#include <cstdlib>
+#include "Tests/Support/Testing.h"
+
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
-#include <iterator>
-#include <stdexcept>
-#include <string>
 
-class TemporaryFolder {
+class TemporaryFolder : NoCopies {
 public:
     TemporaryFolder() : path_(testing::TempDir() + "printers.XXXXXX") {
         if (::mkdtemp(path_.data()) == nullptr)
             throw std::runtime_error("no temporary folder");
     }
     ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-    TemporaryFolder(const TemporaryFolder &) = delete;
-    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
 
     std::filesystem::path path() const { return path_; }
     std::filesystem::path file(const std::string &name) const { return path() / name; }

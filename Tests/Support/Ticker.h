@@ -4,10 +4,7 @@
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Runtime/Object/Class.h"
-
-#include <gmock/gmock.h>
-
-#include <functional>
+#include "Tests/Support/Testing.h"
 
 class Ticker : public NSObject {
     NS_CLASS(Ticker, NSObject)

@@ -2,15 +2,14 @@
 #pragma once
 
 #include "Platform/Foundation/Dates/NSTimeZone.h"
+#include "Tests/Support/Testing.h"
 
-class TimeZoneScope {
+class TimeZoneScope : NoCopies {
 public:
     explicit TimeZoneScope(const char16_t *name) {
         NSTimeZone::setDefaultTimeZone(NSTimeZone::timeZoneWithName(make<NSString>(name)));
     }
     ~TimeZoneScope() { NSTimeZone::setDefaultTimeZone(before_); }
-    TimeZoneScope(const TimeZoneScope &) = delete;
-    TimeZoneScope &operator=(const TimeZoneScope &) = delete;
 
 private:
     const Ref<NSTimeZone> before_ = NSTimeZone::defaultTimeZone();

@@ -5,11 +5,7 @@
 #include "Tests/Platform/Transport/PrinterPorts.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <map>
-#include <memory>
-#include <string>
 
 class FolderPorts final : public PrinterPorts {
 public:

@@ -3,16 +3,8 @@
 #include "Platform/Transport/virtual/PrinterJson.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <algorithm>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
 #include <sys/stat.h>
-#include <vector>
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 using transport::Fault;
 using transport::PrinterFolder;
 using transport::VirtualPrinterState;

@@ -2,15 +2,10 @@
 #pragma once
 
 #include "Platform/Transport/virtual/VirtualPrinterState.h"
+#include "Tests/Support/Testing.h"
 
-#include <memory>
-#include <string>
-
-class PrinterPorts {
+class PrinterPorts : NoCopies {
 public:
-    PrinterPorts() = default;
-    PrinterPorts(const PrinterPorts &) = delete;
-    PrinterPorts &operator=(const PrinterPorts &) = delete;
     virtual ~PrinterPorts() = default;
 
     /// Changes the printer of this serial number, if it is plugged in.

@@ -7,9 +7,6 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 using namespace transport;
 
@@ -144,12 +141,9 @@ TEST(PrinterUri, namesPrintersInTheSpellingsOfCups) {
 }
 
 TEST(PrinterUri, isOfWholeCharactersWhereATextIsTooLong) {
-    const std::string umlauts = [] {
-        std::string text;
-        for (int i = 0; i < 200; ++i)
-            text += "ä";
-        return text;
-    }();
+    std::string umlauts;
+    for (int i = 0; i < 200; ++i)
+        umlauts += "ä";
     EXPECT_EQ(recorded({"", umlauts, "a\xFFz"}), (PrinterIdentity{"", umlauts.substr(0, 254), "a\uFFFDz"}));
     EXPECT_EQ(recorded({"\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80"}).manufacturer,
               "\uFFFD\uFFFD\uFFFD");

@@ -5,11 +5,7 @@
 #include "Tests/Platform/Transport/PrinterPorts.h"
 #include "Tests/Support/Envelopes.h"
 
-#include <cstdlib>
-#include <gtest/gtest.h>
-#include <memory>
 #include <sstream>
-#include <string>
 
 using envelopes::Bytes;
 

@@ -3,20 +3,12 @@
 #include "Tests/Platform/Transport/UsbPorts.h"
 #include "Tests/Support/Random.h"
 
-#include <chrono>
-#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <linux/capability.h>
-#include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 using transport::Fault;
@@ -46,13 +38,6 @@ struct Usage {
     }
 };
 
-void awaitThat(const std::function<bool()> &condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(patience_ms);
-    while (!condition() && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::yield();
-    EXPECT_TRUE(condition());
-}
-
 void expectNoGrowth(int cycles, const std::function<void()> &cycle) {
     cycle();
     cycle();
@@ -81,7 +66,7 @@ Bytes readOnce() {
 }
 
 /// The node of the kernel's printer driver: a terminal, as that can be kept for one program, too.
-class PrintNode {
+class PrintNode : NoCopies {
 public:
     explicit PrintNode(UsbAddress printer)
         : interface_(UsbTestbed::shared().root() /
@@ -102,8 +87,6 @@ public:
         ::close(program_);
         ::close(terminal_);
     }
-    PrintNode(const PrintNode &) = delete;
-    PrintNode &operator=(const PrintNode &) = delete;
 
     /// Whether a program prints through it.
     void setUsed(bool used) const {
@@ -117,45 +100,14 @@ private:
     int program_ = -1;
 };
 
-/// While it lives, this thread may not open what is kept for one program: root may.
-class WithoutPrivilege {
-public:
-    WithoutPrivilege() { set(false); }
-    ~WithoutPrivilege() { set(true); }
-    WithoutPrivilege(const WithoutPrivilege &) = delete;
-    WithoutPrivilege &operator=(const WithoutPrivilege &) = delete;
-
-private:
-    static void set(bool allowed) {
-        __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
-        __user_cap_data_struct data[2] = {};
-        EXPECT_EQ(::syscall(SYS_capget, &header, data), 0);
-        constexpr std::uint32_t privilege = std::uint32_t{1} << CAP_SYS_ADMIN;
-        data[0].effective = allowed ? data[0].permitted : data[0].effective & ~privilege;
-        EXPECT_EQ(::syscall(SYS_capset, &header, data), 0);
-    }
-};
-
-/// A program that is in the middle of a call when it is told to end.
-class CallingProgram {
-public:
-    explicit CallingProgram(const char *call) {
-        const std::string uri = uriOf("SN0001");
-        const char *const arguments[] = {CALLING_PROGRAM, uri.c_str(), call, nullptr};
-        EXPECT_EQ(
-            ::posix_spawn(&pid_, arguments[0], nullptr, nullptr, const_cast<char **>(arguments), environ), 0);
-    }
-    /// The status it ends with.
-    int end() const {
-        int status = 0;
-        EXPECT_EQ(::kill(pid_, SIGTERM), 0);
-        EXPECT_EQ(::waitpid(pid_, &status, 0), pid_);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    }
-
-private:
-    pid_t pid_ = 0;
-};
+/// From now on this thread may not open what is kept for one program: root may.
+void giveUpPrivilege() {
+    __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
+    __user_cap_data_struct data[2] = {};
+    EXPECT_EQ(::syscall(SYS_capget, &header, data), 0);
+    data[0].effective &= ~(std::uint32_t{1} << CAP_SYS_ADMIN);
+    EXPECT_EQ(::syscall(SYS_capset, &header, data), 0);
+}
 
 class TransportUsb : public testing::Test {
 protected:
@@ -166,9 +118,6 @@ protected:
     void awaitRest() const {
         awaitThat([this] { return printer().opens() == 0; });
     }
-    void awaitRead() const {
-        awaitThat([this] { return printer().pending() > 0; });
-    }
 
     UsbPorts ports;
 };
@@ -176,19 +125,15 @@ protected:
 } // namespace
 
 TEST_F(TransportUsb, givesThePrinterBackWhileItsHandleStaysOpen) {
-    void *const handle = openPrinter();
-    EXPECT_TRUE(printer().isClaimed());
-    EXPECT_FALSE(printer().hasKernelDriver());
-    EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
     const auto start = std::chrono::steady_clock::now();
+    void *const handle = openPrinter();
+    EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
     awaitRest();
-    EXPECT_GT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100))
-        << "not at every call";
+    EXPECT_GT(std::chrono::steady_clock::now() - start, 100ms) << "not at every call";
     EXPECT_FALSE(printer().isClaimed());
     EXPECT_TRUE(printer().hasKernelDriver());
 
     EXPECT_EQ(receiveAll(handle), "<00ACFF2100010001> <33> -5") << "the answer waited in the printer";
-    EXPECT_TRUE(printer().isClaimed());
     EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK);
     awaitRest();
     EXPECT_TRUE(printer().hasKernelDriver());
@@ -209,21 +154,6 @@ TEST_F(TransportUsb, asksForTheStatusBesideAnOpenHandle) {
     EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
 }
 
-TEST_F(TransportUsb, takesALateAnswer) {
-    void *const handle = openPrinter();
-    printer().holdAnswers(true);
-    EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
-    EXPECT_EQ(receiveAll(handle), "-5");
-    std::thread late([this] {
-        awaitRead();
-        printer().holdAnswers(false);
-    });
-    Bytes header;
-    EXPECT_EQ(receive(handle, header), TL_USB_OK);
-    EXPECT_EQ(shown(header), "<00ACFF2100010001>");
-    late.join();
-}
-
 TEST_F(TransportUsb, recoversFromAStall) {
     void *const handle = openPrinter();
     printer().stall(usbBulkOut);
@@ -234,32 +164,44 @@ TEST_F(TransportUsb, recoversFromAStall) {
     EXPECT_EQ(receiveAll(handle), "<00ACFF2100010001> <33> -5");
 }
 
-TEST_F(TransportUsb, endsAReadWhenItsPrinterOrItsHandleGoes) {
-    for (const bool unplugs : {false, true}) {
-        void *const handle = openPrinter();
-        std::thread reader([&] { EXPECT_EQ(receiveAll(handle, patience_ms), unplugs ? "-2" : "-10"); });
-        awaitRead();
-        if (unplugs)
-            ports.unplug("SN0001");
-        else
-            EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK);
+TEST_F(TransportUsb, aReadEndsWithItsHandleALateAnswerOrItsPrinter) {
+    void *handle = nullptr;
+    const std::pair<const char *, std::function<void()>> ends[] = {
+        {"-10", [&] { EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK); }},
+        {"<00ACFF2100010001>", [&] { printer().hold(Hold::answers, false); }},
+        {"-2", [&] { ports.unplug("SN0001"); }},
+    };
+    for (const auto &[story, end] : ends) {
+        handle = openPrinter();
+        printer().hold(Hold::answers);
+        EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
+        EXPECT_EQ(receiveAll(handle), "-5");
+        std::thread reader([&, expected = story] {
+            Bytes transfer;
+            const std::int32_t status = receive(handle, transfer);
+            EXPECT_EQ(status == TL_USB_OK ? shown(transfer) : std::to_string(status), expected);
+        });
+        awaitThat([this] { return printer().isAwaited(Hold::answers); });
+        EXPECT_TRUE(printer().isClaimed());
+        EXPECT_FALSE(printer().hasKernelDriver());
+        end();
         reader.join();
     }
 }
 
 TEST_F(TransportUsb, boundsAWholeWrite) {
     void *const handle = openPrinter();
-    printer().holdRequests(true);
+    printer().hold(Hold::requests);
     EXPECT_EQ(tl_usb_data_transfer_by_handle(handle, envelopes::readThreshold.data(), 105, silence_ms,
                                              nullptr, nullptr, 0),
               TL_USB_ERROR_TIMEOUT);
-    printer().holdRequests(false);
+    printer().hold(Hold::requests, false);
     EXPECT_EQ(readOnce(), Bytes{'3'});
 }
 
 TEST_F(TransportUsb, tearsNoJobInTwo) {
     const PrintNode node(printer().address());
-    const WithoutPrivilege user;
+    giveUpPrivilege();
     node.setUsed(true);
     openPrinter("SN0001", TL_USB_ERROR_BUSY);
     EXPECT_EQ(statusCall(), "-4 untouched");
@@ -270,19 +212,6 @@ TEST_F(TransportUsb, tearsNoJobInTwo) {
     EXPECT_EQ(readOnce(), Bytes{'3'}) << "the node is the job's only while the driver is there";
 }
 
-TEST_F(TransportUsb, givesThePrinterBackWhenItsProgramEndsInACall) {
-    for (const char *const call : {"read", "write", "status"}) {
-        printer().holdAnswers(true);
-        printer().holdRequests(std::string(call) != "read");
-        const CallingProgram program(call);
-        awaitThat([this] { return printer().pending() > 0; });
-        EXPECT_TRUE(printer().isClaimed());
-        EXPECT_EQ(program.end(), 128 + SIGTERM) << call;
-        awaitRest();
-        EXPECT_TRUE(printer().hasKernelDriver()) << call;
-    }
-}
-
 // A device may tell anything of itself.
 TEST_F(TransportUsb, survivesAnyDescriptors) {
     Random random(15);
@@ -290,10 +219,9 @@ TEST_F(TransportUsb, survivesAnyDescriptors) {
     int opened = 0, refused = 0;
     for (int round = 0; round < 60; ++round) {
         Bytes descriptors = usbDescriptors(state);
-        for (std::size_t edits = 1 + random() % 3; edits > 0; --edits)
-            descriptors[18 + random.below(descriptors.size() - 18)] = static_cast<std::uint8_t>(random());
-        descriptors.resize(random() % 4 == 0 ? 18 + random() % (descriptors.size() - 17)
-                                             : descriptors.size());
+        const std::string rest = random.mutated({descriptors.begin() + 18, descriptors.end()}, "\t\x07\xFF");
+        descriptors.resize(18);
+        descriptors.insert(descriptors.end(), rest.begin(), rest.end());
         const auto device = UsbTestbed::shared().plug(state, descriptors);
         void *handle = nullptr;
         const std::int32_t status = tl_usb_get_device_handle(uriOf("SN0002").c_str(), 2, &handle);

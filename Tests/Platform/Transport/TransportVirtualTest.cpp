@@ -2,8 +2,6 @@
 #include "Tests/Platform/Transport/FolderPorts.h"
 #include "Tests/Platform/Transport/TransportTesting.h"
 
-#include <gtest/gtest.h>
-
 INSTANTIATE_TEST_SUITE_P(Virtual, Transport, testing::Values(FolderPorts::make));
 
 TEST(TransportVirtual, TakesItsPrintersFromAFolderOrHasNone) {

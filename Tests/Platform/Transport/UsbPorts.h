@@ -4,9 +4,6 @@
 #include "Tests/Platform/Transport/PrinterPorts.h"
 #include "Tests/Support/UsbEmulation/UsbTestbed.h"
 
-#include <map>
-#include <memory>
-#include <string>
 #include <sys/fsuid.h>
 #include <unistd.h>
 

@@ -4,9 +4,6 @@
 #include "Tests/Support/Envelopes.h"
 #include "Tests/Support/Random.h"
 
-#include <gtest/gtest.h>
-#include <string>
-
 using envelopes::Bytes;
 using transport::VirtualPrinter;
 

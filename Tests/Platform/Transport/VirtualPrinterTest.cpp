@@ -1,15 +1,9 @@
 // What a virtual printer makes of requests, good and bad.
 #include "Platform/Transport/virtual/VirtualPrinter.h"
 #include "Tests/Support/Envelopes.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
-#include <vector>
+#include "Tests/Support/Testing.h"
 
 using envelopes::Bytes;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using transport::VirtualPrinter;
 
 namespace {
@@ -18,6 +12,12 @@ const std::string exitLanguage = "\x1B%-12345X";
 const std::string enterAcl = "@PJL ENTER LANGUAGE=ACL\r\n";
 const Bytes readReply = {0x00, 0xAC, 0xFF, 0x21, 0x00, 0x01, 0x00, 0x01};
 const Bytes writeReply = {0x00, 0xAC, 0xFF, 0x20, 0x00, 0x01, 0x00, 0x00};
+
+Bytes refusalOf(std::uint16_t command) {
+    return {
+        0x00, 0xAC, static_cast<std::uint8_t>(command >> 8), static_cast<std::uint8_t>(command), 0x00, 0x02,
+        0x00, 0x00};
+}
 
 Bytes bytes(const std::string &text) {
     return {text.begin(), text.end()};
@@ -98,7 +98,6 @@ TEST(VirtualPrinter, FindsTheFrameAmongOtherPjl) {
 }
 
 TEST(VirtualPrinter, StoresOnlyTheThresholdsThereAre) {
-    const Bytes refusal = {0x00, 0xAC, 0xFF, 0x20, 0x00, 0x02, 0x00, 0x00};
     const std::string key = "OID_PLATFORM_CONSUMEABLE_HINT=";
     const auto request = [](const std::string &name, const std::string &value) {
         return acl(frame(0xFF20, name + value));
@@ -107,28 +106,21 @@ TEST(VirtualPrinter, StoresOnlyTheThresholdsThereAre) {
         VirtualPrinter printer({.threshold = 3});
         const bool good = value == 0 || (value >= 2 && value <= 10);
         ASSERT_THAT(answers(printer, request(key, std::to_string(value))),
-                    ElementsAre(good ? writeReply : refusal));
+                    ElementsAre(good ? writeReply : refusalOf(0xFF20)));
         EXPECT_EQ(printer.state().threshold, good ? value : 3);
     }
-    const std::string malformed[] = {request("", ""),
-                                     request(key, ""),
-                                     request(key, "-2"),
-                                     request(key, "+2"),
-                                     request(key, "2%"),
-                                     request(key, " 2"),
-                                     request(key, "4294967298"),
-                                     request(key, std::string("5\0", 2)),
-                                     request("X" + key, "5"),
-                                     request(key.substr(1), "5")};
-    for (const std::string &bad : malformed) {
+    const std::pair<std::string, std::string> malformed[] = {
+        {"", ""},         {key, ""},           {key, "-2"},         {key, "+2"},
+        {key, "2%"},      {key, " 2"},         {key, "4294967298"}, {key, std::string("5\0", 2)},
+        {"X" + key, "5"}, {key.substr(1), "5"}};
+    for (const auto &[name, value] : malformed) {
         VirtualPrinter printer({.threshold = 3});
-        ASSERT_THAT(answers(printer, bad), ElementsAre(refusal)) << bad;
-        EXPECT_EQ(printer.state().threshold, 3) << bad;
+        ASSERT_THAT(answers(printer, request(name, value)), ElementsAre(refusalOf(0xFF20))) << name << value;
+        EXPECT_EQ(printer.state().threshold, 3) << name << value;
     }
     VirtualPrinter printer({});
     EXPECT_THAT(answers(printer, acl(frame(0xFF21, "") + frame(0x0102, "abc"))),
-                ElementsAre(Bytes{0x00, 0xAC, 0xFF, 0x21, 0x00, 0x02, 0x00, 0x00},
-                            Bytes{0x00, 0xAC, 0x01, 0x02, 0x00, 0x02, 0x00, 0x00}));
+                ElementsAre(refusalOf(0xFF21), refusalOf(0x0102)));
 }
 
 TEST(VirtualPrinter, ReportsAChangedThresholdAndKeepsTheOldOneWhenItCannotBeKept) {
@@ -144,8 +136,7 @@ TEST(VirtualPrinter, ReportsAChangedThresholdAndKeepsTheOldOneWhenItCannotBeKept
 
     accepts = false;
     printer.setState({.threshold = 4});
-    EXPECT_THAT(answers(printer, request),
-                ElementsAre(Bytes{0x00, 0xAC, 0xFF, 0x20, 0x00, 0x02, 0x00, 0x00}));
+    EXPECT_THAT(answers(printer, request), ElementsAre(refusalOf(0xFF20)));
     EXPECT_EQ(printer.state().threshold, 4);
 }
 

@@ -25,6 +25,14 @@ constexpr std::uint32_t capabilities =
 
 } // namespace
 
+void check(GError *error) {
+    if (error == nullptr)
+        return;
+    const std::string message = error->message;
+    g_error_free(error);
+    throw std::runtime_error(message);
+}
+
 EmulatedUsbPrinter::EmulatedUsbPrinter(UsbAddress address, const std::filesystem::path &root,
                                        const transport::VirtualPrinterState &state)
     : address_(address), node_(root / usbNodePath(address).substr(1)), printer_(state) {
@@ -46,27 +54,19 @@ void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
     std::filesystem::permissions(node_.path(), state.has(Fault::CannotOpen) ? none : all);
 }
 
-void EmulatedUsbPrinter::holdAnswers(bool held) {
-    const locking::MutexLock guard(mutex_);
-    answersHeld_ = held;
-    serveReads();
-}
-
-void EmulatedUsbPrinter::holdRequests(bool held) {
-    const locking::MutexLock guard(mutex_);
-    requestsHeld_ = held;
-    while (!requestsHeld_ && !requests_.empty()) {
+void EmulatedUsbPrinter::hold(Hold what, bool held) {
+    const std::scoped_lock guard(mutex_);
+    if (held)
+        held_.insert(what);
+    else
+        held_.erase(what);
+    while (!held_.contains(Hold::requests) && !requests_.empty()) {
         Urb urb = std::move(requests_.front());
         requests_.pop_front();
         take(std::move(urb));
     }
     serveReads();
-}
-
-void EmulatedUsbPrinter::holdRelease(bool held) {
-    const locking::MutexLock guard(mutex_);
-    releaseHeld_ = held;
-    releaseAllowed_.notifyAll();
+    releaseAllowed_.notify_all();
 }
 
 void EmulatedUsbPrinter::stall(std::uint8_t endpoint) {
@@ -84,34 +84,14 @@ void EmulatedUsbPrinter::unplug() {
     showReady();
 }
 
-bool EmulatedUsbPrinter::isUnplugged() const {
-    const locking::MutexLock guard(mutex_);
-    return unplugged_;
-}
-
-bool EmulatedUsbPrinter::isClaimed() const {
-    const locking::MutexLock guard(mutex_);
-    return claimer_ != nullptr;
-}
-
-bool EmulatedUsbPrinter::hasKernelDriver() const {
-    const locking::MutexLock guard(mutex_);
-    return kernelDriver_;
-}
-
 std::size_t EmulatedUsbPrinter::opens() const {
     const locking::MutexLock guard(mutex_);
     return clients_.size();
 }
 
-std::size_t EmulatedUsbPrinter::pending() const {
-    const locking::MutexLock guard(mutex_);
-    return reads_.size() + requests_.size();
-}
-
-bool EmulatedUsbPrinter::isReleasing() const {
-    const locking::MutexLock guard(mutex_);
-    return releasing_;
+bool EmulatedUsbPrinter::isAwaited(Hold what) const {
+    const std::scoped_lock guard(mutex_);
+    return what == Hold::answers ? !reads_.empty() : what == Hold::requests ? !requests_.empty() : releasing_;
 }
 
 void EmulatedUsbPrinter::connect(const Client *client) {
@@ -138,39 +118,33 @@ void EmulatedUsbPrinter::handle(Client *client) {
     const unsigned long request = umockdev_ioctl_client_get_request(client);
     if (request == USBDEVFS_RELEASEINTERFACE) {
         releasing_ = true;
-        while (releaseHeld_)
-            releaseAllowed_.wait(mutex_);
+        releaseAllowed_.wait(lock, [this] { return !held_.contains(Hold::release); });
         releasing_ = false;
     }
     UMockdevIoctlData *const argument = umockdev_ioctl_client_get_arg(client);
     const std::size_t size = _IOC_SIZE(request);
     const Data block = size > 0 ? resolve(argument, 0, size) : Data();
-    const Answer answered = answer(client, request, block ? block.get() : argument);
-    umockdev_ioctl_client_complete(client, answered.error != 0 ? -1 : answered.result, answered.error);
+    const int answered = answer(client, request, block ? block.get() : argument);
+    umockdev_ioctl_client_complete(client, std::max(answered, -1), std::max(-answered, 0));
 }
 
 EmulatedUsbPrinter::Data EmulatedUsbPrinter::resolve(UMockdevIoctlData *parent, std::size_t offset,
                                                      std::size_t size) {
     GError *error = nullptr;
     Data data(umockdev_ioctl_data_resolve(parent, offset, size, &error));
-    if (error != nullptr) {
-        const std::string message = error->message;
-        g_error_free(error);
-        throw std::runtime_error(message);
-    }
+    check(error);
     return data;
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::answer(const Client *client, unsigned long request,
-                                                      UMockdevIoctlData *argument) {
+int EmulatedUsbPrinter::answer(const Client *client, unsigned long request, UMockdevIoctlData *argument) {
     if (request == USBDEVFS_REAPURBNDELAY)
         return reap(client, argument);
     if (unplugged_)
-        return {.error = ENODEV};
+        return -ENODEV;
     switch (request) {
     case USBDEVFS_GET_CAPABILITIES:
         as<std::uint32_t>(argument) = capabilities;
-        return {};
+        return 0;
     case USBDEVFS_DISCONNECT_CLAIM:
         return claim(client, as<usbdevfs_disconnect_claim>(argument).interface);
     case USBDEVFS_RELEASEINTERFACE:
@@ -183,54 +157,54 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::answer(const Client *client, unsi
         return discard(client, as<unsigned long>(argument));
     case USBDEVFS_CLEAR_HALT:
         stalled_.erase(static_cast<std::uint8_t>(as<unsigned>(argument)));
-        return {};
+        return 0;
     default:
-        return {.error = ENOTTY};
+        return -ENOTTY;
     }
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::claim(const Client *client, unsigned interface) {
+int EmulatedUsbPrinter::claim(const Client *client, unsigned interface) {
     if (interface != usbPrinterInterface)
-        return {.error = EINVAL};
+        return -EINVAL;
     if (claimer_ || printer_.state().has(Fault::Busy))
-        return {.error = EBUSY};
+        return -EBUSY;
     claimer_ = client;
     kernelDriver_ = false;
-    return {};
+    return 0;
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::release(const Client *client, unsigned interface) {
+int EmulatedUsbPrinter::release(const Client *client, unsigned interface) {
     if (claimer_ != client || interface != usbPrinterInterface)
-        return {.error = EINVAL};
+        return -EINVAL;
     claimer_ = nullptr;
-    return {};
+    return 0;
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::bindDriver(const usbdevfs_ioctl &call) {
+int EmulatedUsbPrinter::bindDriver(const usbdevfs_ioctl &call) {
     if (call.ioctl_code != static_cast<int>(USBDEVFS_CONNECT) || call.ifno != int{usbPrinterInterface})
-        return {.error = EINVAL};
+        return -EINVAL;
     if (claimer_)
-        return {.error = EBUSY};
+        return -EBUSY;
     kernelDriver_ = true;
-    return {.result = 1};
+    return 1;
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::submit(const Client *client, UMockdevIoctlData *block) {
+int EmulatedUsbPrinter::submit(const Client *client, UMockdevIoctlData *block) {
     const auto &urb = as<usbdevfs_urb>(block);
     const auto length = static_cast<std::size_t>(urb.buffer_length);
     Urb submitted{client, Data(umockdev_ioctl_data_ref(block)),
                   length > 0 ? resolve(block, offsetof(usbdevfs_urb, buffer), length) : Data()};
     const bool isControl = urb.type == USBDEVFS_URB_TYPE_CONTROL;
     if (!isControl && (claimer_ != client || (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut)))
-        return {.error = ENOENT}; // the kernel is more lenient, but says so in its log
+        return -ENOENT; // the kernel is more lenient, but says so in its log
     if (!isControl && urb.endpoint == usbBulkIn)
         reads_.push_back(std::move(submitted));
-    else if (requestsHeld_)
+    else if (held_.contains(Hold::requests))
         requests_.push_back(std::move(submitted));
     else
         take(std::move(submitted));
     serveReads();
-    return {};
+    return 0;
 }
 
 void EmulatedUsbPrinter::take(Urb urb) {
@@ -240,17 +214,17 @@ void EmulatedUsbPrinter::take(Urb urb) {
         write(std::move(urb));
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::reap(const Client *client, UMockdevIoctlData *pointer) {
+int EmulatedUsbPrinter::reap(const Client *client, UMockdevIoctlData *pointer) {
     const auto found = std::ranges::find_if(finished_, [&](const Urb &urb) { return urb.client == client; });
     if (found == finished_.end())
-        return {.error = unplugged_ ? ENODEV : EAGAIN};
+        return unplugged_ ? -ENODEV : -EAGAIN;
     umockdev_ioctl_data_set_ptr(pointer, 0, found->block.get());
     finished_.erase(found);
     showReady();
-    return {};
+    return 0;
 }
 
-EmulatedUsbPrinter::Answer EmulatedUsbPrinter::discard(const Client *client, unsigned long address) {
+int EmulatedUsbPrinter::discard(const Client *client, unsigned long address) {
     for (std::deque<Urb> *const pending : {&reads_, &requests_}) {
         const auto found = std::ranges::find_if(*pending, [&](const Urb &urb) {
             return urb.client == client && urb.block->client_addr == address;
@@ -259,10 +233,10 @@ EmulatedUsbPrinter::Answer EmulatedUsbPrinter::discard(const Client *client, uns
             Urb urb = std::move(*found);
             pending->erase(found);
             finish(std::move(urb), -ENOENT);
-            return {};
+            return 0;
         }
     }
-    return {.error = EINVAL};
+    return -EINVAL;
 }
 
 void EmulatedUsbPrinter::control(Urb urb) {
@@ -312,7 +286,7 @@ void EmulatedUsbPrinter::write(Urb urb) {
 void EmulatedUsbPrinter::serveReads() {
     if (stalled_.contains(usbBulkIn))
         return finishAll(reads_, -EPIPE);
-    while (!reads_.empty() && !answersHeld_) {
+    while (!reads_.empty() && !held_.contains(Hold::answers)) {
         Bytes transfer;
         const tl_usb_status status = printer_.read(transfer);
         if (status == TL_USB_ERROR_TIMEOUT)

@@ -10,7 +10,7 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 [[gnu::format(printf, 1, 2)]] std::string format(const char *pattern, ...) {
-    std::array<char, 128> text;
+    std::array<char, 4096> text;
     std::va_list values;
     va_start(values, pattern);
     std::vsnprintf(text.data(), text.size(), pattern, values);
@@ -18,38 +18,29 @@ using Bytes = std::vector<std::uint8_t>;
     return text.data();
 }
 
-std::string hex(const Bytes &bytes) {
-    std::string digits;
-    for (const std::uint8_t byte : bytes)
-        digits += format("%02X", byte);
-    return digits;
-}
-
-/// One file of a folder, ended by a line end as the kernel does.
-std::string attribute(const char *name, const std::string &value) {
-    return std::string("A: ") + name + "=" + value + "\\n\n";
-}
-
+// A is one file of the folder, ended by a line end as the kernel does; H is one in hexadecimal.
 std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterState &printer,
                          const Bytes &descriptors) {
-    std::string record = "P: " + usbFolder(address).substr(4) + "\nE: DEVNAME=" + usbNodePath(address) +
-                         "\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\n" +
-                         format("E: BUSNUM=%03d\nE: DEVNUM=%03d\n", address.bus, address.device);
-    record +=
-        attribute("busnum", format("%d", address.bus)) + attribute("devnum", format("%d", address.device));
-    record += attribute("speed", "480") + attribute("bConfigurationValue", "1");
-    record += attribute("idVendor", format("%04x", printer.vid)) +
-              attribute("idProduct", format("%04x", printer.pid));
-    record += attribute("manufacturer", printer.manufacturer) + attribute("product", printer.product);
+    std::string record =
+        format("P: %s\nE: DEVNAME=%s\nE: DEVTYPE=usb_device\nE: SUBSYSTEM=usb\n"
+               "E: BUSNUM=%03d\nE: DEVNUM=%03d\n"
+               "A: busnum=%d\\n\nA: devnum=%d\\n\nA: speed=480\\n\nA: bConfigurationValue=1\\n\n"
+               "A: idVendor=%04x\\n\nA: idProduct=%04x\\n\nA: manufacturer=%s\\n\nA: product=%s\\n\n",
+               usbFolder(address).c_str() + 4, usbNodePath(address).c_str(), address.bus, address.device,
+               address.bus, address.device, printer.vid, printer.pid, printer.manufacturer.c_str(),
+               printer.product.c_str());
     if (!printer.serial.empty())
-        record += attribute("serial", printer.serial);
-    return record + "H: descriptors=" + hex(descriptors) + "\n\n";
+        record += format("A: serial=%s\\n\n", printer.serial.c_str());
+    record += "H: descriptors=";
+    for (const std::uint8_t byte : descriptors)
+        record += format("%02X", byte);
+    return record + "\n\n";
 }
 
 std::string interfaceRecord(UsbAddress address, unsigned interface) {
-    return "P: " + usbInterfaceFolder(address, interface).substr(4) +
-           "\nE: DEVTYPE=usb_interface\nE: SUBSYSTEM=usb\n" +
-           attribute("bInterfaceClass", interface == usbPrinterInterface ? "07" : "ff") + "\n";
+    return format("P: %s\nE: DEVTYPE=usb_interface\nE: SUBSYSTEM=usb\nA: bInterfaceClass=%s\\n\n\n",
+                  usbInterfaceFolder(address, interface).c_str() + 4,
+                  interface == usbPrinterInterface ? "07" : "ff");
 }
 
 } // namespace

@@ -1,20 +1,11 @@
 #include "Tests/Support/UsbEmulation/UsbTestbed.h"
 
-#include <stdexcept>
 #include <string>
 #include <utility>
 
 namespace {
 
 constexpr int mostDevicesOfBus = 127;
-
-void check(GError *error) {
-    if (error != nullptr) {
-        const std::string message = error->message;
-        g_error_free(error);
-        throw std::runtime_error(message);
-    }
-}
 
 gboolean onCall(UMockdevIoctlBase *, UMockdevIoctlClient *client, gpointer printer) {
     static_cast<EmulatedUsbPrinter *>(printer)->handle(client);

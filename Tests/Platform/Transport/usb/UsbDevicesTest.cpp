@@ -4,15 +4,10 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 using namespace transport;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 namespace {
 

@@ -9,20 +9,10 @@
 #include "Platform/Transport/usb/UsbPrinters.h"
 #include "Tests/Support/Random.h"
 
-#include <algorithm>
-#include <atomic>
-#include <deque>
-#include <functional>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <numeric>
-#include <string>
-#include <thread>
 
 using namespace transport;
-using namespace std::chrono_literals;
 using std::chrono::milliseconds;
-using testing::ElementsAre;
 using Bytes = std::vector<std::uint8_t>;
 
 namespace {
@@ -38,15 +28,15 @@ struct Packets {
 
 // What the printer does, shared by all devices opened for it.
 struct Wire {
-    // Held during a transfer. What follows the test changes between transfers, which nobody checks.
-    locking::Mutex mutex;
-    std::deque<Packets> answers;                    // then nothing but time-outs
-    std::deque<Packets> accepts;                    // then everything
-    std::function<Packets()> chatter{}, appetite{}; // in place of the above
+    std::mutex mutex;
+    std::deque<Packets> answers; // then nothing but time-outs
+    std::deque<Packets> accepts;
+    std::function<Packets()> chatter;                                              // in place of the answers
+    std::function<Packets()> appetite = [] { return Packets{.count = SIZE_MAX}; }; // then
     std::vector<std::size_t> chunks;
     Bytes written;
     int receives = 0;
-    std::atomic<int> open = 0, opened = 0;
+    std::atomic<int> open = 0;
     std::atomic<bool> waits = false;       // for a stop instead of a time-out
     std::atomic<bool> statusWaits = false; // with the others
     std::atomic<int> waiting = 0;          // calls that do
@@ -54,10 +44,7 @@ struct Wire {
 
 class FakeDevice final : public UsbDevice {
 public:
-    FakeDevice(Wire &wire, dispatch::ManualClock &clock) : wire_(wire), clock_(clock) {
-        ++wire_.opened;
-        ++wire_.open;
-    }
+    FakeDevice(Wire &wire, dispatch::ManualClock &clock) : wire_(wire), clock_(clock) { ++wire_.open; }
     ~FakeDevice() override { --wire_.open; }
 
     std::size_t packetSize() const override { return 64; }
@@ -66,15 +53,13 @@ public:
                      const std::stop_token &stop) override {
         if (isStopped(stop))
             return {TL_USB_ERROR_CANCELLED, 0};
-        const locking::MutexLock lock(wire_.mutex);
-        Packets accepted{.count = bytes.size()};
-        if (wire_.appetite) {
-            accepted = wire_.appetite();
-            accepted.count = std::min(accepted.count, bytes.size());
-        } else if (!wire_.accepts.empty()) {
+        const std::lock_guard lock(wire_.mutex);
+        Packets accepted = wire_.appetite();
+        if (!wire_.accepts.empty()) {
             accepted = wire_.accepts.front();
             wire_.accepts.pop_front();
         }
+        accepted.count = std::min(accepted.count, bytes.size());
         wire_.chunks.push_back(bytes.size());
         if (!passes(accepted, timeout))
             return {TL_USB_ERROR_TIMEOUT, 0};
@@ -159,8 +144,7 @@ public:
         Wire &wire = printer.identity.serial == "SN1" ? first : second;
         if (&wire == &first && slowOpening) {
             openingSlowly = true;
-            while (slowOpening)
-                std::this_thread::yield();
+            awaitThat([this] { return !slowOpening; });
         }
         if (!isAttached(printer))
             return TL_USB_ERROR_NO_DEVICE;
@@ -193,8 +177,7 @@ protected:
     // The watcher sees to it on its own time; only its end can be waited for.
     void awaitGivenBack(const Wire &wire) {
         clock.advance(IdleClosingPrinter::idleTime);
-        while (wire.open != 0)
-            std::this_thread::yield();
+        awaitThat([&] { return wire.open == 0; });
     }
 
     dispatch::ManualClock clock;
@@ -236,8 +219,7 @@ TEST_F(UsbTransportTest, EndsEveryExchange) {
         SCOPED_TRACE(round);
         const milliseconds timeout = pick(1000ms, 3000ms, 10'000ms);
         const milliseconds slowest = pick(1ms, 50ms, 99ms, 1000ms, 9000ms, 12'000ms);
-        const auto shortest =
-            pick(std::size_t{1}, std::size_t{8}, std::size_t{64}, std::size_t{4096}, std::size_t{9000});
+        const std::size_t shortest = pick(1u, 8u, 64u, 4096u, 9000u);
         const auto talk = [&] {
             return Packets{.count = shortest + random() % 64,
                            .after = 1ms + milliseconds(random.below(1u << 31)) % slowest};
@@ -340,24 +322,6 @@ TEST_F(UsbTransportTest, WaitsThroughEmptyPacketsAtLeisure) {
     EXPECT_LT(bus.first.receives, 700);
 }
 
-TEST_F(UsbTransportTest, GivesBackAfterUseAndTakesAgain) {
-    void *const handle = opened();
-    opened(otherUri);
-    for (int exchange = 0; exchange < 3; ++exchange) {
-        bus.first.answers = {{.count = 1}};
-        EXPECT_EQ(read(handle), TL_USB_OK);
-        EXPECT_EQ(bus.first.open, 1);
-        awaitGivenBack(bus.first);
-    }
-    EXPECT_EQ(bus.first.opened, 3);
-
-    usb.close(opened());
-    EXPECT_EQ(bus.first.open, 0) << "closing does not wait for idleness";
-    std::string text;
-    EXPECT_EQ(usb.status(uri, 2s, text), TL_USB_OK);
-    EXPECT_EQ(bus.first.open, 0) << "nor does a status call";
-}
-
 TEST_F(UsbTransportTest, LooksAtTheBusOncePerSelection) {
     const auto select = [&] {
         std::string text;
@@ -380,6 +344,9 @@ TEST_F(UsbTransportTest, LooksAtTheBusOncePerSelection) {
 }
 
 TEST_F(UsbTransportTest, FreesWhatAnUnpluggedPrinterLeft) {
+    std::string text;
+    EXPECT_EQ(usb.status(uri, 2s, text), TL_USB_OK);
+    EXPECT_EQ(bus.first.open, 0) << "a status call keeps nothing";
     void *const idle = opened();
     bus.plugged = {attached("SN2", 6)};
     EXPECT_EQ(usb.list(0).size(), 1u);
@@ -404,8 +371,7 @@ TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
     void *const other = opened(otherUri);
     bus.slowOpening = true;
     std::thread opening([&] { opened(); });
-    while (!bus.openingSlowly)
-        std::this_thread::yield();
+    awaitThat([&] { return bus.openingSlowly.load(); });
     awaitGivenBack(bus.second);
     EXPECT_EQ(read(other), TL_USB_ERROR_TIMEOUT);
     EXPECT_EQ(usb.list(0).size(), 2u);
@@ -413,8 +379,7 @@ TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
     EXPECT_EQ(bus.second.open, 0);
     void *const again = opened(otherUri);
     std::thread ending([&] { usb.shutDown(); });
-    while (bus.second.open != 0)
-        std::this_thread::yield();
+    awaitThat([&] { return bus.second.open == 0; });
     bus.slowOpening = false;
     opening.join();
     ending.join();
@@ -435,9 +400,7 @@ TEST_F(UsbTransportTest, CancelsCallsInProgress) {
     const auto cancelled = [&](const auto &call, Transport &transport, const std::function<void()> &how) {
         bus.first.waits = true;
         std::thread caller([&] { EXPECT_EQ(call(transport), TL_USB_ERROR_CANCELLED); });
-        while (bus.first.waiting == 0) {
-            std::this_thread::yield();
-        }
+        awaitThat([&] { return bus.first.waiting > 0; });
         how();
         caller.join();
         bus.first.waits = false;
@@ -478,13 +441,11 @@ TEST(StatusText, IsNormalOnlyWhenAllIsWell) {
 TEST(AlternateSetting, PrefersTwoWayAndNeverIppOverUsb) {
     const auto setting = [](std::uint8_t interface, std::uint8_t protocol, std::uint8_t bulkIn = 0x81,
                             std::uint8_t kind = 7) {
-        return AlternateSetting{.interface = interface,
-                                .interfaceClass = kind,
-                                .subclass = 1,
-                                .protocol = protocol,
-                                .bulkIn = bulkIn,
-                                .bulkOut = 1,
-                                .packetSize = 512};
+        AlternateSetting made{.interface = interface, .interfaceClass = kind, .subclass = 1};
+        made.protocol = protocol;
+        made.bulkIn = bulkIn;
+        made.bulkOut = 1;
+        return made;
     };
     const struct {
         std::vector<AlternateSetting> settings;
