@@ -2,14 +2,7 @@
 #include "Platform/Dispatch/Queues/ConcurrentQueue.h"
 #include "Tests/Support/LogLines.h"
 #include "Tests/Support/Objects.h"
-
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <thread>
-
-using testing::ElementsAre;
-using testing::HasSubstr;
+#include "Tests/Support/OnThreads.h"
 
 namespace {
 
@@ -159,23 +152,20 @@ TEST(ZKSafeMutableArray, allShareOneQueueThatOutlivesThem) {
 TEST_F(ZKSafeMutableArrayTest, threadsReadAndWriteTogether) {
     constexpr std::int64_t writers = 3, writes = 200;
     std::atomic<std::int64_t> working = writers;
-    std::vector<std::thread> threads;
-    for (std::int64_t writer = 0; writer < writers; ++writer)
-        threads.emplace_back([&, writer] {
-            for (std::int64_t i = 0; i < writes; ++i) {
-                list->insertObject(number(-1), 0);
-                list->addObject(number(writer * writes + i));
-                EXPECT_NE(list->indexOfObject(number(writer * writes + i)), absent) << "its own write";
-                list->removeObjectAtIndex(0); // a -1, if not the same one
-            }
-            --working;
-        });
-    while (working) {
-        list->enumerateObjectsUsingBlock([](const id &object, NSUInteger, bool &) { EXPECT_TRUE(object); });
-        EXPECT_THAT(list->allObjects(), testing::Each(testing::NotNull()));
-    }
-    for (std::thread &thread : threads)
-        thread.join();
+    dispatch::onThreads(1 + writers, [&](int thread) {
+        while (thread == writers && working) {
+            list->enumerateObjectsUsingBlock(
+                [](const id &object, NSUInteger, bool &) { EXPECT_TRUE(object); });
+            EXPECT_THAT(list->allObjects(), testing::Each(testing::NotNull()));
+        }
+        for (std::int64_t i = 0; thread < writers && i < writes; ++i) {
+            list->insertObject(number(-1), 0);
+            list->addObject(number(thread * writes + i));
+            EXPECT_NE(list->indexOfObject(number(thread * writes + i)), absent) << "its own write";
+            list->removeObjectAtIndex(0); // a -1, if not the same one
+        }
+        --working;
+    });
     EXPECT_EQ(list->count(), static_cast<NSUInteger>(writers * writes));
     EXPECT_EQ(list->indexOfObject(number(-1)), absent);
 }

@@ -13,8 +13,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <gtest/gtest.h>
-
 namespace {
 
 /// A window with a button, an action with a shortcut, and a line to type in that has a mnemonic.

@@ -10,9 +10,6 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include <gtest/gtest.h>
-#include <set>
-
 namespace {
 
 /// Rows "0", "1" … under a prefix; a reload is asked for with every count, as the main view does.
@@ -74,6 +71,14 @@ protected:
         const int before = rows.counts;
         qt.advance(NSTableView::reloadPace);
         EXPECT_TRUE(QtTesting::eventually([&] { return rows.counts > before; }));
+        QtTesting::settle();
+    }
+    QRect placeOf(NSInteger row) const {
+        return table.visualRect(table.model()->index(static_cast<int>(row), 0));
+    }
+    bool isInView(NSInteger row) const { return table.viewport()->rect().contains(placeOf(row)); }
+    void click(NSInteger row, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, modifiers, placeOf(row).center());
         QtTesting::settle();
     }
     int visibleRows() const { return 1 + table.viewport()->height() / table.rowHeight(0); }
@@ -197,18 +202,12 @@ TEST_F(NSTableViewTest, isWorkedByTheKeyboard) {
         QtTesting::settle();
     }
     EXPECT_EQ(rows.selections, (Selections{3, 1, 1, 1, 1})) << "told once more";
-    const auto click = [&](int row) {
-        QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
-                          table.visualRect(table.model()->index(row, 0)).center());
-        QtTesting::settle();
-    };
     rows.selections.clear();
     click(0);
     EXPECT_EQ(rows.selections, Selections{0}) << "at once, and once";
     click(0);
     EXPECT_EQ(rows.selections, (Selections{0, 0}));
-    QTest::mouseClick(table.viewport(), Qt::LeftButton, Qt::ControlModifier,
-                      table.visualRect(table.model()->index(0, 0)).center());
+    click(0, Qt::ControlModifier);
     EXPECT_EQ(table.selectedRow(), -1);
     press(Qt::Key_Up);
     EXPECT_EQ(table.selectedRow(), 0) << "the row that has the focus, not the one above it";
@@ -216,10 +215,7 @@ TEST_F(NSTableViewTest, isWorkedByTheKeyboard) {
 
 TEST_F(NSTableViewTest, tellsASelectionThatCanBeSeen) {
     open(500);
-    rows.onSelection = [&] {
-        const QRect place = table.visualRect(table.model()->index(static_cast<int>(table.selectedRow()), 0));
-        EXPECT_TRUE(table.viewport()->rect().contains(place));
-    };
+    rows.onSelection = [&] { EXPECT_TRUE(isInView(table.selectedRow())); };
     for (const int row : {400, 0, 499}) {
         table.selectRow(row);
         table.verticalScrollBar()->setValue(200);
@@ -232,16 +228,15 @@ TEST_F(NSTableViewTest, keepsTheSelectedRowInViewWithLessRoom) {
     open(20);
     const int last = visibleRows() - 3;
     table.selectRow(last);
-    const auto isInView = [&] {
+    for (const int height : {300, 150}) {
+        table.resize(300, height);
         QtTesting::settle();
-        return table.viewport()->rect().contains(table.visualRect(table.model()->index(last, 0)));
-    };
-    EXPECT_TRUE(isInView());
-    table.resize(300, 150);
-    EXPECT_TRUE(isInView());
+        EXPECT_TRUE(isInView(last)) << height;
+    }
     table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum());
     table.resize(300, 140);
-    EXPECT_FALSE(isInView()) << "who looks elsewhere is left there";
+    QtTesting::settle();
+    EXPECT_FALSE(isInView(last)) << "who looks elsewhere is left there";
 }
 
 TEST_F(NSTableViewTest, canBeNarrowed) {

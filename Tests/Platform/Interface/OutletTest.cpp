@@ -8,8 +8,6 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include <gtest/gtest.h>
-
 namespace {
 
 class Sleeper : public QWidget, public NSNibAwaking {

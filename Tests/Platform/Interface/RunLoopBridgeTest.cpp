@@ -6,8 +6,6 @@
 
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
 namespace {
 
 class Events : public QObject {

@@ -3,13 +3,8 @@
 #include "Platform/Runtime/Object/NSException.h"
 #include "Tests/Support/Ticker.h"
 
-#include <thread>
-
-using namespace std::chrono_literals;
 using dispatch::Instant;
 using dispatch::mainQueue;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 using NSRunLoopTest = OnManualClock;
 

@@ -4,9 +4,7 @@
 
 #include <cmath>
 
-using namespace std::chrono_literals;
 using dispatch::Instant;
-using testing::ElementsAre;
 
 NS_IMPLEMENTATION(Ticker) {
     cls.method<&Ticker::tick>("tick:").method<&Ticker::tickWithoutTimer>("tick");

@@ -3,16 +3,7 @@
 #include "Tests/Support/OnThreads.h"
 #include "Tests/Support/Random.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <atomic>
-#include <functional>
 #include <latch>
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <thread>
 
 namespace dispatch {
 
@@ -34,15 +25,14 @@ TEST(ConcurrentQueue, readersRunSideBySide) {
     queue.barrierAsync([] {});
     std::latch together(4);
     Semaphore ended(0);
-    for (int i = 0; i < 2; ++i) {
+    onThreads(2, [&](int) {
         queue.async([&] {
             together.arrive_and_wait();
             ended.signal();
         });
-    }
-    onThreads(2, [&](int) { queue.sync([&] { together.arrive_and_wait(); }); });
-    ended.wait();
-    ended.wait();
+        queue.sync([&] { together.arrive_and_wait(); });
+        ended.wait();
+    });
 }
 
 TEST(ConcurrentQueue, aBarrierWaitsForReadersAndHoldsBackLaterOnes) {
@@ -98,13 +88,12 @@ TEST(ConcurrentQueue, barriersSubmitToTheirOwnQueue) {
 TEST(ConcurrentQueue, mayGoWithBlocksOutstanding) {
     Semaphore done(0);
     int writes = 0;
-    auto witness = std::make_shared<int>();
     for (int i = 0; i < 50; ++i) {
         auto queue = std::make_shared<ConcurrentQueue>("short-lived");
         for (int k = 0; k < 3; ++k)
-            queue->barrierAsync([&, queue, witness] { ++writes; }); // the last block destroys the queue
+            queue->barrierAsync([&, queue] { ++writes; }); // the last block destroys the queue
         queue->async([queue] {});
-        queue->barrierAsync([&, queue, witness] { done.signal(); });
+        queue->barrierAsync([&, queue] { done.signal(); });
         queue.reset();
         done.wait();
         EXPECT_EQ(writes, 3 * (i + 1));

@@ -1,17 +1,8 @@
 #include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Platform/Dispatch/Queues/Semaphore.h"
-
-#include <gmock/gmock.h>
-
-#include <atomic>
-#include <memory>
-#include <stdexcept>
-#include <thread>
-#include <vector>
+#include "Tests/Support/Testing.h"
 
 namespace dispatch {
-
-using testing::ElementsAre;
 
 TEST(MainQueue, nestedDrainRunsTheRest) {
     std::vector<int> order;

@@ -1,13 +1,8 @@
 #include "Platform/Dispatch/Queues/Pool.h"
 #include "Platform/Dispatch/Queues/Semaphore.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <atomic>
-#include <cstdlib>
 #include <latch>
-#include <memory>
 
 namespace dispatch {
 

@@ -6,29 +6,11 @@
 #include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Support/NoThreadLeft.h"
-
-#include <gmock/gmock.h>
-
-#include <cstdlib>
-#include <deque>
-#include <vector>
+#include "Tests/Support/Raised.h"
 
 namespace dispatch {
 
-using namespace std::chrono_literals;
-
 namespace {
-
-/// The name of what the call raises; empty when it raises nothing.
-template <class Call>
-std::string raised(const Call &call) {
-    try {
-        call();
-        return "";
-    } catch (const NSException &exception) {
-        return exception.name();
-    }
-}
 
 TEST(RefusedBlocks, noCallTakesNone) {
     const Block none;

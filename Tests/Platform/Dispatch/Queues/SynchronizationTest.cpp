@@ -2,14 +2,7 @@
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Support/OnThreads.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <thread>
-
 namespace dispatch {
-
-using namespace std::chrono_literals;
 
 TEST(Semaphore, countsAndExcludes) {
     Semaphore two(2);

@@ -3,19 +3,9 @@
 #include "Platform/Dispatch/Queues/Semaphore.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Runtime/Object/NSException.h"
-
-#include <gmock/gmock.h>
-
-#include <atomic>
-#include <memory>
-#include <optional>
-#include <vector>
+#include "Tests/Support/Testing.h"
 
 namespace dispatch {
-
-using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class TimerSourceTest : public testing::Test {
 protected:

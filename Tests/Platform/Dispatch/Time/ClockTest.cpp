@@ -2,16 +2,7 @@
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Support/OnThreads.h"
 
-#include <gmock/gmock.h>
-
-#include <atomic>
-#include <thread>
-#include <vector>
-
 namespace dispatch {
-
-using namespace std::chrono_literals;
-using testing::ElementsAre;
 
 TEST(Instant, saturatesAndKeepsNever) {
     const Instant never = Instant::distantFuture();
@@ -76,25 +67,6 @@ TEST(ManualClock, alarmsCancelThemselvesAndOthers) {
     }
     clock.advance(1s);
     EXPECT_EQ(runs, 2) << "a moved alarm lives on";
-}
-
-TEST(ManualClock, advancesItselfForASingleThread) {
-    ManualClock clock;
-    clock.setAutoAdvance(true);
-    locking::Mutex mutex;
-    locking::Condition condition;
-    bool rung = false;
-    const Alarm alarm = clock.callAt(clock.now() + 2s, [&] {
-        const locking::MutexLock lock(mutex); // not held by the waiter
-        rung = true;
-    });
-    const locking::MutexLock lock(mutex);
-    const Instant deadline = clock.now() + 10s;
-    EXPECT_TRUE(clock.waitUntil(mutex, condition, deadline));
-    EXPECT_TRUE(rung);
-    EXPECT_EQ(clock.now() + 8s, deadline);
-    EXPECT_FALSE(clock.waitUntil(mutex, condition, deadline));
-    EXPECT_EQ(clock.now(), deadline);
 }
 
 TEST(ManualClock, advanceReachesEveryWaiter) {
