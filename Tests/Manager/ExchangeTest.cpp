@@ -1,10 +1,6 @@
 #include "Tests/Manager/ExchangeModel.h"
 #include "Tests/Support/Random.h"
 
-#include <atomic>
-#include <gtest/gtest.h>
-#include <thread>
-
 namespace {
 
 using Read = ScriptedTransport::Read;

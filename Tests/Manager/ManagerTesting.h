@@ -2,14 +2,11 @@
 #pragma once
 
 #include "Manager/ZKUSB.h"
+#include "Platform/Foundation/Collections/NSArray.h"
+#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Tests/Support/LogLines.h"
-
-#include <cstdint>
-#include <string>
-#include <string_view>
-#include <vector>
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -52,8 +49,26 @@ inline Ref<ZKUSB> recordOf(std::string_view type, std::string_view serial) {
     return record;
 }
 
+inline Lines serialsOf(const NSArray &records) {
+    Lines serials;
+    for (const id &record : records)
+        serials.push_back(utf8(as<ZKUSB>(record)->serialNumber()));
+    return serials;
+}
+
 inline Ref<ZKUSB> sampleRecord() {
     return recordOf("Sample Laser Series", "SN0001");
+}
+
+/// As queue matching makes it; "none" leaves a text out.
+inline id queueEntry(std::string_view displayName, std::string_view uri, std::string_view name = "none") {
+    const auto entry = NSMutableDictionary::dictionary();
+    const std::pair<Ref<NSString>, std::string_view> texts[] = {
+        {u"displayName"_ns, displayName}, {u"deviceUri"_ns, uri}, {u"hideName"_ns, name}};
+    for (const auto &[key, text] : texts)
+        if (text != "none")
+            entry->setObject(textOf(text), key);
+    return entry;
 }
 
 inline constexpr const char *sampleUri = "usb://Zelkor/Sample%20Laser%20Series?serial=SN0001";

@@ -3,26 +3,18 @@
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
 #include "Tests/Manager/ManagerTesting.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-
 namespace {
 
-using Serials = std::vector<std::string>;
-
-Serials collected(const Serials &serials) {
+Lines collected(const Lines &serials) {
     const auto list = make<ZKSafeMutableArray>();
     for (const std::string &serial : serials)
         collectPrinter(recordOf("L200 Series", serial), list);
-    Serials listed;
-    for (const id &record : list->allObjects())
-        listed.push_back(utf8(as<ZKUSB>(record)->serialNumber()));
-    return listed;
+    return serialsOf(*list);
 }
 
 /// A printer is dropped only when its serial number is that of the last one and of no earlier one.
-Serials collectedByRule(const Serials &serials) {
-    Serials listed;
+Lines collectedByRule(const Lines &serials) {
+    Lines listed;
     for (const std::string &serial : serials)
         if (serial == "none" || listed.empty() || listed.back() != serial ||
             std::ranges::count(listed, serial) > 1)
@@ -34,7 +26,7 @@ Serials collectedByRule(const Serials &serials) {
 
 TEST(PrinterListCollector, dropsAsTheRuleSaysForEverySequence) {
     const LogLines log;
-    Serials serials;
+    Lines serials;
     int sequences = 0;
     const auto walk = [&](const auto &self) -> void {
         ++sequences;

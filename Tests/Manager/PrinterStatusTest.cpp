@@ -3,8 +3,6 @@
 #include "Tests/Manager/ManagerTesting.h"
 #include "Tests/Manager/ScriptedTransport.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 using Outcome = PrinterStatus::Outcome;

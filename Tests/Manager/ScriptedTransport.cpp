@@ -2,10 +2,8 @@
 
 #include "Tests/Manager/ManagerTesting.h"
 
-#include <algorithm>
 #include <bit>
 #include <cstring>
-#include <gtest/gtest.h>
 
 namespace {
 

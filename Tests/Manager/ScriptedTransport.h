@@ -10,18 +10,12 @@
 
 #include "Platform/Locking/Mutex.h"
 #include "Platform/Transport/zkcomtl.h"
-
-#include <cstdint>
-#include <functional>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
+#include "Tests/Support/Testing.h"
 
 /// A printer of ours, as the transport lists it.
 tl_usb_device_info deviceOf(const std::string &serial, const std::string &product = "L200 Series");
 
-class ScriptedTransport {
+class ScriptedTransport : NoCopies {
 public:
     /// What one read does.
     struct Read {
@@ -31,8 +25,6 @@ public:
     };
 
     ScriptedTransport();
-    ScriptedTransport(const ScriptedTransport &) = delete;
-    ScriptedTransport &operator=(const ScriptedTransport &) = delete;
     ~ScriptedTransport();
 
     std::int32_t openStatus = TL_USB_OK;

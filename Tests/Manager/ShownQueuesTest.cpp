@@ -4,19 +4,12 @@
 #include "Manager/QueueNames.h"
 #include "Manager/ShownSettings.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Tests/Manager/ManagerTesting.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
-id entry(std::string_view displayName, std::string_view hideName) {
-    const auto made = NSMutableDictionary::dictionary();
-    if (displayName != "none")
-        made->setObject(textOf(displayName), u"displayName"_ns);
-    made->setObject(textOf(hideName), u"hideName"_ns);
-    return made;
+id entry(std::string_view displayName, std::string_view name) {
+    return queueEntry(displayName, "none", name);
 }
 
 using Level = ShownSettings::Level;
@@ -82,9 +75,8 @@ TEST(ShownQueues, theDesktopsOwnSettingsGoFirst) {
     };
     for (const auto &[desktops, installed, command] : rows)
         EXPECT_EQ(printerSettingsCommand(desktops,
-                                         [&, &list = installed](const std::string &program) {
-                                             return std::find(list.begin(), list.end(), program) !=
-                                                    list.end();
+                                         [&all = installed](const auto &program) {
+                                             return std::ranges::count(all, program) > 0;
                                          }),
                   command)
             << desktops;

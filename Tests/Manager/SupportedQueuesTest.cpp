@@ -6,16 +6,9 @@
 #include "Manager/SupportedPrinterModels.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Manager/ManagerTesting.h"
+#include "Tests/Support/ListeningSocket.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/PrivateCups.h"
-
-#include <array>
-#include <functional>
-#include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <thread>
-#include <unistd.h>
 
 namespace {
 
@@ -67,44 +60,33 @@ const std::string desk =
     "Sample Laser at the desk | Zelkor_Sample_Laser | usb://Zelkor/Sample%20Laser%20Series?serial=SN0001";
 
 /// Serves this process, through its environment, one connection after the other by a script.
-class ScriptedService {
+class ScriptedService : NoCopies {
 public:
     /// Gets the connections, the first is number 0.
     using Script = std::function<void(int connection, int number)>;
 
-    explicit ScriptedService(Script script)
-        : path_(testing::TempDir() + "scripted-service.sock"), script_(std::move(script)),
-          listener_(socket(AF_UNIX, SOCK_STREAM, 0)) {
-        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
-        path_.copy(address.sun_path, sizeof address.sun_path - 1);
-        unlink(path_.c_str());
-        EXPECT_EQ(bind(listener_, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
-        EXPECT_EQ(listen(listener_, 8), 0);
-        setenv("CUPS_SERVER", path_.c_str(), 1);
+    explicit ScriptedService(Script script) : script_(std::move(script)) {
+        ::setenv("CUPS_SERVER", path().c_str(), 1);
         server_ = std::thread([this] { serve(); });
     }
-    ScriptedService(const ScriptedService &) = delete;
-    ScriptedService &operator=(const ScriptedService &) = delete;
     ~ScriptedService() {
-        shutdown(listener_, SHUT_RDWR);
+        ::shutdown(listener_.number, SHUT_RDWR);
         server_.join();
-        close(listener_);
-        unlink(path_.c_str());
     }
 
-    const std::string &path() const { return path_; }
+    const std::string &path() const { return listener_.path; }
 
 private:
     void serve() {
-        for (int number = 0, connection; (connection = accept(listener_, nullptr, nullptr)) >= 0; ++number) {
+        for (int number = 0, connection; (connection = ::accept(listener_.number, nullptr, nullptr)) >= 0;
+             ++number) {
             script_(connection, number);
             close(connection);
         }
     }
 
-    const std::string path_;
+    const ListeningSocket listener_{testing::TempDir() + "service." + std::to_string(::getpid())};
     const Script script_;
-    const int listener_;
     std::thread server_;
 };
 

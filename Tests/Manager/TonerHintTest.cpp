@@ -5,9 +5,6 @@
 #include "Tests/Manager/ScriptedTransport.h"
 #include "Tests/Support/Envelopes.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-
 using namespace std::string_literals;
 
 namespace {

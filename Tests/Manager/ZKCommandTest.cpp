@@ -2,8 +2,6 @@
 
 #include "Tests/Manager/ManagerTesting.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 const Bytes uel = {0x1B, 0x25, 0x2D, 0x31, 0x32, 0x33, 0x34, 0x35, 0x58};

@@ -1,7 +1,5 @@
 #include "Tests/Manager/ManagerTesting.h"
 
-#include <gtest/gtest.h>
-
 TEST(ZKUSB, buildsItsUriFromItsFields) {
     const struct {
         const char *manufacturer, *name, *serial, *uri;

@@ -1,12 +1,9 @@
 #include "Tools/zkprinter/Patience.h"
 
 #include "Platform/Dispatch/Time/ManualClock.h"
+#include "Tests/Support/Testing.h"
 
 #include <future>
-#include <gtest/gtest.h>
-#include <vector>
-
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -31,8 +28,6 @@ private:
     locking::Condition changed_;
     std::vector<std::string> shown_ ZK_GUARDED_BY(mutex_);
 };
-
-using Lines = std::vector<std::string>;
 
 } // namespace
 

@@ -2,9 +2,6 @@
 
 #include "Tests/Support/Random.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <regex.h>
 
 namespace {
@@ -14,14 +11,13 @@ TonerHintReading answer(const std::string &words, std::size_t missing = 0) {
 }
 
 /// What a whole answer may look like, as an expression with the threshold as its group.
-class Book {
+class Book : NoCopies {
 public:
     Book() {
         const std::string blanks = "[ \t\r\n\v\f]*";
         const std::string whole = "^" + blanks + "0*(0|[2-9]|10)" + blanks + "%?" + blanks + "$";
         EXPECT_EQ(regcomp(&expression_, whole.c_str(), REG_EXTENDED), 0);
     }
-    Book(const Book &) = delete;
     ~Book() { regfree(&expression_); }
 
     std::optional<int> threshold(const std::string &words) const {

@@ -2,10 +2,7 @@
 
 #include "Tests/Support/Random.h"
 
-#include <algorithm>
 #include <cctype>
-#include <gtest/gtest.h>
-#include <vector>
 
 namespace {
 

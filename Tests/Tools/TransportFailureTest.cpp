@@ -1,9 +1,7 @@
 #include "Tools/zkprinter/TransportFailure.h"
 
 #include "Platform/Transport/zkcomtl.h"
-
-#include <algorithm>
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

@@ -69,7 +69,7 @@ TEST_F(WindowTest, isSpoken) {
 }
 
 TEST_F(WindowTest, theTipIsSaidAtOnce) {
-    openWithLaser(R"("faults": ["wrong_echo"])");
+    openWithLaser(fault("wrong_echo"));
     QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(
         true); // as a screen reader does
     QAccessible::installUpdateHandler(noteAlert);

@@ -10,27 +10,19 @@ namespace {
 /// A language, and how large the letters are to be.
 using Reader = std::tuple<std::string, int>;
 
-struct InArabic {
-    InArabic() { ::setenv("LANGUAGE", "ar", 1); }
+struct RightToLeftTest : InLanguage, WindowTest {
+    RightToLeftTest() : InLanguage("ar") {}
 };
 
-class RightToLeftTest : InArabic, public WindowTest {};
-
-/// Sets the language before the application reads it.
-class WithLanguage : public testing::WithParamInterface<Reader> {
+class RoomTest : InLanguage, public WindowTest, public testing::WithParamInterface<Reader> {
 protected:
-    WithLanguage() { ::setenv("LANGUAGE", std::get<0>(GetParam()).c_str(), 1); }
-
-    static int scale() { return std::get<1>(GetParam()); }
-};
-
-class RoomTest : public WithLanguage, public WindowTest {
-protected:
-    RoomTest() {
+    RoomTest() : InLanguage(std::get<0>(GetParam())) {
         QFont font = QApplication::font();
         font.setPointSizeF(font.pointSizeF() * scale());
         QApplication::setFont(font);
     }
+
+    static int scale() { return std::get<1>(GetParam()); }
 
     void smallest() {
         QtTesting::settle();
@@ -119,8 +111,7 @@ TEST_P(RoomTest, isEnough) {
         EXPECT_LE(window->height(), screen.height());
     }
 
-    for (const char *key :
-         {"Get Printer Status", "Printer Status Tip", "Get Printer Toner", "Setting Success", "Setting fail"})
+    for (const char *key : tipKeys)
         for (const bool indicatorHidden : {true, false}) {
             tip->setMsgText(NSLocalizedString(textOf(key)));
             tip->setProIndicator(indicatorHidden);

@@ -13,12 +13,10 @@
 
 namespace {
 
-struct InGerman {
-    InGerman() { ::setenv("LANGUAGE", "de", 1); }
-};
-
-class MenuTest : InGerman, public WindowTest {
+class MenuTest : InLanguage, public WindowTest {
 protected:
+    MenuTest() : InLanguage("de") {}
+
     /// The message that the menu's item brings up; null when it brings none.
     QMessageBox *messageOf(const char *item) {
         part<QAction>(item)->trigger();

@@ -44,7 +44,6 @@ protected:
 TEST_F(NestedTipsTest, theFirstTimerEndsTheInnerRunAndThenTheOuter) {
     open();
     addQueue("Laser", laserUri);
-    const auto says = [&](const char *key) { return part<QLabel>("message")->text() == words(key); };
     bool innerReturned = false;
     const auto insideInner = [&] {
         EXPECT_TRUE(part<QProgressBar>("tipProgress")->isHidden());
@@ -55,7 +54,7 @@ TEST_F(NestedTipsTest, theFirstTimerEndsTheInnerRunAndThenTheOuter) {
     };
     const auto insideOuter = [&] {
         second(); // 1: so the timers of the two runs are apart
-        when([&] { return says("Get Printer Toner"); }, insideInner);
+        when([&] { return says("message") == words("Get Printer Toner"); }, insideInner);
         answer.signal();
         EXPECT_TRUE(QtTesting::eventually([&] { return innerReturned; }));
         EXPECT_EQ(stops(), 1) << "the first timer";
@@ -67,7 +66,7 @@ TEST_F(NestedTipsTest, theFirstTimerEndsTheInnerRunAndThenTheOuter) {
         EXPECT_TRUE(application.isRunningModal());
         qt.advance(1s); // 6: ends this one
     };
-    when([&] { return says("Get Printer Status"); }, insideOuter);
+    when([&] { return says("message") == words("Get Printer Status"); }, insideOuter);
     table->selectRow(0);
     EXPECT_TRUE(QtTesting::eventually([&] { return innerReturned && !application.isRunningModal(); }));
     EXPECT_EQ(stops(), 2);

@@ -1,33 +1,26 @@
 // The reminder: what confirming a choice writes and says.
 #include "Tests/Window/WindowTesting.h"
 
-TEST_F(WindowTest, aChoiceIsWrittenAndNotReadBack) {
+TEST_F(WindowTest, aWriteSaysHowItEndsUnlessItEndsSilently) {
     openWithLaser();
     EXPECT_EQ(clickConfirm(), Tips{}) << "no printer is bound yet";
-    EXPECT_EQ(choose(0), Tips{reading});
-    const std::pair<int, int> rows[] = {{9, 10}, {-1, 0}}; // nothing selected turns the reminder off
-    for (const auto &[index, threshold] : rows) {
-        popUp->setCurrentIndex(index);
-        EXPECT_EQ(clickConfirm(), Tips{success});
-        EXPECT_EQ(thresholdOf("SN0001"), threshold);
-        EXPECT_EQ(popUp->currentIndex(), index);
-    }
-    EXPECT_EQ(logged("get honer"), 2);
-}
-
-TEST_F(WindowTest, aWriteThatFailsSaysSoAndOneThatEndsSilentlyNothing) {
-    openWithLaser();
     EXPECT_EQ(choose(0), Tips{reading});
     const Tip failure = {"Setting fail", Indicator::none, 2};
     const std::pair<const char *, Tips> rows[] = {
         {"write_fails", {}}, {"wrong_echo", {failure}}, {"empty_data", {success}}};
     popUp->setCurrentIndex(6);
-    for (const auto &[fault, tips] : rows) {
-        plugLaser(std::string(R"("faults": [")") + fault + "\"]");
-        EXPECT_EQ(clickConfirm(), tips) << fault;
-        EXPECT_EQ(popUp->currentIndex(), 6) << fault;
-        EXPECT_TRUE(confirm->isVisible() && confirm->isEnabled()) << fault;
+    for (const auto &[name, tips] : rows) {
+        plugLaser(fault(name));
+        EXPECT_EQ(clickConfirm(), tips) << name;
+        EXPECT_EQ(popUp->currentIndex(), 6) << name;
+        EXPECT_TRUE(confirm->isVisible() && confirm->isEnabled()) << name;
     }
+    plugLaser(R"("threshold": 7)");
+    popUp->setCurrentIndex(-1);
+    EXPECT_EQ(clickConfirm(), Tips{success});
+    EXPECT_EQ(thresholdOf("SN0001"), 0) << "nothing selected turns the reminder off";
+    EXPECT_EQ(popUp->currentIndex(), -1);
+    EXPECT_EQ(logged("get honer"), 2) << "read when it was selected, and not after a write";
 }
 
 TEST_F(WindowTest, twoQuickConfirmsBothWrite) {

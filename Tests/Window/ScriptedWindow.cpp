@@ -11,7 +11,6 @@
 #include "Platform/Dispatch/Queues/Semaphore.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/NSTableView.h"
 #include "Tests/Manager/ManagerTesting.h"
@@ -40,13 +39,6 @@ void attachLaser() {
     auto &transport = *new ScriptedTransport;
     transport.attachLaser();
     transport.onCall = blockForEver;
-}
-
-void addQueue() {
-    const auto entry = NSMutableDictionary::dictionary();
-    entry->setObject(u"Laser"_ns, u"displayName"_ns);
-    entry->setObject(textOf(sampleUri), u"deviceUri"_ns);
-    UtilityController::shareInstance()->printerNameArray()->addObject(entry);
 }
 
 class Script : public QObject {
@@ -103,7 +95,7 @@ private:
 void NSLoadMainInterface(NSApplication &application) {
     attachLaser();
     auto &interface = *new MainInterface(application);
-    addQueue();
+    UtilityController::shareInstance()->printerNameArray()->addObject(queueEntry("Laser", sampleUri));
     interface.window->show();
     new Script(*interface.window, QCoreApplication::arguments().value(1));
 }

@@ -1,5 +1,6 @@
 // Selecting a printer: what is shown, said and asked for.
 #include "Manager/ZKManager.h"
+#include "Tests/Support/ListeningSocket.h"
 #include "Tests/Support/PrivateCups.h"
 #include "Tests/Window/WindowTesting.h"
 
@@ -8,9 +9,6 @@
 
 #include <filesystem>
 #include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace {
 
@@ -21,28 +19,6 @@ const Tip notReady = {"Printer Status Tip", Indicator::none, 3};
 
 class CupsWindowTest : public WindowTest {
     const PrivateCups cups_{true};
-};
-
-/// Takes every connection and never says a word.
-class SilentPrintService {
-public:
-    explicit SilentPrintService(const std::filesystem::path &socketFile) {
-        sockaddr_un address = {AF_UNIX, {}};
-        socketFile.string().copy(address.sun_path, sizeof address.sun_path - 1);
-        EXPECT_EQ(::bind(socket_, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
-        EXPECT_EQ(::listen(socket_, 8), 0);
-    }
-    SilentPrintService(const SilentPrintService &) = delete;
-    SilentPrintService &operator=(const SilentPrintService &) = delete;
-    ~SilentPrintService() { ::close(socket_); }
-
-    bool isAsked() const {
-        pollfd calls = {socket_, POLLIN, 0};
-        return ::poll(&calls, 1, 0) == 1;
-    }
-
-private:
-    const int socket_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
 };
 
 /// Sees the first time that a view is painted, and whether something held already then.
@@ -60,10 +36,6 @@ struct PaintWatch : QObject {
 private:
     std::function<bool()> condition_;
 };
-
-std::string fault(const std::string &name) {
-    return R"("threshold": 7, "faults": [")" + name + "\"]";
-}
 
 } // namespace
 
@@ -122,9 +94,6 @@ TEST_F(CupsWindowTest, showsTheQueuesAndWhatEachOfThemAnswers) {
 TEST_F(CupsWindowTest, saysWhoseSettingsItShows) {
     plugLaser(R"("threshold": 4)");
     open();
-    const auto says = [&](const char *label) {
-        return part<QLabel>(label)->isVisible() ? part<QLabel>(label)->text() : QString();
-    };
     EXPECT_EQ(says("hint"), words("Printer List Description"));
     constexpr int l500 = 0, network = 2, laser = 4;
     EXPECT_EQ(choose(l500).size(), 1u);
@@ -190,10 +159,14 @@ TEST_F(WindowTest, anEmptyListSaysWhy) {
 }
 
 TEST_F(WindowTest, isPaintedBeforeItAsksAPrintServiceThatNeverAnswers) {
-    const SilentPrintService service(printers.file("no-server"));
+    const ListeningSocket service(printers.file("no-server"));
+    const auto isAsked = [&] {
+        pollfd calls = {service.number, POLLIN, 0};
+        return ::poll(&calls, 1, 0) == 1;
+    };
     show();
-    PaintWatch watch(*table->viewport(), [&] { return service.isAsked(); });
-    EXPECT_TRUE(QtTesting::eventually([&] { return service.isAsked(); }));
+    PaintWatch watch(*table->viewport(), isAsked);
+    EXPECT_TRUE(QtTesting::eventually(isAsked));
     EXPECT_TRUE(watch.painted && !watch.conditionAtFirst);
     EXPECT_EQ(table->placeholderText(), words("Looking For Printers"));
     EXPECT_FALSE(view->areQueuesRead());

@@ -10,8 +10,6 @@
 #include <QJsonObject>
 #include <QTimer>
 
-#include <algorithm>
-
 WindowTest::WindowTest() {
     ::setenv("ZKCOMTL_PRINTERS", printers.path().c_str(), 1);
     ::setenv("CUPS_SERVER", printers.file("no-server").c_str(), 1);
@@ -52,12 +50,9 @@ void WindowTest::open() {
 }
 
 void WindowTest::addQueue(const char *name, const char *uri) {
-    const auto entry = NSMutableDictionary::dictionary();
-    entry->setObject(textOf(name), u"displayName"_ns);
-    entry->setObject(textOf(uri), u"deviceUri"_ns);
     const int rows = table->model()->rowCount();
     part<QWidget>("remedy")->hide(); // the list is empty no more
-    UtilityController::shareInstance()->printerNameArray()->addObject(entry);
+    UtilityController::shareInstance()->printerNameArray()->addObject(queueEntry(name, uri));
     EXPECT_TRUE(QtTesting::eventually([&] {
         qt.advance(NSTableView::reloadPace);
         return table->model()->rowCount() == rows + 1;
@@ -111,12 +106,9 @@ void WindowTest::watch(Tips &tips, bool &served) {
 Tip WindowTest::seen() const {
     if (!tip->isVisible())
         return {};
-    static constexpr const char *keys[] = {"Get Printer Status", "Printer Status Tip", "Get Printer Toner",
-                                           "Setting Success", "Setting fail"};
     const QString text = part<QLabel>("message")->text();
-    const auto *key = std::find_if(std::begin(keys), std::end(keys),
-                                   [&](const char *candidate) { return words(candidate) == text; });
-    return {key == std::end(keys) ? text.toStdString() : *key,
+    const auto *key = std::ranges::find(tipKeys, text, words);
+    return {key == std::end(tipKeys) ? text.toStdString() : *key,
             part<QProgressBar>("tipProgress")->isVisible() ? Indicator::spins : Indicator::none};
 }
 

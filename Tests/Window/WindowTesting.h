@@ -23,9 +23,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 
-#include <gtest/gtest.h>
-#include <memory>
-
 enum class Indicator { none, spins };
 
 /// What was seen of the tip window for some seconds. No text stands for a modal run whose window is hidden.
@@ -42,6 +39,9 @@ struct Tip {
 };
 using Tips = std::vector<Tip>;
 
+/// The keys of what a tip may say.
+inline constexpr const char *tipKeys[] = {"Get Printer Status", "Printer Status Tip", "Get Printer Toner",
+                                          "Setting Success", "Setting fail"};
 inline const Tip reading = {"Get Printer Status", Indicator::spins, 3};
 inline const Tip success = {"Setting Success", Indicator::none, 2};
 
@@ -51,6 +51,16 @@ inline constexpr const char *networkUri = "socket://192.0.2.10:9100";
 
 inline QString words(std::string_view key) {
     return toQString(NSLocalizedString(textOf(key)));
+}
+
+/// A base in front of WindowTest: the language is set before the application reads it.
+struct InLanguage {
+    explicit InLanguage(const std::string &language) { ::setenv("LANGUAGE", language.c_str(), 1); }
+};
+
+/// For the keys of a printer that misbehaves so.
+inline std::string fault(const std::string &name) {
+    return R"("threshold": 7, "faults": [")" + name + "\"]";
 }
 
 class WindowTest : public testing::Test {
@@ -82,6 +92,10 @@ protected:
 
     /// The parts of the settings that are visible, e.g. "tips errorTips".
     std::string shown() const;
+    /// What the label shows; nothing when it is hidden.
+    QString says(const char *label) const {
+        return part<QLabel>(label)->isVisible() ? part<QLabel>(label)->text() : QString();
+    }
     /// How many entries that begin like that have been logged.
     long logged(const std::string &begin);
     /// Discovery passes that found the laser.
