@@ -35,29 +35,6 @@ TEST(ConcurrentQueue, readersRunSideBySide) {
     });
 }
 
-TEST(ConcurrentQueue, aBarrierWaitsForReadersAndHoldsBackLaterOnes) {
-    ConcurrentQueue queue("test");
-    Semaphore reading(0), release(0), done(0);
-    int stage = 0;
-    queue.async([&] {
-        reading.signal();
-        release.wait();
-        stage = 1;
-    });
-    reading.wait();
-    queue.barrierAsync([&] {
-        EXPECT_EQ(stage, 1);
-        stage = 2;
-    });
-    queue.async([&] {
-        EXPECT_EQ(stage, 2);
-        done.signal();
-    });
-    release.signal();
-    queue.sync([&] { EXPECT_EQ(stage, 2); });
-    done.wait();
-}
-
 TEST(ConcurrentQueue, aReadRunsThePendingBarrierItself) {
     ConcurrentQueue queue("test");
     std::thread::id runner;

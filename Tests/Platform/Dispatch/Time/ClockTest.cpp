@@ -69,6 +69,17 @@ TEST(ManualClock, alarmsCancelThemselvesAndOthers) {
     EXPECT_EQ(runs, 2) << "a moved alarm lives on";
 }
 
+TEST(ManualClock, advancesItselfForASingleThread) {
+    ManualClock clock;
+    clock.setAutoAdvance(true);
+    std::mutex mutex;
+    std::condition_variable condition;
+    std::unique_lock lock(mutex);
+    const Instant deadline = clock.now() + 2s;
+    EXPECT_FALSE(clock.waitUntil(lock, condition, deadline));
+    EXPECT_EQ(clock.now(), deadline);
+}
+
 TEST(ManualClock, advanceReachesEveryWaiter) {
     ManualClock clock;
     const Instant deadline = clock.now() + 1s;
