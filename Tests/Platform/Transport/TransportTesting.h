@@ -73,7 +73,7 @@ inline std::string receiveAll(void *handle, std::int32_t timeout_ms = silence_ms
 inline std::string statusCall(const std::string &serial = "SN0001") {
     char untouched[] = "untouched";
     char *text = untouched;
-    const std::int32_t status = tl_usb_get_printer_info(uriOf(serial).c_str(), 0, 2, 2000, 1, &text);
+    const std::int32_t status = tl_usb_get_printer_info(uriOf(serial).c_str(), 0, 2, patience_ms, 1, &text);
     std::string result = std::to_string(status) + " " + text;
     if (text != untouched)
         std::free(text);
