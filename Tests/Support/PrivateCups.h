@@ -1,16 +1,14 @@
 // A private CUPS server (Tools/private-cups) that lives as long as one object.
 #pragma once
 
-#include "Tests/Support/Testing.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <cstdio>
 
 /// Serves this process, through its environment, from a folder of its own; without `queues` an empty one.
 class PrivateCups : NoCopies {
 public:
-    explicit PrivateCups(bool queues) : folder_(testing::TempDir() + "cups.XXXXXX") {
-        if (!::mkdtemp(folder_.data()))
-            throw std::runtime_error("no temporary folder");
+    explicit PrivateCups(bool queues) {
         socket_ = run("start " + folder_ + (queues ? "" : " --no-queues"));
         ::setenv("CUPS_SERVER", socket_.c_str(), 1);
         ::setenv("HOME", (folder_ + "/etc").c_str(), 1); // nobody's own printer options
@@ -35,6 +33,8 @@ private:
         return text.substr(0, text.find('\n'));
     }
 
-    std::string folder_, socket_;
+    const TemporaryFolder temporary_;
+    const std::string folder_ = temporary_.path();
+    std::string socket_;
     bool stopped_ = false;
 };

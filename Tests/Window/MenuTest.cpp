@@ -4,7 +4,6 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QClipboard>
-#include <QDir>
 #include <QMessageBox>
 #include <QSysInfo>
 #include <private/qcoreapplication_p.h>

@@ -10,7 +10,6 @@
 #include "Classes/UtilityController.h"
 #include "Platform/Dispatch/Queues/Semaphore.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
-#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/NSTableView.h"
 #include "Tests/Manager/ManagerTesting.h"

@@ -3,8 +3,6 @@
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
 #include "Other/SafeMutableArray/ZKSafeMutableArray.h"
-#include "Platform/Foundation/Collections/NSArray.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

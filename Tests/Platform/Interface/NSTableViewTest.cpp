@@ -6,7 +6,6 @@
 #include "Platform/Interface/QtText.h"
 #include "Tests/Support/QtTesting.h"
 
-#include <QHeaderView>
 #include <QScrollBar>
 #include <QTest>
 

@@ -4,8 +4,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
 #include "Tests/Support/QtTesting.h"
 
-#include <QTimer>
-
 namespace {
 
 class Events : public QObject {
