@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Foundation/System/NSLog.h"
+#include "Platform/Locking/Mutex.h"
 #include "Tests/Support/Testing.h"
 
 class LogLines : NoCopies {

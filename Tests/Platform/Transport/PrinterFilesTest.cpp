@@ -23,7 +23,7 @@ std::vector<std::string> names(const PrinterFolder &folder) {
 
 } // namespace
 
-TEST(PrinterJson, ReadsEveryKey) {
+TEST(PrinterJson, readsEveryKey) {
     const VirtualPrinterState plain{
         .manufacturer = "Zelkor", .product = "L200", .serial = "SN1", .vid = 0x5A4B, .pid = 65535};
     EXPECT_EQ(transport::printerFromJson("{" + identity + "}"), plain);
@@ -38,7 +38,7 @@ TEST(PrinterJson, ReadsEveryKey) {
               full);
 }
 
-TEST(PrinterJson, SaysWhatIsWrong) {
+TEST(PrinterJson, saysWhatIsWrong) {
     const auto with = [](const std::string &more) { return "{" + identity + ", " + more + "}"; };
     const struct {
         std::string text;
@@ -73,7 +73,7 @@ TEST(PrinterJson, SaysWhatIsWrong) {
     }
 }
 
-TEST(PrinterFolder, ListsPrintersByFileNameAndPassesOverTheRest) {
+TEST(PrinterFolder, listsPrintersByFileNameAndPassesOverTheRest) {
     const TemporaryFolder folder;
     for (const char *name : {"c1.json", "a.json", "c2.json", "B.json", "c10.json"})
         folder.put(name, "{" + identity + "}");
@@ -90,7 +90,7 @@ TEST(PrinterFolder, ListsPrintersByFileNameAndPassesOverTheRest) {
     EXPECT_THAT(names(PrinterFolder(folder.file("missing"))), IsEmpty());
 }
 
-TEST(PrinterFolder, StoringReplacesTheFileAndKeepsTheRest) {
+TEST(PrinterFolder, storingReplacesTheFileAndKeepsTheRest) {
     const TemporaryFolder folder;
     const auto file =
         folder.put("a.json", R"({"note": {"threshold": [1, 0.1, null, "}\"]"]}, "thresh\u006Fld" : 3 , )" +

@@ -28,7 +28,7 @@ std::string storyOf(const PrinterPorts &ports, const Bytes &request) {
 
 } // namespace
 
-TEST_P(Transport, ListsRecordsByteForByte) {
+TEST_P(Transport, listsRecordsByteForByte) {
     ports->plug(sampleLaser());
     ports->plug(sampleLaser({}, std::string(255, 's')));
     ports->plug({.manufacturer = "Other", .product = "P", .serial = "", .vid = 1, .pid = 2});
@@ -43,7 +43,7 @@ TEST_P(Transport, ListsRecordsByteForByte) {
     EXPECT_EQ(countPrinters(1), 1);
 }
 
-TEST_P(Transport, SeesPrintersComeAndGo) {
+TEST_P(Transport, seesPrintersComeAndGo) {
     EXPECT_EQ(countPrinters(), 0);
     ports->plug(sampleLaser());
     EXPECT_EQ(countPrinters(), 1);
@@ -57,7 +57,7 @@ TEST_P(Transport, SeesPrintersComeAndGo) {
     EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_ERROR_INVALID) << "of the printer that was there";
 }
 
-TEST_P(Transport, ReadsWritesAndReadsBack) {
+TEST_P(Transport, readsWritesAndReadsBack) {
     ports->plug(sampleLaser());
     ports->plug(sampleLaser({}, "SN0002"));
     const auto one = [&](const Bytes &request) { return storyOf(*ports, request); };
@@ -76,7 +76,7 @@ TEST_P(Transport, ReadsWritesAndReadsBack) {
     EXPECT_EQ(length, 8);
 }
 
-TEST_P(Transport, ShowsEveryFaultOfAnExchange) {
+TEST_P(Transport, showsEveryFaultOfAnExchange) {
     using enum Fault;
     const struct {
         std::set<Fault> faults;
@@ -115,7 +115,7 @@ TEST_P(Transport, ShowsEveryFaultOfAnExchange) {
     EXPECT_EQ(shownFaults.size(), transport::faultNames.size()) << "a fault without a case";
 }
 
-TEST_P(Transport, DoesNotReadForEver) {
+TEST_P(Transport, doesNotReadForEver) {
     using enum Fault;
     const struct {
         std::set<Fault> faults;
@@ -143,7 +143,7 @@ TEST_P(Transport, DoesNotReadForEver) {
     }
 }
 
-TEST_P(Transport, ToldOfAnUnpluggedPrinterOnce) {
+TEST_P(Transport, toldOfAnUnpluggedPrinterOnce) {
     const char *const stories[] = {"-2 -1 -1 -1 -1 -1", "0 -2 -1 -1 -1 -1", "0 -5 -2 -1 -1 -1",
                                    "0 -5 0 -2 -1 -1",   "0 -5 0 0 -2 -1",   "0 -5 0 0 0 0"};
     for (std::size_t unplugged = 0; unplugged < std::size(stories); ++unplugged) {
@@ -168,7 +168,7 @@ TEST_P(Transport, ToldOfAnUnpluggedPrinterOnce) {
     }
 }
 
-TEST_P(Transport, RefusesUnusableArguments) {
+TEST_P(Transport, refusesUnusableArguments) {
     ports->plug(sampleLaser());
     void *handle = openPrinter();
     Bytes buffer(16);
@@ -203,7 +203,7 @@ TEST_P(Transport, RefusesUnusableArguments) {
     EXPECT_EQ(tl_usb_get_devicelist_by_vid(0x5A4B, nullptr, &length), TL_USB_ERROR_INVALID);
 }
 
-TEST_P(Transport, KeepsOneOpenHandleAPrinterAndTakesNothingElseForOne) {
+TEST_P(Transport, keepsOneOpenHandleAPrinterAndTakesNothingElseForOne) {
     ports->plug(sampleLaser());
     ports->plug(sampleLaser({}, "SN0002"));
     void *const other = openPrinter("SN0002");
@@ -222,7 +222,7 @@ TEST_P(Transport, KeepsOneOpenHandleAPrinterAndTakesNothingElseForOne) {
     EXPECT_EQ(tl_usb_close_device_handle(last), TL_USB_ERROR_INVALID);
 }
 
-TEST_P(Transport, ServesThreadsAtOnce) {
+TEST_P(Transport, servesThreadsAtOnce) {
     constexpr int threads = 3;
     for (int thread = 0; thread < threads; ++thread)
         ports->plug(sampleLaser({}, std::to_string(thread)));

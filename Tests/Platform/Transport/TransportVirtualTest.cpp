@@ -4,7 +4,7 @@
 
 INSTANTIATE_TEST_SUITE_P(Virtual, Transport, testing::Values(FolderPorts::make));
 
-TEST(TransportVirtual, TakesItsPrintersFromAFolderOrHasNone) {
+TEST(TransportVirtual, takesItsPrintersFromAFolderOrHasNone) {
     FolderPorts ports;
     ports.plug(sampleLaser());
     EXPECT_EQ(countPrinters(), 1);

@@ -32,7 +32,7 @@ std::size_t drain(VirtualPrinter &printer) {
 
 } // namespace
 
-TEST(VirtualPrinterFuzz, SurvivesAnyBytesAndRecovers) {
+TEST(VirtualPrinterFuzz, survivesAnyBytesAndRecovers) {
     for (unsigned seed = 0; seed < 200; ++seed) {
         Random random(seed);
         VirtualPrinter printer({});
@@ -50,7 +50,7 @@ TEST(VirtualPrinterFuzz, SurvivesAnyBytesAndRecovers) {
     }
 }
 
-TEST(VirtualPrinterFuzz, UnreadRepliesAreBounded) {
+TEST(VirtualPrinterFuzz, unreadRepliesAreBounded) {
     VirtualPrinter printer({});
     for (int i = 0; i < 1'000; ++i)
         ASSERT_EQ(printer.write(envelopes::readThreshold), TL_USB_OK);

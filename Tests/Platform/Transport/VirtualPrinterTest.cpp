@@ -57,7 +57,7 @@ std::vector<Bytes> answers(VirtualPrinter &printer, const std::string &request) 
 
 } // namespace
 
-TEST(VirtualPrinter, AnswersTheSameHoweverTheBytesAreSplit) {
+TEST(VirtualPrinter, answersTheSameHoweverTheBytesAreSplit) {
     for (std::size_t split = 0; split <= envelopes::readThreshold.size(); ++split) {
         SCOPED_TRACE(split);
         VirtualPrinter printer({.threshold = 7});
@@ -68,7 +68,7 @@ TEST(VirtualPrinter, AnswersTheSameHoweverTheBytesAreSplit) {
     }
 }
 
-TEST(VirtualPrinter, FindsTheFrameAmongOtherPjl) {
+TEST(VirtualPrinter, findsTheFrameAmongOtherPjl) {
     const std::string longLine = "@PJL COMMENT " + std::string(100'000, 'x') + "\r\n";
     const std::string nested = frame(0xFF22, acl(readFrame()));
     const struct {
@@ -97,7 +97,7 @@ TEST(VirtualPrinter, FindsTheFrameAmongOtherPjl) {
     }
 }
 
-TEST(VirtualPrinter, StoresOnlyTheThresholdsThereAre) {
+TEST(VirtualPrinter, storesOnlyTheThresholdsThereAre) {
     const std::string key = "OID_PLATFORM_CONSUMEABLE_HINT=";
     const auto request = [](const std::string &name, const std::string &value) {
         return acl(frame(0xFF20, name + value));
@@ -123,7 +123,7 @@ TEST(VirtualPrinter, StoresOnlyTheThresholdsThereAre) {
                 ElementsAre(refusalOf(0xFF21), refusalOf(0x0102)));
 }
 
-TEST(VirtualPrinter, ReportsAChangedThresholdAndKeepsTheOldOneWhenItCannotBeKept) {
+TEST(VirtualPrinter, reportsAChangedThresholdAndKeepsTheOldOneWhenItCannotBeKept) {
     std::vector<std::int32_t> reported;
     bool accepts = true;
     VirtualPrinter printer({.threshold = 3}, [&](std::int32_t threshold) {
@@ -140,7 +140,7 @@ TEST(VirtualPrinter, ReportsAChangedThresholdAndKeepsTheOldOneWhenItCannotBeKept
     EXPECT_EQ(printer.state().threshold, 4);
 }
 
-TEST(VirtualPrinter, OpeningForgetsHalfARequestAndUnreadReplies) {
+TEST(VirtualPrinter, openingForgetsHalfARequestAndUnreadReplies) {
     VirtualPrinter printer({});
     const std::string request = text(envelopes::readThreshold);
     ASSERT_EQ(printer.write(bytes(request + request.substr(0, 60))), TL_USB_OK);

@@ -55,7 +55,7 @@ void EmulatedUsbPrinter::setState(const transport::VirtualPrinterState &state) {
 }
 
 void EmulatedUsbPrinter::hold(Hold what, bool held) {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     if (held)
         held_.insert(what);
     else
@@ -66,7 +66,7 @@ void EmulatedUsbPrinter::hold(Hold what, bool held) {
         take(std::move(urb));
     }
     serveReads();
-    releaseAllowed_.notify_all();
+    releaseAllowed_.notifyAll();
 }
 
 void EmulatedUsbPrinter::stall(std::uint8_t endpoint) {
@@ -90,7 +90,7 @@ std::size_t EmulatedUsbPrinter::opens() const {
 }
 
 bool EmulatedUsbPrinter::isAwaited(Hold what) const {
-    const std::scoped_lock guard(mutex_);
+    const locking::MutexLock guard(mutex_);
     return what == Hold::answers ? !reads_.empty() : what == Hold::requests ? !requests_.empty() : releasing_;
 }
 
@@ -118,7 +118,8 @@ void EmulatedUsbPrinter::handle(Client *client) {
     const unsigned long request = umockdev_ioctl_client_get_request(client);
     if (request == USBDEVFS_RELEASEINTERFACE) {
         releasing_ = true;
-        releaseAllowed_.wait(lock, [this] { return !held_.contains(Hold::release); });
+        while (held_.contains(Hold::release))
+            releaseAllowed_.wait(mutex_);
         releasing_ = false;
     }
     UMockdevIoctlData *const argument = umockdev_ioctl_client_get_arg(client);

@@ -57,9 +57,9 @@ public:
     /// The printer is pulled out: what is pending ends, everything else fails.
     void unplug();
 
-    bool isUnplugged() const { return seen(unplugged_); }
-    bool isClaimed() const { return seen(claimer_) != nullptr; }
-    bool hasKernelDriver() const { return seen(kernelDriver_); }
+    bool isUnplugged() const { return seen(&EmulatedUsbPrinter::unplugged_); }
+    bool isClaimed() const { return seen(&EmulatedUsbPrinter::claimer_) != nullptr; }
+    bool hasKernelDriver() const { return seen(&EmulatedUsbPrinter::kernelDriver_); }
     std::size_t opens() const; ///< open files of the node
 
     // What UsbTestbed passes on.
@@ -81,43 +81,44 @@ private:
     using Bytes = std::vector<std::uint8_t>;
 
     template <class Value>
-    Value seen(const Value &value) const {
-        const std::scoped_lock guard(mutex_);
-        return value;
+    Value seen(Value EmulatedUsbPrinter::*member) const {
+        const locking::MutexLock guard(mutex_);
+        return this->*member;
     }
     static Data resolve(UMockdevIoctlData *parent, std::size_t offset, std::size_t size);
     // These are what the calls return, or an error number below zero.
-    int answer(const Client *client, unsigned long request, UMockdevIoctlData *argument);
-    int claim(const Client *client, unsigned interface);
-    int release(const Client *client, unsigned interface);
-    int submit(const Client *client, UMockdevIoctlData *block);
-    int reap(const Client *client, UMockdevIoctlData *pointer);
-    int discard(const Client *client, unsigned long address);
-    int bindDriver(const usbdevfs_ioctl &call);
-    void take(Urb urb);
-    void control(Urb urb);
-    Bytes classReply(std::uint8_t request, std::uint16_t index) const;
-    void write(Urb urb);
-    void serveReads();
-    int onWire(tl_usb_status status);
-    void finish(Urb urb, int status, const Bytes &sent = {});
-    void finishAll(std::deque<Urb> &urbs, int status);
-    void showReady();
+    int answer(const Client *client, unsigned long request, UMockdevIoctlData *argument) ZK_REQUIRES(mutex_);
+    int claim(const Client *client, unsigned interface) ZK_REQUIRES(mutex_);
+    int release(const Client *client, unsigned interface) ZK_REQUIRES(mutex_);
+    int submit(const Client *client, UMockdevIoctlData *block) ZK_REQUIRES(mutex_);
+    int reap(const Client *client, UMockdevIoctlData *pointer) ZK_REQUIRES(mutex_);
+    int discard(const Client *client, unsigned long address) ZK_REQUIRES(mutex_);
+    int bindDriver(const usbdevfs_ioctl &call) ZK_REQUIRES(mutex_);
+    void take(Urb urb) ZK_REQUIRES(mutex_);
+    void control(Urb urb) ZK_REQUIRES(mutex_);
+    Bytes classReply(std::uint8_t request, std::uint16_t index) const ZK_REQUIRES(mutex_);
+    void write(Urb urb) ZK_REQUIRES(mutex_);
+    void serveReads() ZK_REQUIRES(mutex_);
+    int onWire(tl_usb_status status) ZK_REQUIRES(mutex_);
+    void finish(Urb urb, int status, const Bytes &sent = {}) ZK_REQUIRES(mutex_);
+    void finishAll(std::deque<Urb> &urbs, int status) ZK_REQUIRES(mutex_);
+    void showReady() ZK_REQUIRES(mutex_);
 
     const UsbAddress address_;
-    mutable std::mutex mutex_; // guards all below
-    DeviceNode node_;
-    transport::VirtualPrinter printer_;
-    std::set<const Client *> clients_;
-    const Client *claimer_ = nullptr; // of the printer interface, the only one that is ever claimed
-    bool kernelDriver_ = true;        // bound to the printer interface
-    bool isFresh_ = true;             // nobody has opened it since it was plugged in
-    std::set<Hold> held_;
-    bool releasing_ = false;
-    std::condition_variable releaseAllowed_;
-    bool unplugged_ = false;
-    std::set<std::uint8_t> stalled_;
-    std::deque<Urb> reads_;    // pending
-    std::deque<Urb> requests_; // pending: data to the printer, and control transfers
-    std::deque<Urb> finished_; // to be reaped
+    mutable locking::Mutex mutex_;
+    DeviceNode node_ ZK_GUARDED_BY(mutex_);
+    transport::VirtualPrinter printer_ ZK_GUARDED_BY(mutex_);
+    std::set<const Client *> clients_ ZK_GUARDED_BY(mutex_);
+    const Client *claimer_ ZK_GUARDED_BY(mutex_) =
+        nullptr; // of the printer interface, the only one that is ever claimed
+    bool kernelDriver_ ZK_GUARDED_BY(mutex_) = true; // bound to the printer interface
+    bool isFresh_ ZK_GUARDED_BY(mutex_) = true;      // nobody has opened it since it was plugged in
+    std::set<Hold> held_ ZK_GUARDED_BY(mutex_);
+    bool releasing_ ZK_GUARDED_BY(mutex_) = false;
+    locking::Condition releaseAllowed_;
+    bool unplugged_ ZK_GUARDED_BY(mutex_) = false;
+    std::set<std::uint8_t> stalled_ ZK_GUARDED_BY(mutex_);
+    std::deque<Urb> reads_ ZK_GUARDED_BY(mutex_);    // pending
+    std::deque<Urb> requests_ ZK_GUARDED_BY(mutex_); // pending: data to the printer, and control transfers
+    std::deque<Urb> finished_ ZK_GUARDED_BY(mutex_); // to be reaped
 };

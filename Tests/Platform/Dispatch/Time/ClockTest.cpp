@@ -72,11 +72,11 @@ TEST(ManualClock, alarmsCancelThemselvesAndOthers) {
 TEST(ManualClock, advancesItselfForASingleThread) {
     ManualClock clock;
     clock.setAutoAdvance(true);
-    std::mutex mutex;
-    std::condition_variable condition;
-    std::unique_lock lock(mutex);
+    locking::Mutex mutex;
+    locking::Condition condition;
+    const locking::MutexLock lock(mutex);
     const Instant deadline = clock.now() + 2s;
-    EXPECT_FALSE(clock.waitUntil(lock, condition, deadline));
+    EXPECT_FALSE(clock.waitUntil(mutex, condition, deadline));
     EXPECT_EQ(clock.now(), deadline);
 }
 

@@ -50,7 +50,7 @@ public:
 
 } // namespace
 
-TEST(UsbDevices, ListsPrintersOfAVendor) {
+TEST(UsbDevices, listsPrintersOfAVendor) {
     const Root root;
     EXPECT_THAT(attachedPrinters({}, root.path()), IsEmpty());
     root.device("1-2", "5a4b", "10", {"Zelkor", "L200 Series", "SN1"});
@@ -91,7 +91,7 @@ TEST(UsbDevices, ListsPrintersOfAVendor) {
     EXPECT_THAT(named("usb://Zelkor/L200%20Series?serial=SN2"), IsEmpty());
 }
 
-TEST(UsbDevices, TellsWhatStandsBetween) {
+TEST(UsbDevices, tellsWhatStandsBetween) {
     const Root root;
     root.device("1-2", "5a4b", "7", {"Zelkor", "L200", "SN1"});
     root.interface("1-2:1.0", "07", "usbfs", "lp3");
@@ -149,7 +149,7 @@ TEST(UsbDevices, TellsWhatStandsBetween) {
                                             HoldingProcess{63, "ipp-usb", Kind::ippUsb, false}));
 }
 
-TEST(UsbDevices, TellOnePluggingFromAnother) {
+TEST(UsbDevices, tellOnePluggingFromAnother) {
     const Root root;
     const auto plug = [&](const std::string &name, const char *address, const char *serial) {
         root.device(name, "5a4b", address, {"Zelkor", "L200", serial});
@@ -171,7 +171,7 @@ TEST(UsbDevices, TellOnePluggingFromAnother) {
     EXPECT_FALSE(isStillAttached(first, root.path()));
 }
 
-TEST(DeviceId, IsReadWithinWhatWasReceived) {
+TEST(DeviceId, isReadWithinWhatWasReceived) {
     const auto text = [](std::vector<std::uint8_t> reply) { return std::string(deviceIdText(reply)); };
     EXPECT_EQ(text({0, 5, 'a', 'b', 'c', 'x'}), "abc");
     EXPECT_EQ(text({5, 0, 'a', 'b', 'c', 'x'}), "abc"); // little-endian

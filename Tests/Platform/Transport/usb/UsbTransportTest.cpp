@@ -28,7 +28,8 @@ struct Packets {
 
 // What the printer does, shared by all devices opened for it.
 struct Wire {
-    std::mutex mutex;
+    // Held during a transfer. What follows the test changes between transfers, which nobody checks.
+    locking::Mutex mutex;
     std::deque<Packets> answers; // then nothing but time-outs
     std::deque<Packets> accepts;
     std::function<Packets()> chatter;                                              // in place of the answers
@@ -53,7 +54,7 @@ public:
                      const std::stop_token &stop) override {
         if (isStopped(stop))
             return {TL_USB_ERROR_CANCELLED, 0};
-        const std::lock_guard lock(wire_.mutex);
+        const locking::MutexLock lock(wire_.mutex);
         Packets accepted = wire_.appetite();
         if (!wire_.accepts.empty()) {
             accepted = wire_.accepts.front();
@@ -190,7 +191,7 @@ protected:
 
 } // namespace
 
-TEST_F(UsbTransportTest, WritesWholeOrFails) {
+TEST_F(UsbTransportTest, writesWholeOrFails) {
     const Bytes request(40000, 7);
     bus.first.accepts = {{.count = 16384}, {.status = TL_USB_ERROR_TIMEOUT, .count = 100}};
     void *const handle = opened();
@@ -211,7 +212,7 @@ TEST_F(UsbTransportTest, WritesWholeOrFails) {
 }
 
 // The steps of an exchange, with printers that send what and when they like, for ever.
-TEST_F(UsbTransportTest, EndsEveryExchange) {
+TEST_F(UsbTransportTest, endsEveryExchange) {
     Random random(480);
     const auto pick = [&](auto... choices) { return std::vector{choices...}[random() % sizeof...(choices)]; };
     int endless = 0, silent = 0, overlong = 0;
@@ -256,7 +257,7 @@ TEST_F(UsbTransportTest, EndsEveryExchange) {
         EXPECT_GT(reached, 20);
 }
 
-TEST_F(UsbTransportTest, LetsAReaderTakeItsTimeWithAPrinterThatPauses) {
+TEST_F(UsbTransportTest, letsAReaderTakeItsTimeWithAPrinterThatPauses) {
     void *const handle = opened();
     for (int i = 0; i < 3000; ++i) {
         bus.first.answers = {{.count = 8}};
@@ -273,7 +274,7 @@ TEST_F(UsbTransportTest, LetsAReaderTakeItsTimeWithAPrinterThatPauses) {
     }
 }
 
-TEST_F(UsbTransportTest, ReadsOneTransfer) {
+TEST_F(UsbTransportTest, readsOneTransfer) {
     const struct {
         Packets answer;
         std::size_t capacity;
@@ -304,7 +305,7 @@ TEST_F(UsbTransportTest, ReadsOneTransfer) {
     EXPECT_EQ(read(handle), TL_USB_ERROR_TIMEOUT);
 }
 
-TEST_F(UsbTransportTest, WaitsThroughEmptyPacketsAtLeisure) {
+TEST_F(UsbTransportTest, waitsThroughEmptyPacketsAtLeisure) {
     clock.setAutoAdvance(true); // without a handle, no other thread waits on it
     FakeDevice device(bus.first, clock);
     buffer.resize(64);
@@ -322,7 +323,7 @@ TEST_F(UsbTransportTest, WaitsThroughEmptyPacketsAtLeisure) {
     EXPECT_LT(bus.first.receives, 700);
 }
 
-TEST_F(UsbTransportTest, LooksAtTheBusOncePerSelection) {
+TEST_F(UsbTransportTest, looksAtTheBusOncePerSelection) {
     const auto select = [&] {
         std::string text;
         EXPECT_EQ(usb.status(uri, 2s, text), TL_USB_OK);
@@ -343,7 +344,7 @@ TEST_F(UsbTransportTest, LooksAtTheBusOncePerSelection) {
     EXPECT_EQ(bus.looks, 4) << "nor of what was open";
 }
 
-TEST_F(UsbTransportTest, FreesWhatAnUnpluggedPrinterLeft) {
+TEST_F(UsbTransportTest, freesWhatAnUnpluggedPrinterLeft) {
     std::string text;
     EXPECT_EQ(usb.status(uri, 2s, text), TL_USB_OK);
     EXPECT_EQ(bus.first.open, 0) << "a status call keeps nothing";
@@ -367,7 +368,7 @@ TEST_F(UsbTransportTest, FreesWhatAnUnpluggedPrinterLeft) {
     }
 }
 
-TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
+TEST_F(UsbTransportTest, noPrinterWaitsForAnother) {
     void *const other = opened(otherUri);
     bus.slowOpening = true;
     std::thread opening([&] { opened(); });
@@ -387,7 +388,7 @@ TEST_F(UsbTransportTest, NoPrinterWaitsForAnother) {
     EXPECT_EQ(usb.close(again), TL_USB_ERROR_INVALID);
 }
 
-TEST_F(UsbTransportTest, CancelsCallsInProgress) {
+TEST_F(UsbTransportTest, cancelsCallsInProgress) {
     Bytes own(64);
     std::size_t length = 0;
     std::string text;
@@ -426,7 +427,7 @@ TEST_F(UsbTransportTest, CancelsCallsInProgress) {
     }
 }
 
-TEST(StatusText, IsNormalOnlyWhenAllIsWell) {
+TEST(StatusText, isNormalOnlyWhenAllIsWell) {
     for (int bits = 0; bits < 256; ++bits) {
         const std::string text = statusText(static_cast<std::uint8_t>(bits), {});
         const bool normal = (bits & 0x38) == 0x18;
@@ -438,7 +439,7 @@ TEST(StatusText, IsNormalOnlyWhenAllIsWell) {
               std::string::npos);
 }
 
-TEST(AlternateSetting, PrefersTwoWayAndNeverIppOverUsb) {
+TEST(AlternateSetting, prefersTwoWayAndNeverIppOverUsb) {
     const auto setting = [](std::uint8_t interface, std::uint8_t protocol, std::uint8_t bulkIn = 0x81,
                             std::uint8_t kind = 7) {
         AlternateSetting made{.interface = interface, .interfaceClass = kind, .subclass = 1};
