@@ -1,8 +1,7 @@
 // Programs with this file run in the locale that ZK_TEST_LOCALE names, if it is there: one whose numbers have
 // a decimal comma, or the program ends at once. The language stays that of the environment.
+#include "Tests/Support/Testing.h"
 #include <clocale>
-#include <cstdlib>
-#include <string_view>
 
 namespace {
 

@@ -14,11 +14,7 @@
 #include "Tests/Support/OnThreads.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-
-#include <atomic>
-#include <map>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

@@ -1,10 +1,7 @@
 #include "Frameworks/QNCategoriesPro/QNClassInfo.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
-
-#include <gtest/gtest.h>
-
-#include <deque>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

@@ -2,16 +2,9 @@
 #include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Runtime/Object/Class.h"
-
-#include <gmock/gmock.h>
+#include "Tests/Support/Testing.h"
 
 #include <cmath>
-#include <functional>
-#include <thread>
-
-using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 

@@ -1,15 +1,13 @@
 #include "Tests/Support/UsbEmulation/EmulatedUsbPrinter.h"
+#include "Tests/Support/Testing.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <linux/usb/ch9.h>
 #include <linux/usbdevice_fs.h>
 #include <span>
-#include <stdexcept>
 #include <sys/ioctl.h>
-#include <utility>
 
 using transport::Fault;
 

@@ -1,9 +1,8 @@
 #include "Tests/Support/UsbEmulation/UsbDescription.h"
+#include "Tests/Support/Testing.h"
 
-#include <array>
 #include <cstdarg>
 #include <cstdio>
-#include <vector>
 
 namespace {
 

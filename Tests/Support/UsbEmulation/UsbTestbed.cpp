@@ -1,7 +1,5 @@
 #include "Tests/Support/UsbEmulation/UsbTestbed.h"
-
-#include <string>
-#include <utility>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

@@ -6,18 +6,14 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/Words.h"
 
-#include <gmock/gmock.h>
-
 #include <cstdio>
-#include <set>
 
 namespace {
 
-using testing::ElementsAre;
 using testing::Pair;
-using namespace std::chrono_literals;
 
 /// What a program of the system prints, in its own words.
 std::string output(const std::string &command) {

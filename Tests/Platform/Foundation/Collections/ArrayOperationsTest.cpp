@@ -6,13 +6,7 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <functional>
-
-using testing::ElementsAre;
+#include "Tests/Support/Testing.h"
 
 namespace {
 

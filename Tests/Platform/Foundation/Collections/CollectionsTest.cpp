@@ -5,14 +5,7 @@
 #include "Platform/Runtime/Object/Class.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <array>
-#include <functional>
-
-using testing::ElementsAre;
+#include "Tests/Support/Testing.h"
 
 namespace {
 

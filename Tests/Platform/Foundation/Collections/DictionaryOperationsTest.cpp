@@ -2,12 +2,7 @@
 #include "Platform/Runtime/Object/Class.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <functional>
-#include <set>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

@@ -7,16 +7,12 @@
 #include "Platform/Foundation/System/NSURL.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/RandomObjects.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TextTable.h"
 
-#include <gmock/gmock.h>
-
-#include <cstdlib>
-#include <functional>
 #include <iomanip>
 #include <iostream>
 #include <numeric>
-#include <set>
 #include <sstream>
 
 namespace {

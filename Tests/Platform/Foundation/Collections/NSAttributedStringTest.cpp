@@ -2,10 +2,7 @@
 #include "Platform/Foundation/Collections/NSAttributedString.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
-
-#include <gtest/gtest.h>
-
-#include <map>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

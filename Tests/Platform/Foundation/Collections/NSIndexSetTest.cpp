@@ -1,12 +1,8 @@
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 
-#include <gmock/gmock.h>
-
-#include <set>
-
-using testing::ElementsAre;
 using testing::EndsWith;
 
 namespace {

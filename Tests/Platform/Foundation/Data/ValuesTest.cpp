@@ -3,13 +3,11 @@
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/System/NSError.h"
 #include "Tests/Support/Objects.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 #include <cmath>
 
 using std::chrono::nanoseconds;
-using namespace std::chrono_literals;
 
 TEST(NSData, describesCutsAndReads) {
     const std::pair<Ref<NSData>, std::string> table[] = {

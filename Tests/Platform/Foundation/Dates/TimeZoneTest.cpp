@@ -5,13 +5,10 @@
 #include "Tests/Support/EnvironmentScope.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <ctime>
 #include <fstream>
-#include <set>
 
 namespace fs = std::filesystem;
 

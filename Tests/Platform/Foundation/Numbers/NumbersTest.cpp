@@ -5,15 +5,13 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TextTable.h"
-
-#include <gtest/gtest.h>
 
 #include <bit>
 #include <climits>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
 namespace {
 

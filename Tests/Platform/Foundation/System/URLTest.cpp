@@ -3,11 +3,9 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TextTable.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <filesystem>
 #include <random>
 #include <regex.h>

@@ -6,18 +6,14 @@
 #include "Tests/Support/OnThreads.h"
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/Random.h"
-
-#include <gmock/gmock.h>
+#include "Tests/Support/Testing.h"
 
 #include <cfloat>
 #include <climits>
 #include <cmath>
 #include <cstdio>
-#include <map>
 
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-
-using testing::ElementsAre;
 
 namespace {
 

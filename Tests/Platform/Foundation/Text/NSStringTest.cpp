@@ -4,10 +4,8 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <climits>
 #include <cmath>
 

@@ -3,10 +3,7 @@
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSScanner.h"
 #include "Tests/Support/Objects.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "Tests/Support/Testing.h"
 
 TEST(NSString, readsTruth) {
     for (const char16_t *truth : {u"YES", u"y", u"true", u"T", u"1", u"9x", u"  +007", u"-02", u"\n\tyellow"})

@@ -3,14 +3,9 @@
 #include "Platform/Runtime/Object/ObjectPool.h"
 #include "Platform/Runtime/Reflection/Reflection.h"
 #include "Tests/Support/Objects.h"
-
-#include <gmock/gmock.h>
+#include "Tests/Support/Testing.h"
 
 #include <malloc.h>
-#include <thread>
-
-using testing::ElementsAre;
-using testing::StartsWith;
 
 namespace {
 

@@ -5,15 +5,10 @@
 #include "Platform/Runtime/Object/Message.h"
 #include "Platform/Runtime/Object/NSBlock.h"
 #include "Tests/Support/Objects.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TextTable.h"
 
-#include <gmock/gmock.h>
-
 #include <sstream>
-
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 namespace {
 

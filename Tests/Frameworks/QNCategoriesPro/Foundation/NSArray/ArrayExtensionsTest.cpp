@@ -2,11 +2,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableArray/NSMutableArray+QNCommon.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSMutableDictionary/NSMutableDictionary+QNCommon.h"
 #include "Tests/Support/Objects.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <set>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

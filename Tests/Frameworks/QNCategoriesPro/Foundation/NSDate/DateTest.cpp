@@ -12,12 +12,11 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TimeZoneScope.h"
 #include "Tests/Support/Words.h"
 
-#include <algorithm>
 #include <cmath>
-#include <memory>
 #include <unicode/udat.h>
 
 namespace {

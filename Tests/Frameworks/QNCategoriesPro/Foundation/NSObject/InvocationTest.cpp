@@ -3,13 +3,10 @@
 #include "Platform/Foundation/Numbers/CGGeometry.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Tests/Support/Objects.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/Ticker.h"
 
-#include <thread>
-
-using namespace std::chrono_literals;
 using testing::AllOf;
-using testing::HasSubstr;
 
 namespace {
 

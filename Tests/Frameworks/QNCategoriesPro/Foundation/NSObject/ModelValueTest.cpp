@@ -6,10 +6,9 @@
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Tests/Frameworks/QNCategoriesPro/Foundation/NSObject/ModelTesting.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 
 #include <cmath>
-#include <functional>
-#include <map>
 
 namespace {
 
@@ -345,14 +344,13 @@ TEST(ModelEquality, chosenModelsCostNoMoreThanOthers) {
 }
 
 TEST(ModelEquality, ofEqualModelsTheContentsHaveOneHash) {
-    Random random(44);
-    for (int round = 0; round < 300; ++round) {
-        const bool cyclic = round % 2;
-        const Forks forks(random, cyclic), copies(forks);
-        for (std::size_t i = 0; i < forks.all().size(); ++i)
-            for (std::size_t j = 0; j < forks.all().size(); ++j)
-                if (const id one = forks.all()[i], other = copies.all()[j]; one->isEqual(other))
-                    ASSERT_EQ(contentsHash(one), contentsHash(other)) << round;
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        const bool cyclic = seed % 2;
+        const Forks forks(seed, cyclic), copies(seed, cyclic);
+        for (const id &one : std::vector<id>(forks.all.begin(), forks.all.end()))
+            for (const id &other : std::vector<id>(copies.all.begin(), copies.all.end()))
+                if (one->isEqual(other))
+                    ASSERT_EQ(contentsHash(one), contentsHash(other)) << seed;
     }
 }
 

@@ -2,10 +2,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNHTML.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
-
-#include <algorithm>
-#include <map>
-#include <set>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

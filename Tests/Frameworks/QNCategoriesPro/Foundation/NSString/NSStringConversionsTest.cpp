@@ -4,11 +4,8 @@
 #include "Tests/Support/LocaleScope.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TimeZoneScope.h"
-
-#include <gmock/gmock.h>
-
-#include <set>
 
 namespace {
 

@@ -7,10 +7,9 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/OnThreads.h"
 #include "Tests/Support/Random.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/Words.h"
 
-#include <algorithm>
-#include <set>
 #include <unicode/translit.h>
 #include <unicode/uniset.h>
 

@@ -1,9 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSTimer/NSTimer+QNCommon.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/Ticker.h"
-
-using namespace std::chrono_literals;
-using testing::ElementsAre;
 
 namespace {
 

@@ -12,11 +12,8 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/RandomObjects.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TextTable.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
 
 using namespace std::literals;
 

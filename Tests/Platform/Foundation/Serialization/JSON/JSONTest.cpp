@@ -4,15 +4,13 @@
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/PlainLocale.h"
 #include "Tests/Support/RandomObjects.h"
+#include "Tests/Support/Testing.h"
 #include "Tests/Support/TextTable.h"
 
 #include <boost/json.hpp>
-#include <gmock/gmock.h>
 
 using namespace std::string_literals;
 using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
 
 namespace {
 
