@@ -365,6 +365,7 @@ TEST(NSMutableArray, changesNothingWhenItRaises) {
         {[&] { array->removeObject(number(1), NSMakeRange(2, 2)); }, NSRangeException},
         {[&] { array->removeObjectsAtIndexes(indexSet(0, 3)); }, NSRangeException},
         {[&] { array->removeObjectsAtIndexes(endless); }, NSRangeException},
+        {[&] { array->insertObjects(two, indexSet(0, 5)); }, NSRangeException},
         {[&] { array->insertObjects(two, indexSet(0)); }, NSInvalidArgumentException},
         {[&] { array->replaceObjectsAtIndexes(nullptr, two); }, NSInvalidArgumentException},
         {[&] { array->objectsAtIndexes(indexSet(1, 3)); }, NSRangeException},
