@@ -40,10 +40,11 @@ enum Kind : std::uint8_t {
     dictionary = 0xD,
 };
 
-// Objects may be shared, so a small list could expand to an enormous one. The reader limits the expanded
-// size, in which shared objects count each time, to `mostFree` plus `mostPerByte` for each byte of the list.
-// The writer's lists always fit: a reference takes at least a byte, and only objects up to `longestShared`
-// bytes are shared.
+// Objects may be shared, so that a small list could unfold into an endless one. A list is read when it weighs
+// no more than `mostFree` and `mostPerByte` for each of its bytes, shared objects counted each time. What is
+// written is always read: a reference takes a byte at least and leads to no more than a short object. A limit
+// on the number of objects would take the same bookkeeping, and a long text could still be copied for each of
+// its places.
 
 /// The size of an object besides its bytes, about.
 inline constexpr std::uint64_t overhead = 32;
