@@ -16,7 +16,7 @@
 NS_IMPLEMENTATION(NSDateFormatter) {}
 
 /// Opening one reads the locale's data and takes 12 times as long as reading a date, so the last are kept.
-struct NSDateFormatter::Opened {
+struct NSDateFormatter::ICUFormats {
     std::string locale;
     Ref<NSTimeZone> zone;
     std::unique_ptr<ICUDateReader> reader; ///< null before its first use
