@@ -27,7 +27,7 @@ constexpr unsigned deepest = NSKeyedArchiver::deepestNesting;
 constexpr std::uint64_t endless = std::uint64_t{1} << 60;
 
 /// What comparing an object with another may cost and how deep it nests, shared parts counted each time. A
-/// limit on objects and depth would not do: where sets share what they hold, each level doubles the
+/// limit on objects and depth would not do: where sets share what they hold, each level at least doubles the
 /// comparisons, and a handful of objects more makes a level.
 struct Measure {
     std::uint64_t weight = 1;
