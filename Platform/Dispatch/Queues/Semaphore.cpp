@@ -6,8 +6,8 @@
 
 namespace dispatch {
 
-// What is waited for is mostly short: giving way a few times is cheaper than going to sleep. Two threads at one
-// guarded array use 0.8 times the processor time.
+// What is waited for is mostly short: giving way a few times is cheaper than going to sleep. Two threads at
+// one guarded array use 0.8 times the processor time.
 static constexpr int yields = 20;
 
 void Semaphore::waitSlowly() {
