@@ -6,14 +6,9 @@
 #include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSString.h"
-#include "Platform/Foundation/Text/UnicodeText.h"
-
-#include <algorithm>
+#include "Platform/Runtime/Object/Raise.h"
 
 namespace {
-
-/// How many UTF-16 units are escaped at a time.
-constexpr NSUInteger batchSize = 50;
 
 /// What a query allows, minus the delimiters ":#[]@" and "!$&'()*+,;=".
 const Ref<NSCharacterSet> &allowedCharacters() {
@@ -65,17 +60,10 @@ private:
 } // namespace
 
 Ref<NSString> QNPercentEscapedStringFromString(const Ref<NSString> &text) {
-    const auto escaped = NSMutableString::string();
-    // Each batch is widened to whole characters within the rest of the text: what lies before a boundary does
-    // not matter, and in a text of flags, looking back for one would run to the beginning every time.
-    std::u16string_view rest = text ? std::u16string_view(text->units()) : std::u16string_view();
-    while (!rest.empty()) {
-        const NSUInteger length =
-            unicode::widenedToCharacters(rest, {0, std::min(batchSize, rest.size())}).length;
-        escaped->appendString(make<NSString>(std::u16string(rest.substr(0, length)))
-                                  ->stringByAddingPercentEncodingWithAllowedCharacters(allowedCharacters()));
-        rest.remove_prefix(length);
-    }
+    if (!text)
+        return u""_ns;
+    const auto escaped = text->stringByAddingPercentEncodingWithAllowedCharacters(allowedCharacters());
+    runtime::checkObject("QNPercentEscapedStringFromString:", escaped); // none for an unpaired surrogate
     return escaped;
 }
 

@@ -41,7 +41,7 @@ TEST(QueryString, escapesAllButWhatMayStay) {
     EXPECT_EQ(QNPercentEscapedStringFromString(nullptr)->utf8(), "");
 }
 
-TEST(QueryString, batchesCutNothing) {
+TEST(QueryString, cutsNothing) {
     const std::u16string combining = u"e" + std::u16string(120, u'\u0301');
     const std::u16string pieces[] = {
         u"é",    u"😀", u"e\u0301\u0323", u"👨\u200D👩\u200D👧", u"🇩🇪🇫🇷", u"\u1112\u1161\u11AB",
@@ -51,7 +51,7 @@ TEST(QueryString, batchesCutNothing) {
             const auto units = std::u16string(before, u'a') + piece + std::u16string(60, u'&');
             ASSERT_EQ(escaped(units), percentEncoded(make<NSString>(units)->utf8())) << before;
         }
-    std::u16string flags; // minutes, if each batch looked back to the beginning
+    std::u16string flags;
     for (int i = 0; i < 1'000'000; ++i)
         flags += u"\U0001F1E9";
     EXPECT_EQ(escaped(flags).size(), 12u * 1'000'000);
