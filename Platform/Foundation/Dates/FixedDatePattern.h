@@ -1,5 +1,5 @@
 // Reads and writes dates exactly as a pattern says: every number with as many digits as the pattern has
-// letters. ICU, which also takes numbers of other widths, needs more than twenty times as long
+// letters. ICU, which also takes numbers of other widths, needs about twenty times as long
 // (Benchmarks/run, dates).
 //
 //     const auto pattern = FixedDatePattern::compile(u"yyyy-MM-dd'T'HH:mm:ssZ");
