@@ -6,9 +6,11 @@
 
 namespace dispatch {
 
+using locking::MutexLock;
+
 // What is waited for is mostly short: giving way a few times is cheaper than going to sleep. Two threads at
 // one guarded array use 0.8 times the processor time.
-static constexpr int yields = 20;
+constexpr int yields = 20;
 
 void Semaphore::waitSlowly() {
     for (int i = 0; i < yields; ++i) {
