@@ -1,4 +1,4 @@
-// Tables of texts beside the tests: a row a line, " => " between its two cells. Control characters are shown
+// Tables of texts beside the tests: one row per line, " => " between its two cells. Control characters are shown
 // by their pictures: "␊" ends a line, "␠" is a blank. Lines that begin with "//" are remarks.
 #pragma once
 
