@@ -1,5 +1,5 @@
-// Tables of texts beside the tests: one row per line, " => " between its two cells. Control characters are shown
-// by their pictures: "␊" ends a line, "␠" is a blank. Lines that begin with "//" are remarks.
+// Tables of texts beside the tests: one row per line, " => " between its two cells. Control characters are
+// shown by their pictures: "␊" ends a line, "␠" is a blank. Lines that begin with "//" are remarks.
 #pragma once
 
 #include <gtest/gtest.h>

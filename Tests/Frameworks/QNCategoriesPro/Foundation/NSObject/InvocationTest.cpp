@@ -26,7 +26,7 @@ public:
     Class kind(Class cls) const { return cls; }
     void fail() { throw NSException(NSGenericException, "broken"); }
 
-    std::thread::id thread;
+    std::atomic<std::thread::id> thread;
 
 private:
     std::uint8_t brightness_ = 0;
@@ -122,8 +122,9 @@ TEST_F(InvocationTest, waitsForItsTimeAndThread) {
     const auto elsewhere = make<Lamp>();
     qn::performSelectorInBackground(elsewhere, setBrightness, {number(3)});
     qn::performSelectorOnQueue(dispatch::globalQueue(), lamp, setBrightness, {number(3)});
-    while (elsewhere.use_count() > 1 || lamp.use_count() > 1)
-        std::this_thread::yield();
-    EXPECT_NE(elsewhere->thread, std::this_thread::get_id());
-    EXPECT_NE(lamp->thread, std::this_thread::get_id());
+    awaitThat([&] {
+        return elsewhere->thread.load() != std::thread::id() &&
+               lamp->thread.load() != std::this_thread::get_id();
+    });
+    EXPECT_NE(elsewhere->thread.load(), std::this_thread::get_id());
 }
