@@ -1,4 +1,4 @@
-// A condition variable, of whom waits for what a Mutex guards.
+// A condition variable for what a Mutex guards.
 #pragma once
 
 #include "Platform/Locking/Mutex.h"
@@ -8,14 +8,14 @@
 
 namespace locking {
 
-/// Waits end when it is notified, and may end without.
+/// Waiting ends when it is notified, and may end without that.
 class Condition {
 public:
     void wait(Mutex &mutex) ZK_REQUIRES(mutex) {
         Adopted lock(mutex.native_);
         native_.wait(lock);
     }
-    /// Waits until then at most; false when it has come to that.
+    /// Waits until `end` at the latest; false when that has come.
     bool waitUntil(Mutex &mutex, std::chrono::steady_clock::time_point end) ZK_REQUIRES(mutex) {
         Adopted lock(mutex.native_);
         return native_.wait_until(lock, end) == std::cv_status::no_timeout;
@@ -25,7 +25,7 @@ public:
     void notifyAll() { native_.notify_all(); }
 
 private:
-    /// A mutex that its caller has locked, and unlocks.
+    /// A mutex that the caller has locked, and will unlock.
     struct Adopted : std::unique_lock<std::mutex> {
         explicit Adopted(std::mutex &mutex) : unique_lock(mutex, std::adopt_lock) {}
         ~Adopted() { release(); }

@@ -23,17 +23,17 @@
 #define ZK_THREAD_ANNOTATION(...)
 #endif
 
-// For members: what has to be held for the member, and for what it points to.
+// For members: the mutex of the member itself, and of what it points to.
 #define ZK_GUARDED_BY(mutex) ZK_THREAD_ANNOTATION(guarded_by(mutex))
 #define ZK_PT_GUARDED_BY(mutex) ZK_THREAD_ANNOTATION(pt_guarded_by(mutex))
-/// For a mutex: of two that one thread holds, which it takes first.
+/// For a mutex: it is taken before these where one thread holds both.
 #define ZK_ACQUIRED_BEFORE(...) ZK_THREAD_ANNOTATION(acquired_before(__VA_ARGS__))
 
-// For functions: what their caller holds, and what he does not.
+// For functions: what their callers must hold, and what they must not.
 #define ZK_REQUIRES(...) ZK_THREAD_ANNOTATION(requires_capability(__VA_ARGS__))
 #define ZK_EXCLUDES(...) ZK_THREAD_ANNOTATION(locks_excluded(__VA_ARGS__))
 
-// For kinds of locks and those who hold them.
+// For the types of mutexes and locks.
 #define ZK_CAPABILITY(name) ZK_THREAD_ANNOTATION(capability(name))
 #define ZK_SCOPED_CAPABILITY ZK_THREAD_ANNOTATION(scoped_lockable)
 #define ZK_ACQUIRE(...) ZK_THREAD_ANNOTATION(acquire_capability(__VA_ARGS__))
@@ -66,7 +66,7 @@ private:
     Lockable &mutex_;
 };
 
-/// Gives a mutex that is held to others as long as the scope lives.
+/// Releases a mutex that is held, as long as the scope lives.
 template <class Lockable>
 class ZK_SCOPED_CAPABILITY MutexUnlock {
 public:

@@ -1,4 +1,4 @@
-// A mutex that is held by one, or shared by any number.
+// A mutex that one thread holds, or any number share.
 #pragma once
 
 #include "Platform/Locking/Mutex.h"

@@ -9,13 +9,13 @@ ConcurrentQueue::ConcurrentQueue(std::string label) : label_(std::move(label)) {
 void ConcurrentQueue::async(Block read) {
     runtime::checkBlock("dispatch::ConcurrentQueue::async", read);
     Pool::shared().requireThread(); // a block that has been let in must not be refused
-    turnstile_->asyncRead(std::move(read));
+    lock_->asyncRead(std::move(read));
 }
 
 void ConcurrentQueue::barrierAsync(Block write) {
     runtime::checkBlock("dispatch::ConcurrentQueue::barrierAsync", write);
     Pool::shared().requireThread();
-    turnstile_->asyncBarrier(std::move(write));
+    lock_->asyncBarrier(std::move(write));
 }
 
 } // namespace dispatch

@@ -43,7 +43,7 @@ public:
     template <class F>
     std::invoke_result_t<F &> sync(F &&read) const {
         runtime::checkBlock("dispatch::ConcurrentQueue::sync", read);
-        const Reading reading(*turnstile_);
+        const Reading reading(*lock_);
         return read();
     }
 
@@ -51,7 +51,7 @@ public:
     template <class F>
     std::invoke_result_t<F &> barrierSync(F &&write) {
         runtime::checkBlock("dispatch::ConcurrentQueue::barrierSync", write);
-        const Writing writing(*turnstile_);
+        const Writing writing(*lock_);
         return write();
     }
 
@@ -63,21 +63,19 @@ public:
 
 private:
     struct Reading {
-        explicit Reading(FairReaderWriterLock &turnstile) : turnstile_(turnstile) { turnstile_.enterRead(); }
+        explicit Reading(FairReaderWriterLock &lock) : lock_(lock) { lock_.enterRead(); }
         Reading(const Reading &) = delete;
-        ~Reading() { turnstile_.leaveRead(); }
-        FairReaderWriterLock &turnstile_;
+        ~Reading() { lock_.leaveRead(); }
+        FairReaderWriterLock &lock_;
     };
     struct Writing {
-        explicit Writing(FairReaderWriterLock &turnstile) : turnstile_(turnstile) {
-            turnstile_.enterBarrier();
-        }
+        explicit Writing(FairReaderWriterLock &lock) : lock_(lock) { lock_.enterBarrier(); }
         Writing(const Writing &) = delete;
-        ~Writing() { turnstile_.leaveBarrier(); }
-        FairReaderWriterLock &turnstile_;
+        ~Writing() { lock_.leaveBarrier(); }
+        FairReaderWriterLock &lock_;
     };
 
-    const std::shared_ptr<FairReaderWriterLock> turnstile_ = std::make_shared<FairReaderWriterLock>();
+    const std::shared_ptr<FairReaderWriterLock> lock_ = std::make_shared<FairReaderWriterLock>();
     const std::string label_;
 };
 

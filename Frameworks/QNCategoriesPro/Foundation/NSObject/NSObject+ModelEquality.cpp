@@ -64,7 +64,7 @@ bool qn::modelIsEqual(const id &model, const id &other) {
     if (!model || !other)
         return false;
     if (model->isa() != other->isa()) {
-        if (typeid(*other) == typeid(Question)) [[unlikely]]
+        if (const NSObject &asked = *other; typeid(asked) == typeid(Question)) [[unlikely]]
             seenWithQuestion = model.get();
         return false;
     }

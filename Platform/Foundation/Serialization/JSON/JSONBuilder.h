@@ -12,7 +12,7 @@ class JSONBuilder final : public JSONHandler {
 public:
     explicit JSONBuilder(bool mutableContainers) : mutable_(mutableContainers) {}
 
-    JSONScalars &leaves() { return leaves_; }
+    JSONScalars &scalars() { return scalars_; }
 
     /// The value completed last. There must be one.
     id take() {
@@ -22,7 +22,7 @@ public:
     }
     /// Why the builder ended the reading; null if it did not.
     const char *refusal() const override {
-        return tooDeep_ ? "Too many nested arrays or dictionaries." : leaves_.refusal();
+        return tooDeep_ ? "Too many nested arrays or dictionaries." : scalars_.refusal();
     }
 
     /// To be called at the start and the end of a container. `enter` returns false when containers would nest
@@ -39,13 +39,13 @@ public:
     }
 
     // JSONHandler.
-    bool Null() override { return add(leaves_.null()); }
-    bool Bool(bool flag) override { return add(leaves_.boolean(flag)); }
-    bool Int64(std::int64_t number) override { return add(leaves_.number(number)); }
-    bool Uint64(std::uint64_t number) override { return add(leaves_.number(number)); }
-    bool Double(double number) override { return add(leaves_.number(number)); }
-    bool String(std::string_view bytes) override { return add(leaves_.text(bytes)); }
-    bool Key(std::string_view bytes) override { return add(leaves_.key(bytes)); }
+    bool Null() override { return add(scalars_.null()); }
+    bool Bool(bool flag) override { return add(scalars_.boolean(flag)); }
+    bool Int64(std::int64_t number) override { return add(scalars_.number(number)); }
+    bool Uint64(std::uint64_t number) override { return add(scalars_.number(number)); }
+    bool Double(double number) override { return add(scalars_.number(number)); }
+    bool String(std::string_view bytes) override { return add(scalars_.text(bytes)); }
+    bool Key(std::string_view bytes) override { return add(scalars_.key(bytes)); }
     bool StartObject() override { return enter(); }
     bool StartArray() override { return enter(); }
     bool EndObject(std::size_t count) override;
@@ -55,7 +55,7 @@ private:
     bool close(std::size_t used, id container);
 
     const bool mutable_;
-    JSONScalars leaves_;
+    JSONScalars scalars_;
     /// The parts of the open containers: the elements of an array, or keys and values alternately. The end of
     /// a container says how many are its own.
     std::vector<id> pending_;

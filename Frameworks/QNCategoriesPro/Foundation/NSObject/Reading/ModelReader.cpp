@@ -49,12 +49,12 @@ public:
     bool gaveUp() const { return gaveUp_; }
     const char *refusal() const override { return builder_.refusal(); }
 
-    bool Null() override { return leaf(leaves().null()); }
-    bool Bool(bool flag) override { return leaf(leaves().boolean(flag)); }
-    bool Int64(std::int64_t number) override { return leaf(leaves().number(number)); }
-    bool Uint64(std::uint64_t number) override { return leaf(leaves().number(number)); }
-    bool Double(double number) override { return leaf(leaves().number(number)); }
-    bool String(std::string_view bytes) override { return leaf(leaves().text(bytes)); }
+    bool Null() override { return leaf(scalars().null()); }
+    bool Bool(bool flag) override { return leaf(scalars().boolean(flag)); }
+    bool Int64(std::int64_t number) override { return leaf(scalars().number(number)); }
+    bool Uint64(std::uint64_t number) override { return leaf(scalars().number(number)); }
+    bool Double(double number) override { return leaf(scalars().number(number)); }
+    bool String(std::string_view bytes) override { return leaf(scalars().text(bytes)); }
     bool Key(std::string_view bytes) override {
         return depthInBuilder_ > 0 ? builder_.Key(bytes) : lookUp(bytes);
     }
@@ -139,7 +139,7 @@ private:
     };
 
     Target targetOf(std::string_view key, const Ref<_QNModelMeta> &meta) {
-        const auto &text = builder_.leaves().key(key);
+        const auto &text = builder_.scalars().key(key);
         return text ? Target{meta, meta->_keys.find(*text)} : Target{};
     }
 
@@ -182,7 +182,7 @@ private:
     }
     bool leftBuilder() { return --depthInBuilder_ > 0 || take(builder_.take()); }
 
-    JSONScalars &leaves() { return builder_.leaves(); }
+    JSONScalars &scalars() { return builder_.scalars(); }
     bool leaf(const id &value) { return value && (depthInBuilder_ > 0 ? builder_.add(value) : take(value)); }
 
     /// Puts a value into the innermost frame.
