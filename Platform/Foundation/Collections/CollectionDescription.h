@@ -63,5 +63,6 @@ std::u16string collectionElementDescription(const id &element, const id &locale,
 /// The blanks in front of a line. More than 512 levels count as 512.
 std::u16string indentation(NSUInteger levels);
 
-/// The text in quotes: `\"`, `\\`, `\n`, `\r`, `\t`, and "\Uxxxx" for other code units outside 0x20 to 0x7E.
+/// The text in quotes, with `\"`, `\\`, `\n`, `\r`, `\t`, and `\Uxxxx` for other code units outside 0x20 to
+/// 0x7E.
 std::u16string quotedDescription(const std::u16string &units);

@@ -24,8 +24,8 @@ Ref<NSString> stringByEscapingForAsciiHTML(const Ref<NSString> &text);
 /// hexadecimal digits for 1 to 65534. Everything else stays.
 Ref<NSString> stringByUnescapingFromHTML(const Ref<NSString> &text);
 
-/// The text without tags, comments and scripts, unescaped. A run of white space becomes one blank, and
-/// none at either end; a closing tag becomes a blank, except those of inline elements such as "</b>".
+/// The text without tags, comments and scripts, unescaped. A run of white space becomes one blank, and none
+/// at either end; a closing tag becomes a blank, also at the end, but not that of an inline element ("</b>").
 Ref<NSString> stringByConvertingHTMLToPlainText(const Ref<NSString> &text);
 /// The text with each "<…>" replaced by a blank, or by nothing for "a", "span", "strong" and "em" without
 /// attributes; then as by `stringByRemovingNewLinesAndWhitespace`. A text without "<" is returned unchanged.
