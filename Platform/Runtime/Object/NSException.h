@@ -27,7 +27,7 @@ private:
 namespace runtime {
 
 /// As texts name it: a method, which has a blank in it, in brackets, a function as it is.
-inline std::string operationText(std::string operation) {
+inline std::string operationText(const std::string &operation) {
     return operation.find(' ') == operation.npos ? operation : "-[" + operation + "]";
 }
 

@@ -42,6 +42,7 @@
 #define NS_SCAN_1(...) __VA_ARGS__
 
 // An entry is a name or, in parentheses, a name and the class of its elements.
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a pointer to a member has none
 #define NS_PROPERTY_OF_NAME(Type, name) .property<&Type::name>(#name, "N")
 #define NS_PROPERTY_OF_PAIR(Type, pair) NS_PROPERTY_OF_ELEMENTS(Type, NS_WITHOUT_PARENTHESES pair)
 #define NS_PROPERTY_OF_ELEMENTS(...) NS_PROPERTY_WITH_ELEMENTS(__VA_ARGS__)
