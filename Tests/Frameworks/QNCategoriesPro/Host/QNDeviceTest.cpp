@@ -2,7 +2,7 @@
 // own programs. docs/host.md quotes from here.
 #include "Frameworks/QNCategoriesPro/Host/QNDevice.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
-#include "Platform/Foundation/Dates/NSDate.h"
+#include "Platform/Foundation/Dates/NSDate.h" // IWYU pragma: keep: it is the complete type
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/TemporaryFolder.h"

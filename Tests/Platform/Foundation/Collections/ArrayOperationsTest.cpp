@@ -331,13 +331,13 @@ TEST(NSMutableArray, movesLittleAtItsFrontAndOnceForMany) {
         notice([&] { i % 2 ? array->insertObject(number(i), 0) : array->removeObjectAtIndex(0); });
     EXPECT_LT(moves, 100);
 
-    const auto changes = [&](const auto &change) {
+    const auto mutationsBy = [&](const auto &change) {
         const auto before = array->mutations()->value();
         return change(), array->mutations()->value() - before;
     };
     const auto many = indexSet(0, 2, 4, 6, 8);
-    EXPECT_EQ(changes([&] { array->insertObjects(listOf({0, 1, 2, 3, 4}), many); }), 1u);
-    EXPECT_EQ(changes([&] { array->removeObjectsAtIndexes(many); }), 1u);
+    EXPECT_EQ(mutationsBy([&] { array->insertObjects(listOf({0, 1, 2, 3, 4}), many); }), 1u);
+    EXPECT_EQ(mutationsBy([&] { array->removeObjectsAtIndexes(many); }), 1u);
     int comparisons = 0;
     array->setArray(nullptr);
     const auto unwanted = NSMutableArray::array();
@@ -345,7 +345,7 @@ TEST(NSMutableArray, movesLittleAtItsFrontAndOnceForMany) {
         array->addObject(make<Compared>(i, comparisons));
         unwanted->addObject(make<Compared>(2 * i, comparisons));
     }
-    EXPECT_EQ(changes([&] { array->removeObjectsInArray(unwanted); }), 1u);
+    EXPECT_EQ(mutationsBy([&] { array->removeObjectsInArray(unwanted); }), 1u);
     EXPECT_EQ(array->count(), count / 2);
     EXPECT_LT(comparisons, static_cast<int>(count));
 }

@@ -1,5 +1,4 @@
 // Dictionaries beyond their primitives, and sets.
-#include "Platform/Runtime/Object/Class.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/Testing.h"

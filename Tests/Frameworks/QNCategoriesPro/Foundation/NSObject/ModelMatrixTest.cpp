@@ -367,7 +367,7 @@ TEST(ModelMatrix, everyValueIntoEveryProperty) {
 }
 
 TEST(ModelMatrix, unusualValues) {
-    const std::tuple<const char *, id, const char *> rows[] = {
+    const std::tuple<const char *, id, const char *> unusual[] = {
         {"number", u"42"_ns, "NSNumber 42"},
         {"number", u"yes"_ns, "NSNumber 1"},
         {"number", u"True"_ns, "NSNumber 1"},
@@ -382,7 +382,7 @@ TEST(ModelMatrix, unusualValues) {
         {"data", make<NSString>(u"\xD800"), "(none)"},
         {"url", u" \n"_ns, "(none)"},
         {"date", u"2014-01-20"_ns, "NSDate 2014-01-20 00:00:00 +0000"}};
-    for (const auto &[property, value, expected] : rows) {
+    for (const auto &[property, value, expected] : unusual) {
         const auto model = make<Everything>();
         ModelSetValueForProperty(*model, value, *metaNamed(property));
         EXPECT_EQ(shownProperty(*model, *metaNamed(property)), expected) << text(value);

@@ -1,6 +1,6 @@
 #include "Tests/Frameworks/QNCategoriesPro/Foundation/NSObject/ModelTesting.h"
 
-#include "Platform/Foundation/Serialization/Archive/NSCoder.h"
+#include "Platform/Foundation/Serialization/Archive/NSCoder.h" // IWYU pragma: keep: it is the complete type
 
 NS_IMPLEMENTATION(Node) {
     cls.property<&Node::next>("next")

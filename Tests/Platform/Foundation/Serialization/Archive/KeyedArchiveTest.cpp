@@ -8,7 +8,7 @@
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListUID.h"
 #include "Platform/Foundation/System/NSError.h"
 #include "Platform/Foundation/System/NSURL.h"
-#include "Platform/Runtime/Object/Message.h"
+#include "Platform/Runtime/Object/Class.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/RandomObjects.h"
 #include "Tests/Support/TemporaryFolder.h"
