@@ -15,7 +15,7 @@ public:
     explicit Configuration(FuzzBytes bytes) : bytes_(bytes) {
         descriptor_.bNumInterfaces = bytes_.byte();
         descriptor_.interface = arrayOf(interfaces_, descriptor_.bNumInterfaces, [this](auto &interface) {
-            interface.num_altsetting = static_cast<std::int8_t>(bytes_.byte());
+            interface.num_altsetting = int{bytes_.byte()} - 128;
             interface.altsetting =
                 arrayOf(settings_, interface.num_altsetting, [this](auto &setting) { fill(setting); });
         });

@@ -1,6 +1,6 @@
 // Property lists in their three formats: what is read, immutable and mutable, comes back from every format
 // that can hold it.
-#include "Platform/Foundation/Collections/NSDictionary.h"
+#include "Platform/Foundation/Collections/NSDictionary.h" // IWYU pragma: keep: it is the complete type
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 #include "Platform/Foundation/System/NSError.h"

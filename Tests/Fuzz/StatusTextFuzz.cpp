@@ -1,7 +1,8 @@
 // The status text of a printer.
 #include "Manager/PrinterStatus.h"
+#include "Platform/Foundation/Text/NSString.h"
 #include "Tests/Fuzz/FuzzTarget.h"
-#include "Tests/Manager/ManagerTesting.h"
+#include "Tests/Support/LogLines.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const auto text =

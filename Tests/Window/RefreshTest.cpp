@@ -1,6 +1,6 @@
 // What goes on by itself: discovery, and the table that keeps itself current.
 #include "Manager/ZKManager.h"
-#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Other/SafeMutableArray/ZKSafeMutableArray.h" // IWYU pragma: keep: it is the complete type
 #include "Tests/Support/NoThreadLeft.h"
 #include "Tests/Window/WindowTesting.h"
 

@@ -1,8 +1,7 @@
 #include "Tests/Window/WindowTesting.h"
 
 #include "Manager/ZKManager.h"
-#include "Manager/ZKUSB.h"
-#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Other/SafeMutableArray/ZKSafeMutableArray.h" // IWYU pragma: keep: it is the complete type
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -48,7 +48,7 @@ public:
     std::int16_t numbers[3] = {};
 
 private:
-    double secret = 0.5;
+    double secret_ = 0.5;
 };
 NS_IMPLEMENTATION(Book) {
     cls.property<&Book::title>("title", "N,C", {"P1", "P2"})
@@ -68,7 +68,7 @@ NS_IMPLEMENTATION(Book) {
         .property<&Book::isOpen, &Book::setOpen>("open", "GisOpen,N")
         .property<&Book::frame>("frame")
         .property<&Book::numbers>("numbers")
-        .property<&Book::secret>("épaisseur", "R")
+        .property<&Book::secret_>("épaisseur", "R")
         .property<Ref<NSString>>("later", "D,N")
         .ivar<&Book::visible>("visible")
         .protocol("Readable");
