@@ -11,9 +11,8 @@
 #include "Manager/TonerHint.h"
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
-#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Other/SafeMutableArray/ZKSafeMutableArray.h" // IWYU pragma: keep: it is the complete type
 #include "Platform/Dispatch/Queues/MainQueue.h"
-#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Foundation/System/NSThread.h"

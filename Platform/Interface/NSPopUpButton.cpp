@@ -13,7 +13,7 @@ public:
     explicit AccessiblePopUp(NSPopUpButton *popUp) : QAccessibleWidget(popUp, QAccessible::ComboBox) {}
 
     QString text(QAccessible::Text kind) const override {
-        const QString own = QAccessibleWidget::text(kind);
+        QString own = QAccessibleWidget::text(kind);
         switch (kind) {
         case QAccessible::Value:
             return popUp().currentText();

@@ -78,7 +78,7 @@ private:
         auto *poll = new QTimer(&window_);
         QObject::connect(poll, &QTimer::timeout, poll, [=, this, ready = std::move(ready)] {
             if (!tip_.isVisible() || !ready())
-                return giveUpAfter(patience_ms, name);
+                return giveUpInTime(name);
             poll->deleteLater();
             poll->stop();
             picture(name);
@@ -94,12 +94,12 @@ private:
         waiting_.start();
         while (!ready() || tip_.isVisible()) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
-            giveUpAfter(patience_ms, what);
+            giveUpInTime(what);
         }
     }
 
-    void giveUpAfter(qint64 limit_ms, const char *what) const {
-        if (waiting_.elapsed() > limit_ms)
+    void giveUpInTime(const char *what) const {
+        if (waiting_.elapsed() > patience_ms)
             fail("waited in vain for " + std::string(what));
     }
 

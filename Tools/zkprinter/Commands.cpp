@@ -5,7 +5,7 @@
 #include "Manager/TonerHint.h"
 #include "Manager/ZKUSB.h"
 #include "Platform/Foundation/Text/ControlCharacters.h"
-#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Foundation/Text/NSString.h" // IWYU pragma: keep: it is the complete type
 #include "Platform/Transport/zkcomtl.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Patience.h"

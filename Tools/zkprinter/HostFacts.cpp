@@ -3,7 +3,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDate/NSDate+QNCommon.h"
 #include "Platform/Foundation/Text/NSString.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace {

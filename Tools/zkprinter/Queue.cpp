@@ -5,7 +5,7 @@
 #include "Manager/SupportedQueues.h"
 #include "Manager/ZKManager.h"
 #include "Manager/ZKUSB.h"
-#include "Other/SafeMutableArray/ZKSafeMutableArray.h"
+#include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/NSString.h"

@@ -2,7 +2,7 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/NSString+QNCommon.h"
 #include "Platform/Foundation/Text/ControlCharacters.h"
-#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Foundation/Text/NSString.h" // IWYU pragma: keep: it is the complete type
 #include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Terminal.h"
 

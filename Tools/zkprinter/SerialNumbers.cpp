@@ -6,9 +6,7 @@
 #include "Platform/Foundation/Text/Unicode.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <cstdint>
 #include <optional>
 
 namespace {

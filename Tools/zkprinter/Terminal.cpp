@@ -1,7 +1,6 @@
 #include "Tools/zkprinter/Terminal.h"
 
 #include "Platform/Foundation/Text/ControlCharacters.h"
-#include "Platform/Foundation/Text/Unicode.h"
 #include "Tools/zkprinter/Output.h"
 
 #include <algorithm>

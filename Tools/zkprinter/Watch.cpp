@@ -1,6 +1,6 @@
 // The command `devices --watch`.
 #include "Manager/ZKUSB.h"
-#include "Platform/Foundation/Text/NSString.h"
+#include "Platform/Foundation/Text/NSString.h" // IWYU pragma: keep: it is the complete type
 #include "Platform/Transport/usb/AttachedPrinter.h"
 #include "Platform/Transport/usb/DeviceEvents.h"
 #include "Tools/zkprinter/Commands.h"

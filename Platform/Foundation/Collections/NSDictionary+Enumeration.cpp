@@ -4,7 +4,6 @@
 #include "Platform/Foundation/Collections/NSSet.h"
 #include "Platform/Foundation/Collections/StableSort.h"
 #include "Platform/Runtime/Object/Message.h"
-#include "Platform/Runtime/Object/Raise.h"
 
 Ref<NSEnumerator> NSDictionary::objectEnumerator() const {
     return make<NSEnumerator>(

@@ -2,7 +2,6 @@
 
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Platform/Runtime/Object/Raise.h"
 
 NS_IMPLEMENTATION(NSEnumerator) {
     cls.method<&NSEnumerator::nextObject>("nextObject");

@@ -3,7 +3,6 @@
 #include "Platform/Foundation/Data/KeyedHash.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
-#include "Platform/Runtime/Object/Raise.h"
 
 #include <algorithm>
 

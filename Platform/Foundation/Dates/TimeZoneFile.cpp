@@ -95,6 +95,7 @@ std::vector<TimeZoneRules::Change> changesOf(const std::vector<std::int64_t> &ti
         if (!kinds[i].isDaylight && isWinter(i - 1) && isWinter(i + 1))
             added[i] = std::max(kinds[i].offset - kinds[i - 1].offset, 0);
     std::vector<TimeZoneRules::Change> made;
+    made.reserve(times.size());
     for (std::size_t i = 0; i < times.size(); ++i)
         made.push_back({times[i], {kinds[i].offset, added[i]}});
     return made;

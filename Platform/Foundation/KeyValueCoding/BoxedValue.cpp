@@ -4,8 +4,6 @@
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NumberType.h"
 
-#include <algorithm>
-
 namespace {
 
 char kindOf(std::string_view encoding) {
