@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,4 +29,15 @@ inline std::vector<std::pair<std::string, std::string>> rowsOf(const std::string
     }
     EXPECT_FALSE(rows.empty()) << path;
     return rows;
+}
+
+using TextOperations = std::map<std::string, std::function<std::string(const std::string &)>>;
+
+/// Checks a table whose rows read "operation text => what it gives".
+inline void expectTable(const std::string &path, const TextOperations &operations) {
+    for (const auto &[row, expected] : rowsOf(path)) {
+        const std::size_t end = std::min(row.find(' '), row.size());
+        const std::string given = row.substr(std::min(end + 1, row.size()));
+        EXPECT_EQ(operations.at(row.substr(0, end))(given), expected) << row;
+    }
 }

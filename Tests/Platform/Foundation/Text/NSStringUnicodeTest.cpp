@@ -4,18 +4,28 @@
 #include "Platform/Foundation/Text/NSScanner.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Testing.h"
+#include "Tests/Support/TextTable.h"
 
-TEST(NSString, readsTruth) {
-    for (const char16_t *truth : {u"YES", u"y", u"true", u"T", u"1", u"9x", u"  +007", u"-02", u"\n\tyellow"})
-        EXPECT_TRUE(make<NSString>(truth)->boolValue()) << make<NSString>(truth)->utf8();
-    for (const char16_t *falsehood : {u"", u"NO", u"false", u"0", u"000", u"-0x1", u"- 1", u"on", u"\u0661"})
-        EXPECT_FALSE(make<NSString>(falsehood)->boolValue()) << make<NSString>(falsehood)->utf8();
+namespace {
+
+std::string scanHexInt(const std::string &given) {
+    const auto scanner = make<NSScanner>(string(given));
+    const auto value = scanner->scanHexInt();
+    return (value ? std::to_string(*value) : "none") + " at " + std::to_string(scanner->scanLocation());
+}
+
+} // namespace
+
+TEST(NSString, givesWhatTheTableSays) {
+    expectTable(ZK_TABLES "/Text/Operations.txt",
+                {{"boolValue", [](auto &given) { return std::to_string(string(given)->boolValue()); }},
+                 {"lowercaseString", [](auto &given) { return text(string(given)->lowercaseString()); }},
+                 {"uppercaseString", [](auto &given) { return text(string(given)->uppercaseString()); }},
+                 {"pathExtension", [](auto &given) { return text(string(given)->pathExtension()); }},
+                 {"scanHexInt", scanHexInt}});
 }
 
 TEST(NSString, mapsCase) {
-    EXPECT_EQ(text(u"ÄB1 İΣ"_ns->lowercaseString()), "äb1 i̇ς");
-    EXPECT_EQ(text(u"straße ŉ i"_ns->uppercaseString()), "STRASSE ʼN I");
-    EXPECT_EQ(text(u""_ns->lowercaseString()), "");
     const std::u16string lone = {u'A', 0xD800, u'B'};
     EXPECT_EQ(make<NSString>(lone)->lowercaseString()->units(), (std::u16string{u'a', 0xD800, u'b'}));
     const std::u16string emphatic(1000, u'\u0390'); // each becomes three units
@@ -52,16 +62,6 @@ TEST(NSString, trimsAndSplits) {
               NSInvalidArgumentException);
 }
 
-TEST(NSString, knowsPathExtensions) {
-    const std::pair<const char *, const char *> table[] = {
-        {"a.png", "png"}, {"/tmp/a.tar.gz", "gz"}, {"/a.d/b", ""},
-        {".png", ""},     {"/x/.png", ""},         {"png", ""},
-        {"a.", ""},       {"a.b/", "b"},           {"", ""},
-        {"///", ""},      {".x.png", "png"},       {"..", ""}};
-    for (const auto &[path, extension] : table)
-        EXPECT_EQ(text(string(path)->pathExtension()), extension) << path;
-}
-
 TEST(NSString, widensRangesToWholeCharacters) {
     // e + acute | flag of two pairs | family joined by zero-width joiners | CR LF | a lone surrogate | x
     const auto value = make<NSString>(u"e\u0301🇩🇪👩‍👧\r\n" + std::u16string(1, 0xD800) + u"x");
@@ -85,19 +85,7 @@ TEST(NSString, widensRangesToWholeCharacters) {
               NSRangeException);
 }
 
-TEST(NSScanner, readsHexadecimalNumbers) {
-    const auto scan = [](const char *units) {
-        const auto scanner = make<NSScanner>(string(units));
-        const auto value = scanner->scanHexInt();
-        return (value ? std::to_string(*value) : "none") + " at " + std::to_string(scanner->scanLocation());
-    };
-    EXPECT_EQ(scan("1F"), "31 at 2");
-    EXPECT_EQ(scan(" \n0X1fg"), "31 at 6");
-    EXPECT_EQ(scan("0xFFFFFFFF"), "4294967295 at 10");
-    EXPECT_EQ(scan("0x1000000001 "), "4294967295 at 12");
-    EXPECT_EQ(scan("0x"), "none at 0");
-    EXPECT_EQ(scan("-1"), "none at 0");
-    EXPECT_EQ(scan("  "), "none at 0");
+TEST(NSScanner, goesOnWhereItStands) {
     const auto scanner = make<NSScanner>(u"a 0xB"_ns);
     EXPECT_EQ(scanner->scanHexInt(), 10u);
     EXPECT_EQ(scanner->scanHexInt(), 11u);

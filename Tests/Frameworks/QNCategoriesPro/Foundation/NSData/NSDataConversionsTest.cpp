@@ -54,17 +54,7 @@ TEST(HexString, writesTwoCapitalsAByte) {
 }
 
 TEST(HexData, takesPairsAsTheyCome) {
-    const std::pair<std::u16string, const char *> table[] = {
-        {u"0A 1b", "<0a1b>"},      {u"abc", "<ab>"},
-        {u"zz", "<00>"},           {u"", "(none)"},
-        {u"   ", "(none)"},        {u"a", "<>"},
-        {u"0gg0", "<0000>"},       {u"1g", "<01>"},
-        {u"-1+f", "<ff0f>"},       {u"0x10", "<0010>"},
-        {u"\t7--", "<0700>"},      {u"1 2 3", "<12>"},
-        {u"\u0141\u0142", "<bb>"}, {u"\uFF21b", "<ab>"},
-        {{u'1', 0xD831}, "<11>"},  {{u'1', 0, u'2', u'3'}, "<0123>"}};
-    for (const auto &[units, expected] : table)
-        EXPECT_EQ(text(qn::hexData(make<NSString>(units))), expected) << make<NSString>(units)->utf8();
+    EXPECT_EQ(text(qn::hexData(make<NSString>(u"1\xD831"))), "<11>");
     EXPECT_EQ(qn::hexData(nullptr), nullptr);
     Random random(1);
     for (std::size_t length = 1; length < 300; ++length) {
@@ -80,35 +70,17 @@ TEST(HexData, takesPairsAsTheyCome) {
     }
 }
 
-TEST(Base64, writesTheKnownTextsInLines) {
-    const std::pair<const char *, const char *> table[] = {{"", ""},
-                                                           {"f", "Zg==\n"},
-                                                           {"fo", "Zm8=\n"},
-                                                           {"foo", "Zm9v\n"},
-                                                           {"foob", "Zm9vYg==\n"},
-                                                           {"fooba", "Zm9vYmE=\n"},
-                                                           {"foobar", "Zm9vYmFy\n"}};
-    for (const auto &[plain, encoded] : table) {
-        EXPECT_EQ(text(qn::base64EncodedString(dataOf(plain))), encoded);
-        EXPECT_TRUE(qn::base64EncodedData(string(plain))->isEqual(dataOf(encoded)));
-        EXPECT_EQ(text(qn::base64DecodedString(string(encoded))), plain);
-    }
+TEST(Base64, isWrittenInLines) {
     const std::string line(64, 'A');
     EXPECT_EQ(text(qn::base64EncodedString(dataOf(std::string(48, '\0')))), line + "\n");
     EXPECT_EQ(text(qn::base64EncodedString(dataOf(std::string(49, '\0')))), line + "\nAA==\n");
     EXPECT_EQ(text(qn::base64EncodedString(dataOf(std::string(96, '\0')))), line + "\n" + line + "\n");
     EXPECT_EQ(text(qn::base64EncodedString(dataOf("\xFB\xEF\xBE\xFF"sv))), "++++/w==\n");
+    EXPECT_EQ(contents(qn::base64EncodedData(u"foob"_ns)), "Zm9vYg==\n");
     EXPECT_EQ(qn::base64EncodedString(Ref<NSData>()), nullptr);
 }
 
-TEST(Base64, readsWhatIsWholeAndSkipsWhatIsForeign) {
-    const std::pair<const char *, const char *> table[] = {
-        {"", "<>"},          {" Z\r\ng*=-=ü", "<66>"}, {"_-!", "<>"},
-        {"Zg", "(none)"},    {"Zg=", "(none)"},        {"Z===", "(none)"},
-        {"Zm9v=", "(none)"}, {"Zm9v====", "(none)"},   {"Zg==Zg==", "(none)"},
-        {"Z=g=", "(none)"},  {"=", "(none)"},          {"AAECAw==", "<00010203>"}};
-    for (const auto &[encoded, expected] : table)
-        EXPECT_EQ(text(qn::base64DecodedData(string(encoded))), expected) << encoded;
+TEST(Base64, isReadBackAmongForeignCharacters) {
     EXPECT_EQ(text(qn::base64DecodedString(dataOf("YQBi"))), "a") << "up to the zero byte";
     EXPECT_EQ(qn::base64DecodedString(dataOf("/w==")), nullptr) << "not UTF-8";
     EXPECT_EQ(qn::base64DecodedData(make<NSString>(std::u16string(1, 0xD800))), nullptr);
@@ -128,7 +100,6 @@ TEST(Base64, readsWhatIsWholeAndSkipsWhatIsForeign) {
 TEST(Crc32, isZlibs) {
     EXPECT_EQ(text(qn::crc32String(dataOf("123456789"))), "cbf43926");
     EXPECT_EQ(qn::crc32(u"123456789"_ns), 0xCBF43926u);
-    EXPECT_EQ(text(qn::crc32String(u""_ns)), "00000000");
     EXPECT_EQ(text(qn::crc32String(dataOf("\x00\x00"sv))), "41d912ff");
     EXPECT_EQ(qn::crc32(make<NSString>(std::u16string(1, 0xD800))), 0u);
     EXPECT_EQ(qn::crc32String(Ref<NSData>()), nullptr);
