@@ -8,6 +8,7 @@
 #include "Tests/Support/OnThreads.h"
 #include "Tests/Support/Random.h"
 #include "Tests/Support/Testing.h"
+#include "Tests/Support/TextTable.h"
 #include "Tests/Support/Words.h"
 
 #include <unicode/translit.h>
@@ -74,30 +75,20 @@ TEST(Pinyin, theManualsExample) {
 }
 
 TEST(Pinyin, leavesOtherTextAlone) {
-    const struct {
-        const char *text, *marked, *plain, *initials, *letters;
-    } rows[] = {{"", "", "", "", ""},
-                {"Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é",
-                 "Laser — ひらがな 한글 é", "Laser — ひらがな 한글 é"},
-                {"（打）印，机。", "（dǎ）yìn，jī。", "（da）yin，ji。", "（d）y，j。", "（d）y，j。"},
-                {"3楼 打 印", "3 lóu dǎ yìn", "3 lou da yin", "3 l d y", "3l d y"},
-                {"Ｆ打プ印", "Ｆ dǎ プ yìn", "Ｆ da プ yin", "Ｆ d プ y", "Ｆdプy"},
-                {"女儿绿略", "nǚ ér lǜ lüè", "nü er lü lüe", "n e l l", "nell"},
-                {"西安 呣嗯", "xī ān ḿ ń", "xi an m n", "x a m n", "xa mn"},
-                {"重庆 重要 沈阳 藏文", "chóng qìng zhòng yào shěn yáng zàng wén",
-                 "chong qing zhong yao shen yang zang wen", "ch q zh y sh y z w", "cq zy sy zw"},
-                {"行", "xíng", "xing", "x", "x"},
-                {"㐅𠀀々〇", "wǔ hē 々 líng", "wu he 々 ling", "w h 々 l", "wh々l"}};
-    for (const auto &row : rows) {
-        const auto given = string(row.text);
-        EXPECT_EQ(text(qn::pinyin(given)), row.marked);
-        EXPECT_EQ(text(qn::pinyinWithoutToneMarks(given)), row.plain);
-        EXPECT_EQ(text(qn::pinyinInitials(given)), row.initials);
-        EXPECT_EQ(text(qn::pinyinFirstLetters(given)), row.letters);
+    for (const auto &[given, expected] : rowsOf(ZK_TABLES "/Foundation/NSString/Readings.txt")) {
+        const auto name = string(given);
+        EXPECT_EQ(text(qn::pinyin(name)) + " | " + text(qn::pinyinWithoutToneMarks(name)) + " | " +
+                      text(qn::pinyinInitials(name)) + " | " + text(qn::pinyinFirstLetters(name)),
+                  expected);
     }
     for (const auto operation : {qn::pinyin, qn::pinyinWithoutToneMarks, qn::pinyinInitials,
-                                 qn::pinyinFirstLetters, qn::pinyinSortingKey})
+                                 qn::pinyinFirstLetters, qn::pinyinSortingKey}) {
         EXPECT_EQ(operation(nullptr), nullptr);
+        EXPECT_EQ(text(operation(u""_ns)), "");
+    }
+    for (const auto operation :
+         {qn::pinyin, qn::pinyinWithoutToneMarks, qn::pinyinInitials, qn::pinyinFirstLetters})
+        EXPECT_EQ(text(operation(u"Laser — ひらがな 한글 é"_ns)), "Laser — ひらがな 한글 é");
     EXPECT_EQ(qn::pinyin(of(u"\xD801打\xDC00"))->units(), u"\xD801"
                                                           u"dǎ\xDC00");
 }
