@@ -1,7 +1,6 @@
 // Arrays beyond their primitives: ranges and index sets, order, tests, batches.
 #include "Platform/Foundation/Collections/NSIndexSet.h"
 #include "Platform/Foundation/System/NSURL.h"
-#include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/Raise.h"
 #include "Tests/Support/Objects.h"
 #include "Tests/Support/Random.h"
@@ -21,10 +20,6 @@ NSComparisonResult byValue(const id &first, const id &second) {
                                            (valueOf(first) < valueOf(second)));
 }
 
-bool lessByValue(const id &first, const id &second) {
-    return valueOf(first) < valueOf(second);
-}
-
 Ref<NSArray> listOf(std::initializer_list<std::size_t> values) {
     Objects objects;
     std::transform(values.begin(), values.end(), std::back_inserter(objects), number<std::size_t>);
@@ -38,12 +33,10 @@ Ref<NSIndexSet> indexSet(auto... indexes) {
 }
 
 /// Cannot be compared.
-class Incomparable : public NSObject {
-    NS_CLASS(Incomparable, NSObject)
+class Incomparable final : public NSObject {
 public:
     bool isEqual(const id &) const override { throw NSException("Mine", "no"); }
 };
-NS_IMPLEMENTATION(Incomparable) {}
 
 /// Counts how often it is compared.
 class Compared final : public NSNumber {
@@ -145,7 +138,7 @@ struct PlainList {
         std::swap(objects[first], objects[second]);
     }
     void sortWithOptions(NSSortOptions, const NSComparator &) {
-        std::ranges::stable_sort(objects, lessByValue);
+        std::ranges::stable_sort(objects, {}, valueOf);
     }
 };
 
@@ -250,8 +243,8 @@ public:
         model.sortWithOptions(NSSortStable, byValue);
         const NSRange range = someRange();
         const id wanted = number(below(10));
-        const auto [lower, upper] =
-            std::equal_range(model.at(range.location), model.at(range.end()), wanted, lessByValue);
+        const auto [lower, upper] = std::ranges::equal_range(model.at(range.location), model.at(range.end()),
+                                                             valueOf(wanted), {}, valueOf);
         const auto search = [&](NSBinarySearchingOptions options) {
             return array->indexOfObject(wanted, range, options, byValue);
         };
@@ -310,25 +303,27 @@ TEST(NSMutableArray, followsAPlainListThroughRandomChanges) {
 TEST(NSMutableArray, movesLittleAtItsFrontAndOnceForMany) {
     constexpr std::size_t count = 4000;
     const auto array = NSMutableArray::array();
+    const std::function<void(std::size_t)> steps[] = {
+        [&](auto i) { array->insertObject(number(i), std::min<NSUInteger>(i, 1)); },
+        [&](auto i) {
+            array->replaceObjectsInRange({0, i % 2}, listOf({i, i}));
+        },
+        [&](auto i) {
+            array->insertObjects(listOf({i, i}), indexSet(0, 1));
+        },
+        [&](auto) { array->removeObjectsAtIndexes(indexSet(1, 2)); },
+        [&](auto) {
+            array->removeObjectsInRange({0, 1});
+        },
+        [&](auto i) { i % 2 ? array->insertObject(number(i), 0) : array->removeObjectAtIndex(0); }};
     int moves = 0;
     const id *last = nullptr;
-    const auto notice = [&](const auto &change) {
-        change();
-        const id *now = &array->elements()->back();
-        moves += std::exchange(last, now) != now;
-    };
-    for (std::size_t i = 0; i < count; ++i)
-        notice([&] { array->insertObject(number(i), std::min<NSUInteger>(i, 1)); });
-    for (std::size_t i = 0; i < count; ++i)
-        notice([&] { array->replaceObjectsInRange({0, i % 2}, listOf({i, i})); });
-    for (std::size_t i = 0; i < count; ++i)
-        notice([&] { array->insertObjects(listOf({i, i}), indexSet(0, 1)); });
-    for (std::size_t i = 0; i < count; ++i)
-        notice([&] { array->removeObjectsAtIndexes(indexSet(1, 2)); });
-    for (std::size_t i = 0; i < count; ++i)
-        notice([&] { array->removeObjectsInRange({0, 1}); });
-    for (std::size_t i = 0; i < count; ++i)
-        notice([&] { i % 2 ? array->insertObject(number(i), 0) : array->removeObjectAtIndex(0); });
+    for (const auto &step : steps)
+        for (std::size_t i = 0; i < count; ++i) {
+            step(i);
+            const id *now = &array->elements()->back();
+            moves += std::exchange(last, now) != now;
+        }
     EXPECT_LT(moves, 100);
 
     const auto mutationsBy = [&](const auto &change) {
@@ -389,7 +384,7 @@ TEST(NSArray, sortsInEveryWayAndStably) {
         for (std::size_t i = 0; i < size; ++i)
             objects.push_back(number(random() % (size / 4 + 1)));
         const auto array = arrayOf(objects);
-        std::stable_sort(objects.begin(), objects.end(), lessByValue);
+        std::ranges::stable_sort(objects, {}, valueOf);
         int calls = 0;
         const NSSortFunction function = [](const id &first, const id &second, void *context) {
             ++*static_cast<int *>(context);
@@ -402,13 +397,11 @@ TEST(NSArray, sortsInEveryWayAndStably) {
         calls = 0;
         EXPECT_EQ(sorted->sortedArrayUsingFunction(function, &calls)->allObjects(), objects);
         EXPECT_LE(calls, static_cast<int>(size)) << "what is in order is left alone";
-        // A comparison that contradicts itself gives some order of the same elements.
-        auto shuffled = array
-                            ->sortedArrayUsingComparator([&](const id &, const id &) {
-                                return static_cast<NSComparisonResult>(static_cast<int>(random() % 3) - 1);
-                            })
-                            ->allObjects();
-        EXPECT_TRUE(std::is_permutation(shuffled.begin(), shuffled.end(), objects.begin()));
+        const auto inconsistent = [&](const id &, const id &) {
+            return static_cast<NSComparisonResult>(static_cast<int>(random() % 3) - 1);
+        };
+        EXPECT_TRUE(std::ranges::is_permutation(array->sortedArrayUsingComparator(inconsistent)->allObjects(),
+                                                objects));
     }
     const auto words = NSMutableArray::arrayWithObjects({u"b"_ns, u"a"_ns, u"C"_ns});
     EXPECT_EQ(joined(words->sortedArrayUsingSelector("compare:"_sel)), "C a b");

@@ -30,8 +30,7 @@ private:
 };
 
 /// A key that equals others of its number and shares its hash with all of them.
-class CollidingKey : public NSObject {
-    NS_CLASS(CollidingKey, NSObject)
+class CollidingKey final : public NSObject {
 public:
     explicit CollidingKey(std::size_t keyNumber) : number(keyNumber) {}
     bool isEqual(const id &other) const override {
@@ -43,7 +42,6 @@ public:
 
     const std::size_t number;
 };
-NS_IMPLEMENTATION(CollidingKey) {}
 
 /// Looks around while it is being destroyed.
 class LastWords : public NSObject {

@@ -44,10 +44,10 @@ NS_IMPLEMENTATION(Lamp) {
 
 class InvocationTest : public OnManualClock {
 protected:
-    id perform(const char *selector, const std::vector<id> &arguments = {}) {
+    id perform(const std::string &selector, const std::vector<id> &arguments = {}) {
         return qn::performSelector(lamp, sel_registerName(selector), arguments);
     }
-    std::string complaintOf(const char *selector, const std::vector<id> &arguments) {
+    std::string complaintOf(const std::string &selector, const std::vector<id> &arguments) {
         return complaint([&] { return perform(selector, arguments); });
     }
 
@@ -75,22 +75,20 @@ TEST_F(InvocationTest, boxesWhateverCrosses) {
 }
 
 TEST_F(InvocationTest, saysWhatDoesNotFitBeforeAnythingIsSent) {
-    const auto selectorAnd = [](const char *selector, const char *fault) {
-        return AllOf(HasSubstr(NSInvalidArgumentException), HasSubstr(std::string("-[Lamp ") + selector),
-                     HasSubstr(fault));
-    };
-    EXPECT_THAT(complaintOf("dim", {}), selectorAnd("dim]", "unrecognized selector"));
-    EXPECT_THAT(complaintOf("setBrightness:", {}),
-                selectorAnd("setBrightness:]", "takes 1 arguments, given 0"));
-    EXPECT_THAT(complaintOf("brightness", {lamp}), selectorAnd("brightness]", "takes 0 arguments, given 1"));
-    EXPECT_THAT(
-        complaintOf("label:watts:isOn:", {u"Desk"_ns, number(40), u"yes"_ns}),
-        selectorAnd("label:watts:isOn:]", "argument 3 is of type \"B\", which an object of NSString"));
-    EXPECT_THAT(complaintOf("setBrightness:", {nullptr}),
-                selectorAnd("setBrightness:]", "argument 1 is of type \"C\", which none does not fit"));
-    EXPECT_THAT(complaintOf("area:", {NSValue::valueWith(CGSize{1, 1})}),
-                selectorAnd("area:]", "argument 1"));
-    EXPECT_THAT(complaintOf("kind:", {u"Lamp"_ns}), selectorAnd("kind:]", "argument 1"));
+    const std::tuple<std::string, std::vector<id>, const char *> table[] = {
+        {"dim", {}, "unrecognized selector"},
+        {"setBrightness:", {}, "takes 1 arguments, given 0"},
+        {"brightness", {lamp}, "takes 0 arguments, given 1"},
+        {"label:watts:isOn:",
+         {u"Desk"_ns, number(40), u"yes"_ns},
+         "argument 3 is of type \"B\", which an object of NSString"},
+        {"setBrightness:", {nullptr}, "argument 1 is of type \"C\", which none does not fit"},
+        {"area:", {NSValue::valueWith(CGSize{1, 1})}, "argument 1"},
+        {"kind:", {u"Lamp"_ns}, "argument 1"}};
+    for (const auto &[selector, arguments, fault] : table)
+        EXPECT_THAT(complaintOf(selector, arguments),
+                    AllOf(StartsWith(NSInvalidArgumentException), HasSubstr("-[Lamp " + selector + "]"),
+                          HasSubstr(fault)));
     EXPECT_EQ(raised([&] { return qn::performSelectorInBackground(lamp, "dim"_sel), 0; }),
               NSInvalidArgumentException)
         << "on the thread of the caller";

@@ -12,18 +12,6 @@
 
 namespace {
 
-/// Counts how often it is hashed.
-class Counted : public Node {
-    NS_CLASS(Counted, Node)
-public:
-    static inline int hashes = 0;
-    NSUInteger hash() const override {
-        ++hashes;
-        return Node::hash();
-    }
-};
-NS_IMPLEMENTATION(Counted) {}
-
 struct Span {
     double from = 0, to = 0;
 };
@@ -43,12 +31,15 @@ public:
 };
 NS_PROPERTIES(Spanned, span, small)
 
-/// Leads to two others.
+/// Leads to two others, and counts how often any is hashed or compared.
 class Fork : public Node {
     NS_CLASS(Fork, Node)
 public:
+    static inline int hashes = 0, comparisons = 0;
     id other;
     std::int32_t number = 0;
+    NSUInteger hash() const override { return ++hashes, Node::hash(); }
+    bool isEqual(const id &object) const override { return ++comparisons, Node::isEqual(object); }
 };
 NS_PROPERTIES(Fork, other, number)
 
@@ -96,6 +87,54 @@ id unarchived(const Ref<NSData> &archive) {
                                                         archive);
 }
 
+template <class T = Fork>
+Ref<T> forkTo(const id &next, const id &other) {
+    const auto made = make<T>();
+    made->next = next;
+    made->other = other;
+    return made;
+}
+
+/// The values undo each other in the hash.
+id undone(std::size_t value) {
+    return forkTo(number(value), number(value));
+}
+
+/// Equal whichever way round; of the same hash as any other of two equal values.
+class Turnable final : public Fork {
+public:
+    bool isEqual(const id &object) const override {
+        const auto *theirs = peek<Fork>(object);
+        return theirs && ((next->isEqual(theirs->next) && other->isEqual(theirs->other)) ||
+                          (next->isEqual(theirs->other) && other->isEqual(theirs->next)));
+    }
+};
+
+/// A random graph of forks, the same for the same seed; a fork leads to earlier ones only, unless there may
+/// be cycles.
+class Forks {
+public:
+    Forks(unsigned seed, bool cyclic) {
+        Random random(seed);
+        all.resize(1 + random.below(12));
+        std::ranges::generate(all, make<Fork>);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            const auto any = [&, bound = cyclic ? all.size() : i]() -> id {
+                return random.oneIn(4) || bound == 0 ? nullptr : all[random.below(bound)];
+            };
+            all[i]->next = any();
+            all[i]->other = any();
+            all[i]->number = random.oneIn(2);
+        }
+    }
+    ~Forks() {
+        for (const auto &fork : all)
+            fork->next = fork->other = nullptr;
+    }
+
+    std::vector<Ref<Fork>> all;
+};
+
 } // namespace
 
 TEST(ModelCopy, sharesWhatItRefersTo) {
@@ -133,7 +172,7 @@ TEST(ModelEquality, isOfTheSameClassAndValues) {
     other->text = nullptr;
     EXPECT_FALSE(qn::modelIsEqual(model, other) || qn::modelIsEqual(other, model));
 
-    EXPECT_FALSE(qn::modelIsEqual(make<Node>(), make<Counted>()) || qn::modelIsEqual(make<Node>(), nullptr));
+    EXPECT_FALSE(qn::modelIsEqual(make<Node>(), make<Fork>()) || qn::modelIsEqual(make<Node>(), nullptr));
     const auto bare = make<NSObject>();
     EXPECT_EQ(qn::modelHash(bare), reinterpret_cast<NSUInteger>(bare.get())) << "of nothing that counts";
     EXPECT_FALSE(qn::modelIsEqual(bare, make<NSObject>()));
@@ -153,35 +192,6 @@ TEST(ModelEquality, readsAsKeyValueCodingDoes) {
     one->real = other->real = NAN;
     EXPECT_TRUE(qn::modelIsEqual(one, other));
 }
-
-namespace {
-
-/// A random graph of forks, the same for the same seed; a fork leads to earlier ones only, unless there may
-/// be cycles.
-class Forks {
-public:
-    Forks(unsigned seed, bool cyclic) {
-        Random random(seed);
-        all.resize(1 + random.below(12));
-        std::ranges::generate(all, make<Fork>);
-        for (std::size_t i = 0; i < all.size(); ++i) {
-            const auto any = [&, bound = cyclic ? all.size() : i]() -> id {
-                return random.oneIn(4) || bound == 0 ? nullptr : all[random.below(bound)];
-            };
-            all[i]->next = any();
-            all[i]->other = any();
-            all[i]->number = random.oneIn(2);
-        }
-    }
-    ~Forks() {
-        for (const auto &fork : all)
-            fork->next = fork->other = nullptr;
-    }
-
-    std::vector<Ref<Fork>> all;
-};
-
-} // namespace
 
 TEST(ModelEquality, ofRandomGraphs) {
     int equal = 0;
@@ -209,9 +219,8 @@ TEST(ModelEquality, ofRandomGraphs) {
         const Forks forks(seed, true), copies(seed, true);
         for (std::size_t i = 0; i < forks.all.size(); ++i) {
             ASSERT_TRUE(qn::modelIsEqual(forks.all[i], copies.all[i])) << seed;
-            const auto around = make<Fork>(); // a walk that comes from elsewhere finds the same hash
-            around->next = forks.all[seed % forks.all.size()];
-            around->other = forks.all[i];
+            // A walk that comes from elsewhere finds the same hash.
+            const auto around = forkTo(forks.all[seed % forks.all.size()], forks.all[i]);
             const auto alone = qn::modelHash(around->next) ^ qn::modelHash(around->other);
             ASSERT_EQ(qn::modelHash(around), alone ^ number(0)->hash()) << seed;
         }
@@ -220,13 +229,9 @@ TEST(ModelEquality, ofRandomGraphs) {
 
 TEST(ModelEquality, visitsEachModelOnce) {
     const auto tower = [](const id &end) {
-        Ref<Fork> top;
-        for (int i = 0; i < 300; ++i) {
-            const auto fork = make<Fork>();
-            fork->next = fork->other =
-                top ? id(top) : end; // a way more for each level: 2 to the power of 300
-            top = fork;
-        }
+        auto top = forkTo(end, end);
+        for (int i = 0; i < 300; ++i) // 2 to the power of 300 ways to the end
+            top = forkTo(top, top);
         return top;
     };
     const auto one = tower(u"end"_ns), same = tower(u"end"_ns), other = tower(u"END"_ns);
@@ -254,66 +259,28 @@ TEST(ModelEquality, ofModelsThatLeadBackToThemselves) {
     release(same);
 
     constexpr int links = 400;
-    const auto counted = chain<Counted>(links), other = chain<Counted>(links);
+    const auto counted = chain<Fork>(links), other = chain<Fork>(links);
+    Fork::hashes = 0;
     EXPECT_TRUE(counted->isEqual(other));
-    EXPECT_LE(Counted::hashes, 6 * links) << "not all the rest of the chain at each link";
+    EXPECT_LE(Fork::hashes, 6 * links) << "not all the rest of the chain at each link";
     EXPECT_TRUE(other->isEqual(counted)) << "what is known is forgotten with the comparison";
     as<Node>(other->next)->next = u"other"_ns;
     EXPECT_FALSE(counted->isEqual(other));
 }
-
-namespace {
-
-/// Counts how often it is compared.
-class Compared : public Node {
-    NS_CLASS(Compared, Node)
-public:
-    static inline int comparisons = 0;
-    id other;
-    bool isEqual(const id &object) const override { return ++comparisons, Node::isEqual(object); }
-};
-NS_IMPLEMENTATION(Compared) {
-    cls.property<&Compared::other>("other");
-}
-
-/// Equal whichever way round; of the same hash as any other of two equal values.
-class Turnable final : public Compared {
-public:
-    bool isEqual(const id &object) const override {
-        const auto *theirs = peek<Compared>(object);
-        return theirs && ((next->isEqual(theirs->next) && other->isEqual(theirs->other)) ||
-                          (next->isEqual(theirs->other) && other->isEqual(theirs->next)));
-    }
-};
-
-template <class T = Compared>
-Ref<T> pairOf(const id &next, const id &other) {
-    const auto made = make<T>();
-    made->next = next;
-    made->other = other;
-    return made;
-}
-
-/// The values undo each other in the hash.
-id undone(std::size_t value) {
-    return pairOf(number(value), number(value));
-}
-
-} // namespace
 
 TEST(ModelEquality, chosenModelsCostNoMoreThanOthers) {
     constexpr std::size_t count = 1000;
     const auto parent = make<Node>();
     const std::function<id(std::size_t)> families[] = {
         undone,
-        [](std::size_t value) { return pairOf(undone(value), arrayOf({undone(value)})); },
-        [&](std::size_t value) { return pairOf(undone(value), parent); },
+        [](std::size_t value) { return forkTo(undone(value), arrayOf({undone(value)})); },
+        [&](std::size_t value) { return forkTo(undone(value), parent); },
         [](std::size_t value) { return arrayOf({undone(value)}); },
     };
     for (const auto &modelOf : families) {
         const auto set = NSMutableSet::set(), children = NSMutableSet::set();
         parent->next = nullptr;
-        Compared::comparisons = 0;
+        Fork::comparisons = 0;
         for (std::size_t i = 0; i < count; ++i)
             set->addObject(modelOf(i));
         parent->next = set->allObjects(); // from here on, some lead back to themselves
@@ -323,16 +290,16 @@ TEST(ModelEquality, chosenModelsCostNoMoreThanOthers) {
             ASSERT_TRUE(children->containsObject(modelOf(i)) &&
                         !children->containsObject(modelOf(count + i)));
         EXPECT_EQ(set->count() + children->count(), 2 * count);
-        EXPECT_LT(Compared::comparisons, 40 * static_cast<int>(count)); // the question and the parts included
+        EXPECT_LT(Fork::comparisons, 40 * static_cast<int>(count)); // the question and the parts included
     }
     parent->next = nullptr;
 
     const auto turnable = NSMutableSet::set();
     for (std::size_t i = 0; i < 40; ++i)
-        turnable->addObject(pairOf<Turnable>(arrayOf({number(i)}), arrayOf({number(i), number(i)})));
+        turnable->addObject(forkTo<Turnable>(arrayOf({number(i)}), arrayOf({number(i), number(i)})));
     for (std::size_t i = 0; i < 40; ++i)
         EXPECT_TRUE(turnable->containsObject(
-            pairOf<Turnable>(arrayOf({number(i), number(i)}), arrayOf({number(i)}))));
+            forkTo<Turnable>(arrayOf({number(i), number(i)}), arrayOf({number(i)}))));
 
     const auto models = NSMutableSet::set();
     for (std::size_t i = 0; i < 5000; ++i)
@@ -347,8 +314,8 @@ TEST(ModelEquality, ofEqualModelsTheContentsHaveOneHash) {
     for (unsigned seed = 0; seed < 300; ++seed) {
         const bool cyclic = seed % 2;
         const Forks forks(seed, cyclic), copies(seed, cyclic);
-        for (const id &one : std::vector<id>(forks.all.begin(), forks.all.end()))
-            for (const id &other : std::vector<id>(copies.all.begin(), copies.all.end()))
+        for (const auto &one : forks.all)
+            for (const auto &other : copies.all)
                 if (one->isEqual(other))
                     ASSERT_EQ(contentsHash(one), contentsHash(other)) << seed;
     }
