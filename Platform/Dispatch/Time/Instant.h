@@ -24,7 +24,7 @@ public:
 
     constexpr Duration sinceOrigin() const { return Duration(count_); }
 
-    friend constexpr auto operator<=>(Instant, Instant) = default; // NOLINT(modernize-use-nullptr)
+    friend constexpr auto operator<=>(Instant, Instant) = default;
 
     friend constexpr Instant operator+(Instant instant, Duration duration) {
         return instant == distantFuture() ? instant : Instant(sum(instant.count_, duration.count()));
