@@ -1,21 +1,19 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Validation/CheckDigits.h"
 
+#include "Platform/Ascii/Ascii.h"
+
 #include <algorithm>
 
 namespace {
 
-bool isDigit(char16_t unit) {
-    return unit >= u'0' && unit <= u'9';
-}
-
 unsigned valueOf(char16_t unit) {
-    return isDigit(unit) ? unit - u'0' : unit - u'A' + 10u;
+    return ascii::isDigit(unit) ? unit - u'0' : unit - u'A' + 10u;
 }
 
 } // namespace
 
 bool qn::isDigits(std::u16string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
+    return !text.empty() && std::all_of(text.begin(), text.end(), ascii::isDigit<char16_t>);
 }
 
 bool qn::passesLuhn(std::u16string_view digits) {
@@ -38,6 +36,6 @@ bool qn::passesMod11_2(std::u16string_view digitsAndCheck) {
 bool qn::passesMod97(std::u16string_view digitsAndCapitals) {
     unsigned remainder = 0;
     for (const char16_t unit : digitsAndCapitals)
-        remainder = (remainder * (isDigit(unit) ? 10 : 100) + valueOf(unit)) % 97;
+        remainder = (remainder * (ascii::isDigit(unit) ? 10 : 100) + valueOf(unit)) % 97;
     return remainder == 1;
 }

@@ -1,6 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Validation/IBAN.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/Validation/CheckDigits.h"
+#include "Platform/Ascii/Ascii.h"
 
 #include <algorithm>
 #include <iterator>
@@ -38,22 +39,14 @@ constexpr AccountForm accountForms[] = {
     {u"TN", u"20n"},     {u"TR", u"6n16c"},   {u"UA", u"6n19c"},    {u"VA", u"18n"},
     {u"VG", u"4a16n"},   {u"XK", u"16n"}};
 
-bool isDigit(char16_t unit) {
-    return unit >= u'0' && unit <= u'9';
-}
-
-bool isCapital(char16_t unit) {
-    return unit >= u'A' && unit <= u'Z';
-}
-
 bool isOfKind(char16_t unit, char16_t kind) {
-    return (kind != u'a' && isDigit(unit)) || (kind != u'n' && isCapital(unit));
+    return (kind != u'a' && ascii::isDigit(unit)) || (kind != u'n' && ascii::isUpperCase(unit));
 }
 
 bool isOfForm(std::u16string_view text, std::u16string_view form) {
     while (!form.empty()) {
         std::size_t count = 0;
-        for (; isDigit(form.front()); form.remove_prefix(1))
+        for (; ascii::isDigit(form.front()); form.remove_prefix(1))
             count = 10 * count + static_cast<std::size_t>(form.front() - u'0');
         const char16_t kind = form.front();
         form.remove_prefix(1);
