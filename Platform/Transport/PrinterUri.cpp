@@ -1,6 +1,7 @@
 #include "Platform/Transport/PrinterUri.h"
 
 #include "Platform/Ascii/Ascii.h"
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Transport/Utf8.h"
 
 #include <charconv>
@@ -21,7 +22,6 @@ bool staysInUri(char character) {
 }
 
 std::string percentEncoded(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string encoded;
     for (const char character : text) {
         if (staysInUri(character)) {
@@ -29,7 +29,7 @@ std::string percentEncoded(std::string_view text) {
             continue;
         }
         const auto byte = static_cast<std::uint8_t>(character);
-        encoded += {'%', digits[byte >> 4], digits[byte & 15]};
+        encoded += {'%', ascii::upperHexDigit<char>(byte >> 4), ascii::upperHexDigit<char>(byte)};
     }
     return encoded;
 }

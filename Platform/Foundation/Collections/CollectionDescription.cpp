@@ -1,6 +1,7 @@
 #include "Platform/Foundation/Collections/CollectionDescription.h"
 
 #include "Platform/Ascii/Ascii.h"
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Collections/NSSet.h"
@@ -16,7 +17,6 @@ bool isWordUnit(char16_t unit) {
 }
 
 void appendEscaped(std::u16string &out, char16_t unit) {
-    static constexpr char16_t digits[] = u"0123456789abcdef";
     switch (unit) {
     case '"':
     case '\\':
@@ -41,7 +41,7 @@ void appendEscaped(std::u16string &out, char16_t unit) {
     }
     out += u"\\U";
     for (int shift = 12; shift >= 0; shift -= 4)
-        out += digits[unit >> shift & 15];
+        out += ascii::lowerHexDigit<char16_t>(static_cast<std::size_t>(unit >> shift));
 }
 
 Ref<NSString> elementDescription(const id &element, const id &locale) {

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Data/NSData.h"
 
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Data/CapacityHint.h"
 #include "Platform/Foundation/Data/KeyedHash.h"
 #include "Platform/Foundation/Text/NSString.h"
@@ -63,14 +64,13 @@ NSUInteger NSData::hash() const {
 }
 
 Ref<NSString> NSData::description() const {
-    static constexpr char16_t digits[] = u"0123456789abcdef";
     std::u16string text = u"<";
     text.reserve(bytes_.size() * 9 / 4 + 3);
     for (std::size_t i = 0; i < bytes_.size(); ++i) {
         if (i && i % 4 == 0)
             text += u' ';
-        text += digits[bytes_[i] >> 4];
-        text += digits[bytes_[i] & 15];
+        text += ascii::lowerHexDigit<char16_t>(bytes_[i] >> 4);
+        text += ascii::lowerHexDigit<char16_t>(bytes_[i]);
     }
     return make<NSString>(text + u">");
 }

@@ -1,5 +1,5 @@
 // Percent-encoding, both ways.
-#include "Platform/Foundation/Data/HexDigit.h"
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/TextWriter.h"
@@ -19,8 +19,7 @@ struct Piece {
 };
 
 constexpr Piece escape(std::size_t byte) {
-    constexpr char16_t digits[] = u"0123456789ABCDEF";
-    return {{u'%', digits[byte >> 4], digits[byte & 15]}, 3};
+    return {{u'%', ascii::upperHexDigit<char16_t>(byte >> 4), ascii::upperHexDigit<char16_t>(byte)}, 3};
 }
 
 using Pieces = std::array<Piece, 256>;
@@ -82,8 +81,8 @@ Ref<NSString> NSString::stringByRemovingPercentEncoding() const {
         }
         if (encoded->size() - at < 3)
             return nullptr;
-        const auto high = hexDigitValue(static_cast<unsigned char>((*encoded)[at + 1]));
-        const auto low = hexDigitValue(static_cast<unsigned char>((*encoded)[at + 2]));
+        const auto high = ascii::hexDigitValue(static_cast<unsigned char>((*encoded)[at + 1]));
+        const auto low = ascii::hexDigitValue(static_cast<unsigned char>((*encoded)[at + 2]));
         if (!high || !low)
             return nullptr;
         bytes += static_cast<char>(*high * 16 + *low);

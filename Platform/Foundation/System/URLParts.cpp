@@ -1,6 +1,6 @@
 #include "Platform/Foundation/System/URLParts.h"
 
-#include "Platform/Foundation/Data/HexDigit.h"
+#include "Platform/Ascii/HexDigit.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -47,8 +47,8 @@ bool mayBe(unsigned allowed, Text text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (isOf(allowed, text[i]))
             continue;
-        if (text[i] != u'%' || text.size() - i < 3 || !hexDigitValue(text[i + 1]) ||
-            !hexDigitValue(text[i + 2]))
+        if (text[i] != u'%' || text.size() - i < 3 || !ascii::hexDigitValue(text[i + 1]) ||
+            !ascii::hexDigitValue(text[i + 2]))
             return false;
         i += 2;
     }
@@ -73,7 +73,8 @@ bool isAddress(Text text) {
         const std::size_t dot = std::min(text.find(u'.'), text.size());
         const Text version = text.substr(1, dot - 1), address = text.substr(std::min(dot + 1, text.size()));
         return !version.empty() && !address.empty() && areOf(inNames | colon, address) &&
-               std::all_of(version.begin(), version.end(), [](char16_t unit) { return hexDigitValue(unit); });
+               std::all_of(version.begin(), version.end(),
+                           [](char16_t unit) { return ascii::hexDigitValue(unit); });
     }
     const std::size_t zone = text.find(u"%25");
     return isIPv6Address(text.substr(0, zone)) &&

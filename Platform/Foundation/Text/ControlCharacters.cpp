@@ -1,11 +1,12 @@
 #include "Platform/Foundation/Text/ControlCharacters.h"
 
+#include "Platform/Ascii/HexDigit.h"
+
 #include <utility>
 
 namespace {
 
 void appendEscaped(std::string &out, unsigned code) {
-    static constexpr char digits[] = "0123456789ABCDEF";
     if (code == '\n')
         out += "\\n";
     else if (code == '\r')
@@ -15,7 +16,7 @@ void appendEscaped(std::string &out, unsigned code) {
     else {
         out += "\\u";
         for (int shift = 12; shift >= 0; shift -= 4)
-            out += digits[code >> shift & 15];
+            out += ascii::upperHexDigit<char>(code >> shift);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "Platform/Foundation/Text/NSScanner.h"
 
-#include "Platform/Foundation/Data/HexDigit.h"
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Text/NSCharacterSet.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
@@ -22,7 +22,7 @@ std::optional<std::uint32_t> NSScanner::scanHexInt() {
     constexpr std::uint64_t highest = std::numeric_limits<std::uint32_t>::max();
     std::uint64_t value = 0;
     for (; at < units.size(); ++at) {
-        const auto digit = hexDigitValue(units[at]);
+        const auto digit = ascii::hexDigitValue(units[at]);
         if (!digit)
             break;
         value = std::min(value * 16 + *digit, highest);

@@ -1,6 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSData/NSData+QNCommon.h"
 
-#include "Platform/Foundation/Data/HexDigit.h"
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Foundation/System/NSBundle.h"
@@ -22,10 +22,9 @@ Ref<NSString> qn::UTF8String(const Ref<NSData> &data) {
 Ref<NSString> qn::hexString(const Ref<NSData> &data) {
     // With pairs a megabyte takes 0.5 times as long as digit by digit.
     static constexpr auto digitPairs = [] {
-        constexpr char16_t digits[] = u"0123456789ABCDEF";
         std::array<std::array<char16_t, 2>, 256> pairs{};
         for (std::size_t byte = 0; byte < pairs.size(); ++byte)
-            pairs[byte] = {digits[byte >> 4], digits[byte & 15]};
+            pairs[byte] = {ascii::upperHexDigit<char16_t>(byte >> 4), ascii::upperHexDigit<char16_t>(byte)};
         return pairs;
     }();
     if (!data)
@@ -48,7 +47,7 @@ namespace {
 
 /// What C's `strtol` makes of two characters: white space or a sign may stand before a digit.
 unsigned leadingHexNumber(char16_t first, char16_t second) {
-    const auto digit = hexDigitValue(first), next = hexDigitValue(second);
+    const auto digit = ascii::hexDigitValue(first), next = ascii::hexDigitValue(second);
     if (digit)
         return next ? *digit * 16 + *next : *digit;
     if (first == '-')

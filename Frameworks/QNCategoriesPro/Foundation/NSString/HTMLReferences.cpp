@@ -1,7 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLReferences.h"
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLEscapeMap.h"
-#include "Platform/Foundation/Data/HexDigit.h"
+#include "Platform/Ascii/HexDigit.h"
 
 #include <algorithm>
 #include <optional>
@@ -15,7 +15,7 @@ constexpr std::size_t shortestReference = 4, longestReference = 10;
 std::optional<char16_t> unitOfNumber(std::u16string_view digits, unsigned base) {
     unsigned value = 0;
     for (const char16_t digit : digits) {
-        const auto worth = hexDigitValue(digit);
+        const auto worth = ascii::hexDigitValue(digit);
         if (!worth || *worth >= base)
             return std::nullopt;
         value = value * base + *worth;

@@ -1,5 +1,7 @@
 #include "Platform/Foundation/Serialization/JSON/JSONEscapes.h"
 
+#include "Platform/Ascii/HexDigit.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -20,11 +22,8 @@ constexpr auto letters = [] {
 /// The value of each hexadecimal digit; 16 for other characters.
 constexpr auto digits = [] {
     std::array<std::uint8_t, 256> table{};
-    std::ranges::fill(table, std::uint8_t{16});
-    constexpr std::string_view lower = "0123456789abcdef", upper = "0123456789ABCDEF";
-    for (std::uint8_t value = 0; value < 16; ++value)
-        table[static_cast<unsigned char>(lower[value])] = table[static_cast<unsigned char>(upper[value])] =
-            value;
+    for (char16_t character = 0; character < 256; ++character)
+        table[character] = static_cast<std::uint8_t>(ascii::hexDigitValue(character).value_or(16));
     return table;
 }();
 

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Serialization/JSON/JSONWriter.h"
 
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Numbers/DecimalText.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Text/NSString.h"
@@ -210,11 +211,11 @@ Reason JSONWriter::string(const NSString &text) {
 }
 
 char *JSONWriter::escaped(char *out, char16_t unit) const {
-    static constexpr char hexadecimal[] = "0123456789abcdef";
     *out++ = '\\';
     *out++ = escapes_[unit];
     if (escapes_[unit] == 'u')
-        for (const char digit : {'0', '0', hexadecimal[unit >> 4], hexadecimal[unit & 15]})
+        for (const char digit :
+             {'0', '0', ascii::lowerHexDigit<char>(unit >> 4), ascii::lowerHexDigit<char>(unit)})
             *out++ = digit;
     return out;
 }

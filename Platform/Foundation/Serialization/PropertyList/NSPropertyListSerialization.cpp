@@ -1,7 +1,7 @@
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
-#include "Platform/Foundation/Data/HexDigit.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListReader.h"
 #include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListWriter.h"
@@ -29,7 +29,7 @@ bool isOpenStep(std::string_view text) {
     if (start == text.end() || *start != '<')
         return true;
     const auto end = std::find_if_not(start + 1, text.end(), [](char byte) {
-        return isBlank(byte) || hexDigitValue(static_cast<unsigned char>(byte));
+        return isBlank(byte) || ascii::hexDigitValue(static_cast<unsigned char>(byte));
     });
     return end != text.end() && *end == '>';
 }

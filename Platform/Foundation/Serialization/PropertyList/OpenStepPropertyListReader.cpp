@@ -1,7 +1,7 @@
 #include "Platform/Foundation/Serialization/PropertyList/OpenStepPropertyListReader.h"
 
 #include "Platform/Ascii/Ascii.h"
-#include "Platform/Foundation/Data/HexDigit.h"
+#include "Platform/Ascii/HexDigit.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/Unicode.h"
@@ -103,7 +103,7 @@ private:
         for (; at_ < text_.size() && text_[at_] != u'>'; ++at_) {
             if (isBlank(text_[at_]))
                 continue;
-            const auto digit = hexDigitValue(text_[at_]);
+            const auto digit = ascii::hexDigitValue(text_[at_]);
             if (!digit)
                 return refuse("a hexadecimal digit or >");
             if (odd)
@@ -157,7 +157,7 @@ private:
         if (at_ == text_.size())
             return false;
         ++at_;
-        if (unit == u'U' && hexDigitValue(peek()))
+        if (unit == u'U' && ascii::hexDigitValue(peek()))
             units += static_cast<char16_t>(number(4, 16));
         else if (const auto found = letters.find(unit); found != std::u16string_view::npos)
             units += meanings[found];
@@ -169,7 +169,7 @@ private:
     unsigned number(int mostDigits, unsigned base) {
         unsigned code = 0;
         for (int digits = 0; digits < mostDigits; ++digits, ++at_) {
-            const auto digit = hexDigitValue(peek());
+            const auto digit = ascii::hexDigitValue(peek());
             if (!digit || *digit >= base)
                 break;
             code = code * base + *digit;
