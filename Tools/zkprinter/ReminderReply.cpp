@@ -1,6 +1,7 @@
 #include "Tools/zkprinter/ReminderReply.h"
 
 #include "Manager/ConsumableReminder.h"
+#include "Platform/Ascii/Trimmed.h"
 #include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Platform/Foundation/Text/Unicode.h"
 
@@ -12,15 +13,9 @@ namespace {
 
 constexpr std::size_t mostShown = 60; // units of UTF-16
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n\v\f";
-    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
-    return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
-}
-
 /// The text up to the first zero byte, trimmed.
 std::string_view textOf(std::string_view words) {
-    return trimmed(words.substr(0, words.find('\0')));
+    return ascii::trimmed(words.substr(0, words.find('\0')));
 }
 
 } // namespace
@@ -28,7 +23,7 @@ std::string_view textOf(std::string_view words) {
 std::optional<std::int32_t> believableThreshold(const TonerHintReading &answer) {
     std::string_view digits = textOf(answer.words);
     if (digits.ends_with('%'))
-        digits = trimmed(digits.substr(0, digits.size() - 1));
+        digits = ascii::trimmed(digits.substr(0, digits.size() - 1));
     unsigned value = 0;
     const char *const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value);

@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Host/HostFiles.h"
 
+#include "Platform/Ascii/Trimmed.h"
 #include "Platform/Foundation/Text/NSString.h"
 
 #include <algorithm>
@@ -48,13 +49,13 @@ std::optional<std::string> qn::HostFiles::contents(const std::string &path) cons
 
 Ref<NSString> qn::HostFiles::text(const std::string &path) const {
     const auto all = contents(path);
-    const auto line = all ? trimmed(linesOf(*all).front()) : std::string_view();
+    const auto line = all ? ascii::trimmed(linesOf(*all).front()) : std::string_view();
     return line.empty() ? nullptr : NSString::stringWithUTF8String(line);
 }
 
 std::optional<std::uint64_t> qn::HostFiles::number(const std::string &path) const {
     const auto all = contents(path);
-    return all ? numberOf(trimmed(linesOf(*all).front())) : std::nullopt;
+    return all ? numberOf(ascii::trimmed(linesOf(*all).front())) : std::nullopt;
 }
 
 bool qn::HostFiles::exists(const std::string &path) const {
@@ -89,16 +90,10 @@ std::vector<std::string_view> qn::linesOf(std::string_view text) {
 
 std::vector<std::string_view> qn::wordsOf(std::string_view line) {
     std::vector<std::string_view> words;
-    for (line = trimmed(line); !line.empty(); line = trimmed(line)) {
+    for (line = ascii::trimmed(line); !line.empty(); line = ascii::trimmed(line)) {
         const std::size_t end = std::min(line.find_first_of(white), line.size());
         words.push_back(line.substr(0, end));
         line.remove_prefix(end);
     }
     return words;
-}
-
-std::string_view qn::trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(white);
-    return first == text.npos ? std::string_view()
-                              : text.substr(first, text.find_last_not_of(white) + 1 - first);
 }

@@ -39,7 +39,5 @@ std::optional<std::uint64_t> numberOf(std::string_view text);
 std::vector<std::string_view> linesOf(std::string_view text);
 /// The words between white space.
 std::vector<std::string_view> wordsOf(std::string_view line);
-/// Without white space at either end.
-std::string_view trimmed(std::string_view text);
 
 } // namespace qn

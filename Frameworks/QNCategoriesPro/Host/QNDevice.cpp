@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Host/QNDevice.h"
 
+#include "Platform/Ascii/Trimmed.h"
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/Text/NSString.h"
 
@@ -30,7 +31,7 @@ Ref<NSString> withoutFiller(const Ref<NSString> &text) {
 /// The value of a line such as `NAME="Debian GNU/Linux"`, which is written as a shell's assignment.
 Ref<NSString> assigned(std::string_view contents, std::string_view key) {
     for (auto line : qn::linesOf(contents)) {
-        line = qn::trimmed(line);
+        line = ascii::trimmed(line);
         if (!line.starts_with(key) || !line.substr(key.size()).starts_with('='))
             continue;
         std::string_view value = line.substr(key.size() + 1);

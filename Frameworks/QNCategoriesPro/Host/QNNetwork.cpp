@@ -1,6 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Host/QNNetwork.h"
 
 #include "Frameworks/QNCategoriesPro/Host/HostFiles.h"
+#include "Platform/Ascii/Trimmed.h"
 #include "Platform/Dispatch/Time/Clock.h"
 #include "Platform/Foundation/Text/NSString.h"
 
@@ -33,7 +34,7 @@ Counters readCounters(const qn::HostFiles &files) {
         if (colon == line.npos)
             continue;
         if (const auto traffic = trafficOf(qn::wordsOf(line.substr(colon + 1))))
-            counters.emplace(qn::trimmed(line.substr(0, colon)), *traffic);
+            counters.emplace(ascii::trimmed(line.substr(0, colon)), *traffic);
     }
     return counters;
 }

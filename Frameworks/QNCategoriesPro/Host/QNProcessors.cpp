@@ -1,6 +1,7 @@
 #include "Frameworks/QNCategoriesPro/Host/QNProcessors.h"
 
 #include "Frameworks/QNCategoriesPro/Host/HostFiles.h"
+#include "Platform/Ascii/Trimmed.h"
 #include "Platform/Dispatch/Time/Clock.h"
 
 #include <algorithm>
@@ -65,7 +66,7 @@ QNProcessorLoad qn::loadBetween(const QNProcessorReading &before, const QNProces
 // "0-3,5"
 std::optional<unsigned> qn::countProcessors(const HostFiles &files) {
     const std::string contents = files.contents("sys/devices/system/cpu/online").value_or("");
-    std::string_view rest = trimmed(contents);
+    std::string_view rest = ascii::trimmed(contents);
     std::uint64_t count = 0;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find(','), rest.size());

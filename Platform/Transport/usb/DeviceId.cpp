@@ -1,5 +1,7 @@
 #include "Platform/Transport/usb/DeviceId.h"
 
+#include "Platform/Ascii/Trimmed.h"
+
 #include <algorithm>
 #include <initializer_list>
 
@@ -9,9 +11,7 @@ namespace {
 
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks(" \t\r\n\v\f\0", 7);
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return ascii::trimmed(text, blanks);
 }
 
 std::string firstOf(const DeviceId &id, std::initializer_list<const char *> keys) {

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Serialization/PropertyList/XMLPropertyListReader.h"
 
+#include "Platform/Ascii/Trimmed.h"
 #include "Platform/Foundation/Data/Base64.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/DecimalText.h"
@@ -59,11 +60,6 @@ constexpr std::string_view whiteSpace = " \t\r\n";
 
 bool isWhite(std::string_view text) {
     return text.find_first_not_of(whiteSpace) == text.npos;
-}
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t start = std::min(text.size(), text.find_first_not_of(whiteSpace));
-    return text.substr(start, text.find_last_not_of(whiteSpace) + 1 - start);
 }
 
 /// Removes the sign; returns whether it was a minus.
@@ -336,7 +332,7 @@ private:
 
     /// On failure none, and `wanted` says what was expected.
     id leaf(std::string &wanted) {
-        const std::string_view text = trimmed(text_);
+        const std::string_view text = ascii::trimmed(text_, whiteSpace);
         switch (*leaf_) {
         case Element::key:
             return string();
