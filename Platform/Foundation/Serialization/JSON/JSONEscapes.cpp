@@ -2,7 +2,6 @@
 
 #include "Platform/Ascii/HexDigit.h"
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
