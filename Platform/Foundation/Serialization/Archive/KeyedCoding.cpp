@@ -10,7 +10,7 @@
 #include "Platform/Foundation/Numbers/NSDecimalNumber.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
 #include "Platform/Foundation/Serialization/Archive/NSKeyedUnarchiver.h"
-#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/System/CocoaError.h"
 #include "Platform/Foundation/System/NSURL.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Reflection/Reflection.h"
@@ -86,11 +86,8 @@ void encodeValue(const id &object, Archiver &archiver) {
     const auto value = as<NSValue>(object);
     const std::string type = value->objCType();
     if (!isOfNumbers(type))
-        return archiver.failWithError(NSError::errorWithDomain(
-            NSCocoaErrorDomain(), NSCoderInvalidValueError,
-            NSDictionary::dictionaryWithEntries(
-                {{NSDebugDescriptionErrorKey(),
-                  u"A value other than a structure of numbers cannot be written."_ns}})));
+        return archiver.failWithError(cocoaError(
+            NSCoderInvalidValueError, u"A value other than a structure of numbers cannot be written."_ns));
     std::vector<std::uint8_t> bytes(runtime::firstType(type)->size);
     value->getValue(bytes.data(), bytes.size());
     archiver.encodeObject(NSString::stringWithUTF8String(type), u"NS.type"_ns);

@@ -1,9 +1,8 @@
 #include "Platform/Foundation/Serialization/Archive/NSCoder.h"
 
-#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Numbers/NSNumber.h"
-#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/System/CocoaError.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSException.h"
@@ -28,9 +27,7 @@ namespace {
 
 Ref<NSError> mismatch(const Ref<NSString> &key, const char *wanted) {
     const auto reason = NSString::stringWithFormat("The value of \"%@\" is not %s.", key, wanted);
-    return NSError::errorWithDomain(
-        NSCocoaErrorDomain(), NSCoderReadCorruptError,
-        NSDictionary::dictionaryWithEntries({{NSDebugDescriptionErrorKey(), reason}}));
+    return cocoaError(NSCoderReadCorruptError, reason);
 }
 
 } // namespace

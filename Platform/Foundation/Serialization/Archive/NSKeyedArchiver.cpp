@@ -8,7 +8,7 @@
 #include "Platform/Foundation/Serialization/Archive/KeyedCoding.h"
 #include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListWriter.h"
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListUID.h"
-#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/System/CocoaError.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Message.h"
 
@@ -142,7 +142,5 @@ void NSKeyedArchiver::failWithError(const Ref<NSError> &error) {
 }
 
 void NSKeyedArchiver::fail(const Ref<NSString> &reason) {
-    failWithError(NSError::errorWithDomain(
-        NSCocoaErrorDomain(), NSCoderInvalidValueError,
-        NSDictionary::dictionaryWithEntries({{NSDebugDescriptionErrorKey(), reason}})));
+    failWithError(cocoaError(NSCoderInvalidValueError, reason));
 }

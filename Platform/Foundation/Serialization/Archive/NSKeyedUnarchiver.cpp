@@ -9,7 +9,7 @@
 #include "Platform/Foundation/Serialization/Archive/NSKeyedArchiver.h"
 #include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListReader.h"
 #include "Platform/Foundation/Serialization/PropertyList/PropertyListUID.h"
-#include "Platform/Foundation/System/NSError.h"
+#include "Platform/Foundation/System/CocoaError.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Message.h"
 
@@ -277,8 +277,6 @@ void NSKeyedUnarchiver::failWithError(const Ref<NSError> &error) {
 }
 
 id NSKeyedUnarchiver::fail(const Ref<NSString> &reason) {
-    failWithError(NSError::errorWithDomain(
-        NSCocoaErrorDomain(), NSCoderReadCorruptError,
-        NSDictionary::dictionaryWithEntries({{NSDebugDescriptionErrorKey(), reason}})));
+    failWithError(cocoaError(NSCoderReadCorruptError, reason));
     return nullptr;
 }

@@ -2,6 +2,7 @@
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/JSON/JSONValidity.h"
 #include "Platform/Foundation/Serialization/JSON/JSONWriter.h"
+#include "Platform/Foundation/System/CocoaError.h"
 #include "Platform/Foundation/System/NSError.h"
 #include "Platform/Foundation/Text/NSString.h"
 
@@ -9,12 +10,8 @@ namespace {
 
 Ref<NSData> fail(Ref<NSError> *error, const char *reason) {
     if (error)
-        *error = NSError::errorWithDomain(
-            NSCocoaErrorDomain(), NSPropertyListWriteInvalidError,
-            NSDictionary::dictionaryWithEntries(
-                {{NSLocalizedDescriptionKey(),
-                  u"The data couldn’t be written because it isn’t in the correct format."_ns},
-                 {NSDebugDescriptionErrorKey(), NSString::stringWithFormat("%s", reason)}}));
+        *error = cocoaError(NSPropertyListWriteInvalidError, NSString::stringWithFormat("%s", reason),
+                            u"The data couldn’t be written because it isn’t in the correct format."_ns);
     return nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/JSON/JSONBuilder.h"
+#include "Platform/Foundation/System/CocoaError.h"
 #include "Platform/Foundation/System/NSError.h"
 
 namespace {
@@ -13,12 +14,8 @@ void fail(Ref<NSError> *error, const char *reason, std::size_t offset) {
     if (!error)
         return;
     const auto description = u"The data couldn’t be read because it isn’t in the correct format."_ns;
-    *error = NSError::errorWithDomain(
-        NSCocoaErrorDomain(), NSPropertyListReadCorruptError,
-        NSDictionary::dictionaryWithEntries(
-            {{NSLocalizedDescriptionKey(), description},
-             {NSDebugDescriptionErrorKey(),
-              NSString::stringWithFormat("%s Around character %lu.", reason, offset)}}));
+    *error = cocoaError(NSPropertyListReadCorruptError,
+                        NSString::stringWithFormat("%s Around character %lu.", reason, offset), description);
 }
 
 } // namespace

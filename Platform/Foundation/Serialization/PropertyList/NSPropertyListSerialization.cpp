@@ -1,13 +1,13 @@
 #include "Platform/Foundation/Serialization/PropertyList/NSPropertyListSerialization.h"
 
 #include "Platform/Ascii/HexDigit.h"
-#include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListReader.h"
 #include "Platform/Foundation/Serialization/PropertyList/BinaryPropertyListWriter.h"
 #include "Platform/Foundation/Serialization/PropertyList/OpenStepPropertyListReader.h"
 #include "Platform/Foundation/Serialization/PropertyList/XMLPropertyListReader.h"
 #include "Platform/Foundation/Serialization/PropertyList/XMLPropertyListWriter.h"
+#include "Platform/Foundation/System/CocoaError.h"
 #include "Platform/Foundation/System/NSError.h"
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Foundation/Text/Unicode.h"
@@ -52,11 +52,7 @@ id fail(Ref<NSError> *error, NSInteger code, const Ref<NSString> &description, c
     std::u16string reason; // the refusal may quote text that was cut within a character
     unicode::appendUTF16(reason, refusal);
     if (error)
-        *error = NSError::errorWithDomain(
-            NSCocoaErrorDomain(), code,
-            NSDictionary::dictionaryWithEntries(
-                {{NSLocalizedDescriptionKey(), description},
-                 {NSDebugDescriptionErrorKey(), make<NSString>(std::move(reason))}}));
+        *error = cocoaError(code, make<NSString>(std::move(reason)), description);
     return nullptr;
 }
 
