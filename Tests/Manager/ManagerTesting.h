@@ -6,22 +6,8 @@
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Foundation/Data/NSData.h"
 #include "Platform/Foundation/Text/NSString.h"
+#include "Tests/Support/Bytes.h"
 #include "Tests/Support/LogLines.h"
-
-using Bytes = std::vector<std::uint8_t>;
-
-inline Bytes bytesOf(std::string_view text) {
-    return {text.begin(), text.end()};
-}
-
-inline std::string hex(const Bytes &bytes) {
-    std::string text = "<";
-    for (const std::uint8_t byte : bytes) {
-        text += "0123456789abcdef"[byte >> 4];
-        text += "0123456789abcdef"[byte & 15];
-    }
-    return text + ">";
-}
 
 inline std::string hex(const Ref<NSData> &data) {
     return data ? hex(Bytes(data->span().begin(), data->span().end())) : "none";

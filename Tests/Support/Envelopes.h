@@ -1,29 +1,20 @@
-// Requests written out byte by byte, as they are on the wire.
+// Requests written out as they are on the wire: universal exit, the printer's language, a frame, universal
+// exit.
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include "Tests/Support/Bytes.h"
 
 namespace envelopes {
 
-using Bytes = std::vector<std::uint8_t>;
+using namespace std::string_view_literals;
 
-// clang-format off
-inline const Bytes readThreshold = {
-    0x1B, '%', '-', '1', '2', '3', '4', '5', 'X',
-    '@', 'P', 'J', 'L', ' ', 'E', 'N', 'T', 'E', 'R', ' ', 'L', 'A', 'N', 'G', 'U', 'A', 'G', 'E', '=', 'A', 'C', 'L', '\r', '\n',
-    0x00, 0xAC, 0xFF, 0x21, 0x00, 0x2E, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-    '<', '!', '-', '-', '#', 's', 's', 'i', ' ', 'I', 'D', 'r', ' ', 'O', 'I', 'D', '_', 'P', 'L', 'A', 'T', 'F', 'O', 'R', 'M', '_',
-    'C', 'O', 'N', 'S', 'U', 'M', 'E', 'A', 'B', 'L', 'E', '_', 'H', 'I', 'N', 'T', ' ', '-', '-', '>',
-    0x1B, '%', '-', '1', '2', '3', '4', '5', 'X'};
-
-inline const Bytes writeThreshold5 = {
-    0x1B, '%', '-', '1', '2', '3', '4', '5', 'X',
-    '@', 'P', 'J', 'L', ' ', 'E', 'N', 'T', 'E', 'R', ' ', 'L', 'A', 'N', 'G', 'U', 'A', 'G', 'E', '=', 'A', 'C', 'L', '\r', '\n',
-    0x00, 0xAC, 0xFF, 0x20, 0x00, 0x1F, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-    'O', 'I', 'D', '_', 'P', 'L', 'A', 'T', 'F', 'O', 'R', 'M', '_', 'C', 'O', 'N', 'S', 'U', 'M', 'E', 'A', 'B', 'L', 'E', '_',
-    'H', 'I', 'N', 'T', '=', '5',
-    0x1B, '%', '-', '1', '2', '3', '4', '5', 'X'};
-// clang-format on
+inline const Bytes readThreshold = bytesOf("\x1B%-12345X@PJL ENTER LANGUAGE=ACL\r\n"
+                                           "\x00\xAC\xFF\x21\x00\x2E\0\0\0\0\0\0\0\0\0\0"
+                                           "<!--#ssi IDr OID_PLATFORM_CONSUMEABLE_HINT -->"
+                                           "\x1B%-12345X"sv);
+inline const Bytes writeThreshold5 = bytesOf("\x1B%-12345X@PJL ENTER LANGUAGE=ACL\r\n"
+                                             "\x00\xAC\xFF\x20\x00\x1F\0\0\0\0\0\0\0\0\0\0"
+                                             "OID_PLATFORM_CONSUMEABLE_HINT=5"
+                                             "\x1B%-12345X"sv);
 
 } // namespace envelopes

@@ -2,15 +2,9 @@
 // shown by their pictures: "␊" ends a line, "␠" is a blank. Lines that begin with "//" are remarks.
 #pragma once
 
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
-#include <algorithm>
 #include <fstream>
-#include <functional>
-#include <map>
-#include <string>
-#include <utility>
-#include <vector>
 
 inline std::vector<std::pair<std::string, std::string>> rowsOf(const std::string &path) {
     std::vector<std::pair<std::string, std::string>> rows;

@@ -61,9 +61,9 @@ TEST_P(Transport, readsWritesAndReadsBack) {
     ports->plug(sampleLaser());
     ports->plug(sampleLaser({}, "SN0002"));
     const auto one = [&](const Bytes &request) { return storyOf(*ports, request); };
-    EXPECT_EQ(one(envelopes::writeThreshold5), "open 0 drain -5 write 0 read <00ACFF2000010000> -5 close 0");
+    EXPECT_EQ(one(envelopes::writeThreshold5), "open 0 drain -5 write 0 read <00acff2000010000> -5 close 0");
     EXPECT_EQ(one(envelopes::readThreshold),
-              "open 0 drain -5 write 0 read <00ACFF2100010001> <35> -5 close 0");
+              "open 0 drain -5 write 0 read <00acff2100010001> <35> -5 close 0");
     EXPECT_EQ(ports->threshold("SN0001"), 5);
     EXPECT_EQ(ports->threshold("SN0002"), 3);
 
@@ -87,20 +87,20 @@ TEST_P(Transport, showsEveryFaultOfAnExchange) {
         {{WriteFails}, "open 0 drain -5 write -6 read -5 close 0"},
         {{Silent}, "open 0 drain -5 write 0 read -5 close 0"},
         {{StaleOutput},
-         "open 0 drain text <00ACFF2100010001> <39> -5 write 0 read <00ACFF2100010001> <33> -5 close 0"},
-        {{JunkFirst}, "open 0 drain -5 write 0 read text text <00ACFF2100010001> <33> -5 close 0"},
-        {{ShortHeader}, "open 0 drain -5 write 0 read <00ACFF21> <33> -5 close 0"},
-        {{WrongLength}, "open 0 drain -5 write 0 read <00ACFF2100010007> <33> -5 close 0"},
-        {{WrongEcho}, "open 0 drain -5 write 0 read <00ACFF2000010001> <33> -5 close 0"},
-        {{StatusNotOne}, "open 0 drain -5 write 0 read <00ACFF2100020001> <33> -5 close 0"},
-        {{EmptyData}, "open 0 drain -5 write 0 read <00ACFF2100010001> <> -5 close 0"},
+         "open 0 drain text <00acff2100010001> <39> -5 write 0 read <00acff2100010001> <33> -5 close 0"},
+        {{JunkFirst}, "open 0 drain -5 write 0 read text text <00acff2100010001> <33> -5 close 0"},
+        {{ShortHeader}, "open 0 drain -5 write 0 read <00acff21> <33> -5 close 0"},
+        {{WrongLength}, "open 0 drain -5 write 0 read <00acff2100010007> <33> -5 close 0"},
+        {{WrongEcho}, "open 0 drain -5 write 0 read <00acff2000010001> <33> -5 close 0"},
+        {{StatusNotOne}, "open 0 drain -5 write 0 read <00acff2100020001> <33> -5 close 0"},
+        {{EmptyData}, "open 0 drain -5 write 0 read <00acff2100010001> <> -5 close 0"},
         {{UnplugAfterOpen}, "open 0 drain -2 write -1 read -1 close -1"},
         {{UnplugAfterWrite}, "open 0 drain -5 write 0 read -2 close -1"},
-        {{UnplugAfterHeader}, "open 0 drain -5 write 0 read <00ACFF2100010001> -2 close -1"},
+        {{UnplugAfterHeader}, "open 0 drain -5 write 0 read <00acff2100010001> -2 close -1"},
         {{StaleOutput, JunkFirst, WrongEcho, StatusNotOne, UnplugAfterHeader},
-         "open 0 drain text <00ACFF2100010001> <39> -5 write 0 read text text <00ACFF2000020001> -2 close "
+         "open 0 drain text <00acff2100010001> <39> -5 write 0 read text text <00acff2000020001> -2 close "
          "-1"},
-        {{}, "open 0 drain -5 write 0 read <00ACFF2100010001> <33> -5 close 0"},
+        {{}, "open 0 drain -5 write 0 read <00acff2100010001> <33> -5 close 0"},
     };
     std::set<Fault> shownFaults = {EndlessText, EndlessReplies, StatusFails, // see elsewhere
                                    StatusEmpty, StatusNotJson,  StatusNotObject};
@@ -232,7 +232,7 @@ TEST_P(Transport, servesThreadsAtOnce) {
             Bytes transfer;
             EXPECT_EQ(send(handle, envelopes::writeThreshold5), TL_USB_OK);
             EXPECT_EQ(receive(handle, transfer), TL_USB_OK);
-            EXPECT_EQ(shown(transfer), "<00ACFF2000010000>");
+            EXPECT_EQ(shown(transfer), "<00acff2000010000>");
             countPrinters();
         }
     });

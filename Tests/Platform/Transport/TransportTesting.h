@@ -5,10 +5,6 @@
 #include "Tests/Platform/Transport/PrinterPorts.h"
 #include "Tests/Support/Envelopes.h"
 
-#include <sstream>
-
-using envelopes::Bytes;
-
 constexpr std::int32_t patience_ms = 10'000; // for what comes
 constexpr std::int32_t silence_ms = 20;      // for what does not: what is there is never late
 
@@ -52,12 +48,7 @@ inline std::int32_t receive(void *handle, Bytes &transfer, std::int32_t timeout_
 
 /// Printable transfers that a header is not taken for are shown as text.
 inline std::string shown(const Bytes &transfer) {
-    if (!transfer.empty() && transfer[0] == '@')
-        return "text";
-    std::ostringstream stream;
-    for (const std::uint8_t byte : transfer)
-        stream << "0123456789ABCDEF"[byte >> 4] << "0123456789ABCDEF"[byte & 15];
-    return "<" + stream.str() + ">";
+    return !transfer.empty() && transfer[0] == '@' ? "text" : hex(transfer);
 }
 
 /// Everything that comes until a read fails, and how that failed.

@@ -133,7 +133,7 @@ TEST_F(TransportUsb, givesThePrinterBackWhileItsHandleStaysOpen) {
     EXPECT_FALSE(printer().isClaimed());
     EXPECT_TRUE(printer().hasKernelDriver());
 
-    EXPECT_EQ(receiveAll(handle), "<00ACFF2100010001> <33> -5") << "the answer waited in the printer";
+    EXPECT_EQ(receiveAll(handle), "<00acff2100010001> <33> -5") << "the answer waited in the printer";
     EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK);
     awaitRest();
     EXPECT_TRUE(printer().hasKernelDriver());
@@ -161,14 +161,14 @@ TEST_F(TransportUsb, recoversFromAStall) {
     EXPECT_EQ(send(handle, envelopes::readThreshold), TL_USB_OK);
     printer().stall(usbBulkIn);
     EXPECT_EQ(receiveAll(handle), "-9");
-    EXPECT_EQ(receiveAll(handle), "<00ACFF2100010001> <33> -5");
+    EXPECT_EQ(receiveAll(handle), "<00acff2100010001> <33> -5");
 }
 
 TEST_F(TransportUsb, aReadEndsWithItsHandleALateAnswerOrItsPrinter) {
     void *handle = nullptr;
     const std::pair<const char *, std::function<void()>> ends[] = {
         {"-10", [&] { EXPECT_EQ(tl_usb_close_device_handle(handle), TL_USB_OK); }},
-        {"<00ACFF2100010001>", [&] { printer().hold(Hold::answers, false); }},
+        {"<00acff2100010001>", [&] { printer().hold(Hold::answers, false); }},
         {"-2", [&] { ports.unplug("SN0001"); }},
     };
     for (const auto &[story, end] : ends) {

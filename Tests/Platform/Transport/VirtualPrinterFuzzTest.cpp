@@ -4,7 +4,6 @@
 #include "Tests/Support/Envelopes.h"
 #include "Tests/Support/Random.h"
 
-using envelopes::Bytes;
 using transport::VirtualPrinter;
 
 namespace {
@@ -14,8 +13,7 @@ Bytes hostilePiece(Random &random) {
     constexpr std::string_view telling("\x00\xAC\xFF\x20\x1B@\n%", 8);
     if (random.oneIn(2)) {
         const Bytes &whole = random.oneIn(2) ? envelopes::readThreshold : envelopes::writeThreshold5;
-        const std::string changed = random.mutated({whole.begin(), whole.end()}, telling);
-        return {changed.begin(), changed.end()};
+        return bytesOf(random.mutated({whole.begin(), whole.end()}, telling));
     }
     Bytes noise(random.below(200));
     for (std::uint8_t &byte : noise)

@@ -7,13 +7,13 @@
 #include "Platform/Transport/usb/IdleClosingPrinter.h"
 #include "Platform/Transport/usb/StatusText.h"
 #include "Platform/Transport/usb/UsbPrinters.h"
+#include "Tests/Support/Bytes.h"
 #include "Tests/Support/Random.h"
 
 #include <numeric>
 
 using namespace transport;
 using std::chrono::milliseconds;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 
