@@ -3,14 +3,14 @@
 // It is a pipe of one page: full, nothing waits; empty, it can be written, which is how usbfs says "reap".
 #pragma once
 
+#include "Tests/Support/Testing.h"
+
 #include <filesystem>
 
-class DeviceNode {
+class DeviceNode : NoCopies {
 public:
     explicit DeviceNode(std::filesystem::path path);
     ~DeviceNode();
-    DeviceNode(const DeviceNode &) = delete;
-    DeviceNode &operator=(const DeviceNode &) = delete;
 
     const std::filesystem::path &path() const { return path_; }
     void setReady(bool ready);

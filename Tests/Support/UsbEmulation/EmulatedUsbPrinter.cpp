@@ -1,12 +1,9 @@
 #include "Tests/Support/UsbEmulation/EmulatedUsbPrinter.h"
-#include "Tests/Support/Testing.h"
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <linux/usb/ch9.h>
 #include <linux/usbdevice_fs.h>
-#include <span>
 #include <sys/ioctl.h>
 
 using transport::Fault;
@@ -58,28 +55,21 @@ void EmulatedUsbPrinter::hold(Hold what, bool held) {
         held_.insert(what);
     else
         held_.erase(what);
-    while (!held_.contains(Hold::requests) && !requests_.empty()) {
-        Urb urb = std::move(requests_.front());
-        requests_.pop_front();
-        take(std::move(urb));
-    }
-    serveReads();
+    serve();
     releaseAllowed_.notifyAll();
 }
 
 void EmulatedUsbPrinter::stall(std::uint8_t endpoint) {
     const locking::MutexLock guard(mutex_);
     stalled_.insert(endpoint);
-    serveReads();
+    serve();
 }
 
 void EmulatedUsbPrinter::unplug() {
     const locking::MutexLock guard(mutex_);
     unplugged_ = true;
     node_.unlink();
-    finishAll(reads_, -ESHUTDOWN);
-    finishAll(requests_, -ESHUTDOWN);
-    showReady();
+    serve();
 }
 
 std::size_t EmulatedUsbPrinter::opens() const {
@@ -89,7 +79,9 @@ std::size_t EmulatedUsbPrinter::opens() const {
 
 bool EmulatedUsbPrinter::isAwaited(Hold what) const {
     const locking::MutexLock guard(mutex_);
-    return what == Hold::answers ? !reads_.empty() : what == Hold::requests ? !requests_.empty() : releasing_;
+    return what == Hold::release
+               ? releasing_
+               : std::ranges::any_of(pending_, [&](const Urb &urb) { return urb.holding() == what; });
 }
 
 void EmulatedUsbPrinter::connect(const Client *client) {
@@ -105,10 +97,9 @@ void EmulatedUsbPrinter::vanish(const Client *client) {
     clients_.erase(client);
     if (claimer_ == client)
         claimer_ = nullptr;
-    std::erase_if(reads_, isTheirs);
-    std::erase_if(requests_, isTheirs);
+    std::erase_if(pending_, isTheirs);
     std::erase_if(finished_, isTheirs);
-    showReady();
+    serve();
 }
 
 void EmulatedUsbPrinter::handle(Client *client) {
@@ -191,68 +182,83 @@ int EmulatedUsbPrinter::bindDriver(const usbdevfs_ioctl &call) {
 int EmulatedUsbPrinter::submit(const Client *client, UMockdevIoctlData *block) {
     const auto &urb = as<usbdevfs_urb>(block);
     const auto length = static_cast<std::size_t>(urb.buffer_length);
-    Urb submitted{client, Data(umockdev_ioctl_data_ref(block)),
-                  length > 0 ? resolve(block, offsetof(usbdevfs_urb, buffer), length) : Data()};
-    const bool isControl = urb.type == USBDEVFS_URB_TYPE_CONTROL;
-    if (!isControl && (claimer_ != client || (urb.endpoint != usbBulkIn && urb.endpoint != usbBulkOut)))
+    const bool isBulk = urb.endpoint == usbBulkIn || urb.endpoint == usbBulkOut;
+    if (urb.type != USBDEVFS_URB_TYPE_CONTROL && (claimer_ != client || !isBulk))
         return -ENOENT; // the kernel is more lenient, but says so in its log
-    if (!isControl && urb.endpoint == usbBulkIn)
-        reads_.push_back(std::move(submitted));
-    else if (held_.contains(Hold::requests))
-        requests_.push_back(std::move(submitted));
-    else
-        take(std::move(submitted));
-    serveReads();
+    pending_.push_back({client, Data(umockdev_ioctl_data_ref(block)),
+                        length > 0 ? resolve(block, offsetof(usbdevfs_urb, buffer), length) : Data()});
+    serve();
     return 0;
 }
 
-void EmulatedUsbPrinter::take(Urb urb) {
-    if (as<usbdevfs_urb>(urb.block.get()).type == USBDEVFS_URB_TYPE_CONTROL)
-        control(std::move(urb));
-    else
-        write(std::move(urb));
-}
-
 int EmulatedUsbPrinter::reap(const Client *client, UMockdevIoctlData *pointer) {
-    const auto found = std::ranges::find_if(finished_, [&](const Urb &urb) { return urb.client == client; });
+    const auto found = std::ranges::find(finished_, client, &Urb::client);
     if (found == finished_.end())
         return unplugged_ ? -ENODEV : -EAGAIN;
     umockdev_ioctl_data_set_ptr(pointer, 0, found->block.get());
     finished_.erase(found);
-    showReady();
+    serve();
     return 0;
 }
 
 int EmulatedUsbPrinter::discard(const Client *client, unsigned long address) {
-    for (std::deque<Urb> *const pending : {&reads_, &requests_}) {
-        const auto found = std::ranges::find_if(*pending, [&](const Urb &urb) {
-            return urb.client == client && urb.block->client_addr == address;
-        });
-        if (found != pending->end()) {
-            Urb urb = std::move(*found);
-            pending->erase(found);
-            finish(std::move(urb), -ENOENT);
-            return 0;
-        }
-    }
-    return -EINVAL;
+    const auto found = std::ranges::find_if(
+        pending_, [&](const Urb &urb) { return urb.client == client && urb.block->client_addr == address; });
+    if (found == pending_.end())
+        return -EINVAL;
+    (**found).status = -ENOENT;
+    finished_.push_back(std::move(*found));
+    pending_.erase(found);
+    serve();
+    return 0;
 }
 
-void EmulatedUsbPrinter::control(Urb urb) {
+Hold EmulatedUsbPrinter::Urb::holding() const {
+    return (**this).type != USBDEVFS_URB_TYPE_CONTROL && (**this).endpoint == usbBulkIn ? Hold::answers
+                                                                                        : Hold::requests;
+}
+
+void EmulatedUsbPrinter::serve() {
+    for (auto urb = pending_.begin(); urb != pending_.end();) {
+        const auto status = outcome(*urb);
+        if (!status) {
+            ++urb;
+            continue;
+        }
+        (**urb).status = *status;
+        finished_.push_back(std::move(*urb));
+        pending_.erase(urb);
+        urb = pending_.begin(); // for which there may be an answer now
+    }
+    node_.setReady(unplugged_ || !finished_.empty());
+}
+
+std::optional<int> EmulatedUsbPrinter::outcome(const Urb &urb) {
+    const bool isControl = (*urb).type == USBDEVFS_URB_TYPE_CONTROL;
+    if (unplugged_)
+        return -ESHUTDOWN;
+    if (!isControl && stalled_.contains((*urb).endpoint))
+        return -EPIPE;
+    if (held_.contains(urb.holding()))
+        return std::nullopt;
+    return isControl ? control(urb) : (*urb).endpoint == usbBulkIn ? read(urb) : write(urb);
+}
+
+int EmulatedUsbPrinter::control(const Urb &urb) {
     const usb_ctrlrequest setup = as<usb_ctrlrequest>(urb.buffer.get());
     constexpr std::uint8_t fromClassInterface = USB_DIR_IN | USB_TYPE_CLASS | USB_RECIP_INTERFACE;
     Bytes reply =
         setup.bRequestType == fromClassInterface ? classReply(setup.bRequest, setup.wIndex) : Bytes();
     if (reply.empty())
-        return finish(std::move(urb), -EPIPE);
+        return -EPIPE;
     reply.resize(std::min<std::size_t>(reply.size(), setup.wLength));
     std::ranges::copy(reply, urb.buffer->data + sizeof setup);
-    as<usbdevfs_urb>(urb.block.get()).actual_length = static_cast<int>(reply.size());
-    finish(std::move(urb), 0);
+    (*urb).actual_length = static_cast<int>(reply.size());
+    return 0;
 }
 
 // Of the printer class; empty for a request that is refused.
-EmulatedUsbPrinter::Bytes EmulatedUsbPrinter::classReply(std::uint8_t request, std::uint16_t index) const {
+Bytes EmulatedUsbPrinter::classReply(std::uint8_t request, std::uint16_t index) const {
     enum : std::uint8_t { getDeviceId = 0, getPortStatus = 1 };
     const transport::VirtualPrinterState &state = printer_.state();
     if (request == getPortStatus && index == usbPrinterInterface && !state.has(Fault::StatusFails)) {
@@ -270,55 +276,26 @@ EmulatedUsbPrinter::Bytes EmulatedUsbPrinter::classReply(std::uint8_t request, s
     return {};
 }
 
-void EmulatedUsbPrinter::write(Urb urb) {
-    if (stalled_.contains(usbBulkOut))
-        return finish(std::move(urb), -EPIPE);
-    const std::span<const std::uint8_t> bytes =
-        urb.buffer ? std::span(urb.buffer->data, static_cast<std::size_t>(urb.buffer->data_len))
-                   : std::span<const std::uint8_t>();
-    const int status = onWire(printer_.write(bytes));
-    if (status == 0)
-        as<usbdevfs_urb>(urb.block.get()).actual_length = static_cast<int>(bytes.size());
-    finish(std::move(urb), status);
+int EmulatedUsbPrinter::write(const Urb &urb) {
+    const auto length = static_cast<std::size_t>(urb.buffer ? urb.buffer->data_len : 0);
+    const int status = onWire(printer_.write({length > 0 ? urb.buffer->data : nullptr, length}));
+    (*urb).actual_length = status == 0 ? static_cast<int>(length) : 0;
+    return status;
 }
 
-void EmulatedUsbPrinter::serveReads() {
-    if (stalled_.contains(usbBulkIn))
-        return finishAll(reads_, -EPIPE);
-    while (!reads_.empty() && !held_.contains(Hold::answers)) {
-        Bytes transfer;
-        const tl_usb_status status = printer_.read(transfer);
-        if (status == TL_USB_ERROR_TIMEOUT)
-            return;
-        Urb urb = std::move(reads_.front());
-        reads_.pop_front();
-        finish(std::move(urb), onWire(status), transfer);
-    }
+// The virtual printer's transfers are short: each is one packet.
+std::optional<int> EmulatedUsbPrinter::read(const Urb &urb) {
+    Bytes transfer;
+    const tl_usb_status status = printer_.read(transfer);
+    if (status == TL_USB_ERROR_TIMEOUT)
+        return std::nullopt;
+    const std::size_t taken = std::min(transfer.size(), static_cast<std::size_t>((*urb).buffer_length));
+    std::copy_n(transfer.begin(), taken, urb.buffer ? urb.buffer->data : nullptr);
+    (*urb).actual_length = static_cast<int>(taken);
+    return taken < transfer.size() ? -EOVERFLOW : onWire(status);
 }
 
 int EmulatedUsbPrinter::onWire(tl_usb_status status) {
     isFresh_ = isFresh_ || status == TL_USB_ERROR_NO_DEVICE;
     return status == TL_USB_OK ? 0 : status == TL_USB_ERROR_NO_DEVICE ? -ESHUTDOWN : -EPROTO;
-}
-
-// The virtual printer's transfers are short: each is one packet.
-void EmulatedUsbPrinter::finish(Urb urb, int status, const Bytes &sent) {
-    auto &block = as<usbdevfs_urb>(urb.block.get());
-    const std::size_t taken = std::min(sent.size(), static_cast<std::size_t>(block.buffer_length));
-    if (taken > 0) {
-        std::memcpy(urb.buffer->data, sent.data(), taken);
-        block.actual_length = static_cast<int>(taken);
-    }
-    block.status = taken < sent.size() ? -EOVERFLOW : status;
-    finished_.push_back(std::move(urb));
-    showReady();
-}
-
-void EmulatedUsbPrinter::finishAll(std::deque<Urb> &urbs, int status) {
-    for (Urb &urb : std::exchange(urbs, {}))
-        finish(std::move(urb), status);
-}
-
-void EmulatedUsbPrinter::showReady() {
-    node_.setReady(unplugged_ || !finished_.empty());
 }

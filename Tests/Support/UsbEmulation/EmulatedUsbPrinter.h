@@ -17,17 +17,12 @@
 
 #include "Platform/Locking/Condition.h"
 #include "Platform/Transport/virtual/VirtualPrinter.h"
+#include "Tests/Support/Bytes.h"
 #include "Tests/Support/UsbEmulation/DeviceNode.h"
 #include "Tests/Support/UsbEmulation/UsbDescription.h"
 
-#include <cstdint>
-#include <deque>
 #include <linux/usbdevice_fs.h>
-#include <memory>
-#include <set>
-#include <string>
 #include <umockdev.h>
-#include <vector>
 
 /// Throws what a call has reported, if anything.
 void check(GError *error);
@@ -74,11 +69,13 @@ private:
     };
     using Data = std::unique_ptr<UMockdevIoctlData, Unreference>;
     struct Urb {
+        usbdevfs_urb &operator*() const { return *reinterpret_cast<usbdevfs_urb *>(block->data); }
+        Hold holding() const;
+
         const Client *client;
-        Data block;  // the client's usbdevfs_urb
+        Data block;  // the client's
         Data buffer; // none when it has no bytes
     };
-    using Bytes = std::vector<std::uint8_t>;
 
     template <class Value>
     Value seen(Value EmulatedUsbPrinter::*member) const {
@@ -94,15 +91,14 @@ private:
     int reap(const Client *client, UMockdevIoctlData *pointer) ZK_REQUIRES(mutex_);
     int discard(const Client *client, unsigned long address) ZK_REQUIRES(mutex_);
     int bindDriver(const usbdevfs_ioctl &call) ZK_REQUIRES(mutex_);
-    void take(Urb urb) ZK_REQUIRES(mutex_);
-    void control(Urb urb) ZK_REQUIRES(mutex_);
-    Bytes classReply(std::uint8_t request, std::uint16_t index) const ZK_REQUIRES(mutex_);
-    void write(Urb urb) ZK_REQUIRES(mutex_);
-    void serveReads() ZK_REQUIRES(mutex_);
+    // These are how a transfer ends, as the kernel tells it; none while it is pending.
+    std::optional<int> outcome(const Urb &urb) ZK_REQUIRES(mutex_);
+    int control(const Urb &urb) ZK_REQUIRES(mutex_);
+    std::optional<int> read(const Urb &urb) ZK_REQUIRES(mutex_);
+    int write(const Urb &urb) ZK_REQUIRES(mutex_);
     int onWire(tl_usb_status status) ZK_REQUIRES(mutex_);
-    void finish(Urb urb, int status, const Bytes &sent = {}) ZK_REQUIRES(mutex_);
-    void finishAll(std::deque<Urb> &urbs, int status) ZK_REQUIRES(mutex_);
-    void showReady() ZK_REQUIRES(mutex_);
+    Bytes classReply(std::uint8_t request, std::uint16_t index) const ZK_REQUIRES(mutex_);
+    void serve() ZK_REQUIRES(mutex_);
 
     const UsbAddress address_;
     mutable locking::Mutex mutex_;
@@ -118,7 +114,6 @@ private:
     locking::Condition releaseAllowed_;
     bool unplugged_ ZK_GUARDED_BY(mutex_) = false;
     std::set<std::uint8_t> stalled_ ZK_GUARDED_BY(mutex_);
-    std::deque<Urb> reads_ ZK_GUARDED_BY(mutex_);    // pending
-    std::deque<Urb> requests_ ZK_GUARDED_BY(mutex_); // pending: data to the printer, and control transfers
+    std::deque<Urb> pending_ ZK_GUARDED_BY(mutex_);
     std::deque<Urb> finished_ ZK_GUARDED_BY(mutex_); // to be reaped
 };

@@ -1,12 +1,9 @@
 #include "Tests/Support/UsbEmulation/UsbDescription.h"
-#include "Tests/Support/Testing.h"
 
 #include <cstdarg>
 #include <cstdio>
 
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
 
 [[gnu::format(printf, 1, 2)]] std::string format(const char *pattern, ...) {
     std::array<char, 4096> text;
@@ -30,10 +27,8 @@ std::string deviceRecord(UsbAddress address, const transport::VirtualPrinterStat
                printer.product.c_str());
     if (!printer.serial.empty())
         record += format("A: serial=%s\\n\n", printer.serial.c_str());
-    record += "H: descriptors=";
-    for (const std::uint8_t byte : descriptors)
-        record += format("%02X", byte);
-    return record + "\n\n";
+    const std::string digits = hex(descriptors);
+    return record + "H: descriptors=" + digits.substr(1, digits.size() - 2) + "\n\n";
 }
 
 std::string interfaceRecord(UsbAddress address, unsigned interface) {
@@ -44,7 +39,7 @@ std::string interfaceRecord(UsbAddress address, unsigned interface) {
 
 } // namespace
 
-std::vector<std::uint8_t> usbDescriptors(const transport::VirtualPrinterState &printer) {
+Bytes usbDescriptors(const transport::VirtualPrinterState &printer) {
     const auto low = [](unsigned value) { return static_cast<std::uint8_t>(value); };
     const auto high = [](unsigned value) { return static_cast<std::uint8_t>(value >> 8); };
     const auto text = [](const std::string &string, std::uint8_t index) -> std::uint8_t {
@@ -75,7 +70,7 @@ std::string usbInterfaceFolder(UsbAddress address, unsigned interface) {
 }
 
 std::string usbRecord(UsbAddress address, const transport::VirtualPrinterState &printer,
-                      const std::vector<std::uint8_t> &descriptors) {
+                      const Bytes &descriptors) {
     return deviceRecord(address, printer, descriptors) + interfaceRecord(address, 0) +
            interfaceRecord(address, usbPrinterInterface);
 }

@@ -5,11 +5,9 @@
 #pragma once
 
 #include "Platform/Transport/virtual/VirtualPrinterState.h"
+#include "Tests/Support/Bytes.h"
 
 #include <compare>
-#include <cstdint>
-#include <string>
-#include <vector>
 
 struct UsbAddress {
     int bus = 0;
@@ -28,7 +26,7 @@ std::string usbNodePath(UsbAddress address);
 std::string usbFolder(UsbAddress address);
 std::string usbInterfaceFolder(UsbAddress address, unsigned interface);
 /// Those of the device, its configuration, the interfaces and their endpoints, one behind another.
-std::vector<std::uint8_t> usbDescriptors(const transport::VirtualPrinterState &printer);
+Bytes usbDescriptors(const transport::VirtualPrinterState &printer);
 /// All that /sys tells, in the language of umockdev.
 std::string usbRecord(UsbAddress address, const transport::VirtualPrinterState &printer,
-                      const std::vector<std::uint8_t> &descriptors);
+                      const Bytes &descriptors);

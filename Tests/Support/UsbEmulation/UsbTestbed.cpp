@@ -1,5 +1,4 @@
 #include "Tests/Support/UsbEmulation/UsbTestbed.h"
-#include "Tests/Support/Testing.h"
 
 namespace {
 
@@ -43,12 +42,8 @@ UsbTestbed::UsbTestbed() : testbed_(umockdev_testbed_new()) {
     std::filesystem::permissions(root_, std::filesystem::perms::all);
 }
 
-std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state) {
-    return plug(state, usbDescriptors(state));
-}
-
 std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPrinterState &state,
-                                                     const std::vector<std::uint8_t> &descriptors) {
+                                                     const std::optional<Bytes> &descriptors) {
     forgetUnplugged();
     if (++last_.device > mostDevicesOfBus)
         last_ = {last_.bus + 1, 1};
@@ -66,7 +61,8 @@ std::shared_ptr<EmulatedUsbPrinter> UsbTestbed::plug(const transport::VirtualPri
     check(error);
     std::filesystem::permissions(root_ / ("ioctl" + node), std::filesystem::perms::all);
     // Announces the device, so it comes last.
-    umockdev_testbed_add_from_string(testbed_.get(), usbRecord(last_, state, descriptors).c_str(), &error);
+    umockdev_testbed_add_from_string(
+        testbed_.get(), usbRecord(last_, state, descriptors.value_or(usbDescriptors(state))).c_str(), &error);
     check(error);
     return plugged_.back().printer;
 }

@@ -14,22 +14,15 @@
 #include "Tests/Support/UsbEmulation/EmulatedUsbPrinter.h"
 
 #include <filesystem>
-#include <memory>
-#include <umockdev.h>
-#include <vector>
 
-class UsbTestbed {
+class UsbTestbed : NoCopies {
 public:
     /// The one of this process: libusb looks once where its devices are.
     static UsbTestbed &shared();
 
-    UsbTestbed(const UsbTestbed &) = delete;
-    UsbTestbed &operator=(const UsbTestbed &) = delete;
-
-    std::shared_ptr<EmulatedUsbPrinter> plug(const transport::VirtualPrinterState &state);
-    /// One that tells other descriptors of itself than a printer of that state would.
+    /// It may tell other descriptors of itself than a printer of that state would.
     std::shared_ptr<EmulatedUsbPrinter> plug(const transport::VirtualPrinterState &state,
-                                             const std::vector<std::uint8_t> &descriptors);
+                                             const std::optional<Bytes> &descriptors = {});
     /// Nobody may be about to open the printer; who has it open may keep it so.
     void unplug(const std::shared_ptr<EmulatedUsbPrinter> &printer);
 
