@@ -30,11 +30,6 @@ struct TonerHintReading {
     // For callers that check the threshold:
     std::string words{};       ///< the reply's data: foreign bytes
     std::size_t announced = 0; ///< how many bytes of data the reply's header announced
-
-    /// Whether outcome and threshold are the same; the words do not matter.
-    friend bool operator==(const TonerHintReading &a, const TonerHintReading &b) {
-        return a.outcome == b.outcome && a.threshold == b.threshold;
-    }
 };
 
 /// What a printer answered to a new threshold.
