@@ -50,6 +50,14 @@ id model(const Ref<NSString> &text) {
     return dictionaryOf({{u"ppdModel"_ns, text}, {u"other"_ns, u"ignored"_ns}});
 }
 
+void expectNone(const Matched &none, Outcome why, const std::string &server, const char *what) {
+    EXPECT_EQ(none.outcome.outcome, why) << what;
+    EXPECT_EQ(none.outcome.destinations, 0) << what;
+    EXPECT_EQ(none.outcome.server, server) << what;
+    EXPECT_EQ(none.seen, Lines{}) << what;
+    EXPECT_EQ(none.log, Lines{"****numOfDests:0"}) << what;
+}
+
 const Lines usualQueues = {"Bürodrucker",    "Other_Maker",  "Zelkor_L200",
                            "Zelkor_Network", "Zelkor_Plain", "Zelkor_Sample_Laser"};
 const std::string office = "Büro — 打印机 | Bürodrucker | usb://Zelkor/L500%20Series?serial=SN0005";
@@ -158,10 +166,7 @@ TEST(SupportedQueues, listsTheQueuesOfSupportedModels) {
 
 TEST(SupportedQueues, tellsAnEmptyServerFromNone) {
     PrivateCups server(false);
-    const Matched empty = matched(supportedModels());
-    EXPECT_EQ(empty.outcome.outcome, Outcome::noQueues);
-    EXPECT_EQ(empty.outcome.destinations, 0);
-    EXPECT_EQ(empty.log, Lines{"****numOfDests:0"});
+    expectNone(matched(supportedModels()), Outcome::noQueues, server.socket(), "empty");
 
     // A name in ASCII alone can equal one; the same model with an umlaut is another.
     server.addQueue("Umlaut usb://Zelkor/L200%20Series?serial=U 'Zelkor L200 Sériés' Umlaut");
@@ -171,12 +176,7 @@ TEST(SupportedQueues, tellsAnEmptyServerFromNone) {
     EXPECT_EQ(two.entries, Lines{"Same | Same | usb://Zelkor/L200%20Series?serial=S"});
 
     server.stop();
-    const Matched gone = matched(supportedModels());
-    EXPECT_EQ(gone.outcome.outcome, Outcome::noPrintService);
-    EXPECT_EQ(gone.outcome.destinations, 0);
-    EXPECT_EQ(gone.outcome.server, server.socket());
-    EXPECT_EQ(gone.seen, Lines{});
-    EXPECT_EQ(gone.log, Lines{"****numOfDests:0"});
+    expectNone(matched(supportedModels()), Outcome::noPrintService, server.socket(), "gone");
 }
 
 // Each of them would keep the caller for good, and all but the last are left by the other thread, too.
@@ -213,9 +213,6 @@ TEST(SupportedQueues, givesUpWhoeverNeverFinishesAnswering) {
     };
     for (const auto &[name, script] : rows) {
         const ScriptedService service(script);
-        const Matched none = matched(supportedModels());
-        EXPECT_EQ(none.outcome.outcome, Outcome::noPrintService) << name;
-        EXPECT_EQ(none.outcome.server, service.path()) << name;
-        EXPECT_EQ(none.log, Lines{"****numOfDests:0"}) << name;
+        expectNone(matched(supportedModels()), Outcome::noPrintService, service.path(), name);
     }
 }
