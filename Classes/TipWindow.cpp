@@ -2,10 +2,10 @@
 
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Interface/AccessibleView.h"
-#include "Platform/Interface/BalancedText.h"
 #include "Platform/Interface/Ink.h"
 #include "Platform/Interface/NSApplication.h"
 #include "Platform/Interface/QtText.h"
+#include "Platform/Interface/TextMetrics.h"
 
 #include <QAccessibleWidget>
 #include <QCloseEvent>
@@ -75,12 +75,8 @@ void TipWindow::wrapMessage() {
     const QMargins frame = outlet<QLayout>(*this, "tipEdge")->contentsMargins();
     const int symbol =
         symbolView->isHidden() ? 0 : symbolView->width() + outlet<QLayout>(*this, "tipLine")->spacing();
-    message->setMinimumWidth(0);
-    message->setMaximumWidth(QWIDGETSIZE_MAX);
-    const int least = message->minimumSizeHint().width();
     const int room = widest(font()) - edge.left() - edge.right() - frame.left() - frame.right() - symbol;
-    message->setFixedWidth(balancedWidth(least, std::max(room, least),
-                                         [this](int width) { return message->heightForWidth(width); }));
+    message->setFixedWidth(TextMetrics(message->font()).balancedWidth(message->text(), room));
 }
 
 void TipWindow::center() {

@@ -1,9 +1,9 @@
 #include "Platform/Interface/NSTableView.h"
 
 #include "Platform/Dispatch/Queues/MainQueue.h"
-#include "Platform/Interface/BalancedText.h"
 #include "Platform/Interface/QtText.h"
 #include "Platform/Interface/TableRowDelegate.h"
+#include "Platform/Interface/TextMetrics.h"
 #include "Platform/RunLoop/NSRunLoop.h"
 #include "Platform/Runtime/Object/Class.h"
 
@@ -18,10 +18,6 @@
 #include <QWindow>
 
 using dispatch::Clock;
-
-namespace {
-constexpr int placeholderFlags = Qt::AlignCenter | Qt::TextWordWrap;
-} // namespace
 
 /// The data source as a model of Qt: as many rows as it last reported; texts are asked for when they are
 /// painted.
@@ -203,10 +199,10 @@ void NSTableView::setPlaceholderText(const QString &text) {
 
 QSize NSTableView::minimumSizeHint() const {
     const int around = 2 * (placeholderMargin() + frameWidth());
-    const QRect place(0, 0, 26 * fontMetrics().averageCharWidth(), QWIDGETSIZE_MAX);
-    const QSize text = fontMetrics().boundingRect(place, placeholderFlags, placeholderText_).size();
-    return {std::max(place.width(), text.width()) + around,
-            text.height() + around + horizontalHeader()->sizeHint().height()};
+    const QSize least(26 * fontMetrics().averageCharWidth(), horizontalHeader()->sizeHint().height());
+    const QSizeF text = TextMetrics(font()).size(placeholderText_, least.width());
+    return {std::max(least.width(), qCeil(text.width())) + around,
+            qCeil(text.height()) + around + least.height()};
 }
 
 int NSTableView::placeholderMargin() const {
@@ -422,17 +418,10 @@ void NSTableView::paintPlaceholder() {
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const int margin = placeholderMargin();
     QRect place = viewport()->rect().adjusted(margin, margin, -margin, -margin);
-    const auto boundsFor = [&](int width) {
-        return fontMetrics().boundingRect(QRect(0, 0, width, place.height()), placeholderFlags,
-                                          placeholderText_);
-    };
     const QPoint center = place.center();
-    place.setWidth(balancedWidth(1, place.width(), [&](int width) {
-        const QRect bounds = boundsFor(width);
-        return bounds.width() > width ? QWIDGETSIZE_MAX : bounds.height(); // a word is wider
-    }));
+    place.setWidth(TextMetrics(font()).balancedWidth(placeholderText_, place.width()));
     place.moveCenter(center);
-    painter.drawText(place, placeholderFlags, placeholderText_);
+    painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, placeholderText_);
 }
 
 void NSTableView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) {

@@ -4,6 +4,7 @@
 #include "Platform/Interface/NSTableView.h"
 #include "Platform/Interface/QtText.h"
 #include "Platform/Interface/Symbol.h"
+#include "Platform/Interface/TextMetrics.h"
 
 #include <QPainter>
 
@@ -34,8 +35,8 @@ int TableRowDelegate::rowHeight() const {
 bool TableRowDelegate::isCutOff(int row, int width) const {
     const NSTableRow look = table_.lookOf(row);
     const int room = textPlace(QRect(0, 0, width, 1), Qt::LeftToRight).width();
-    return QFontMetrics(table_.font()).horizontalAdvance(look.name) > room ||
-           QFontMetrics(detailFont()).horizontalAdvance(look.detail) > room;
+    return !TextMetrics(table_.font()).fits(look.name, room) ||
+           !TextMetrics(detailFont()).fits(look.detail, room);
 }
 
 QSize TableRowDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const {
@@ -74,11 +75,14 @@ void TableRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &give
     const auto draw = [&](const QString &text, const QFont &font, const QColor &color) {
         painter->setFont(font);
         painter->setPen(color);
-        painter->drawText(place, flags, QFontMetrics(font).elidedText(text, Qt::ElideRight, place.width()));
+        painter->drawText(place, flags, text);
         place.setTop(place.top() + nameHeight);
     };
+    const auto elided = [&](const QString &text, const QFont &font) {
+        return TextMetrics(font).elided(text, place.width(), Qt::ElideRight);
+    };
     painter->save();
-    draw(isolated(look.name), table_.font(), look.isNameMuted ? muted : ink);
-    draw(look.detail, detailFont(), muted);
+    draw(isolated(elided(look.name, table_.font())), table_.font(), look.isNameMuted ? muted : ink);
+    draw(elided(look.detail, detailFont()), detailFont(), muted);
     painter->restore();
 }
