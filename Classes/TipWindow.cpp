@@ -1,5 +1,6 @@
 #include "Classes/TipWindow.h"
 
+#include "Frameworks/QNCategoriesPro/UIKit/QWidget/QWidget+Ancestry.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Interface/AccessibleView.h"
 #include "Platform/Interface/Ink.h"
@@ -80,8 +81,8 @@ void TipWindow::wrapMessage() {
 }
 
 void TipWindow::center() {
-    if (const QWidget *owner = parentWidget())
-        setWindowTitle(owner->window()->windowTitle());
+    if (const QWidget *owner = qn::owningWindow(*this))
+        setWindowTitle(owner->windowTitle());
     wrapMessage();
     // The layouts of a hidden window do not update by themselves.
     auto *const frame = outlet<QFrame>(*this, "tipFrame");
@@ -118,5 +119,6 @@ void TipWindow::keyPressEvent(QKeyEvent *event) {
 }
 
 void TipWindow::closeEvent(QCloseEvent *event) {
-    event->setAccepted(parentWidget() && !parentWidget()->window()->isVisible());
+    const QWidget *owner = qn::owningWindow(*this);
+    event->setAccepted(owner && !owner->isVisible());
 }

@@ -3,6 +3,8 @@
 #include "Classes/AppDelegate.h"
 #include "Classes/TipWindow.h"
 #include "Classes/UtilityController.h"
+#include "Frameworks/QNCategoriesPro/UIKit/QAbstractButton/QAbstractButton+Blocks.h"
+#include "Frameworks/QNCategoriesPro/UIKit/QWidget/QWidget+Ancestry.h"
 #include "Manager/ConsumableReminder.h"
 #include "Manager/PrinterListCollector.h"
 #include "Manager/PrinterStatus.h"
@@ -66,8 +68,8 @@ TipWindow *theTipWindow() {
 }
 
 QRectF frameOfWindowOf(const QWidget &view) {
-    const QWidget *window = view.window();
-    return window && window != &view ? window->frameGeometry() : QRectF();
+    const QWidget *window = qn::owningWindow(view);
+    return window ? window->frameGeometry() : QRectF();
 }
 
 Ref<NSMutableDictionary> entryAt(NSInteger row) {
@@ -111,7 +113,7 @@ void utilityMainView::findOutlets() {
 }
 
 void utilityMainView::connectControls() {
-    connect(cofirmBtn, &QPushButton::clicked, this, [this] {
+    qn::onClick(*cofirmBtn, [this] {
         // A row that was selected a moment ago is bound first: nothing is written to the printer of another
         // row.
         if (!scanResultsView->tellWaitingSelection())
@@ -121,7 +123,7 @@ void utilityMainView::connectControls() {
         settings_.levelWasChosen();
         showSettingsNote();
     });
-    connect(remedy, &QPushButton::clicked, this, [this] { takeRemedy(); });
+    qn::onClick(*remedy, [this] { takeRemedy(); });
     connect(search, &QLineEdit::textChanged, this, [this](const QString &text) { narrow(text); });
     search->installEventFilter(this);
 }

@@ -10,6 +10,7 @@
 #include "Classes/MainInterface.h"
 #include "Classes/MyMainWindow.h"
 #include "Classes/TipWindow.h"
+#include "Frameworks/QNCategoriesPro/UIKit/QWidget/QWidget+Snapshot.h"
 #include "Platform/Dispatch/Queues/MainQueue.h"
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Platform/Foundation/System/Localization.h"
@@ -111,11 +112,9 @@ private:
 
     void picture(const char *name) {
         QCoreApplication::processEvents();
-        QPixmap picture = window_.grab();
-        if (tip_.isVisible()) {
-            const QPoint place = tip_.pos() - window_.pos();
-            QPainter(&picture).drawPixmap(place, tip_.grab());
-        }
+        QImage picture = qn::snapshot(window_);
+        if (tip_.isVisible())
+            QPainter(&picture).drawImage(tip_.pos() - window_.pos(), qn::snapshot(tip_));
         const QString file = folder_ + "/" + name + suffix_ + ".png";
         if (!picture.save(file))
             fail("cannot write " + file.toStdString());
