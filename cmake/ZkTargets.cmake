@@ -7,10 +7,13 @@ endif()
 
 # Compile options of our own code, kept away from what only uses it.
 add_library(zk_options INTERFACE)
-target_include_directories(zk_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_include_directories(zk_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(zk_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Wcast-align -Wformat=2 -Werror)
+    -Woverloaded-virtual -Wcast-align -Wformat=2)
+if(PROJECT_IS_TOP_LEVEL)
+    target_compile_options(zk_options INTERFACE -Werror)
+endif()
 target_link_libraries(zk_options INTERFACE Threads::Threads)
 # Qt's packages name graphics libraries that a widget program never calls.
 target_link_options(zk_options INTERFACE LINKER:--as-needed)
@@ -26,21 +29,22 @@ if(ZK_FUZZ)
 endif()
 
 # What libraries and their rooms have in common. The headers are also compiled alone, by the target
-# all_verify_interface_header_sets.
+# all_verify_interface_header_sets. Of the rooms of installed libraries, HEADERS are public and INNER headers are not.
 function(zk_add_library name kind)
-    cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;USES" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;INNER;USES" ${ARGN})
     add_library(${name} ${kind} ${ARG_SOURCES})
-    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${ARG_HEADERS})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_HEADERS})
+    target_sources(${name} PUBLIC FILE_SET inner TYPE HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_INNER})
     set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
     target_link_libraries(${name} PUBLIC zk_options ${ARG_USES})
 endfunction()
 
-# zk_library(NAME SOURCES a.cpp … HEADERS a.h … USES other …): a static library.
+# zk_library(NAME SOURCES a.cpp … HEADERS a.h … INNER b.h … USES other …): a static library.
 function(zk_library name)
     zk_add_library(${name} STATIC ${ARGN})
 endfunction()
 
-# zk_room(NAME SOURCES a.cpp … HEADERS a.h … USES other …): one room of a library, see zk_library_of_rooms.
+# zk_room(NAME SOURCES a.cpp … HEADERS a.h … INNER b.h … USES other …): one room, see zk_library_of_rooms.
 function(zk_room name)
     zk_add_library(${name} OBJECT ${ARGN})
 endfunction()
@@ -52,6 +56,31 @@ function(zk_library_of_rooms name)
     target_link_libraries(${name} PUBLIC zk_options)
     foreach(room ${ARGN})
         target_sources(${name} PRIVATE $<TARGET_OBJECTS:${room}>)
+    endforeach()
+endfunction()
+
+# zk_shared_library(NAME OUTPUT file OF part …): the objects of rooms and static libraries, compiled once, as a shared
+# library that exports what their public headers declare: everything else is hidden, and these headers say
+# "#pragma GCC visibility push(default)". Nothing of zk_options reaches its users.
+function(zk_shared_library name)
+    cmake_parse_arguments(ARG "" "OUTPUT" "OF" ${ARGN})
+    add_library(${name} SHARED)
+    set_target_properties(${name} PROPERTIES
+        OUTPUT_NAME ${ARG_OUTPUT} SOVERSION ${PROJECT_VERSION_MAJOR} VERSION ${PROJECT_VERSION}
+        LINKER_LANGUAGE CXX LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib INSTALL_RPATH $ORIGIN)
+    target_compile_features(${name} INTERFACE cxx_std_20)
+    target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:zk_options>)
+    set(exports ${PROJECT_SOURCE_DIR}/Packaging/library/exports.map)
+    target_link_options(${name} PRIVATE LINKER:--no-undefined LINKER:--version-script=${exports})
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
+    foreach(part ${ARG_OF})
+        get_target_property(kind ${part} TYPE)
+        if(NOT kind STREQUAL INTERFACE_LIBRARY)
+            set_target_properties(${part} PROPERTIES CXX_VISIBILITY_PRESET hidden)
+            target_sources(${name} PRIVATE $<TARGET_OBJECTS:${part}>)
+        endif()
+        get_target_property(headers ${part} HEADER_SET)
+        target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${headers})
     endforeach()
 endfunction()
 
@@ -70,7 +99,7 @@ endfunction()
 # zk_test_in_comma_locale(NAME …): each test program runs once more, as a whole, in a locale with decimal commas and
 # one byte a character. It is made here, so that none needs to be installed.
 function(zk_test_in_comma_locale)
-    set(folder ${CMAKE_BINARY_DIR}/locales)
+    set(folder ${PROJECT_BINARY_DIR}/locales)
     if(NOT TARGET comma_locale)
         add_custom_command(OUTPUT ${folder}/de_DE/LC_NUMERIC
             COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
@@ -79,12 +108,14 @@ function(zk_test_in_comma_locale)
         add_custom_target(comma_locale DEPENDS ${folder}/de_DE/LC_NUMERIC)
     endif()
     foreach(name ${ARGN})
-        target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/Tests/Support/CommaLocale.cpp)
+        target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/Tests/Support/CommaLocale.cpp)
         add_dependencies(${name} comma_locale)
         add_test(NAME ${name}-in-comma-locale COMMAND ${name})
         set_tests_properties(${name}-in-comma-locale PROPERTIES
             TIMEOUT 300 ENVIRONMENT "LOCPATH=${folder};ZK_TEST_LOCALE=de_DE")
     endforeach()
 endfunction()
-# All that the thread sanitizer is to see.
-add_custom_target(threads)
+if(ZK_TESTS)
+    # All that the thread sanitizer is to see.
+    add_custom_target(threads)
+endif()

@@ -7,6 +7,8 @@
 
 #include <type_traits>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Calls `operation` with the container's contents and returns its result. When the container is none,
@@ -26,3 +28,5 @@ auto atomically(const Ref<Container> &container, const Operation &operation) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 #include "Platform/Foundation/Collections/ObjectVisit.h"
 
+#pragma GCC visibility push(default)
+
 /// Takes the lock of one container, then that of another, except a lock that the thread already holds: a
 /// container may turn up again inside what is being compared.
 class BothLocks {
@@ -21,3 +23,5 @@ private:
     const SemaphoreLock lock_, otherLock_;
     const Visit visit_;
 };
+
+#pragma GCC visibility pop

@@ -14,6 +14,8 @@
 
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 class NSDate;
 class NSString;
 
@@ -28,3 +30,5 @@ Ref<NSDate> dateFromLengthTable(const Ref<NSString> &text);
 Ref<NSDate> dateFromFixedForm(const Ref<NSString> &text);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -4,9 +4,13 @@
 
 #include "Platform/Foundation/Dates/NSDateFormatter.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The shared formatter, which writes in the time zone of the system. Any thread.
 const NSDateFormatter &ISODateFormatter();
 
 } // namespace qn
+
+#pragma GCC visibility pop

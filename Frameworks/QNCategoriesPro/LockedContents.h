@@ -3,6 +3,8 @@
 
 #include "Frameworks/QNCategoriesPro/SemaphoreLock.h"
 
+#pragma GCC visibility push(default)
+
 /// `LockedContents(lock, contents)->operation(…)` holds the lock for that one operation, and releases it also
 /// when the operation raises.
 template <class Contents>
@@ -17,3 +19,5 @@ private:
     const SemaphoreLock lock_;
     Contents &contents_;
 };
+
+#pragma GCC visibility pop

@@ -19,6 +19,8 @@
 
 #include <atomic>
 
+#pragma GCC visibility push(default)
+
 class QNClassInfo : public NSObject {
     NS_CLASS(QNClassInfo, NSObject)
 public:
@@ -74,3 +76,5 @@ private:
     Ref<NSDictionary> _methodInfos ZK_GUARDED_BY(_reading);
     Ref<NSDictionary> _propertyInfos ZK_GUARDED_BY(_reading);
 };
+
+#pragma GCC visibility pop

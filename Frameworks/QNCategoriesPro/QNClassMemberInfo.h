@@ -11,6 +11,8 @@
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Reflection/Reflection.h"
 
+#pragma GCC visibility push(default)
+
 class QNClassIvarInfo : public NSObject {
     NS_CLASS(QNClassIvarInfo, NSObject)
 public:
@@ -102,3 +104,5 @@ private:
     SEL _getter = nullptr;
     SEL _setter = nullptr;
 };
+
+#pragma GCC visibility pop

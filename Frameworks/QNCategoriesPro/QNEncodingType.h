@@ -9,6 +9,8 @@
 
 #include <cstdint>
 
+#pragma GCC visibility push(default)
+
 using QNEncodingType = std::uint64_t;
 
 enum : QNEncodingType {
@@ -59,3 +61,5 @@ enum : QNEncodingType {
 
 /// The value type and the qualifiers of an encoding; 0 for null. Any text, any thread.
 QNEncodingType QNEncodingGetType(const char *typeEncoding);
+
+#pragma GCC visibility pop

@@ -46,6 +46,8 @@
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
 #include "Platform/Foundation/Collections/NSArray.h"
 
+#pragma GCC visibility push(default)
+
 class QNThreadSafeArray : public NSMutableArray {
     NS_CLASS(QNThreadSafeArray, NSMutableArray)
 public:
@@ -241,3 +243,5 @@ private:
     Ref<NSMutableArray> _arr; // changes in a copy under construction only
     mutable dispatch::Semaphore _lock{1};
 };
+
+#pragma GCC visibility pop

@@ -25,6 +25,8 @@
 #include "Frameworks/QNCategoriesPro/LockedContents.h"
 #include "Platform/Foundation/Collections/NSDictionary.h"
 
+#pragma GCC visibility push(default)
+
 class QNThreadSafeDictionary : public NSMutableDictionary {
     NS_CLASS(QNThreadSafeDictionary, NSMutableDictionary)
 public:
@@ -130,3 +132,5 @@ private:
     Ref<NSMutableDictionary> _dic; // changes in a copy under construction only
     mutable dispatch::Semaphore _lock{1};
 };
+
+#pragma GCC visibility pop

@@ -18,6 +18,8 @@
 #include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class QNTimer : public NSObject {
     NS_CLASS(QNTimer, NSObject)
 public:
@@ -53,3 +55,5 @@ private:
     std::shared_ptr<dispatch::TimerSource> _source ZK_GUARDED_BY(_lock);
     mutable dispatch::SemaphoreMutex _lock;
 };
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include "Platform/Dispatch/Queues/Semaphore.h"
 
+#pragma GCC visibility push(default)
+
 class SemaphoreLock {
 public:
     explicit SemaphoreLock(dispatch::Semaphore &semaphore) : SemaphoreLock(&semaphore) {}
@@ -23,3 +25,5 @@ public:
 private:
     dispatch::Semaphore *const semaphore_;
 };
+
+#pragma GCC visibility pop

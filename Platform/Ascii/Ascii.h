@@ -1,6 +1,8 @@
 // Letters and digits of ASCII, in bytes and in wider units, the same in every locale of the C library.
 #pragma once
 
+#pragma GCC visibility push(default)
+
 namespace ascii {
 
 template <class Unit>
@@ -34,3 +36,5 @@ constexpr Unit upperCase(Unit unit) {
 }
 
 } // namespace ascii
+
+#pragma GCC visibility pop

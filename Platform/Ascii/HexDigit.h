@@ -26,3 +26,4 @@ constexpr Unit upperHexDigit(std::size_t value) {
 }
 
 } // namespace ascii
+

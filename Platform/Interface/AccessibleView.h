@@ -5,6 +5,8 @@
 
 #include <QAccessible>
 
+#pragma GCC visibility push(default)
+
 /// From now on every `View` is described by an `Accessible`, constructed with a pointer to it. May be called
 /// repeatedly.
 template <class View, class Accessible>
@@ -14,3 +16,5 @@ void tellScreenReadersBy() {
         return view ? new Accessible(view) : nullptr;
     });
 }
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 
 #include <QLabel>
 
+#pragma GCC visibility push(default)
+
 class BackgroundView final : public QLabel {
     Q_OBJECT
 public:
@@ -14,3 +16,5 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
 };
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#pragma GCC visibility push(default)
+
 class FillingView final : public QWidget {
     Q_OBJECT
 public:
@@ -13,3 +15,5 @@ public:
 protected:
     void childEvent(QChildEvent *event) override;
 };
+
+#pragma GCC visibility pop

@@ -7,6 +7,8 @@
 #include <QFont>
 #include <QPalette>
 
+#pragma GCC visibility push(default)
+
 /// `text` mixed with as much of the background as leaves it readable, 35 % at most; `text` itself when no
 /// mixture is readable.
 QColor mutedInk(const QColor &text, const QColor &ground);
@@ -24,3 +26,5 @@ QFont noteFont(const QFont &base);
 
 /// That many logical pixels, scaled up where the font is larger than usual.
 int measure(const QFont &font, int pixels);
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class QEventLoop;
 class QWidget;
 
@@ -46,3 +48,5 @@ private:
 
     std::vector<Run> runs_;
 };
+
+#pragma GCC visibility pop

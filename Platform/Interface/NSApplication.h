@@ -5,6 +5,8 @@
 
 #include "Platform/RunLoop/NSRunLoop.h"
 
+#pragma GCC visibility push(default)
+
 class ModalSession;
 class QWidget;
 class RunLoopBridge;
@@ -52,9 +54,12 @@ private:
 };
 
 /// Defined by the program: makes the objects of the main interface description, sets the delegate and shows
-/// the main window.
-void NSLoadMainInterface(NSApplication &application);
+/// the main window. Weak, so that programs that bring their windows up themselves can use the library, too.
+[[gnu::weak]] void NSLoadMainInterface(NSApplication &application);
 
 /// The entry of a program with windows: loads the main interface, runs it, and ends the process without
-/// waiting for other threads, except for the transport to give its printers back. Never returns.
+/// waiting for other threads, except for the transport to give its printers back. Never returns. Raises
+/// NSGenericException in a program that defines no NSLoadMainInterface.
 [[noreturn]] int NSApplicationMain(int argc, char **argv);
+
+#pragma GCC visibility pop

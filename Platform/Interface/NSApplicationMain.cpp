@@ -2,6 +2,7 @@
 #include "Platform/Foundation/System/Localization.h"
 #include "Platform/Foundation/System/TerminationSignals.h"
 #include "Platform/Interface/NSApplication.h"
+#include "Platform/Runtime/Object/NSException.h"
 
 #include <QApplication>
 
@@ -11,6 +12,9 @@
 #include <syslog.h>
 
 int NSApplicationMain(int argc, char **argv) {
+    if (!NSLoadMainInterface)
+        throw NSException(NSGenericException,
+                          "NSApplicationMain: the program does not define NSLoadMainInterface");
     NSLocalizationPrepare();
     const std::string messages = std::setlocale(LC_MESSAGES, nullptr);
     QApplication qtApplication(argc, argv); // which takes the locale from the environment again

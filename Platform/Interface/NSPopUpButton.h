@@ -6,8 +6,12 @@
 
 #include <QComboBox>
 
+#pragma GCC visibility push(default)
+
 class NSPopUpButton final : public QComboBox {
     Q_OBJECT
 public:
     explicit NSPopUpButton(QWidget *parent = nullptr);
 };
+
+#pragma GCC visibility pop

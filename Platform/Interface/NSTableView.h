@@ -24,6 +24,8 @@
 #include <optional>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 class NSTableView;
 class NSTableModel;
@@ -174,3 +176,5 @@ private:
     dispatch::Alarm rest_;
     bool resting_ = false, telling_ = false;
 };
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QWidget>
 
+#pragma GCC visibility push(default)
+
 /// An object of an interface description that is woken when all of them are loaded and outlets can be found.
 /// The order in which objects are woken is not defined.
 class NSNibAwaking {
@@ -29,3 +31,5 @@ void wakeObjects(QObject &root);
 /// Replaces every text of the description below `root` by its translation: captions of labels and buttons,
 /// tool tips, placeholders and texts for screen readers. For menus use `localizeMenu`.
 void localizeInterface(QWidget &root);
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#pragma GCC visibility push(default)
+
 /// An empty text for none.
 inline QString toQString(const Ref<NSString> &text) {
     return text ? QString::fromUtf16(text->units().data(), static_cast<qsizetype>(text->length()))
@@ -18,3 +20,5 @@ QString isolated(const QString &text);
 inline Ref<NSString> toNSString(const QString &text) {
     return make<NSString>(text.toStdU16String());
 }
+
+#pragma GCC visibility pop

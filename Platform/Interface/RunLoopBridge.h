@@ -12,6 +12,8 @@
 #include <atomic>
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 class RunLoopBridge final : public QObject {
 public:
     /// `mode` returns the mode to serve at the moment.
@@ -32,3 +34,5 @@ private:
     QTimer timer_;
     std::atomic<bool> waking_ = false;
 };
+
+#pragma GCC visibility pop

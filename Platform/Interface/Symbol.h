@@ -10,6 +10,8 @@
 
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 class QPainter;
 
 enum class Symbol {
@@ -41,3 +43,5 @@ protected:
 private:
     std::optional<Symbol> symbol_;
 };
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include <QStyledItemDelegate>
 
+#pragma GCC visibility push(default)
+
 class NSTableView;
 
 class TableRowDelegate final : public QStyledItemDelegate {
@@ -25,3 +27,5 @@ private:
 
     NSTableView &table_;
 };
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 
 #include <QLabel>
 
+#pragma GCC visibility push(default)
+
 class TextLabel final : public QLabel {
     Q_OBJECT
     Q_PROPERTY(Role role READ role WRITE setRole)
@@ -29,3 +31,5 @@ private:
 
     Role role_ = Role::body;
 };
+
+#pragma GCC visibility pop

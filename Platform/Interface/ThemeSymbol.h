@@ -9,6 +9,10 @@
 
 #include "Platform/Interface/Symbol.h"
 
+#pragma GCC visibility push(default)
+
 /// Draws the theme's icon for the symbol into the square; false, and nothing is drawn, when our own is to be
 /// used. A missing printer is drawn like an attached one, with a gap for a stroke across it.
 bool drawThemeSymbol(QPainter &painter, Symbol symbol, const QRectF &square, const QColor &color);
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <condition_variable>
 
+#pragma GCC visibility push(default)
+
 namespace locking {
 
 /// Waiting ends when it is notified, and may end without that.
@@ -35,3 +37,5 @@ private:
 };
 
 } // namespace locking
+
+#pragma GCC visibility pop

@@ -17,6 +17,8 @@
 
 #include <mutex>
 
+#pragma GCC visibility push(default)
+
 #ifdef __clang__
 #define ZK_THREAD_ANNOTATION(...) __attribute__((__VA_ARGS__))
 #else
@@ -80,3 +82,5 @@ private:
 };
 
 } // namespace locking
+
+#pragma GCC visibility pop

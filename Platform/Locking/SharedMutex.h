@@ -5,6 +5,8 @@
 
 #include <shared_mutex>
 
+#pragma GCC visibility push(default)
+
 namespace locking {
 
 class ZK_CAPABILITY("mutex") SharedMutex {
@@ -33,3 +35,5 @@ private:
 };
 
 } // namespace locking
+
+#pragma GCC visibility pop

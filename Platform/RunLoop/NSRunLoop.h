@@ -24,6 +24,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 using NSRunLoopMode = std::string_view;
 
 inline constexpr NSRunLoopMode NSDefaultRunLoopMode = "kCFRunLoopDefaultMode";
@@ -88,3 +90,5 @@ private:
     locking::Mutex wakerMutex_;
     std::function<void()> waker_ ZK_GUARDED_BY(wakerMutex_);
 };
+
+#pragma GCC visibility pop

@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <chrono>
 
+#pragma GCC visibility push(default)
+
 class NSRunLoop;
 
 /// The interval that a timer uses, in seconds: the given one, or 0.0001 if that is less than a nanosecond,
@@ -90,3 +92,5 @@ private:
     std::chrono::nanoseconds tolerance_{0};
     Weak<NSRunLoop> loop_; // the one that the timer was added to
 };
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 #include "Platform/Foundation/Serialization/JSON/NSJSONSerialization.h"
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class NSString;
 
@@ -38,3 +40,5 @@ inline constexpr NSJSONWritingOptions readable =
     NSJSONWritingOptions::FragmentsAllowed | NSJSONWritingOptions::WithoutEscapingSlashes;
 
 } // namespace qn::collection
+
+#pragma GCC visibility pop

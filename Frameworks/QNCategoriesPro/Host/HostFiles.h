@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 
 namespace qn {
@@ -41,3 +43,5 @@ std::vector<std::string_view> linesOf(std::string_view text);
 std::vector<std::string_view> wordsOf(std::string_view line);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -12,6 +12,8 @@
 #include "Frameworks/QNCategoriesPro/Host/QNNetwork.h"
 #include "Frameworks/QNCategoriesPro/Host/QNProcessors.h"
 
+#pragma GCC visibility push(default)
+
 class NSDate;
 
 struct QNMachine {
@@ -68,3 +70,5 @@ private:
     qn::HostFiles files_;
     Sources sources_;
 };
+
+#pragma GCC visibility pop

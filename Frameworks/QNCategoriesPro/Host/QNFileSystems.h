@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 
 /// In bytes.
@@ -41,3 +43,5 @@ std::optional<QNFileSystemSize> sizeOfFileSystemAt(const std::string &mountPoint
 std::vector<QNFileSystem> readFileSystems(const HostFiles &files, const FileSystemSizes &sizes);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -16,6 +16,8 @@
 #include <string>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 
 enum class QNInterfaceKind {
@@ -75,3 +77,5 @@ std::optional<QNTraffic> trafficBetween(const QNNetworkReading &before, const QN
                                         QNInterfaceKind kind);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -13,6 +13,8 @@
 #include <map>
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 class HostFiles;
 }
@@ -47,3 +49,5 @@ QNProcessorReading readProcessors(const HostFiles &files);
 std::optional<unsigned> countProcessors(const HostFiles &files);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -29,6 +29,8 @@
 #include <type_traits>
 #include <utility>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class ConcurrentQueue final : public Queue {
@@ -80,3 +82,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

@@ -26,6 +26,8 @@
 #include <list>
 #include <memory>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class FairReaderWriterLock : public std::enable_shared_from_this<FairReaderWriterLock> {
@@ -83,3 +85,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <deque>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class MainQueue final : public Queue {
@@ -55,3 +57,5 @@ MainQueue &mainQueue();
 bool isMainThread();
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

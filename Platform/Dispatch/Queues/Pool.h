@@ -27,6 +27,8 @@
 #include <cstdint>
 #include <deque>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class Pool {
@@ -74,3 +76,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

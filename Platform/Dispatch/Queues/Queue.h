@@ -10,6 +10,8 @@
 
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 using Block = std::function<void()>;
@@ -30,3 +32,5 @@ public:
 Queue &globalQueue();
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

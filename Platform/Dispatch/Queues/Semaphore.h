@@ -17,6 +17,8 @@
 #include <atomic>
 #include <cstdint>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class Semaphore {
@@ -71,3 +73,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

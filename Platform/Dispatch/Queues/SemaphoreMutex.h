@@ -3,6 +3,8 @@
 
 #include "Platform/Dispatch/Queues/Semaphore.h"
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class ZK_CAPABILITY("mutex") SemaphoreMutex {
@@ -15,3 +17,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

@@ -24,6 +24,8 @@
 #include <chrono>
 #include <memory>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class TimerSource {
@@ -55,3 +57,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

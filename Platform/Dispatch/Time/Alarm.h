@@ -13,6 +13,8 @@
 
 #include <memory>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class AlarmList;
@@ -34,3 +36,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

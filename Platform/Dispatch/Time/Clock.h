@@ -15,6 +15,8 @@
 #include <functional>
 #include <memory>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class Clock {
@@ -80,3 +82,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <limits>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class Instant {
@@ -56,3 +58,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

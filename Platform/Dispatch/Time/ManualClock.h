@@ -13,6 +13,8 @@
 
 #include <list>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 class ManualClock final : public Clock {
@@ -60,3 +62,5 @@ private:
 };
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 
 namespace collections {
@@ -19,3 +21,5 @@ inline bool equal(const id &first, const id &second) {
 }
 
 } // namespace collections
+
+#pragma GCC visibility pop

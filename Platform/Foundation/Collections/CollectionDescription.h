@@ -9,6 +9,8 @@
 #include <string>
 #include <utility>
 
+#pragma GCC visibility push(default)
+
 using DescriptionVisit = ObjectVisit<struct DescribingCollections>;
 
 /// For as long as something is described that may hold the same objects over and over: what is written of it
@@ -66,3 +68,5 @@ std::u16string indentation(NSUInteger levels);
 /// The text in quotes, with `\"`, `\\`, `\n`, `\r`, `\t`, and `\Uxxxx` for other code units outside 0x20 to
 /// 0x7E.
 std::u16string quotedDescription(const std::u16string &units);
+
+#pragma GCC visibility pop

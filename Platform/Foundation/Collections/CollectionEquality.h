@@ -10,6 +10,8 @@
 
 #include "Platform/Foundation/Collections/ObjectVisit.h"
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 class NSDictionary;
 
@@ -30,3 +32,5 @@ bool areEqual(const NSObject &one, const NSObject &other, const Compare &compare
 }
 
 } // namespace collections
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 /// The hash of what a collection holds, and of what that holds in turn; of an object that has parts, the same
 /// of those; of any other its `hash`, and so it is for a collection of more than 262,144 objects in all or
 /// 512 levels, or without an end. An object with such a part goes by the others and the `hash` of that. Equal
@@ -20,3 +22,5 @@ using VisitParts = bool (*)(const id &object, const std::function<void(const id 
 /// Makes the parts of objects known, for a library in which objects compare so: one, before there are
 /// threads.
 void setVisitParts(VisitParts visitParts) noexcept;
+
+#pragma GCC visibility pop

@@ -30,6 +30,8 @@
 #include <span>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class NSIndexSet;
 class NSMutableArray;
@@ -210,3 +212,5 @@ protected:
     /// Removes the elements at the places, which are ascending and below the count.
     virtual void removeObjectsAt(std::span<const NSUInteger> places);
 };
+
+#pragma GCC visibility pop

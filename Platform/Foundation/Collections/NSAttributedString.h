@@ -18,6 +18,8 @@
 
 #include <map>
 
+#pragma GCC visibility push(default)
+
 class NSDictionary;
 
 class NSAttributedString : public NSObject {
@@ -90,3 +92,5 @@ private:
 
     mutable Ref<NSString> asItIs_; // an immutable copy of the text, once it was asked for
 };
+
+#pragma GCC visibility pop

@@ -26,6 +26,8 @@
 #include <utility>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 class NSSet;
 class ObjectTable;
@@ -149,3 +151,5 @@ public:
 
     id copy() const override;
 };
+
+#pragma GCC visibility pop

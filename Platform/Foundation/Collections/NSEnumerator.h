@@ -6,6 +6,8 @@
 
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 
 class NSEnumerator : public NSObject {
@@ -34,3 +36,5 @@ private:
     const std::function<id()> next_;
     const NSMutationWatch changes_;
 };
+
+#pragma GCC visibility pop

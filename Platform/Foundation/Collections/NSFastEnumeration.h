@@ -15,6 +15,8 @@
 #include <atomic>
 #include <iterator>
 
+#pragma GCC visibility push(default)
+
 /// With the option Concurrent collections may visit elements concurrently; ours visit them in order.
 using NSEnumerationOptions = NSUInteger;
 inline constexpr NSEnumerationOptions NSEnumerationConcurrent = 1 << 0;
@@ -107,3 +109,5 @@ template <class Collection>
 auto end(const Ref<Collection> &collection) -> decltype(collection->end()) {
     return {};
 }
+
+#pragma GCC visibility pop

@@ -14,6 +14,8 @@
 #include <functional>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSIndexSet : public NSObject {
     NS_CLASS(NSIndexSet, NSObject)
 public:
@@ -90,3 +92,5 @@ public:
 
     id copy() const override { return make<NSIndexSet>(ranges_); }
 };
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSNull : public NSObject {
     NS_CLASS(NSNull, NSObject)
 public:
@@ -13,3 +15,5 @@ public:
     Ref<NSString> description() const override;
     id copy() const override { return self(); }
 };
+
+#pragma GCC visibility pop

@@ -19,6 +19,8 @@
 #include <initializer_list>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 
 class NSSet : public NSObject {
@@ -90,3 +92,5 @@ public:
 
     id copy() const override { return NSSet::setWithSet(as<NSSet>(self())); }
 };
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include <span>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class ObjectTable {
 public:
     struct Entry {
@@ -66,3 +68,5 @@ private:
     bool byContents_ = false; // the hashes are contentsHash's
     NSUInteger first_ = 0;    // all entries before it were removed: taking the first one need not search them
 };
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 /// The deepest nesting of visits of one walk.
 inline constexpr int deepestVisits = 512;
 
@@ -58,3 +60,5 @@ private:
     ObjectVisit *const outer_;
     const int depth_;
 };
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 /// The number of characters that `writeBase64` writes for that many bytes.
 constexpr std::size_t base64Length(std::size_t bytes) {
     return (bytes + 2) / 3 * 4;
@@ -24,3 +26,5 @@ std::optional<std::vector<std::uint8_t>> base64Bytes(std::string_view text);
 /// Lenient: ignores characters outside the alphabet, and bits that belong to no byte. Nothing when the number
 /// of characters, with padding, is not a multiple of four, and when padding stands anywhere but at the end.
 std::optional<std::vector<std::uint8_t>> base64BytesWithin(std::span<const std::uint8_t> text);
+
+#pragma GCC visibility pop

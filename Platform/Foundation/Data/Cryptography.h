@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <span>
 
+#pragma GCC visibility push(default)
+
 class NSData;
 
 namespace cryptography {
@@ -31,3 +33,5 @@ enum class Direction { Decrypt = 0, Encrypt = 1 };
 Ref<NSData> aesCBC(Direction direction, Bytes key, Bytes initialisationVector, Bytes bytes);
 
 } // namespace cryptography
+
+#pragma GCC visibility pop

@@ -11,6 +11,8 @@
 #include <span>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSData : public NSObject {
     NS_CLASS(NSData, NSObject)
 public:
@@ -66,3 +68,5 @@ public:
     /// then unchanged.
     void setLength(NSUInteger length);
 };
+
+#pragma GCC visibility pop

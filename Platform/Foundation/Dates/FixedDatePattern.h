@@ -18,6 +18,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class FixedDatePattern {
 public:
     /// Nothing for a pattern with other fields, without year, month or day, or with text that ICU could read
@@ -68,3 +70,5 @@ private:
     std::vector<Step> steps_;
     bool namesOffset_ = false;
 };
+
+#pragma GCC visibility pop

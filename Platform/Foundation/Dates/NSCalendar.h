@@ -11,6 +11,8 @@
 #include <memory>
 #include <string>
 
+#pragma GCC visibility push(default)
+
 class NSDate;
 class NSLocale;
 class NSTimeZone;
@@ -104,3 +106,5 @@ private:
     struct ICUCalendar; ///< ICU's calendar; every use clones it, so threads need no lock
     const std::unique_ptr<const ICUCalendar> opened_;
 };
+
+#pragma GCC visibility pop

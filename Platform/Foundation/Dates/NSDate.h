@@ -6,6 +6,8 @@
 
 #include <chrono>
 
+#pragma GCC visibility push(default)
+
 using NSTimeInterval = double; ///< seconds
 
 /// The interval in nanoseconds, truncated and clamped to 64 bits; 0 for not-a-number.
@@ -45,3 +47,5 @@ public:
 private:
     const NSTimeInterval seconds_;
 };
+
+#pragma GCC visibility pop

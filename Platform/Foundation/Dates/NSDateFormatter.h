@@ -13,6 +13,8 @@
 #include "Platform/Locking/Mutex.h"
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSDate;
 class NSLocale;
 class NSTimeZone;
@@ -65,3 +67,5 @@ private:
     mutable locking::Mutex lock_;
     mutable std::unique_ptr<ICUFormats> opened_ ZK_GUARDED_BY(lock_);
 };
+
+#pragma GCC visibility pop

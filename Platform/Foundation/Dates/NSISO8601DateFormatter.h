@@ -4,6 +4,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSDate;
 
 class NSISO8601DateFormatter : public NSObject {
@@ -12,3 +14,5 @@ public:
     /// None for none and for any other text, e.g. one with fractions of a second.
     Ref<NSDate> dateFromString(const Ref<NSString> &text) const;
 };
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 #include "Platform/Foundation/Dates/TimeZoneRules.h"
 #include "Platform/Foundation/Text/NSString.h"
 
+#pragma GCC visibility push(default)
+
 class NSTimeZone : public NSObject {
     NS_CLASS(NSTimeZone, NSObject)
 public:
@@ -36,3 +38,5 @@ private:
     const std::u16string name_;
     const std::shared_ptr<const TimeZoneRules> rules_;
 };
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class TimeZoneRules {
 public:
     /// The largest offset in either direction, in seconds.
@@ -52,3 +54,5 @@ private:
     Changes changes_;
     std::size_t repeating_ = 0; ///< the number of changes when none repeats
 };
+
+#pragma GCC visibility pop

@@ -14,6 +14,8 @@
 
 #include <deque>
 
+#pragma GCC visibility push(default)
+
 class BoxedInvocation : public NSObject {
     NS_CLASS(BoxedInvocation, NSObject)
 public:
@@ -35,3 +37,5 @@ private:
     std::deque<BoxedValue> arguments_; // which do not move
     std::vector<const void *> addresses_;
 };
+
+#pragma GCC visibility pop

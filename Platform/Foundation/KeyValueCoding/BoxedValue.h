@@ -24,6 +24,8 @@
 #include <string>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class BoxedValue {
 public:
     /// `encoding` is one that a method has, of one type.
@@ -54,3 +56,5 @@ private:
     std::vector<std::max_align_t> bytes_; ///< of all but objects
     const void *first_ = nullptr;         ///< an array crosses as the address of its first element
 };
+
+#pragma GCC visibility pop

@@ -20,6 +20,8 @@
 #include "Platform/Foundation/Text/NSString.h"
 #include "Platform/Runtime/Object/Method.h"
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 /// The method that `-[NSObject valueForKey:]` calls for the key; null when it reads an instance variable or
@@ -31,3 +33,5 @@ Method keyValueReader(Class cls, const std::string &key);
 /// Reads along a path of keys separated by dots, e.g. "author.name". None when the path, the object or a
 /// value on the way is none. Raises NSUnknownKeyException like `valueForKey`.
 id valueForKeyPath(const id &object, const Ref<NSString> &keyPath);
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include "Platform/Runtime/Object/TypeEncoding.h"
 
+#pragma GCC visibility push(default)
+
 struct CGPoint {
     double x = 0, y = 0;
     friend bool operator==(const CGPoint &, const CGPoint &) = default;
@@ -47,3 +49,5 @@ template <>
 inline constexpr const char *runtime::customEncoding<UIEdgeInsets> = "{UIEdgeInsets=dddd}";
 template <>
 inline constexpr const char *runtime::customEncoding<UIOffset> = "{UIOffset=dd}";
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 struct NSDecimal {
     static constexpr std::int64_t mostDigits = 38, leastExponent = -128, greatestExponent = 127;
 
@@ -46,3 +48,8 @@ struct NSDecimal {
 private:
     void normalize();
 };
+
+// Again, since a friend does not take the visibility of this header.
+std::strong_ordering operator<=>(const NSDecimal &a, const NSDecimal &b);
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include "Platform/Foundation/Numbers/NSNumber.h"
 #include "Platform/Foundation/Text/NSComparison.h"
 
+#pragma GCC visibility push(default)
+
 class NSDecimalNumber : public NSNumber {
     NS_CLASS(NSDecimalNumber, NSNumber)
 public:
@@ -38,3 +40,5 @@ public:
 private:
     const NSDecimal value_;
 };
+
+#pragma GCC visibility pop

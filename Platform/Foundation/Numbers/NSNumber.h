@@ -10,6 +10,8 @@
 
 #include <cstdint>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 struct NSDecimal;
 
@@ -121,3 +123,5 @@ T NSNumber::valueAs() const {
     else
         return static_cast<T>(longLongValue());
 }
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 class NSNumber;
 class NSString;
 
@@ -17,3 +19,5 @@ public:
     /// entirely a finite number, or has more than 4096 code units.
     static Ref<NSNumber> numberFromString(const Ref<NSString> &text);
 };
+
+#pragma GCC visibility pop

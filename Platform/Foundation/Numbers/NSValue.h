@@ -9,6 +9,8 @@
 
 #include "Platform/Runtime/Object/TypeEncoding.h"
 
+#pragma GCC visibility push(default)
+
 class NSValue : public NSObject {
     NS_CLASS(NSValue, NSObject)
 public:
@@ -45,3 +47,5 @@ protected:
     virtual std::string encodedType() const = 0;
     void checkSize(NSUInteger size) const;
 };
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 
 #include <string>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 
 /// Takes the user's language from the environment, whose LANGUAGE it sets. To be called once, at start-up,
@@ -25,3 +27,5 @@ Ref<NSString> NSLocalizedStringFromTable(const Ref<NSString> &key, const Ref<NSS
 
 /// The text of the key in the table "Localizable", or the key itself.
 Ref<NSString> NSLocalizedString(const Ref<NSString> &key);
+
+#pragma GCC visibility pop

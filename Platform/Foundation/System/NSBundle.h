@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+#pragma GCC visibility push(default)
+
 class NSData;
 
 class NSBundle {
@@ -22,3 +24,5 @@ public:
     /// The contents of the resource; none when it cannot be read.
     Ref<NSData> dataForResource(const std::string &name, const std::string &type) const;
 };
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSString;
 class NSDictionary;
 
@@ -45,3 +47,5 @@ private:
     const NSInteger code_;
     const Ref<NSDictionary> userInfo_;
 };
+
+#pragma GCC visibility pop

@@ -16,6 +16,8 @@
 #include <functional>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 enum class NSLogLevel { info, debug };
 
 /// Receives every entry, of either level, as one line of UTF-8 without line end. Called with the log locked,
@@ -47,3 +49,5 @@ void NSLogDebug(std::string_view format, const Arguments &...arguments) {
     NSLogArguments(NSLogLevel::debug, format,
                    std::array<FormatArgument, sizeof...(arguments)>{FormatArgument(arguments)...});
 }
+
+#pragma GCC visibility pop

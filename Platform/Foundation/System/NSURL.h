@@ -3,6 +3,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSURL : public NSObject {
     NS_CLASS(NSURL, NSObject)
 public:
@@ -35,3 +37,5 @@ public:
 private:
     const Ref<NSString> text_;
 };
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 namespace dispatch {
 
 /// From now on INT, TERM, HUP and QUIT end the process by endProcess with the status 128 + signal. `before`
@@ -23,3 +25,5 @@ void endOnSignals(std::function<void()> before = {});
 [[noreturn]] void endProcess(int status);
 
 } // namespace dispatch
+
+#pragma GCC visibility pop

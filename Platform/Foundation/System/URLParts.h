@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 /// Views of the text, which must outlive them. Any text can be split; `areValid` tells whether it is a URL.
 struct URLParts {
     std::optional<std::u16string_view> scheme;    ///< before ":"
@@ -17,3 +19,5 @@ struct URLParts {
     /// Whether the parts make up an absolute or relative URL.
     bool areValid() const;
 };
+
+#pragma GCC visibility pop

@@ -19,6 +19,8 @@
 #include <string_view>
 #include <type_traits>
 
+#pragma GCC visibility push(default)
+
 class FormatArgument {
 public:
     enum class Kind { Signed, Unsigned, Floating, CString, Pointer, Object };
@@ -65,3 +67,5 @@ void formatInto(FormatOutput &output, std::string_view format, std::span<const F
 void formatUTF8(std::string &out, std::string_view format, std::span<const FormatArgument> arguments);
 /// The text as UTF-16. The code units of an object's text are copied unchanged, lone surrogates included.
 std::u16string formatUTF16(std::string_view format, std::span<const FormatArgument> arguments);
+
+#pragma GCC visibility pop

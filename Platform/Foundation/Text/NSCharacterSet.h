@@ -6,6 +6,8 @@
 #include <bitset>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 class NSCharacterSet : public NSObject {
     NS_CLASS(NSCharacterSet, NSObject)
 public:
@@ -31,3 +33,5 @@ public:
 private:
     const Members members_;
 };
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 enum class NSComparisonResult : NSInteger { OrderedAscending = -1, OrderedSame = 0, OrderedDescending = 1 };
 
 /// OrderedAscending if the first object comes before the second.
@@ -25,3 +27,5 @@ using NSBinarySearchingOptions = NSUInteger;
 inline constexpr NSBinarySearchingOptions NSBinarySearchingFirstEqual = 1 << 8;
 inline constexpr NSBinarySearchingOptions NSBinarySearchingLastEqual = 1 << 9;
 inline constexpr NSBinarySearchingOptions NSBinarySearchingInsertionIndex = 1 << 10;
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#pragma GCC visibility push(default)
+
 enum class NSLocaleCategory { Numbers, Dates };
 
 /// The ICU identifier, e.g. "de_DE", that the environment selects at this moment: the first of LC_ALL,
@@ -34,3 +36,5 @@ public:
 private:
     const std::string identifier_;
 };
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include "Platform/Runtime/Object/Ref.h"
 #include "Platform/Runtime/Object/SEL.h"
 
+#pragma GCC visibility push(default)
+
 class NSString;
 
 /// Null for none. Makes the selector on first use, for good; for names from outside see
@@ -15,3 +17,5 @@ Ref<NSString> NSStringFromSelector(SEL selector);
 Class NSClassFromString(const Ref<NSString> &name);
 /// None for null. A meta-class has the name of its class.
 Ref<NSString> NSStringFromClass(Class cls);
+
+#pragma GCC visibility pop

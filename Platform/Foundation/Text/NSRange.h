@@ -4,6 +4,8 @@
 #include "Platform/Runtime/Object/Raise.h"
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 struct NSRange {
     NSUInteger location = 0;
     NSUInteger length = 0;
@@ -27,3 +29,5 @@ inline void checkRange(const char *operation, NSRange range, NSUInteger count) {
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSRegularExpression : public NSObject {
     NS_CLASS(NSRegularExpression, NSObject)
 public:
@@ -25,3 +27,5 @@ public:
 private:
     void *const expression_; ///< never used itself: every search clones it, so threads need no lock
 };
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 class NSScanner : public NSObject {
     NS_CLASS(NSScanner, NSObject)
 public:
@@ -26,3 +28,5 @@ private:
     const Ref<NSString> text_;
     NSUInteger location_ = 0;
 };
+
+#pragma GCC visibility pop

@@ -18,6 +18,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 class NSCharacterSet;
 class NSData;
@@ -160,3 +162,5 @@ Ref<NSString> descriptionOf(const NSObject &object);
 inline Ref<NSString> operator""_ns(const char16_t *units, std::size_t length) {
     return make<NSString>(std::u16string(units, length));
 }
+
+#pragma GCC visibility pop

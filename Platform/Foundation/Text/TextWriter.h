@@ -13,6 +13,8 @@
 #include <cstddef>
 #include <string>
 
+#pragma GCC visibility push(default)
+
 class TextWriter {
 public:
     static constexpr std::size_t largestRoom = 1024;
@@ -44,3 +46,5 @@ private:
     std::array<char16_t, largestRoom> buffer_;
     char16_t *end_ = buffer_.data();
 };
+
+#pragma GCC visibility pop

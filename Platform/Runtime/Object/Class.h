@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 struct objc_class final : NSObject {
     using Instantiate = std::function<id()>;
     using Declare = std::function<void(Class)>;
@@ -229,3 +231,5 @@ private:
         return theClass;                                                                                     \
     }                                                                                                        \
     void Type::declare([[maybe_unused]] ClassBuilder<Type> &cls)
+
+#pragma GCC visibility pop

@@ -16,6 +16,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 /// A static object that NS_IMPLEMENTATION defines.
@@ -73,3 +75,5 @@ private:
 };
 
 } // namespace runtime
+
+#pragma GCC visibility pop

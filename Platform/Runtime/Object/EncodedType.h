@@ -10,6 +10,8 @@
 #include <optional>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 struct EncodedType {
@@ -137,3 +139,5 @@ constexpr std::string_view typeAt(std::string_view types, std::size_t index) {
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 /// The kind of the object's own class if that is in the table, else of the first class in the table that it
@@ -22,3 +24,5 @@ Kind kindOfClass(const NSObject *object, const std::pair<Class, Kind> (&kinds)[s
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSException.h"
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 /// Raises NSInvalidArgumentException: the receiver lacks the selector (`found` is null), or has it with
@@ -36,3 +38,5 @@ R objc_msgSend(const id &receiver, SEL selector, const A &...arguments) {
     else
         return static_cast<R>(runtime::uncarry<R>(send()));
 }
+
+#pragma GCC visibility pop

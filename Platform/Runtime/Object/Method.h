@@ -8,6 +8,8 @@
 #include <typeinfo>
 #include <utility>
 
+#pragma GCC visibility push(default)
+
 /// An implementation, stored untyped: an `R (*)(NSObject *, SEL, A…)` with the types of TypeEncoding.h. Check
 /// the method's encoding or `signature` before casting it back.
 using IMP = void (*)();
@@ -132,3 +134,5 @@ struct MemberAccess {
 };
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 /// The class of every block, whatever its signature. A block is immutable: its copy is itself.
 class NSBlock : public NSObject {
     NS_CLASS(NSBlock, NSObject)
@@ -43,3 +45,5 @@ template <class Signature>
 Ref<Block<Signature>> asBlock(const id &object) {
     return as<Block<Signature>>(object);
 }
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#pragma GCC visibility push(default)
+
 inline constexpr const char *NSRangeException = "NSRangeException";
 inline constexpr const char *NSInvalidArgumentException = "NSInvalidArgumentException";
 inline constexpr const char *NSGenericException = "NSGenericException";
@@ -41,3 +43,5 @@ void checkBlock(const char *operation, const Block &block) {
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -22,6 +22,8 @@
 
 #include <type_traits>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 template <class T>
 class ClassBuilder;
@@ -108,3 +110,5 @@ public:                                                                         
 private:                                                                                                     \
     static const runtime::ClassAnnouncement announcement_;                                                   \
     static void declare(ClassBuilder<Type> &cls);
+
+#pragma GCC visibility pop

@@ -23,6 +23,8 @@
 
 #include "Platform/Runtime/Object/Class.h"
 
+#pragma GCC visibility push(default)
+
 #define NS_PROPERTIES(Type, ...)                                                                             \
     NS_IMPLEMENTATION(Type) {                                                                                \
         static_cast<void>(cls __VA_OPT__(NS_SCAN(NS_NEXT_PROPERTY(Type, __VA_ARGS__))));                     \
@@ -54,3 +56,5 @@
 #define NS_SECOND_OF(first, second, ...) second
 #define NS_JOIN(a, b) NS_JOIN_BOTH(a, b)
 #define NS_JOIN_BOTH(a, b) a##b
+
+#pragma GCC visibility pop

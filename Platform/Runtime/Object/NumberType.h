@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 inline constexpr std::string_view numberEncodings = "BcCsSiIqQfdD";
@@ -58,3 +60,5 @@ decltype(auto) withNumberType(char encoding, const Visit &visit) {
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

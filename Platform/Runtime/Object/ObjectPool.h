@@ -16,6 +16,8 @@
 #include <cstddef>
 #include <new>
 
+#pragma GCC visibility push(default)
+
 class ObjectPool {
 public:
     ObjectPool() = default;
@@ -91,3 +93,5 @@ private:
 
     Chunk *chunk_ = nullptr;
 };
+
+#pragma GCC visibility pop

@@ -16,6 +16,8 @@
 #include <concepts>
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 struct objc_method;
 
 namespace runtime {
@@ -89,3 +91,5 @@ SEL selectorOf() {
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -50,6 +50,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 struct objc_ivar {
     std::string name;
     std::string types;     ///< e.g. `@"NSString"`
@@ -175,3 +177,5 @@ struct MemberDeclaration<Member> {
 };
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -7,6 +7,8 @@
 #include "Platform/Runtime/Object/NSException.h"
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 /// NSRangeException unless `index` is below `bound`.
@@ -23,3 +25,5 @@ void checkObject(const char *operation, const auto &object) {
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

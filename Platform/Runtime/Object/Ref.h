@@ -7,6 +7,8 @@
 #include <type_traits>
 #include <utility>
 
+#pragma GCC visibility push(default)
+
 class NSObject;
 struct objc_class;
 
@@ -33,3 +35,5 @@ template <class T, class... Arguments>
 Ref<T> make(Arguments &&...arguments) {
     return std::make_shared<T>(std::forward<Arguments>(arguments)...);
 }
+
+#pragma GCC visibility pop

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 struct objc_selector {
     std::string name;
 };
@@ -30,3 +32,5 @@ SEL registerForeignName(std::string_view name);
 inline constexpr std::size_t foreignSelectorBytes = std::size_t{4} << 20;
 
 } // namespace runtime
+
+#pragma GCC visibility pop

@@ -35,6 +35,8 @@
 #include <string_view>
 #include <type_traits>
 
+#pragma GCC visibility push(default)
+
 class NSBlock;
 template <class Signature>
 class Block;
@@ -193,3 +195,5 @@ std::string methodEncoding() {
 }
 
 } // namespace runtime
+
+#pragma GCC visibility pop

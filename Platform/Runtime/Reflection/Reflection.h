@@ -9,6 +9,8 @@
 
 #include "Platform/Runtime/Object/Class.h"
 
+#pragma GCC visibility push(default)
+
 /// The members of the class itself, without those of its superclasses, in the order they were added.
 /// Operations of the class object are the methods of its meta-class.
 std::vector<Method> class_copyMethodList(Class cls);
@@ -81,3 +83,5 @@ Class objc_registerSubclass(const char *name, const std::function<void(Class)> &
             declare(made);
     });
 }
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include "Platform/Foundation/Collections/NSArray.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// A new array with a model for each dictionary of the array, in their order; elements that are no
@@ -18,3 +20,5 @@ Ref<NSArray> modelArrayWithClass(const id &json) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

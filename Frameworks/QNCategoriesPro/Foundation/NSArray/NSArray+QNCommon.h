@@ -4,6 +4,8 @@
 
 #include "Platform/Foundation/Collections/NSArray.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// A random element, all equally likely; none when the array is empty.
@@ -12,3 +14,5 @@ id randomObject(const Ref<NSArray> &array);
 id objectOrNilAtIndex(const Ref<NSArray> &array, NSUInteger index);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -7,6 +7,8 @@
 
 #include <type_traits>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The array in a property list of any format. Returns none if the argument is none, not a property list, or
@@ -32,3 +34,5 @@ Ref<NSString> jsonStringEncoded(const Ref<NSArray> &array);
 Ref<NSString> jsonPrettyStringEncoded(const Ref<NSArray> &array);
 
 } // namespace qn
+
+#pragma GCC visibility pop

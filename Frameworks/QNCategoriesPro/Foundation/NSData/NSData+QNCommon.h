@@ -3,6 +3,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class NSString;
 
@@ -85,3 +87,5 @@ Ref<NSData> AES256EncryptWithKey(const Ref<NSData> &data, const Ref<NSData> &key
 Ref<NSData> AES256DecryptWithkey(const Ref<NSData> &data, const Ref<NSData> &key, const Ref<NSData> &iv);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSCalendar;
 class NSDate;
 class NSLocale;
@@ -73,3 +75,5 @@ Ref<NSDate> dateWithISOFormatString(const Ref<NSString> &text);
 Ref<NSDate> dateWithString(const Ref<NSString> &text);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include "Platform/Foundation/Collections/NSDictionary.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// A new dictionary with a model for each value that is a dictionary, under its key; other values and those
@@ -18,3 +20,5 @@ Ref<NSDictionary> modelDictionaryWithClass(const id &json) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

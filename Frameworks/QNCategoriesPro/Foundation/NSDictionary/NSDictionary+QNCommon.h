@@ -13,6 +13,8 @@
 #include <optional>
 #include <type_traits>
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 
 /// The value as a number; none for anything that is neither number nor text.
@@ -104,3 +106,5 @@ Ref<NSString> jsonPrettyString(const Ref<NSDictionary> &dictionary);
 Ref<NSString> jsonPrettyStringEncoded(const Ref<NSDictionary> &dictionary);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 class NSArray;
 class NSDictionary;
 class NSString;
@@ -31,3 +33,5 @@ namespace qn {
 Ref<NSString> queryStringFromParameters(const Ref<NSDictionary> &parameters);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include "Platform/Foundation/Collections/NSArray.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Does nothing on an empty array.
@@ -26,3 +28,5 @@ void reverse(const Ref<NSMutableArray> &array);
 void shuffle(const Ref<NSMutableArray> &array);
 
 } // namespace qn
+
+#pragma GCC visibility pop

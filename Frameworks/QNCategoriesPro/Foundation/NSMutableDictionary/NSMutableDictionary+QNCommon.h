@@ -4,6 +4,8 @@
 
 #include "Platform/Foundation/Collections/NSDictionary.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Removes the entry and returns its value; none if an argument is none or there is no such key.
@@ -13,3 +15,5 @@ Ref<NSMutableDictionary> popEntriesForKeys(const Ref<NSMutableDictionary> &dicti
                                            const Ref<NSArray> &keys);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 class NSNumber;
 class NSString;
 
@@ -20,3 +22,5 @@ namespace qn {
 Ref<NSNumber> numberWithString(const Ref<NSString> &text);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -20,6 +20,8 @@
 
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Now, on this thread. Returns none for a method that returns nothing.
@@ -44,3 +46,5 @@ void performSelectorOnQueue(dispatch::Queue &queue, const id &receiver, SEL sele
                             const std::vector<id> &arguments = {});
 
 } // namespace qn
+
+#pragma GCC visibility pop

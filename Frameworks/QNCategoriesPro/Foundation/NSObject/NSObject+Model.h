@@ -13,6 +13,8 @@
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Runtime/Object/NSProperties.h" // so that models are declared with one header
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The dictionary itself, or the one in a text or bytes; none for anything else.
@@ -39,3 +41,5 @@ bool modelSetWithDictionary(const id &model, const id &dictionary);
 bool modelSetWithJSON(const id &model, const id &json);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -14,6 +14,8 @@
 
 #include "Platform/Foundation/Text/NSString.h"
 
+#pragma GCC visibility push(default)
+
 /// The description of any object; "<nil>" for none. Never none.
 Ref<NSString> ModelDescription(const id &object);
 /// Inserts four blanks after every line feed of the text itself, and returns it. Returns none when given
@@ -26,3 +28,5 @@ namespace qn {
 Ref<NSString> modelDescription(const id &model);
 
 } // namespace qn
+
+#pragma GCC visibility pop

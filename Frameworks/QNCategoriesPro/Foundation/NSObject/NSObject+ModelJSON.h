@@ -31,6 +31,8 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Writing/JSONObjectWriter.h"
 
+#pragma GCC visibility push(default)
+
 class NSData;
 
 namespace qn {
@@ -44,3 +46,5 @@ Ref<NSData> modelToJSONData(const id &model);
 Ref<NSString> modelToJSONString(const id &model);
 
 } // namespace qn
+
+#pragma GCC visibility pop

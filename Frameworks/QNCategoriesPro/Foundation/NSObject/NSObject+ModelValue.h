@@ -26,6 +26,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSCoder;
 
 namespace qn {
@@ -50,3 +52,5 @@ NSUInteger modelHash(const id &model);
 bool modelIsEqual(const id &model, const id &other);
 
 } // namespace qn
+
+#pragma GCC visibility pop

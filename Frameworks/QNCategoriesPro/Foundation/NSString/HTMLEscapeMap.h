@@ -3,6 +3,8 @@
 
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 struct HTMLEscape {
@@ -22,3 +24,5 @@ constexpr int EscapeMapCompare(unichar key, const HTMLEscape &entry) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#pragma GCC visibility push(default)
+
 namespace qn::html {
 
 /// Replaces every reference of 4 to 10 units by its code unit, in place and without looking at the result
@@ -10,3 +12,5 @@ namespace qn::html {
 void resolveReferences(std::u16string &text);
 
 } // namespace qn::html
+
+#pragma GCC visibility pop

@@ -12,6 +12,8 @@
 #include "Platform/Foundation/Text/NSRange.h"
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// "打印机L200" becomes "dǎ yìn jī L200": a blank stands between syllables, and between a syllable and a
@@ -37,3 +39,5 @@ NSRange rangeOfPinyin(const Ref<NSString> &text, const Ref<NSString> &typed);
 bool hasPinyinPrefix(const Ref<NSString> &text, const Ref<NSString> &typed);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 #include "Platform/Foundation/Text/NSRange.h"
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class NSNumber;
 class NSString;
@@ -116,3 +118,5 @@ Ref<NSString> AES256DecryptWithkey(const Ref<NSString> &text, const Ref<NSString
                                    const Ref<NSString> &iv);
 
 } // namespace qn
+
+#pragma GCC visibility pop

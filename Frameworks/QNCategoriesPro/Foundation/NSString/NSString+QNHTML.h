@@ -8,6 +8,8 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSString/HTMLEscapeMap.h"
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The text with every code unit of the table replaced by its escape text. The table has to be sorted by code
@@ -40,3 +42,5 @@ Ref<NSString> stringWithNewLinesAsBRs(const Ref<NSString> &text);
 Ref<NSString> stringByLinkifyingURLs(const Ref<NSString> &text);
 
 } // namespace qn
+
+#pragma GCC visibility pop

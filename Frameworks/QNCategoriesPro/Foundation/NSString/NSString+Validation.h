@@ -8,6 +8,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSString;
 
 namespace qn {
@@ -67,3 +69,5 @@ bool containsChinese(const Ref<NSString> &text);
 bool containsEmoji(const Ref<NSString> &text);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 #include "Platform/RunLoop/NSTimer.h"
 #include "Platform/Runtime/Object/NSBlock.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 using TimerBlock = Block<void(const Ref<NSTimer> &)>;
@@ -31,3 +33,5 @@ Ref<NSTimer> timerWithTimeInterval(NSTimeInterval interval, const Ref<TimerBlock
 void _qn_ExecBlock(const Ref<NSTimer> &timer);
 
 } // namespace qn
+
+#pragma GCC visibility pop

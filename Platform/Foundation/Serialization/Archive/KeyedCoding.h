@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 class NSKeyedArchiver;
 class NSKeyedUnarchiver;
 
@@ -29,3 +31,5 @@ struct KeyedCoding {
     /// Raises NSInvalidArgumentException for none.
     static Ref<NSString> storedKey(const Ref<NSString> &key);
 };
+
+#pragma GCC visibility pop

@@ -20,6 +20,8 @@
 #include "Platform/Runtime/Object/NSObject.h"
 #include "Platform/Runtime/Object/Operation.h"
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class NSError;
 class NSNumber;
@@ -76,3 +78,5 @@ inline constexpr runtime::InstanceOperation<void(Ref<NSCoder>)> encodeWithCoder{
 inline constexpr runtime::InstanceOperation<id(Ref<NSCoder>)> initWithCoder{"initWithCoder:"};
 
 } // namespace coding
+
+#pragma GCC visibility pop

@@ -34,6 +34,8 @@
 #include <memory>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSKeyedArchiver : public NSCoder {
     NS_CLASS(NSKeyedArchiver, NSCoder)
 public:
@@ -65,3 +67,5 @@ private:
 
     const std::unique_ptr<State> state_;
 };
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include <optional>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class NSKeyedUnarchiver : public NSCoder {
     NS_CLASS(NSKeyedUnarchiver, NSCoder)
 public:
@@ -54,3 +56,5 @@ private:
 
     const std::unique_ptr<State> state_;
 };
+
+#pragma GCC visibility pop

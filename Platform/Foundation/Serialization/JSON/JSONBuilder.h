@@ -8,6 +8,8 @@
 
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class JSONBuilder final : public JSONHandler {
 public:
     explicit JSONBuilder(bool mutableContainers) : mutable_(mutableContainers) {}
@@ -62,3 +64,5 @@ private:
     std::size_t depth_ = 0;
     bool tooDeep_ = false;
 };
+
+#pragma GCC visibility pop

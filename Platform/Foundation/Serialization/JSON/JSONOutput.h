@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class JSONOutput {
 public:
     /// Memory for `count` more bytes, valid until the next call. After writing, call `wrote` with the end of
@@ -38,3 +40,5 @@ private:
     std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(256);
     std::size_t used_ = 0;
 };
+
+#pragma GCC visibility pop

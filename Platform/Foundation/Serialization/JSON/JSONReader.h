@@ -17,6 +17,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 /// Receives the parts of a text in their order. Each call returns whether to go on. The handler must limit
 /// the nesting of containers: that limits the recursion of the reader, too.
 class JSONHandler {
@@ -49,3 +51,5 @@ struct JSONFailure {
 
 /// Reads the whole text. Nothing on success.
 std::optional<JSONFailure> readJSON(std::string_view text, JSONHandler &handler);
+
+#pragma GCC visibility pop

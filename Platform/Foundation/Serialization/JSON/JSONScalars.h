@@ -11,6 +11,8 @@
 
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 class JSONScalars {
 public:
     Ref<NSNull> null() const { return NSNull::null(); }
@@ -45,3 +47,5 @@ private:
     RecentValues<Ref<NSString>> keys_, values_;
     const char *refusal_ = nullptr;
 };
+
+#pragma GCC visibility pop

@@ -7,6 +7,8 @@
 
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 class JSONValidity {
 public:
     /// Null for a value that can be written, and nests no deeper than NSJSONSerialization allows.
@@ -20,3 +22,5 @@ private:
 
     std::vector<id> invalidContainers_;
 };
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 #include <functional>
 #include <span>
 
+#pragma GCC visibility push(default)
+
 namespace json {
 
 enum class Kind { string, number, array, dictionary, null, other };
@@ -76,3 +78,5 @@ Reason eachElement(const NSArray &array, Visit visit) {
 }
 
 } // namespace json
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 
 #include <array>
 
+#pragma GCC visibility push(default)
+
 class NSNumber;
 
 class JSONWriter {
@@ -62,3 +64,5 @@ private:
     JSONOutput out_;
     std::vector<id> refusedContainers_;
 };
+
+#pragma GCC visibility pop

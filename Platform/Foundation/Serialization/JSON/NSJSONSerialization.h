@@ -32,6 +32,8 @@
 
 #include <concepts>
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class NSError;
 
@@ -76,3 +78,5 @@ public:
     static Ref<NSData> dataWithJSONObject(const id &object, NSJSONWritingOptions options,
                                           Ref<NSError> *error);
 };
+
+#pragma GCC visibility pop

@@ -13,6 +13,8 @@
 #include <cstring>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 template <class Value>
 class RecentValues {
 public:
@@ -72,3 +74,5 @@ private:
 
     std::array<Slot, std::size_t{1} << slotBits> slots_;
 };
+
+#pragma GCC visibility pop

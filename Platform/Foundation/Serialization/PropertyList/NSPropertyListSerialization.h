@@ -16,6 +16,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class NSError;
 
@@ -50,3 +52,5 @@ public:
     static Ref<NSData> dataWithPropertyList(const id &list, NSPropertyListFormat format,
                                             Ref<NSError> *error = nullptr);
 };
+
+#pragma GCC visibility pop

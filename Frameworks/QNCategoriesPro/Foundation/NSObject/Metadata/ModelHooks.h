@@ -48,6 +48,8 @@
 #include "Platform/Foundation/Collections/NSDictionary.h"
 #include "Platform/Runtime/Object/Operation.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn::hooks {
 
 template <class Signature>
@@ -75,3 +77,5 @@ id ask(Class cls, SEL hook);
 Class customClass(Class cls, const Ref<NSDictionary> &dictionary);
 
 } // namespace qn::hooks
+
+#pragma GCC visibility pop
