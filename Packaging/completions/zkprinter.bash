@@ -13,22 +13,29 @@ _zkprinter() {
     current=${typed[-1]}
     previous=
     for word in "${typed[@]:0:${#typed[@]}-1}"; do
-        [[ $word == -* || $previous == --timeout ]] || words+=("$word")
+        [[ $word == -* || $previous == --timeout || $previous == --output ]] || words+=("$word")
+        [[ $word != --all ]] || words+=("")
         previous=$word
     done
-    [[ $previous != --timeout ]] || return
     COMPREPLY=()
+    [[ $previous != --timeout ]] || return
+    if [[ $previous == --output ]]; then
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+    fi
     if [[ $current == -* ]]; then
         local options="--json --verbose --timeout --help"
         case ${words[0]-} in
         "") options+=" --version" ;;
         devices) options+=" --watch" ;;
+        reminder) options+=" --all --check" ;;
+        metrics) options+=" --output" ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
         return
     fi
     case "${#words[@]} ${words[0]-}" in
-    "0 ") mapfile -t COMPREPLY < <(compgen -W "list devices status reminder diagnose" -- "$current") ;;
+    "0 ") mapfile -t COMPREPLY < <(compgen -W "list devices status reminder report metrics diagnose" -- "$current") ;;
     "1 status" | "1 reminder")
         while read -r word; do
             [[ $word != "$current"* ]] || COMPREPLY+=("${word#"${current%"${current##*:}"}"}")

@@ -64,15 +64,19 @@ TEST(Patience, givesUpWhenTheTimeIsOver) {
         const Patience patience(
             90s, [&](const std::string &what) { screen.show(what); },
             [&](const std::string &what) { givenUp.set_value(what); });
-        const Waiting waiting(waits ? "CUPS" : "");
+        std::optional<Waiting> waiting, another;
+        if (waits) {
+            waiting.emplace("CUPS");
+            another.emplace("a printer");
+        }
         clock.advance(90s - 1ns);
         if (waits)
             screen.await(1);
         auto result = givenUp.get_future();
         EXPECT_EQ(result.wait_for(0s), std::future_status::timeout);
         clock.advance(1ns);
-        EXPECT_EQ(result.get(), waits ? "CUPS" : "");
+        EXPECT_EQ(result.get(), waits ? "CUPS and 1 more" : "");
         if (waits)
-            EXPECT_EQ(screen.await(2), (Lines{"CUPS", ""}));
+            EXPECT_EQ(screen.await(2), (Lines{"CUPS and 1 more", ""}));
     }
 }

@@ -22,6 +22,13 @@ transport::VirtualPrinterState l200(const std::string &serial) {
             .threshold = 3};
 }
 
+/// The printer of the queue after that of l200("SN0002").
+transport::VirtualPrinterState laser() {
+    auto state = l200("SN0001");
+    state.product = "Sample Laser Series";
+    return state;
+}
+
 /// What a shell makes the program of.
 std::string commandOf(const std::string &arguments) {
     return "ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" USB_TRANSPORT " LD_PRELOAD=" PRELOAD
@@ -150,6 +157,21 @@ TEST(ZkprinterUsb, watchMissesNoReplugAndEndsWithItsReader) {
     }
     EXPECT_EQ(::pclose(output), 0);
     ports.unplug(printer);
+}
+
+TEST(ZkprinterUsb, asksThePrintersOfAllQueuesSideBySide) {
+    const PrivateCups cups(true);
+    auto &ports = UsbTestbed::shared();
+    const auto silent = ports.plug(l200("SN0002")), other = ports.plug(laser());
+    silent->hold(Hold::answers);
+    const pid_t process = startAside("reminder --all 5 >/dev/null");
+    awaitThat([&] { return silent->isAwaited(Hold::answers) && other->state().threshold == 5; });
+    EXPECT_EQ(silent->state().threshold, 3);
+    silent->hold(Hold::answers, false);
+    EXPECT_EQ(exitStatusOf(process), 18) << "two printers are not attached";
+    EXPECT_EQ(silent->state().threshold, 5);
+    ports.unplug(silent);
+    ports.unplug(other);
 }
 
 TEST(ZkprinterUsb, givesThePrinterBackWhenItIsEnded) {

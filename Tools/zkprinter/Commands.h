@@ -20,14 +20,28 @@ ExitStatus listDevices(Format format);
 /// reads the output.
 ExitStatus watchDevices(Format format);
 
-/// Prints whether the printer is in a normal state. `queue` here and below is a queue's name or a device URI.
+/// Prints status and reminder of every queue. Throws a ToldFailure (`partly`) after printing them if printers
+/// could not be asked.
+ExitStatus reportQueues(Format format);
+
+/// Prints what `report` finds out as metrics, or writes it to the file, if one is given.
+ExitStatus writeMetrics(const std::string &file, Format format);
+
+/// Prints whether the printer is in a normal state. `queue` is a queue's name or a device URI.
 ExitStatus showStatus(const std::string &queue, Format format);
 
-/// Prints at which toner level the printer reminds.
-ExitStatus showReminder(const std::string &queue, Format format);
+/// What is to be done about reminders.
+struct ReminderTask {
+    std::string queue{};                     ///< its name or a device URI; empty with `all`
+    bool all = false;                        ///< all queues that print over USB
+    std::optional<std::int32_t> threshold{}; ///< to be set: 0 for off, or 2 to 10 percent; none to show it
+    bool check = false;                      ///< only say what would change
+};
 
-/// Sets that level (0 for off, or 2 to 10 percent), reads it back and prints what the printer now holds.
-ExitStatus setReminder(const std::string &queue, std::int64_t threshold, Format format);
+/// Prints at which toner level the printer reminds; or sets that level unless the printer holds it already,
+/// reads it back and prints what the printer now holds. For all queues, throws a ToldFailure (`partly`) after
+/// printing if some failed.
+ExitStatus workOnReminder(const ReminderTask &task, Format format);
 
 /// Prints a report for the support on why a printer cannot be reached, with serial numbers shortened. If the
 /// queues cannot be listed, throws a ToldFailure after printing the rest.
@@ -37,5 +51,5 @@ ExitStatus diagnose(Format format);
 /// nothing or is not running. Any thread.
 bool printUnfinishedDiagnosis(const Failure &failure, Format format);
 
-/// "off" and "2" to "10" as a threshold; std::nullopt for any other text.
-std::optional<std::int64_t> parseThreshold(const std::string &text);
+/// "off", "0" and "2" to "10" as a threshold; std::nullopt for any other text.
+std::optional<std::int32_t> parseThreshold(const std::string &text);

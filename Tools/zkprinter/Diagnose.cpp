@@ -9,6 +9,7 @@
 #include "Tools/zkprinter/HostFacts.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Report.h"
+#include "Tools/zkprinter/Status.h"
 #include "Tools/zkprinter/TransportFailure.h"
 #include "Tools/zkprinter/Versions.h"
 
@@ -189,7 +190,8 @@ Facts accessFacts(const std::optional<transport::DeviceAccess> &access) {
 
 Facts stateFacts(const Ref<ZKUSB> &printer) {
     try {
-        const PrinterStatus status = statusOf(printer, printer->URI()->utf8());
+        const std::string uri = printer->URI()->utf8();
+        const PrinterStatus status = statusIn(askStatus(printer, uri), uri);
         return {{"state", std::string(status.isNormal() ? "normal" : nameOf(ExitStatus::notNormal))},
                 {"printerStatus", status.value}};
     } catch (const Failure &failure) {

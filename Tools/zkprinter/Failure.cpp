@@ -38,6 +38,8 @@ const char *nameOf(ExitStatus status) {
         return "unwritable";
     case ExitStatus::outOfResources:
         return "out-of-resources";
+    case ExitStatus::partly:
+        return "partly";
     }
     return "unknown";
 }

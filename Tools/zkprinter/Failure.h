@@ -1,8 +1,10 @@
 // What can go wrong, each with an exit status of its own for scripts.
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 /// The exit statuses of the program.
 enum class ExitStatus {
@@ -24,10 +26,17 @@ enum class ExitStatus {
     timedOut = 15,          ///< the command took longer than `--timeout` allows
     unwritable = 16,        ///< standard output does not take the result: a full disk, or nobody reads it
     outOfResources = 17,    ///< this computer has no memory or no thread left for the command
+    partly = 18,            ///< some printers could not be asked or set; the others were
 };
 
 /// The status's name in JSON, e.g. "not-attached".
 const char *nameOf(ExitStatus status);
+
+/// The queue that a command was asked to work on.
+struct Subject {
+    std::string queue;                    ///< as the user names it
+    std::optional<std::string> deviceUri; ///< none when unknown
+};
 
 /// Thrown to end the command. Its text is one sentence that also says what to do next.
 class Failure : public std::runtime_error {
@@ -36,8 +45,18 @@ public:
 
     ExitStatus status() const { return status_; }
 
+    /// The queue it happened to; none when the command is not about one queue.
+    const std::optional<Subject> &subject() const { return subject_; }
+    /// The same failure, of that queue.
+    Failure about(Subject subject) const {
+        Failure failure = *this;
+        failure.subject_ = std::move(subject);
+        return failure;
+    }
+
 private:
     ExitStatus status_;
+    std::optional<Subject> subject_;
 };
 
 /// A failure that the printed result includes already: only its sentence is still to be written, on standard

@@ -13,6 +13,8 @@ public:
     Json &field(const char *key, const char *text) { return field(key, std::string_view(text)); }
     Json &field(const char *key, bool flag) { return begin(key).put(flag ? "true" : "false"); }
     Json &field(const char *key, std::int64_t number) { return begin(key).put(std::to_string(number)); }
+    /// With three decimals.
+    Json &field(const char *key, double number);
     Json &null(const char *key) { return begin(key).put("null"); }
     /// An object under the key; `fill` writes its fields.
     Json &object(const char *key, const std::function<void(Json &)> &fill) {
@@ -55,5 +57,9 @@ private:
     std::string text_;
 };
 
-/// Prints one JSON object on a line of its own; `fill` writes its fields.
+/// The version of all documents; it changes when one of them no longer means what it did. What they look like
+/// is in Resources/zkprinter.schema.json.
+inline constexpr std::int64_t jsonSchema = 1;
+
+/// Prints one JSON object on a line of its own: its version as "schema", then the fields that `fill` writes.
 void printJson(const std::function<void(Json &)> &fill);

@@ -26,16 +26,32 @@ Patience::~Patience() {
     thread_.join();
 }
 
-void Patience::await(const std::string &what) {
+void Patience::begin(const std::string &what) {
+    const locking::MutexLock guard(mutex_);
+    awaited_.push_back(what);
+    changed_.notifyAll();
+}
+
+void Patience::end(const std::string &what) {
+    bool last = false;
     {
         const locking::MutexLock guard(mutex_);
+        awaited_.erase(std::ranges::find(awaited_, what));
         if (over_)
             return;
-        awaited_ = what;
+        last = awaited_.empty();
         changed_.notifyAll();
     }
-    if (what.empty())
+    if (last)
         update(); // here, so that the result comes after it
+}
+
+// Empty when nothing is waited for, or nothing any more.
+std::string Patience::awaited() const {
+    if (over_ || awaited_.empty())
+        return {};
+    const std::size_t others = awaited_.size() - 1;
+    return awaited_.front() + (others == 0 ? "" : " and " + std::to_string(others) + " more");
 }
 
 void Patience::run() {
@@ -50,14 +66,14 @@ std::optional<std::string> Patience::showUntilOver() {
     const locking::MutexLock lock(mutex_);
     while (!over_ && clock_.now() < end_) {
         const bool shows = clock_.now() >= showing_;
-        if (shows && shown_ != awaited_) {
+        if (shows && shown_ != awaited()) {
             const locking::MutexUnlock released(mutex_);
             update();
         } else {
             clock_.waitUntil(mutex_, changed_, shows ? end_ : std::min(showing_, end_));
         }
     }
-    std::string what = std::exchange(awaited_, {});
+    std::string what = awaited();
     return std::exchange(over_, true) ? std::nullopt : std::optional(std::move(what));
 }
 
@@ -66,19 +82,19 @@ void Patience::update() {
     std::string what;
     {
         const locking::MutexLock guard(mutex_);
-        if (shown_ == awaited_)
+        if (shown_ == awaited())
             return;
-        what = shown_ = awaited_;
+        what = shown_ = awaited();
     }
     show_(what);
 }
 
-Waiting::Waiting(const std::string &what) {
-    if (Patience *const patience = current)
-        patience->await(what);
+Waiting::Waiting(std::string what) : what_(std::move(what)), patience_(current) {
+    if (patience_)
+        patience_->begin(what_);
 }
 
 Waiting::~Waiting() {
-    if (Patience *const patience = current)
-        patience->await({});
+    if (patience_ && patience_ == current)
+        patience_->end(what_);
 }

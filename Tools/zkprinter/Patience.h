@@ -15,6 +15,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 class Patience {
 public:
@@ -39,7 +40,9 @@ public:
 private:
     friend class Waiting;
 
-    void await(const std::string &what) ZK_EXCLUDES(screen_, mutex_);
+    void begin(const std::string &what) ZK_EXCLUDES(screen_, mutex_);
+    void end(const std::string &what) ZK_EXCLUDES(screen_, mutex_);
+    std::string awaited() const ZK_REQUIRES(mutex_);
     void run() ZK_EXCLUDES(screen_, mutex_);
     std::optional<std::string> showUntilOver() ZK_EXCLUDES(screen_, mutex_);
     void update() ZK_EXCLUDES(screen_, mutex_);
@@ -52,16 +55,22 @@ private:
     locking::Mutex screen_ ZK_ACQUIRED_BEFORE(mutex_); // held while something is shown
     locking::Mutex mutex_;
     locking::Condition changed_;
-    std::string awaited_ ZK_GUARDED_BY(mutex_), shown_ ZK_GUARDED_BY(mutex_);
+    std::vector<std::string> awaited_ ZK_GUARDED_BY(mutex_); // the oldest first
+    std::string shown_ ZK_GUARDED_BY(mutex_);
     bool over_ ZK_GUARDED_BY(mutex_) = false;
     std::thread thread_;
 };
 
-/// The command waits for `what` as long as this lives. One at a time; does nothing without a Patience.
+/// The command waits for `what` as long as this lives. Any thread; of several the oldest is shown, with the
+/// number of the others. Does nothing without a Patience.
 class Waiting {
 public:
-    explicit Waiting(const std::string &what);
+    explicit Waiting(std::string what);
     Waiting(const Waiting &) = delete;
     Waiting &operator=(const Waiting &) = delete;
     ~Waiting();
+
+private:
+    const std::string what_;
+    Patience *const patience_;
 };

@@ -17,6 +17,10 @@
 
 namespace {
 
+bool isUri(const std::string &name) {
+    return name.find("://") != std::string::npos;
+}
+
 std::optional<std::string> textAt(const NSDictionary &entry, const Ref<NSString> &key) {
     const auto text = as<NSString>(entry.objectForKey(key));
     return text ? std::optional(text->utf8()) : std::nullopt;
@@ -79,16 +83,8 @@ std::vector<Queue> supportedQueues() {
     return std::move(list.supported);
 }
 
-Queue usbQueueNamed(const std::string &nameOrUri) {
-    const bool isUri = nameOrUri.find("://") != std::string::npos;
-    const Queue queue = isUri ? Queue{nameOrUri, std::nullopt, nameOrUri} : supportedQueueNamed(nameOrUri);
-    if (!queue.printsOverUsb())
-        throw Failure(
-            ExitStatus::notUsb,
-            "\"" + escapedControlCharacters(nameOrUri) +
-                "\" does not print over USB, and the reminder can only be reached over USB; connect the "
-                "printer by a USB cable and add a queue for it.");
-    return queue;
+Queue queueNamed(const std::string &nameOrUri) {
+    return isUri(nameOrUri) ? Queue{nameOrUri, std::nullopt, nameOrUri} : supportedQueueNamed(nameOrUri);
 }
 
 AttachedPrinters::AttachedPrinters() : seen_(transport::attachedPrinters()) {
@@ -113,32 +109,39 @@ std::vector<Ref<ZKUSB>> AttachedPrinters::named(const std::string &deviceUri) co
     });
 }
 
-Ref<ZKUSB> attachedPrinterOf(const Queue &queue) {
-    const auto printers = AttachedPrinters().named(*queue.deviceUri);
+Ref<ZKUSB> AttachedPrinters::printerOf(const Queue &queue) const {
+    const std::string shown = "\"" + escapedControlCharacters(queue.name) + "\"";
+    if (!queue.printsOverUsb())
+        throw Failure(ExitStatus::notUsb,
+                      shown + " does not print over USB, and the reminder can only be reached over USB; "
+                              "connect the printer by a USB cable and add a queue for it.");
+    const auto printers = named(*queue.deviceUri);
     if (printers.empty())
         if (const auto held = transport::accessToHeld(*queue.deviceUri, transport::attachedPrinters()))
             throw reasonOf(TL_USB_ERROR_BUSY, queue.name, held);
     if (printers.empty())
         throw Failure(ExitStatus::notAttached,
-                      "The printer of \"" + escapedControlCharacters(queue.name) +
-                          "\" is not attached; check its power and its USB cable and try again.");
+                      "The printer of " + shown +
+                          " is not attached; check its power and its USB cable and try again.");
     if (printers.size() > 1)
         throw ambiguous(queue.name);
     return printers.front();
 }
 
-PrinterStatus statusOf(const Ref<ZKUSB> &printer, const std::string &name) {
-    const PrinterStatus status = [&] {
-        const Waiting waiting("\"" + escapedControlCharacters(name) + "\"");
-        return readPrinterStatus(printer->URI());
-    }();
-    if (status.outcome == PrinterStatus::Outcome::noAnswer)
-        throw reasonOf(status.transportStatus, name, accessTo(printer->URI()->utf8()));
-    if (status.outcome == PrinterStatus::Outcome::unreadable)
-        throw Failure(ExitStatus::refused, "\"" + escapedControlCharacters(name) +
-                                               "\" answered with something that is no status; switch it off "
-                                               "and on and try again.");
-    return status;
+ExitStatus withPrinterOf(const std::string &nameOrUri,
+                         const std::function<ExitStatus(const Queue &, const Ref<ZKUSB> &)> &act) {
+    Subject subject = subjectNamed(nameOrUri);
+    try {
+        const Queue queue = queueNamed(nameOrUri);
+        subject = queue.subject();
+        return act(queue, AttachedPrinters().printerOf(queue));
+    } catch (const Failure &failure) {
+        throw failure.about(subject);
+    }
+}
+
+Subject subjectNamed(const std::string &nameOrUri) {
+    return {nameOrUri, isUri(nameOrUri) ? std::optional(nameOrUri) : std::nullopt};
 }
 
 std::string usbIdentifier(const ZKUSB &printer) {

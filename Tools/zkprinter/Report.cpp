@@ -15,6 +15,15 @@ struct Choice : Functions... {
 template <class... Functions>
 Choice(Functions...) -> Choice<Functions...>;
 
+/// What the user typed may be no UTF-8.
+std::string validUTF8(std::string_view bytes) {
+    std::u16string units;
+    unicode::appendUTF16(units, bytes);
+    std::string text;
+    unicode::appendUTF8(text, units);
+    return text;
+}
+
 /// The text as it may leave this computer.
 std::string presentable(const SerialNumbers &serials, const std::string &text) {
     return withoutAddresses(serials.hide(text));
@@ -120,14 +129,17 @@ const SerialNumbers &serialsIn(const Section &section, const SerialNumbers &seri
 } // namespace
 
 std::string sentenceOf(const Failure &failure) {
-    std::u16string units;
-    unicode::appendUTF16(units, failure.what());
-    std::string text;
-    unicode::appendUTF8(text, units);
-    return text;
+    return validUTF8(failure.what());
+}
+
+void describe(Json &json, const Subject &subject) {
+    json.field("queue", validUTF8(subject.queue));
+    subject.deviceUri ? json.field("deviceUri", validUTF8(*subject.deviceUri)) : json.null("deviceUri");
 }
 
 void describe(Json &json, const Failure &failure) {
+    if (failure.subject())
+        describe(json, *failure.subject());
     json.object("error", [&](Json &error) {
         error.field("code", static_cast<std::int64_t>(failure.status()))
             .field("name", nameOf(failure.status()))

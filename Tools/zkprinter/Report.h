@@ -40,7 +40,10 @@ struct Section {
 /// The sentence of the failure, as valid UTF-8 whatever the user typed.
 std::string sentenceOf(const Failure &failure);
 
-/// Writes the failure as the object "error".
+/// Writes the fields "queue" and "deviceUri".
+void describe(Json &json, const Subject &subject);
+
+/// Writes the failure as the object "error", after the queue if it is about one.
 void describe(Json &json, const Failure &failure);
 
 /// Prints the sections, with the serial numbers hidden in every text. In JSON, the failure is added if there

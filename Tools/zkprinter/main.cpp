@@ -5,9 +5,11 @@
 #include "Platform/Foundation/System/TerminationSignals.h"
 #include "Platform/Foundation/Text/ControlCharacters.h"
 #include "Tools/zkprinter/Commands.h"
+#include "Tools/zkprinter/Journal.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Output.h"
 #include "Tools/zkprinter/Patience.h"
+#include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Report.h"
 #include "Tools/zkprinter/Terminal.h"
 
@@ -23,6 +25,7 @@
 #include <sstream>
 #include <syslog.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -37,7 +40,8 @@ const char *const exitStatuses = R"(Exit statuses:
                                        14  two printers go by what was asked for
 128+n  ended by signal n                15  command took too long
                                        16  result cannot be written
-                                       17  this computer lacks memory or threads)";
+                                       17  this computer lacks memory or threads
+                                       18  some printers could not be asked or set)";
 
 constexpr double longestTimeout = 86400; // seconds
 constexpr auto patienceOfReaders = std::chrono::seconds(1);
@@ -49,20 +53,75 @@ struct Request {
     bool watch = false;
     double timeout = 90; // seconds
     bool timeoutGiven = false;
+    bool forMachines = false; ///< nobody looks at it: only failures and changes are logged
+    ReminderTask reminder;
     std::string queue;
+    bool queueGiven = false;
     std::string threshold;
+    bool thresholdGiven = false;
+    std::string output;
     std::function<ExitStatus(Format)> command;
 };
 
-void addQueue(CLI::App &command, Request &request) {
-    command.add_option("QUEUE", request.queue, "Name of a print queue, or a device URI (usb://…)")
-        ->required();
+CLI::Option *addQueue(CLI::App &command, Request &request) {
+    return command.add_option("QUEUE", request.queue, "Name of a print queue, or a device URI (usb://…)");
 }
 
-ExitStatus runReminder(const Request &request, Format format) {
-    if (request.threshold.empty())
-        return showReminder(request.queue, format);
-    return setReminder(request.queue, *parseThreshold(request.threshold), format);
+void checkThreshold(const std::string &text) {
+    if (!parseThreshold(text))
+        throw CLI::ValidationError("THRESHOLD",
+                                   "give \"off\" or a whole number from 2 to 10, not \"" + text + "\"");
+}
+
+/// What was asked of reminders; with --all the first word is the threshold.
+ReminderTask reminderTask(const Request &request) {
+    ReminderTask task = request.reminder;
+    std::string queue = request.queue, threshold = request.threshold;
+    if (task.all && request.queueGiven) {
+        if (request.thresholdGiven)
+            throw CLI::ExtrasError({threshold});
+        threshold = std::exchange(queue, {});
+    }
+    if (!task.all && !request.queueGiven)
+        throw CLI::RequiredError("QUEUE or --all");
+    if (task.all ? request.queueGiven : request.thresholdGiven) {
+        checkThreshold(threshold);
+        task.threshold = parseThreshold(threshold);
+    }
+    if (task.check && !task.threshold)
+        throw CLI::RequiredError("THRESHOLD (with --check)");
+    task.queue = queue;
+    return task;
+}
+
+void addReminder(CLI::App &app, Request &request) {
+    auto *const reminder =
+        app.add_subcommand("reminder", "Show or set the toner level at which printers remind");
+    addQueue(*reminder, request)->each([&](const std::string &) { request.queueGiven = true; });
+    reminder->add_option("THRESHOLD", request.threshold, "\"off\" or 0, or 2 to 10 percent")
+        ->each([&](const std::string &) { request.thresholdGiven = true; });
+    reminder->add_flag("--all", request.reminder.all, "All queues that print over USB, instead of QUEUE");
+    reminder->add_flag("--check", request.reminder.check, "Say what would change, and change nothing");
+    reminder->callback([&] {
+        request.reminder = reminderTask(request);
+        request.forMachines = request.reminder.all;
+        request.command = [&](Format format) { return workOnReminder(request.reminder, format); };
+    });
+}
+
+void addSurveys(CLI::App &app, Request &request) {
+    app.add_subcommand("report", "Say status and reminder of the printers of all queues")->callback([&] {
+        request.forMachines = true;
+        request.command = reportQueues;
+    });
+    auto *const metrics = app.add_subcommand("metrics", "Print the same as metrics for Prometheus");
+    metrics->add_option("--output", request.output, "Replace this file, which is never seen half-written")
+        ->type_name("FILE")
+        ->check([](const std::string &file) { return file.empty() ? "name a file" : std::string(); });
+    metrics->callback([&] {
+        request.forMachines = true;
+        request.command = [&](Format format) { return writeMetrics(request.output, format); };
+    });
 }
 
 void addCommands(CLI::App &app, Request &request) {
@@ -93,20 +152,12 @@ void addCommands(CLI::App &app, Request &request) {
     devices->callback([&] { request.command = request.watch ? watchDevices : listDevices; });
 
     auto *status = app.add_subcommand("status", "Say whether a printer is in a normal state");
-    addQueue(*status, request);
+    addQueue(*status, request)->required();
     status->callback(
         [&] { request.command = [&](Format format) { return showStatus(request.queue, format); }; });
 
-    auto *reminder = app.add_subcommand("reminder", "Show or set the toner level at which a printer reminds");
-    addQueue(*reminder, request);
-    reminder->add_option("THRESHOLD", request.threshold, "\"off\", or 2 to 10 percent")
-        ->check([](const std::string &text) {
-            return parseThreshold(text) ? std::string()
-                                        : "give \"off\" or a whole number from 2 to 10, not \"" + text + "\"";
-        });
-    reminder->callback(
-        [&] { request.command = [&](Format format) { return runReminder(request, format); }; });
-
+    addReminder(app, request);
+    addSurveys(app, request);
     app.add_subcommand("diagnose", "Write a report for the support, with serial numbers shortened")
         ->callback([&] { request.command = diagnose; });
 }
@@ -119,6 +170,7 @@ std::string shownSeconds(double seconds) {
 
 /// Writes the sentence on standard error, and delivers what was printed.
 ExitStatus tell(const Failure &failure) {
+    journalFailure(failure.what());
     std::fprintf(stderr, "zkprinter: %s\n", sentenceOf(failure).c_str());
     try {
         deliver();
@@ -154,20 +206,24 @@ void printAnswer(const CLI::App &app, const CLI::Success &question, bool json) {
     });
 }
 
-void directLog(bool verbose) {
+void directLog(bool verbose, bool forMachines) {
     openlog("zkprinter", LOG_PID, LOG_USER);
     if (verbose) {
         NSLogSetSink(NSLogVerbosely);
+        setJournal(NSLogVerbosely);
     } else {
-        NSLogSetSink(NSLogToSystemLogOnly);
+        NSLogSetSink(forMachines ? [](NSLogLevel, std::string_view) {} : NSLogSink(NSLogToSystemLogOnly));
         setStatusComplaintSink([](std::string_view) {}); // the failure's sentence says it
     }
 }
 
 Failure outOfTime(const Request &request, const std::string &what) {
-    return {ExitStatus::timedOut, "The command took longer than " + shownSeconds(request.timeout) +
-                                      (what.empty() ? "" : ", waiting for " + what) +
-                                      "; try again, or allow it more time with --timeout."};
+    const Failure failure(ExitStatus::timedOut, "The command took longer than " +
+                                                    shownSeconds(request.timeout) +
+                                                    (what.empty() ? "" : ", waiting for " + what) +
+                                                    "; try again, or allow it more time with --timeout.");
+    return request.queue.empty() || request.reminder.all ? failure
+                                                         : failure.about(subjectNamed(request.queue));
 }
 
 /// Ends the program from another thread than the command's, which may never return. Waits at most a second
@@ -221,7 +277,7 @@ ExitStatus run(int argc, char **argv) {
             app.parse(argc, argv);
             if (!request.command)
                 throw CLI::RequiredError("A subcommand");
-            directLog(request.verbose);
+            directLog(request.verbose, request.forMachines || request.json);
             status = carryOut(request);
         } catch (const ToldFailure &failure) {
             deliver();

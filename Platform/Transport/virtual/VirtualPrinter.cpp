@@ -16,7 +16,8 @@ constexpr std::uint16_t done = 1;
 constexpr std::uint16_t refused = 2;
 constexpr std::size_t mostQueuedTransfers = 64;
 constexpr std::size_t shortHeaderSize = 4;
-constexpr std::size_t missingBytes = 6; // announced but not sent, with WrongLength
+constexpr unsigned othersThreshold = 10; // percent; with Overwritten
+constexpr std::size_t missingBytes = 6;  // announced but not sent, with WrongLength
 
 std::vector<std::uint8_t> bytesOf(std::string_view text) {
     return {text.begin(), text.end()};
@@ -106,6 +107,10 @@ bool VirtualPrinter::storeThreshold(std::string_view request) {
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (error != std::errc() || end != digits.data() + digits.size() || value == 1 || value > 10)
         return false;
+    if (state_.has(Fault::KeepsThreshold))
+        return true;
+    if (state_.has(Fault::Overwritten))
+        value = value == othersThreshold ? 0 : othersThreshold;
     const auto threshold = static_cast<std::int32_t>(value);
     if (threshold != state_.threshold && store_ && !store_(threshold))
         return false;

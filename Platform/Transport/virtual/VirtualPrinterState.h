@@ -25,6 +25,8 @@ enum class Fault {
     WrongEcho,         // a reply echoes another command
     StatusNotOne,      // the status field of a good reply is 2
     EmptyData,         // a reply announces its data and sends an empty transfer
+    KeepsThreshold,    // a new threshold is accepted but not kept
+    Overwritten,       // after every threshold that is written, another program sets one
     EndlessText,       // when nothing else waits, a PJL status text does
     EndlessReplies,    // every transfer that is read waits anew behind the others
     UnplugAfterOpen,   // the printer is gone once opened,
@@ -49,6 +51,8 @@ inline constexpr auto faultNames = std::to_array<std::pair<std::string_view, Fau
     {"wrong_echo", Fault::WrongEcho},
     {"status_not_one", Fault::StatusNotOne},
     {"empty_data", Fault::EmptyData},
+    {"keeps_threshold", Fault::KeepsThreshold},
+    {"overwritten", Fault::Overwritten},
     {"endless_text", Fault::EndlessText},
     {"endless_replies", Fault::EndlessReplies},
     {"unplug_after_open", Fault::UnplugAfterOpen},
