@@ -1,7 +1,6 @@
 #include "Tools/zkprinter/Commands.h"
 
 #include "Platform/Foundation/Text/ControlCharacters.h"
-#include "Platform/Foundation/Text/NSString.h" // IWYU pragma: keep: it is the complete type
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/Queue.h"
 #include "Tools/zkprinter/Report.h"
