@@ -131,9 +131,15 @@ TextMetrics::Extent TextMetrics::extentOf(const QString &text, qreal width,
     return extent;
 }
 
+// What Qt calls the natural width of right-to-left lines may leave out how far their glyphs overhang, by up
+// to a fifth of their height; with no more room than that, the text would be broken into more lines.
 QSizeF TextMetrics::size(const QString &text, qreal width, QTextOption::WrapMode wrap) const {
     const Extent extent = extentOf(text, width, wrap);
-    return {extent.width, extent.height};
+    const qreal step = QFontMetricsF(font_).height() / 16;
+    qreal enough = extent.width;
+    while (enough < usable(width) && numberOfLines(text, enough, wrap) > extent.lines)
+        enough = std::min(enough + step, usable(width));
+    return {enough, extent.height};
 }
 
 qsizetype TextMetrics::numberOfLines(const QString &text, qreal width, QTextOption::WrapMode wrap) const {

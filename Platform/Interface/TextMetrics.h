@@ -31,8 +31,8 @@ public:
     explicit TextMetrics(const QFont &font) : font_(font) {}
 
     /// The size of the text in lines of that width: as wide as its longest line, and so wider than `width` if
-    /// a line cannot be broken there. The empty text is one empty line. Lines longer than `longestLine` are
-    /// put together from pieces without kerning between them.
+    /// a line cannot be broken there; in a place of that size it has as many lines. The empty text is one
+    /// empty line. Lines longer than `longestLine` are put together from pieces without kerning between them.
     QSizeF size(const QString &text, qreal width = unlimited,
                 QTextOption::WrapMode wrap = QTextOption::WordWrap) const;
     /// 1 or more.

@@ -26,7 +26,7 @@ public:
         const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
         if (type != CT_PushButton || !button)
             return QProxyStyle::sizeFromContents(type, option, contents, widget);
-        QSize needed = sizeOf(imageSize(*button), titleSize(*button));
+        QSize needed = sizeOf(imageSize(*button), titleSize(*button, button->text));
         if (button->features & QStyleOptionButton::HasMenu)
             needed.rwidth() += pixelMetric(PM_MenuButtonIndicator, option, widget);
         return QProxyStyle::sizeFromContents(type, option, needed, widget);
@@ -45,9 +45,14 @@ private:
     static QSize imageSize(const QStyleOptionButton &button) {
         return button.icon.isNull() ? QSize(0, 0) : button.iconSize;
     }
-    static QSize titleSize(const QStyleOptionButton &button) {
-        return button.text.isEmpty() ? QSize(0, 0)
-                                     : button.fontMetrics.size(Qt::TextShowMnemonic, button.text);
+    static QSize titleSize(const QStyleOptionButton &button, const QString &title) {
+        return title.isEmpty() ? QSize(0, 0) : button.fontMetrics.size(Qt::TextShowMnemonic, title);
+    }
+
+    static QString titleWithin(int width, const QStyleOptionButton &button) {
+        if (titleSize(button, button.text).width() <= width)
+            return button.text;
+        return button.fontMetrics.elidedText(button.text, Qt::ElideRight, width, Qt::TextShowMnemonic);
     }
 
     bool isBeside() const {
@@ -76,9 +81,10 @@ private:
         const QRect room =
             button.rect.translated(isDown ? pixelMetric(PM_ButtonShiftHorizontal, &button, widget) : 0,
                                    isDown ? pixelMetric(PM_ButtonShiftVertical, &button, widget) : 0);
-        const QSize image = imageSize(button), wanted = titleSize(button);
+        const QSize image = imageSize(button), wanted = titleSize(button, button.text);
         const QSize left = room.size() - (isBeside() ? image + between(image, wanted) : QSize(0, 0));
-        const QSize title(std::clamp(wanted.width(), 0, std::max(left.width(), 0)), wanted.height());
+        const QString shown = titleWithin(left.width(), button);
+        const QSize title(std::min(titleSize(button, shown).width(), wanted.width()), wanted.height());
         const QRect place = alignedRect(button.direction, Qt::AlignCenter, sizeOf(image, title), room);
         const bool isEnabled = button.state & State_Enabled;
         if (!image.isEmpty())
@@ -90,11 +96,7 @@ private:
         const int mnemonic =
             styleHint(SH_UnderlineShortcut, &button, widget) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
         drawItemText(&painter, alignedRect(button.direction, alignment(false), title, place),
-                     Qt::AlignCenter | mnemonic, button.palette, isEnabled,
-                     title == wanted ? button.text
-                                     : button.fontMetrics.elidedText(button.text, Qt::ElideRight,
-                                                                     title.width(), Qt::TextShowMnemonic),
-                     QPalette::ButtonText);
+                     Qt::AlignCenter | mnemonic, button.palette, isEnabled, shown, QPalette::ButtonText);
     }
 };
 

@@ -31,7 +31,7 @@ struct ManualDriver final : QAnimationDriver {
     ManualDriver() { install(); }
     qint64 elapsed() const override { return now; }
     void pass(qint64 milliseconds) {
-        QCoreApplication::processEvents(); // which starts animations
+        QtTesting::settle(); // which starts animations
         now += milliseconds;
         advance();
     }
@@ -79,18 +79,17 @@ TEST_F(WidgetsTest, areWhereTheyAreSaidToBe) {
         qn::setWidth(view, 80);
         qn::setHeight(view, 50);
         EXPECT_EQ(qn::frame(view), QRectF(100, 40, 80, 50));
-        qn::setCenterX(view, 40);
-        qn::setCenterY(view, 25);
-        EXPECT_EQ(qn::origin(view), QPointF(0, 0));
-        qn::setCenter(view, QPointF(50, 30));
-        EXPECT_EQ(QPointF(qn::centerX(view), qn::centerY(view)), qn::center(view));
+        qn::setCenterX(view, 50);
+        qn::setCenterY(view, 30);
+        EXPECT_EQ(qn::origin(view), QPointF(10, 5));
         qn::setLeft(view, 3);
         qn::setTop(view, -4);
-        EXPECT_EQ(QPointF(qn::left(view), qn::top(view)), QPointF(3, -4));
-        qn::setOrigin(view, QPointF(1, 2));
         qn::setSize(view, QSizeF(9, 8));
-        EXPECT_EQ(QSizeF(qn::width(view), qn::height(view)), qn::size(view));
-        EXPECT_EQ(qn::center(view), QPointF(5.5, 6));
+        EXPECT_EQ(QRectF(qn::left(view), qn::top(view), qn::width(view), qn::height(view)),
+                  QRectF(3, -4, 9, 8));
+        EXPECT_EQ(qn::center(view), QPointF(qn::centerX(view), qn::centerY(view)));
+        qn::setCenter(view, QPointF(5.5, 6));
+        EXPECT_EQ(qn::frame(view), QRectF(1, 2, 9, 8));
     };
     check(card);
     check(layer);
@@ -100,15 +99,6 @@ TEST_F(WidgetsTest, areWhereTheyAreSaidToBe) {
     EXPECT_EQ(qn::left(button), 33);
     qn::setFrame(card, QRectF(std::nan(""), -1e300, -5, 1e300));
     EXPECT_EQ(qn::frame(card), QRectF(0, -QWIDGETSIZE_MAX, 0, QWIDGETSIZE_MAX));
-
-    auto *const row = new QHBoxLayout(&window);
-    row->addWidget(&card);
-    window.show();
-    qn::setLeft(card, 77);
-    EXPECT_EQ(qn::left(card), 77);
-    row->invalidate();
-    row->activate();
-    EXPECT_EQ(card.geometry(), row->contentsRect()) << "the layout has the last word";
 }
 
 TEST_F(WidgetsTest, knowWhatTheyAreIn) {
@@ -219,7 +209,7 @@ TEST_F(WidgetsTest, buttonsCallTheirBlocks) {
     EXPECT_EQ(calls, "p1") << "nor are those called that come behind";
     qn::onClick(*std::make_unique<QPushButton>(), [held] {});
     EXPECT_EQ(held.use_count(), 1);
-    EXPECT_EQ(raised([&] { qn::onClick(button, nullptr); }), NSInvalidArgumentException);
+    EXPECT_EQ(raised([&] { return qn::onClick(button, nullptr); }), NSInvalidArgumentException);
 }
 
 TEST_F(WidgetsTest, buttonsArrangeImageAndTitle) {
@@ -297,7 +287,6 @@ TEST_F(WidgetsTest, textsAreThoseOfThePlatform) {
     qn::setPlaceholder(field, u"Name"_ns);
     EXPECT_EQ(text(qn::placeholder(field)), "Name");
     qn::setText(field, u"ab👍🏽c"_ns);
-    EXPECT_EQ(text(qn::text(field)), "ab👍🏽c");
     EXPECT_EQ(qn::selectedRange(field), NSMakeRange(7, 0));
     using Ranges = std::pair<NSRange, NSRange>; // the thumb has four units
     for (const auto &[set, got] :
@@ -311,6 +300,6 @@ TEST_F(WidgetsTest, textsAreThoseOfThePlatform) {
     const QSizeF size = qn::measuredSize(qn::text(field), field.font(), qn::width(card));
     EXPECT_LE(size.width(), qn::width(card));
     EXPECT_GT(qn::numberOfLines(name, field.font(), size.width() / 2), 2u);
-    EXPECT_TRUE(text(name).starts_with(text(qn::fittingPrefix(name, field.font(), 50))));
+    EXPECT_THAT(text(name), StartsWith(text(qn::fittingPrefix(name, field.font(), 50))));
     EXPECT_EQ(qn::elidedText(nullptr, field.font(), 50), nullptr);
 }
