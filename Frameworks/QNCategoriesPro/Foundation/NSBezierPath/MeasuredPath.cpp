@@ -9,7 +9,7 @@ namespace {
 
 using Curve = std::array<QPointF, 4>;
 
-constexpr double straight = 1e-3; // the share by which a curve may be longer than its chord
+constexpr double straight = 1e-5; // the share by which a curve may be longer than its chord
 constexpr int mostLevels = 12;    // of halving; a cusp is never straight
 
 double distance(const QPointF &one, const QPointF &other) {

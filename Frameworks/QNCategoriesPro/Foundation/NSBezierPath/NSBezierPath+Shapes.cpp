@@ -23,16 +23,6 @@ double radiusOf(double given) {
     return given > 0 ? std::min(given, longestRadius) : 0; // 0 for NaN, too
 }
 
-qn::CornerRadii fitting(const qn::CornerRadii &given, const QSizeF &size) {
-    const double topLeft = radiusOf(given.topLeft), topRight = radiusOf(given.topRight);
-    const double bottomRight = radiusOf(given.bottomRight), bottomLeft = radiusOf(given.bottomLeft);
-    const auto share = [](double side, double radii) { return radii > side ? side / radii : 1; };
-    const double factor =
-        std::min({share(size.width(), topLeft + topRight), share(size.width(), bottomLeft + bottomRight),
-                  share(size.height(), topLeft + bottomLeft), share(size.height(), topRight + bottomRight)});
-    return {topLeft * factor, topRight * factor, bottomRight * factor, bottomLeft * factor};
-}
-
 /// A line to the corner, and around it by a quarter of a circle, which begins at that angle.
 void addCorner(QPainterPath &path, const QPointF &center, double radius, double startAngle) {
     const QRectF circle(center.x() - radius, center.y() - radius, 2 * radius, 2 * radius);
@@ -58,11 +48,21 @@ QPainterPath polygon(const QPointF &center, int corners, double angle, std::init
 
 } // namespace
 
+qn::CornerRadii qn::fitted(const CornerRadii &radii, const QSizeF &size) {
+    const double topLeft = radiusOf(radii.topLeft), topRight = radiusOf(radii.topRight);
+    const double bottomRight = radiusOf(radii.bottomRight), bottomLeft = radiusOf(radii.bottomLeft);
+    const auto share = [](double side, double wished) { return wished > side ? side / wished : 1; };
+    const double factor =
+        std::min({share(size.width(), topLeft + topRight), share(size.width(), bottomLeft + bottomRight),
+                  share(size.height(), topLeft + bottomLeft), share(size.height(), topRight + bottomRight)});
+    return {topLeft * factor, topRight * factor, bottomRight * factor, bottomLeft * factor};
+}
+
 QPainterPath qn::roundedRectangle(const QRectF &rectangle, const CornerRadii &radii) {
     const QRectF place = rectangle.normalized();
     if (!areNumbers({place.left(), place.top(), place.right(), place.bottom()}) || place.isEmpty())
         return {};
-    const CornerRadii fit = fitting(radii, place.size());
+    const CornerRadii fit = fitted(radii, place.size());
     const auto inset = [](double radius, double x, double y) { return radius * QPointF(x, y); };
     QPainterPath path(place.topLeft() + inset(fit.topLeft, 0, 1));
     addCorner(path, place.topLeft() + inset(fit.topLeft, 1, 1), fit.topLeft, 180);

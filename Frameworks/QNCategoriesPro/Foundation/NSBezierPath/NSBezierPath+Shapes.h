@@ -10,6 +10,7 @@
 #include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
+#include <QSizeF>
 
 namespace qn {
 
@@ -26,6 +27,9 @@ struct CornerRadii {
 
 /// Where the radii along a side are longer than the side, all four become smaller by the same factor, as on
 /// web pages. Radii that are negative or no numbers count as 0; infinite ones are larger than any other.
+CornerRadii fitted(const CornerRadii &radii, const QSizeF &size);
+
+/// With radii that fit, as above.
 QPainterPath roundedRectangle(const QRectF &rectangle, const CornerRadii &radii);
 
 /// A polygon of 3 to 10,000 equal sides, with its corners on a circle; empty for another number of them. Its

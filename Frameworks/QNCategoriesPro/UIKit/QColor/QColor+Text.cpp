@@ -79,7 +79,7 @@ QString qn::hexText(const QColor &color, AlphaDigits alpha) {
     if (!color.isValid())
         return {};
     const QColor rgb = color.toRgb();
-    const QString digits = rgb.name(rgb.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
+    QString digits = rgb.name(rgb.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
     if (digits.size() == 7 || alpha == AlphaDigits::first)
         return digits;
     return u'#' + digits.mid(3) + digits.mid(1, 2);

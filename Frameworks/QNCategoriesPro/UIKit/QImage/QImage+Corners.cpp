@@ -12,15 +12,21 @@ qn::CornerRadii shrunk(const qn::CornerRadii &radii, double by) {
     return {radii.topLeft - by, radii.topRight - by, radii.bottomRight - by, radii.bottomLeft - by};
 }
 
-/// The ring between the outline and one that is nowhere nearer to it than the width.
-void drawBorder(QPainter &painter, const QRectF &bounds, const qn::CornerRadii &radii,
-                const qn::ImageBorder &border) {
+/// The image with everything painted over that is nearer to its edges than the width of the border; what lies
+/// beyond its corners, too, so that none of the image is left where these are cut off smoothly.
+QImage framed(const QImage &image, const qn::CornerRadii &radii, const qn::ImageBorder &border) {
+    QImage made = qn::likeOriginal(qn::pixelsOf(image), image);
+    const QRectF bounds(QPointF(), made.deviceIndependentSize());
     const double width = std::min({border.width, bounds.width() / 2, bounds.height() / 2});
-    const QRectF inside = bounds.adjusted(width, width, -width, -width);
-    QPainterPath ring = qn::roundedRectangle(bounds, radii);
-    ring.addPath(qn::roundedRectangle(inside, shrunk(radii, width)));
-    ring.setFillRule(Qt::OddEvenFill);
-    painter.fillPath(ring, border.color);
+    QPainterPath frame;
+    frame.addRect(bounds);
+    frame.addPath(qn::roundedRectangle(bounds.adjusted(width, width, -width, -width),
+                                       shrunk(qn::fitted(radii, bounds.size()), width)));
+    QPainter painter(&made);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(frame, border.color); // but for the hole
+    painter.end();
+    return made;
 }
 
 } // namespace
@@ -31,15 +37,12 @@ QImage qn::rounded(const QImage &image, const CornerRadii &radii, const ImageBor
     QImage made = likeOriginal(blankPixels(image.size()), image);
     if (made.isNull())
         return {};
-    const QRectF bounds(QPointF(), made.deviceIndependentSize());
+    const bool hasBorder = border.width > 0 && border.color.isValid();
     QPainter painter(&made);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(roundedRectangle(bounds, radii), Qt::black);
+    painter.fillPath(roundedRectangle(QRectF(QPointF(), made.deviceIndependentSize()), radii), Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.drawImage(QPointF(), image);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    if (border.width > 0 && border.color.isValid())
-        drawBorder(painter, bounds, radii, border);
+    painter.drawImage(QPointF(), hasBorder ? framed(image, radii, border) : image);
     painter.end();
     return made;
 }

@@ -5,8 +5,6 @@
 #include <QBuffer>
 #include <QImageReader>
 
-#include <algorithm>
-
 namespace {
 
 QSize fitting(const QSize &content, const QSize &bounds, bool canGrow) {
