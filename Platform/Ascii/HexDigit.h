@@ -26,4 +26,3 @@ constexpr Unit upperHexDigit(std::size_t value) {
 }
 
 } // namespace ascii
-

@@ -19,6 +19,8 @@
 #include <optional>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 class MeasuredPath {
@@ -62,3 +64,5 @@ private:
 };
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 
 #include "Frameworks/QNCategoriesPro/Foundation/NSBezierPath/MeasuredPath.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 inline double pathLength(const QPainterPath &path) {
@@ -26,3 +28,5 @@ inline QPainterPath trimmed(const QPainterPath &path, double from, double to) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -12,6 +12,8 @@
 #include <QRectF>
 #include <QSizeF>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The radius of each corner of a rectangle; one number is that of all four.
@@ -51,3 +53,5 @@ struct ArrowShape {
 QPainterPath arrow(const QPointF &tail, const QPointF &tip, const ArrowShape &shape = {});
 
 } // namespace qn
+
+#pragma GCC visibility pop

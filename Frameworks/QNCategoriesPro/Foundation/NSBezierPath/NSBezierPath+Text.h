@@ -12,6 +12,8 @@
 #include <QRectF>
 #include <QString>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// One line of text, from the left end of its baseline. Empty for the empty text, and when a coordinate is no
@@ -24,3 +26,5 @@ QPainterPath textPath(const QString &text, const QFont &font, const QRectF &rect
                       Qt::Alignment alignment);
 
 } // namespace qn
+
+#pragma GCC visibility pop

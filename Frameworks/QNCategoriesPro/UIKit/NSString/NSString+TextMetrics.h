@@ -12,6 +12,8 @@
 #include <QSizeF>
 #include <QTextOption>
 
+#pragma GCC visibility push(default)
+
 class NSString;
 
 namespace qn {
@@ -31,3 +33,5 @@ Ref<NSString> elidedText(const Ref<NSString> &text, const QFont &font, qreal wid
                          Qt::TextElideMode mode = Qt::ElideRight);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -11,6 +11,8 @@
 
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 class QAbstractButton;
 
 namespace qn {
@@ -25,3 +27,5 @@ QMetaObject::Connection onToggle(QAbstractButton &button, std::function<void(boo
 void removeBlocks(QAbstractButton &button);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -7,6 +7,8 @@
 
 #include <QColor>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The least contrasts of levels AA and AAA (success criteria 1.4.3 and 1.4.6), for ordinary texts and for
@@ -27,3 +29,5 @@ double contrastRatio(const QColor &text, const QColor &ground);
 QColor readableOn(const QColor &ground, const QColor &one = Qt::black, const QColor &other = Qt::white);
 
 } // namespace qn
+
+#pragma GCC visibility pop

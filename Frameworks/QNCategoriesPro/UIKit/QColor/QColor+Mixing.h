@@ -8,6 +8,8 @@
 
 #include <QColor>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Where the straight line lies along which one colour becomes another.
@@ -35,3 +37,5 @@ QColor withLightness(const QColor &color, double lightness);
 QColor withAlpha(const QColor &color, double alpha);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -12,6 +12,8 @@
 
 #include <QColor>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Hue, saturation, lightness: lightness 0 is black, 1 is white, and 0.5 has the purest colours.
@@ -45,3 +47,5 @@ QColor colorWith(const HSB &parts);
 QColor colorWith(const CMYK &parts);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Which of the four components a text of 4 or 8 digits begins or ends with: `last` is RRGGBBAA, as on web
@@ -21,8 +23,8 @@ enum class AlphaDigits { last, first };
 /// allowed. None for any other text.
 std::optional<QColor> colorWithText(const QString &text, AlphaDigits alpha = AlphaDigits::last);
 
-/// "#22aa66", or "#22aa6680" when the colour is not opaque; 8 bits a component. The empty text for an invalid
-/// colour.
+/// "#22aa66", or "#22aa6680" when the colour is not opaque; 8 bits per component. The empty text for an
+/// invalid colour.
 QString hexText(const QColor &color, AlphaDigits alpha = AlphaDigits::last);
 /// The same with 3 or 4 digits, if they say as much: "#2a6", "#2a68".
 QString shortHexText(const QColor &color, AlphaDigits alpha = AlphaDigits::last);
@@ -32,3 +34,5 @@ QString shortHexText(const QColor &color, AlphaDigits alpha = AlphaDigits::last)
 QString colorName(const QColor &color);
 
 } // namespace qn
+
+#pragma GCC visibility pop

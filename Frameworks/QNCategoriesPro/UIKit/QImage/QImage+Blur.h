@@ -3,6 +3,8 @@
 
 #include <QImage>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// What lies beyond the edges of the image while it is blurred.
@@ -19,3 +21,5 @@ enum class BlurEdges {
 QImage blurred(const QImage &image, double radius, BlurEdges edges = BlurEdges::extended);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// An image of one colour. Null for an invalid colour, or a pixel ratio that is not positive.
@@ -36,3 +38,5 @@ QImage tinted(const QImage &image, const QColor &color, Tint tint = Tint::silhou
 std::optional<QColor> averageColor(const QImage &image);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 #include <QColor>
 #include <QImage>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// A line along the edges of an image, within it. None when the width is not positive or the colour invalid.
@@ -26,3 +28,5 @@ QImage circular(const QImage &image, const ImageBorder &border = {});
 QImage bordered(const QImage &image, const ImageBorder &border);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 #include <QSizeF>
 #include <QString>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The image in the file, as large as fits into a size in logical pixels, and never larger than it is in the
@@ -20,3 +22,5 @@ QImage thumbnailOfFile(const QString &path, const QSizeF &size, double devicePix
 QImage thumbnailOfData(const QByteArray &data, const QSizeF &size, double devicePixelRatio = 1);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -13,6 +13,8 @@
 #include <QRectF>
 #include <QSizeF>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// How content is put into bounds of another size.
@@ -42,3 +44,5 @@ QImage resized(const QImage &image, const QSizeF &size, ContentMode mode = Conte
 QImage cropped(const QImage &image, const QRectF &part);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 
 #include <QImage>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// Rotated about its centre, by degrees, clockwise. The result is as large as holds all of it, and
@@ -13,3 +15,5 @@ QImage rotated(const QImage &image, double degrees);
 QImage flipped(const QImage &image, Qt::Orientation orientation);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -18,6 +18,8 @@
 #include <functional>
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 class NSCharacterSet;
 class QLineEdit;
 
@@ -36,3 +38,5 @@ void setAllowedCharacters(QLineEdit &field, const Ref<NSCharacterSet> &allowed);
 void setCharacterTest(QLineEdit &field, std::function<bool(char32_t)> isAllowed);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 #include "Platform/Foundation/Text/NSRange.h"
 #include "Platform/Runtime/Object/Ref.h"
 
+#pragma GCC visibility push(default)
+
 class NSString;
 class QLineEdit;
 
@@ -25,3 +27,5 @@ NSRange selectedRange(const QLineEdit &field);
 void setSelectedRange(QLineEdit &field, NSRange range);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 // when the application gets another style. Threads: the main thread.
 #pragma once
 
+#pragma GCC visibility push(default)
+
 class QPushButton;
 
 namespace qn {
@@ -33,3 +35,5 @@ Arrangement arrangement(const QPushButton &button);
 void setArrangement(QPushButton &button, const Arrangement &arrangement);
 
 } // namespace qn
+
+#pragma GCC visibility pop

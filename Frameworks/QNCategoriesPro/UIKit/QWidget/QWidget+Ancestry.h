@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// The window that the widget is in or, for a window, the one that it belongs to: a dialog's owner. Null if
@@ -26,3 +28,5 @@ Type *nearestAncestor(const QWidget &widget) {
 void removeAllChildren(QWidget &widget);
 
 } // namespace qn
+
+#pragma GCC visibility pop

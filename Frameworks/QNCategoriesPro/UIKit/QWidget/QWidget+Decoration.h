@@ -15,6 +15,8 @@
 
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 class QWidget;
 
 namespace qn {
@@ -55,3 +57,5 @@ qreal opacity(const QWidget &widget);
 void setOpacity(QWidget &widget, qreal opacity);
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include <chrono>
 #include <functional>
 
+#pragma GCC visibility push(default)
+
 class QWidget;
 
 namespace qn {
@@ -25,3 +27,5 @@ void fadeOut(QWidget &widget, std::chrono::milliseconds duration = usualFade,
              std::function<void()> then = {});
 
 } // namespace qn
+
+#pragma GCC visibility pop

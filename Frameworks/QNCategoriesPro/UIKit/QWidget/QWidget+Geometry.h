@@ -23,6 +23,8 @@
 
 #include <concepts>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 QRectF frame(const QWidget &widget);
@@ -119,3 +121,5 @@ void setSize(Framed auto &view, QSizeF size) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

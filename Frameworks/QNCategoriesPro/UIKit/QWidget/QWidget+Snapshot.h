@@ -14,6 +14,8 @@
 
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 class NSData;
 class QWidget;
 
@@ -36,3 +38,5 @@ Ref<NSData> snapshotPNG(QWidget &widget, const QRect &part = {},
 Ref<NSData> snapshotPDF(QWidget &widget, const QRect &part = {});
 
 } // namespace qn
+
+#pragma GCC visibility pop
