@@ -1,5 +1,6 @@
 #include "Classes/TipWindow.h"
 
+#include "Frameworks/QNCategoriesPro/UIKit/QColor/QColor+Mixing.h"
 #include "Frameworks/QNCategoriesPro/UIKit/QWidget/QWidget+Ancestry.h"
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Interface/AccessibleView.h"
@@ -108,7 +109,7 @@ void TipWindow::setParentFrame(const QRectF &frame) {
 void TipWindow::paintEvent(QPaintEvent *event) {
     QDialog::paintEvent(event);
     QPainter painter(this);
-    painter.setPen(lineInk(palette().color(foregroundRole()), palette().color(backgroundRole())));
+    painter.setPen(qn::mixed(palette().color(foregroundRole()), palette().color(backgroundRole()), 0.5));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

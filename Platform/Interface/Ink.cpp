@@ -48,10 +48,6 @@ QColor mutedInk(const QColor &text, const QColor &ground) {
     return text;
 }
 
-QColor lineInk(const QColor &text, const QColor &ground) {
-    return mixed(text, ground, 0.5).toRgb();
-}
-
 QPalette readableColors(const QPalette &desktop) {
     QPalette colors;
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {

@@ -13,9 +13,6 @@
 /// mixture is readable.
 QColor mutedInk(const QColor &text, const QColor &ground);
 
-/// The colour of a line that separates two areas with that background.
-QColor lineInk(const QColor &text, const QColor &ground);
-
 /// A palette with only the colours that are made readable, those of selections and placeholders; all others
 /// are unset and stay the desktop's.
 QPalette readableColors(const QPalette &desktop);

@@ -10,10 +10,7 @@
 #include "Tests/Support/Testing.h"
 
 #include <QApplication>
-#include <QColor>
 #include <QDeadlineTimer>
-
-#include <cmath>
 
 class QtTesting : NoCopies {
 public:
@@ -61,16 +58,3 @@ private:
     char *arguments_[2] = {name_, nullptr};
     const QApplication application_{prepared(), arguments_};
 };
-
-/// How well one colour is read upon another: 1 to 21, by the rule for texts upon web pages.
-inline double contrast(const QColor &one, const QColor &other) {
-    const auto luminance = [](const QColor &color) {
-        const auto linear = [](double part) {
-            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
-    };
-    const double a = luminance(one) + 0.05, b = luminance(other) + 0.05;
-    return a > b ? a / b : b / a;
-}

@@ -2,6 +2,7 @@
 #include "Classes/LocalizeMenu.h"
 #include "Classes/WindowPlace.h"
 #include "Classes/ZKView.h"
+#include "Frameworks/QNCategoriesPro/UIKit/QColor/QColor+Contrast.h"
 #include "Platform/Interface/Ink.h"
 #include "Tests/Window/WindowTesting.h"
 
@@ -107,8 +108,9 @@ TEST_P(PaletteTest, textsAreReadable) {
         const auto expectReadable = [](const QWidget &widget, QPalette::ColorRole text,
                                        QPalette::ColorRole ground) {
             for (const auto group : {QPalette::Active, QPalette::Inactive})
-                EXPECT_GE(
-                    contrast(widget.palette().color(group, text), widget.palette().color(group, ground)), 4.5)
+                EXPECT_GE(qn::contrastRatio(widget.palette().color(group, text),
+                                            widget.palette().color(group, ground)),
+                          4.5)
                     << widget.objectName().toStdString() << " group " << group << ": role " << text
                     << " upon " << ground;
         };
@@ -127,7 +129,7 @@ TEST_P(PaletteTest, textsAreReadable) {
         for (const auto &[text, ground] : {std::pair(QPalette::Text, QPalette::Base),
                                            std::pair(QPalette::HighlightedText, QPalette::Highlight)}) {
             const QColor under = table->palette().color(ground);
-            EXPECT_GE(contrast(mutedInk(table->palette().color(text), under), under), 4.5);
+            EXPECT_GE(qn::contrastRatio(mutedInk(table->palette().color(text), under), under), 4.5);
         }
         for (const QWidget *widget :
              {static_cast<QWidget *>(table), static_cast<QWidget *>(tip), part<QWidget>("panel"),
