@@ -17,6 +17,7 @@
 // declaration contradicts itself, or when another class of the program has the name.
 #pragma once
 
+#include "Platform/Runtime/Object/AssociatedOwners.h"
 #include "Platform/Runtime/Object/Ref.h"
 #include "Platform/Runtime/Object/SEL.h"
 
@@ -36,7 +37,10 @@ public:
     NSObject() = default;
     NSObject(const NSObject &) = delete;
     NSObject &operator=(const NSObject &) = delete;
-    virtual ~NSObject() = default;
+    virtual ~NSObject() {
+        if (runtime::AssociatedOwners::mayInclude(this)) [[unlikely]]
+            runtime::endAssociatedValues(this);
+    }
 
     /// The C++ class that `NS_CLASS` stands in, and its name; a class without it inherits those of its base.
     using Declared = NSObject;
