@@ -16,9 +16,19 @@ std::size_t slotOf(SEL selector, std::size_t mask) {
 // An open-addressing table, at most half full. One thread at a time fills free slots; readers see a method
 // there or not yet.
 struct objc_class::MethodTable {
-    explicit MethodTable(std::size_t methods)
-        : mask(std::bit_ceil(std::max<std::size_t>(4, 2 * methods)) - 1) {}
+    explicit MethodTable(const std::vector<Method> &methods)
+        : mask(std::bit_ceil(std::max<std::size_t>(4, 2 * methods.size())) - 1) {
+        for (const Method each : methods)
+            set(each);
+    }
 
+    bool holdsJust(const std::vector<Method> &methods) const {
+        std::size_t held = 0;
+        for (std::size_t slot = 0; slot <= mask; ++slot)
+            held += slots[slot].load(std::memory_order_relaxed) ? 1u : 0u;
+        return held == methods.size() &&
+               std::ranges::all_of(methods, [&](Method each) { return find(each->name) == each; });
+    }
     bool hasRoomFor(std::size_t methods) const { return 2 * methods <= mask + 1; }
 
     Method find(SEL selector) const {
@@ -40,6 +50,8 @@ struct objc_class::MethodTable {
     const std::size_t mask;
     const std::unique_ptr<Slot[]> slots = std::make_unique<Slot[]>(mask + 1);
 };
+
+constinit std::atomic<std::uint64_t> objc_class::theChanges = 0;
 
 objc_class::objc_class(std::string name, Class superclass, Class metaClass)
     : name_(std::move(name)), superclass_(superclass), metaClass_(metaClass) {}
@@ -86,19 +98,31 @@ std::vector<const T *> pointers(const std::vector<std::unique_ptr<T>> &list) {
 
 } // namespace
 
+Method objc_class::ownMethod(SEL selector) const {
+    const MethodTable *table = ownMethods();
+    return table ? table->find(selector) : nullptr;
+}
+
 void objc_class::publish(Method method) {
-    if (!tables_.empty() && tables_.back()->hasRoomFor(methods_.size()))
-        return tables_.back()->set(method);
-    tables_.push_back(std::make_unique<MethodTable>(methods_.size()));
-    for (const auto &each : methods_)
-        tables_.back()->set(each.get());
-    table_.store(tables_.back().get(), std::memory_order_release);
+    MethodTable *const table = ownMethods();
+    if (exchanges_.empty() && table && table->hasRoomFor(methods_.size()))
+        table->set(method);
+    else
+        publishAll();
+}
+
+void objc_class::publishAll() {
+    const auto methods = exchangedMethods();
+    auto found = std::ranges::find_if(tables_, [&](const auto &each) { return each->holdsJust(methods); });
+    if (found == tables_.end())
+        found = tables_.insert(found, std::make_unique<MethodTable>(methods));
+    table_.store(found->get(), std::memory_order_release);
 }
 
 bool objc_class::addMethod(objc_method method) {
     runtime::Agreement::check(*this, method);
     const locking::MutexLock guard(writing_);
-    if (ownMethods() && ownMethods()->find(method.name))
+    if (ownMethod(method.name))
         return false;
     methods_.push_back(std::make_unique<objc_method>(std::move(method)));
     publish(methods_.back().get());
@@ -114,9 +138,8 @@ bool objc_class::declareMethod(objc_method method) {
                 return false;
             if (method.synthesized)
                 return true; // the class has its own
-            auto own = std::make_unique<objc_method>(std::move(method));
-            publish(own.get());
-            *found = std::move(own);
+            const auto replaced = std::exchange(*found, std::make_unique<objc_method>(std::move(method)));
+            publish(found->get());
             return true;
         }
     }
@@ -125,7 +148,82 @@ bool objc_class::declareMethod(objc_method method) {
 
 std::vector<Method> objc_class::methods() const {
     const locking::MutexLock guard(writing_);
-    return pointers(methods_);
+    return exchangedMethods();
+}
+
+std::uint64_t objc_class::exchangeMethods(SEL first, SEL second) {
+    const auto refuse = [&](const std::string &fault) {
+        throw NSException(NSInvalidArgumentException, "class " + name_ + ": " + sel_getName(first) + " and " +
+                                                          sel_getName(second) +
+                                                          " cannot be exchanged: " + fault);
+    };
+    if (first == second)
+        refuse("they are the same");
+    const locking::MutexLock guard(writing_);
+    const auto find = [&](SEL selector) { return selector ? findMethod(selector) : nullptr; };
+    const Method foundFirst = find(first), foundSecond = find(second);
+    if (!foundFirst || !foundSecond)
+        refuse(std::string("there is no ") + sel_getName(foundFirst ? second : first));
+    if (foundFirst->types != foundSecond->types)
+        refuse("their types are " + foundFirst->types + " and " + foundSecond->types);
+    exchanges_.push_back({++lastExchange_, first, second, inheritedMethod(first), inheritedMethod(second)});
+    publishAll();
+    theChanges.fetch_add(1, std::memory_order_release);
+    return lastExchange_;
+}
+
+void objc_class::takeBack(std::uint64_t exchange) {
+    const locking::MutexLock guard(writing_);
+    if (std::erase_if(exchanges_, [&](const Exchange &each) { return each.number == exchange; }) == 0)
+        return;
+    publishAll();
+    theChanges.fetch_add(1, std::memory_order_release);
+}
+
+Method objc_class::inheritedMethod(SEL selector) const {
+    if (std::ranges::any_of(methods_, [&](const auto &each) { return each->name == selector; }))
+        return nullptr;
+    for (const Exchange &each : exchanges_) { // one of the same types for all of them
+        if (each.first == selector)
+            return each.inheritedFirst;
+        if (each.second == selector)
+            return each.inheritedSecond;
+    }
+    return superclass_->findMethod(selector);
+}
+
+Method objc_class::underName(Method method, SEL selector) const {
+    const auto isSame = [&](const auto &each) {
+        return each->name == selector && each->imp == method->imp && each->types == method->types;
+    };
+    if (isSame(method))
+        return method;
+    if (const auto found = std::ranges::find_if(methods_, isSame); found != methods_.end())
+        return found->get();
+    if (const auto found = std::ranges::find_if(renamed_, isSame); found != renamed_.end())
+        return found->get();
+    renamed_.push_back(std::make_unique<objc_method>(*method));
+    renamed_.back()->name = selector;
+    return renamed_.back().get();
+}
+
+std::vector<Method> objc_class::exchangedMethods() const {
+    auto methods = pointers(methods_);
+    const auto indexOf = [&](SEL selector, Method inherited) {
+        const auto found = std::ranges::find(methods, selector, &objc_method::name);
+        const auto index = static_cast<std::size_t>(found - methods.begin());
+        if (found == methods.end())
+            methods.push_back(inherited);
+        return index;
+    };
+    for (const Exchange &each : exchanges_) {
+        const std::size_t first = indexOf(each.first, each.inheritedFirst),
+                          second = indexOf(each.second, each.inheritedSecond);
+        const Method was = methods[first];
+        methods[first] = underName(methods[second], each.first);
+        methods[second] = underName(was, each.second);
+    }
+    return methods;
 }
 
 bool objc_class::addIvar(objc_ivar ivar) {

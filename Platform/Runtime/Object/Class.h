@@ -53,8 +53,20 @@ struct objc_class final : NSObject {
     /// For declarations: like `addMethod`, but a hand-written method replaces a synthesized accessor of the
     /// same selector, whichever is declared first. False only for two of the same kind.
     bool declareMethod(objc_method method);
-    /// The methods this class itself has, in the order they were added.
+    /// The methods this class itself has, in the order they were added, as they are exchanged now.
     std::vector<Method> methods() const;
+
+    /// Has each of the two selectors call what the other one called, here and in subclasses that do not
+    /// override it; an inherited method is overridden here for that. Returns what `takeBack` takes. A send
+    /// finds both methods as before or both exchanged. Raises NSInvalidArgumentException when there is no
+    /// such method, when their types differ, and for two equal selectors.
+    std::uint64_t exchangeMethods(SEL first, SEL second);
+    /// Afterwards the class is as if this exchange had never been made: later ones are made anew on what
+    /// there was before. Does nothing for one that was taken back.
+    void takeBack(std::uint64_t exchange);
+    /// Grows whenever methods of any class were exchanged, or were so no more: as long as it is what it was
+    /// before a method was found, sends still call that one.
+    static std::uint64_t changes() { return theChanges.load(std::memory_order_acquire); }
 
     /// False, and nothing changes, when the class itself has one of that name already. Instance variables are
     /// members of the C++ class: `addIvar` describes one and makes no room for it.
@@ -77,22 +89,36 @@ struct objc_class final : NSObject {
 
 private:
     struct MethodTable;
+    struct Exchange {
+        std::uint64_t number;
+        SEL first, second;
+        Method inheritedFirst, inheritedSecond; ///< null for those that the class itself was declared with
+    };
 
     static Class makeClass(const std::string &name, Class superclass, const Declare &declare);
-    const MethodTable *ownMethods() const { return table_.load(std::memory_order_relaxed); }
+    MethodTable *ownMethods() const { return table_.load(std::memory_order_relaxed); }
+    Method ownMethod(SEL selector) const;
+    Method inheritedMethod(SEL selector) const ZK_REQUIRES(writing_);
     void publish(Method method) ZK_REQUIRES(writing_);
+    void publishAll() ZK_REQUIRES(writing_);
+    std::vector<Method> exchangedMethods() const ZK_REQUIRES(writing_);
+    Method underName(Method method, SEL selector) const ZK_REQUIRES(writing_);
 
     const std::string name_;
     Class superclass_;
     Class const metaClass_;
     mutable locking::Mutex writing_;
     std::vector<std::unique_ptr<objc_method>> methods_ ZK_GUARDED_BY(writing_);
-    /// Old ones stay: readers hold no lock.
+    std::vector<Exchange> exchanges_ ZK_GUARDED_BY(writing_);
+    std::uint64_t lastExchange_ ZK_GUARDED_BY(writing_) = 0;
+    // Old ones stay, as readers hold no lock, and are used again when exchanges come and go.
+    mutable std::vector<std::unique_ptr<objc_method>> renamed_ ZK_GUARDED_BY(writing_);
     std::vector<std::unique_ptr<MethodTable>> tables_ ZK_GUARDED_BY(writing_);
     std::vector<std::unique_ptr<objc_ivar>> ivars_ ZK_GUARDED_BY(writing_);
     std::vector<std::unique_ptr<objc_property>> properties_ ZK_GUARDED_BY(writing_);
     std::vector<std::string> protocols_ ZK_GUARDED_BY(writing_);
-    std::atomic<const MethodTable *> table_{nullptr};
+    std::atomic<MethodTable *> table_{nullptr};
+    static std::atomic<std::uint64_t> theChanges;
 };
 
 /// A new instance, made by the class's `instantiate`; none for a null class and for one that cannot make any,

@@ -127,12 +127,14 @@ Ref<_QNModelMeta> _QNModelMeta::metaWithClass(Class cls) {
 }
 
 Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
+    const auto methodChanges = objc_class::changes();
     const auto namesKnown = runtime::ClassRegistry::shared().namesKnown();
     const auto classInfo = QNClassInfo::classInfoWithClass(cls);
     if (!classInfo)
         return nullptr;
     auto meta = make<_QNModelMeta>();
     meta->_classInfo = classInfo;
+    meta->_methodChanges = methodChanges;
     meta->_marksSeen =
         classInfo->marksSeen(); // read before everything else, so that a later mark makes this record stale
     meta->_nsType = qn::foundationKindOf(cls);
@@ -162,7 +164,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
 }
 
 bool _QNModelMeta::isStale() const {
-    return _classInfo->marks() != _marksSeen ||
+    return _classInfo->marks() != _marksSeen || _methodChanges != objc_class::changes() ||
            (_namesKnown != 0 && _namesKnown != runtime::ClassRegistry::shared().namesKnown());
 }
 

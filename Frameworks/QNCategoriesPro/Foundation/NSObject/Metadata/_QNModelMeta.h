@@ -22,8 +22,8 @@ public:
     /// A new record that is not kept. None for null.
     static Ref<_QNModelMeta> initWithClass(Class cls);
 
-    /// Whether building it again might give something else: the class was marked, or the record met an
-    /// unknown class name and classes have been added since.
+    /// Whether building it again might give something else: the class was marked, methods of any class were
+    /// exchanged, or the record met an unknown class name and classes have been added since.
     bool isStale() const;
     /// The head of the chain in the mapper; null for a key that reaches no property.
     const _QNModelPropertyMeta *headForKey(const id &key) const;
@@ -71,6 +71,7 @@ private:
     bool runsOwnCode() const;
     void findModelClasses();
 
-    std::uint64_t _marksSeen = 0;  // marks on the record of the class when this one was begun
-    std::uint64_t _namesKnown = 0; // the registry's count, if the record met an unknown name; otherwise 0
+    std::uint64_t _methodChanges = 0; // of all classes, when this one was begun
+    std::uint64_t _marksSeen = 0;     // marks on the record of the class when this one was begun
+    std::uint64_t _namesKnown = 0;    // the registry's count, if the record met an unknown name; otherwise 0
 };
