@@ -16,6 +16,20 @@ constexpr unsigned receiverAndSelector = 2;
                       "-[" + receiver.isa()->name() + " " + sel_getName(selector) + "]: " + fault);
 }
 
+/// A wrong number of arguments, or else the first one that does not fit.
+[[noreturn]] void refuse(const NSObject &receiver, Method method, const std::vector<id> &arguments,
+                         std::size_t fitting) {
+    const std::size_t taken = method_getNumberOfArguments(method) - receiverAndSelector;
+    if (arguments.size() != taken)
+        raise(receiver, method->name,
+              "takes " + std::to_string(taken) + " arguments, given " + std::to_string(arguments.size()));
+    const id &argument = arguments[fitting];
+    raise(receiver, method->name,
+          "argument " + std::to_string(fitting + 1) + " is of type \"" +
+              std::string(runtime::typeAt(method->types, fitting + 1 + receiverAndSelector)) + "\", which " +
+              (argument ? "an object of " + argument->isa()->name() : "none") + " does not fit");
+}
+
 } // namespace
 
 BoxedInvocation::BoxedInvocation(id receiver, SEL selector, const std::vector<id> &arguments)
@@ -25,25 +39,26 @@ BoxedInvocation::BoxedInvocation(id receiver, SEL selector, const std::vector<id
     method_ = selector ? receiver_->isa()->findMethod(selector) : nullptr;
     if (!method_)
         runtime::raiseUnrecognizedSelector(*receiver_, selector, nullptr);
-    const std::size_t taken = method_getNumberOfArguments(method_) - receiverAndSelector;
-    if (arguments.size() != taken)
-        raise(*receiver_, selector,
-              "takes " + std::to_string(taken) + " arguments, given " + std::to_string(arguments.size()));
-    for (unsigned i = 0; i < taken; ++i) {
-        const std::string encoding = method_copyArgumentType(method_, i + receiverAndSelector);
-        if (!arguments_.emplace_back(encoding).set(arguments[i]))
-            raise(*receiver_, selector,
-                  "argument " + std::to_string(i + 1) + " is of type \"" + encoding + "\", which " +
-                      (arguments[i] ? "an object of " + arguments[i]->isa()->name() : "none") +
-                      " does not fit");
+    std::string_view types = method_->types;
+    resultType_ = runtime::takeType(types);
+    for (unsigned i = 0; i < receiverAndSelector; ++i)
+        runtime::takeType(types);
+    arguments_.reserve(arguments.size());
+    addresses_.reserve(arguments.size());
+    for (const id &argument : arguments) {
+        const auto type = runtime::takeType(types);
+        if (type.empty() || !arguments_.emplace_back(type).set(argument))
+            refuse(*receiver_, method_, arguments, addresses_.size());
         addresses_.push_back(arguments_.back().argument());
     }
+    if (!types.empty())
+        refuse(*receiver_, method_, arguments, addresses_.size());
 }
 
 id BoxedInvocation::invoke() {
     if (!method_)
         return nullptr;
-    BoxedValue result(method_copyReturnType(method_));
+    BoxedValue result(resultType_);
     method_->invoke(method_->imp, receiver_.get(), selector_, addresses_.data(), result.result());
     return result.object();
 }

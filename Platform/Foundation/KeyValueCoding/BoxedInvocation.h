@@ -12,7 +12,8 @@
 #include "Platform/Foundation/KeyValueCoding/BoxedValue.h"
 #include "Platform/Runtime/Object/Method.h"
 
-#include <deque>
+#include <memory_resource>
+#include <vector>
 
 #pragma GCC visibility push(default)
 
@@ -34,8 +35,11 @@ private:
     const id receiver_;
     const SEL selector_;
     Method method_ = nullptr;
-    std::deque<BoxedValue> arguments_; // which do not move
-    std::vector<const void *> addresses_;
+    std::string_view resultType_;
+    std::byte room_[5 * (sizeof(BoxedValue) + sizeof(void *))]; // more arguments take memory of their own
+    std::pmr::monotonic_buffer_resource memory_{room_, sizeof room_};
+    std::pmr::vector<BoxedValue> arguments_ = std::pmr::vector<BoxedValue>(&memory_);     // which do not move
+    std::pmr::vector<const void *> addresses_ = std::pmr::vector<const void *>(&memory_); // no list of one
 };
 
 #pragma GCC visibility pop

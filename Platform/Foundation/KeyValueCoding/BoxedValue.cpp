@@ -22,19 +22,19 @@ std::size_t sizeOf(std::string_view encoding) {
 
 } // namespace
 
-BoxedValue::BoxedValue(std::string encoding) : encoding_(std::move(encoding)), kind_(kindOf(encoding_)) {
-    if (!isObject())
-        bytes_.resize(sizeOf(encoding_) / sizeof(std::max_align_t) + 1);
+BoxedValue::BoxedValue(std::string_view encoding) : encoding_(encoding), kind_(kindOf(encoding)) {
+    if (const std::size_t size = isObject() ? 0 : sizeOf(encoding); size > sizeof small_)
+        large_ = std::make_unique<std::max_align_t[]>(size / sizeof(std::max_align_t) + 1);
 }
 
 template <class T>
 T &BoxedValue::as() {
-    return *reinterpret_cast<T *>(bytes_.data());
+    return *static_cast<T *>(bytes());
 }
 
 template <class T>
 const T &BoxedValue::as() const {
-    return *reinterpret_cast<const T *>(bytes_.data());
+    return *static_cast<const T *>(bytes());
 }
 
 bool BoxedValue::set(const id &object) {
@@ -54,19 +54,19 @@ bool BoxedValue::set(const id &object) {
     const auto *value = peek<NSValue>(object);
     if (!value || value->objCType() != encoding_)
         return false;
-    value->getValue(bytes_.data(), sizeOf(encoding_));
+    value->getValue(bytes(), sizeOf(encoding_));
     return true;
 }
 
 const void *BoxedValue::argument() {
     if (isObject())
         return &object_;
-    first_ = bytes_.data();
-    return kind_ == '[' ? static_cast<const void *>(&first_) : bytes_.data();
+    first_ = bytes();
+    return kind_ == '[' ? &first_ : first_;
 }
 
 void *BoxedValue::result() {
-    return isObject() ? static_cast<void *>(&object_) : bytes_.data();
+    return isObject() ? &object_ : bytes();
 }
 
 id BoxedValue::object() const {
@@ -82,6 +82,6 @@ id BoxedValue::object() const {
     case '[':
         return NSValue::valueWithBytes(as<void *>(), encoding_);
     default:
-        return NSValue::valueWithBytes(bytes_.data(), encoding_);
+        return NSValue::valueWithBytes(bytes(), encoding_);
     }
 }

@@ -21,21 +21,20 @@
 #include "Platform/Runtime/Object/NSObject.h"
 
 #include <cstddef>
-#include <string>
-#include <vector>
+#include <memory>
+#include <string_view>
 
 #pragma GCC visibility push(default)
 
 class BoxedValue {
 public:
-    /// `encoding` is one that a method has, of one type.
-    explicit BoxedValue(std::string encoding);
-    BoxedValue(const BoxedValue &) = delete;
-    BoxedValue &operator=(const BoxedValue &) = delete;
+    /// `encoding` is one that a method has, of one type, and is there as long as the value.
+    explicit BoxedValue(std::string_view encoding);
+    BoxedValue(BoxedValue &&) = default;
 
     /// False, and nothing set, when the object does not fit the type. None fits objects and classes only.
     bool set(const id &object);
-    /// What `objc_method::invoke` takes for the value that was set.
+    /// What `objc_method::invoke` takes for the value that was set; valid until the value is moved.
     const void *argument();
 
     /// Where `objc_method::invoke` makes its result.
@@ -45,16 +44,20 @@ public:
 
 private:
     bool isObject() const { return kind_ == '@'; }
+    void *bytes() { return large_ ? large_.get() : static_cast<void *>(small_); }
+    const void *bytes() const { return large_ ? large_.get() : static_cast<const void *>(small_); }
     template <class T>
     T &as();
     template <class T>
     const T &as() const;
 
-    const std::string encoding_;
-    const char kind_; ///< the first character of the encoding that is no qualifier
+    const std::string_view encoding_;
+    const char kind_;             ///< the first character of the encoding that is no qualifier
+    const void *first_ = nullptr; ///< an array crosses as the address of its first element
     id object_;
-    std::vector<std::max_align_t> bytes_; ///< of all but objects
-    const void *first_ = nullptr;         ///< an array crosses as the address of its first element
+    // Of all but objects: numbers and most structures need no memory of their own.
+    alignas(std::max_align_t) std::byte small_[sizeof(std::max_align_t)] = {};
+    std::unique_ptr<std::max_align_t[]> large_;
 };
 
 #pragma GCC visibility pop

@@ -28,14 +28,14 @@ std::string capitalized(std::string_view name) {
 }
 
 id read(const objc_method &getter, NSObject *object, SEL selector) {
-    BoxedValue value(method_copyReturnType(&getter));
+    BoxedValue value(runtime::typeAt(getter.types, 0));
     getter.invoke(getter.imp, object, selector, nullptr, value.result());
     return value.object();
 }
 
 /// False when the object does not fit the type.
 bool write(const objc_method &setter, NSObject *object, SEL selector, const id &value) {
-    BoxedValue boxed(method_copyArgumentType(&setter, 2));
+    BoxedValue boxed(runtime::typeAt(setter.types, 3));
     if (!boxed.set(value))
         return false;
     const void *const argument = boxed.argument();

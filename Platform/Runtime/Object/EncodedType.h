@@ -125,16 +125,23 @@ constexpr std::optional<EncodedType> firstType(std::string_view text, int depth)
     return type;
 }
 
+/// Takes the first type off a method's encoding, with its offset; empty when there is none.
+constexpr std::string_view takeType(std::string_view &types) {
+    const auto type = firstType(types);
+    if (!type)
+        return {};
+    const auto taken = types.substr(0, type->length);
+    types.remove_prefix(type->length);
+    types.remove_prefix(std::min(types.find_first_not_of("0123456789"), types.size()));
+    return taken;
+}
+
 /// The type at `index` of a method's encoding, the result being the first; empty past the end.
 constexpr std::string_view typeAt(std::string_view types, std::size_t index) {
     for (;; --index) {
-        const auto type = firstType(types);
-        if (!type)
-            return {};
-        if (index == 0)
-            return types.substr(0, type->length);
-        types.remove_prefix(type->length);
-        types.remove_prefix(std::min(types.find_first_not_of("0123456789"), types.size()));
+        const auto type = takeType(types);
+        if (type.empty() || index == 0)
+            return type;
     }
 }
 
