@@ -236,6 +236,16 @@ bool objc_class::addProperty(objc_property property) {
     return addNamed(properties_, std::move(property));
 }
 
+bool objc_class::setPropertyKeys(std::string_view property, std::vector<std::string> keys) {
+    const locking::MutexLock guard(writing_);
+    const auto found = std::ranges::find(properties_, property,
+                                         [](const auto &each) -> std::string_view { return each->name; });
+    if (found == properties_.end() || !(*found)->keys.empty())
+        return false;
+    (*found)->keys = std::move(keys);
+    return true;
+}
+
 std::vector<Ivar> objc_class::ivars() const {
     const locking::MutexLock guard(writing_);
     return pointers(ivars_);

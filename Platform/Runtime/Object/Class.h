@@ -72,6 +72,8 @@ struct objc_class final : NSObject {
     /// members of the C++ class: `addIvar` describes one and makes no room for it.
     bool addIvar(objc_ivar ivar);
     bool addProperty(objc_property property);
+    /// For declarations. False without such a property, and for one that has keys.
+    bool setPropertyKeys(std::string_view property, std::vector<std::string> keys);
     /// Those of this class itself, in the order they were added.
     std::vector<Ivar> ivars() const;
     std::vector<objc_property_t> properties() const;
@@ -213,6 +215,14 @@ public:
         return declare<Element>(runtime::declarationOf<Type>(protocols), name, attributes);
     }
 
+    /// The key of the property declared just before, under which models find it in JSON: a path if it has
+    /// dots. Of several the first with a value is read, and the first one is written.
+    template <std::convertible_to<std::string>... More>
+    ClassBuilder &key(std::string first, More... more) {
+        runtime::declareKeys(cls_, property_, {std::move(first), std::string(std::move(more))...});
+        return *this;
+    }
+
     /// An instance variable without a property.
     template <auto Member>
     ClassBuilder &ivar(const char *name) {
@@ -238,10 +248,12 @@ private:
         if constexpr (!std::is_void_v<Element>)
             declaration.elementClass = &Element::class_;
         runtime::declareProperty(cls_, std::move(declaration), name, attributes);
+        property_ = name;
         return *this;
     }
 
     Class cls_;
+    std::string property_;      // the one declared last
     bool instantiates_ = false; // `instantiate` was called
 };
 

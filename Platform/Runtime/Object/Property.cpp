@@ -196,6 +196,14 @@ void runtime::declareProperty(Class cls, Declaration declaration, const std::str
                     setterOf(property));
 }
 
+void runtime::declareKeys(Class cls, const std::string &property, std::vector<std::string> keys) {
+    if (std::ranges::any_of(keys, &std::string::empty))
+        refuse(cls, property, "a key is empty");
+    if (!cls->setPropertyKeys(property, std::move(keys)))
+        refuse(cls, property,
+               property.empty() ? "a key has to follow its property" : "it has its keys twice");
+}
+
 void runtime::checkAccessors(Class cls) {
     std::set<std::string> seen; // a property hides those of its name in superclasses
     for (Class each = cls; each; each = each->superclass())

@@ -16,6 +16,7 @@
 //         cls.property<&Book::author>("author");        // T@"Author",W,V_author
 //         cls.property<&Book::weight>("weight", "N");   // Td,R,N: computed, and without a setter
 //         cls.property<&Book::chapters, Chapter>("chapters");   // T@"NSArray",&,V_chapters: holds Chapters
+//         cls.property<&Book::shelf>("shelf").key("place.shelf"); // models find it in JSON under that path
 //     }
 //
 // A property of a data member also declares the instance variable and the accessors `title` and `setTitle:`.
@@ -25,7 +26,7 @@
 // A declaration that contradicts itself or another one of the class raises NSInvalidArgumentException: a
 // second property or instance variable of the same name, an accessor that is not of the property's type,
 // attributes that exclude each other. So does one without effect, e.g. an element class for a property that
-// is not a collection.
+// is not a collection, or a key that does not follow a property.
 //
 // The attributes are separated by commas; they are stored in the order `TRC&WDNGSV`:
 //
@@ -72,6 +73,8 @@ struct objc_property {
     /// Return the property's class and the class of its elements, when the declaration gives them; else null.
     Class (*cls)() = nullptr;
     Class (*elementClass)() = nullptr;
+    /// The keys of the declaration, under which models find the property in JSON; empty: its name.
+    std::vector<std::string> keys{};
 };
 using objc_property_t = const objc_property *;
 
@@ -104,6 +107,8 @@ struct Declaration {
 // These raise NSInvalidArgumentException for a declaration that contradicts an earlier one or has no effect.
 void declareProperty(Class cls, Declaration declaration, const std::string &name,
                      std::string_view attributes);
+/// For the property of that name, which may have none yet.
+void declareKeys(Class cls, const std::string &property, std::vector<std::string> keys);
 void declareIvar(Class cls, const Declaration &declaration, const std::string &name);
 void declareMethod(Class cls, objc_method method, const char *selector);
 void declareProtocol(Class cls, std::string_view name);

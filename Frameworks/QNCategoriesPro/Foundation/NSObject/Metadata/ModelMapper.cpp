@@ -15,6 +15,23 @@ void qn::ModelMapper::mapCustom(const Ref<NSDictionary> &keys) {
     }
 }
 
+void qn::ModelMapper::mapDeclared() {
+    for (const auto &[name, each] : metas_->allEntries()) {
+        const auto meta = as<_QNModelPropertyMeta>(each);
+        const auto keys = NSMutableArray::array();
+        for (const std::string &key : meta->_info->property()->keys)
+            if (const auto text = NSString::stringWithUTF8String(key))
+                keys->addObject(text);
+        if (keys->count() == 0)
+            continue;
+        metas_->removeObjectForKey(name);
+        if (keys->count() == 1)
+            mapToKey(meta, as<NSString>(keys->objectAtIndex(0)));
+        else
+            mapToKeys(meta, as<NSArray>(keys->copy()));
+    }
+}
+
 void qn::ModelMapper::mapRest() {
     for (const id &each : metas_->allValues()->allObjects()) {
         const auto meta = as<_QNModelPropertyMeta>(each);

@@ -13,6 +13,8 @@ public:
     /// By the hook's dictionary: per property a key, a path of keys with dots between them, or an array of
     /// either. A property without a usable key is not mapped.
     void mapCustom(const Ref<NSDictionary> &keys);
+    /// What is left of the properties that were declared with keys, in the same way.
+    void mapDeclared();
     /// Everything else under its own name.
     void mapRest();
 

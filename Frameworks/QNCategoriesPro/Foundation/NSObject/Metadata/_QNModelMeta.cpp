@@ -148,6 +148,7 @@ Ref<_QNModelMeta> _QNModelMeta::initWithClass(Class cls) {
     qn::ModelMapper mapper(metas);
     mapper.mapCustom(
         as<NSDictionary>(qn::hooks::ask(cls, runtime::selectorOf<qn::hooks::modelCustomPropertyMapper>())));
+    mapper.mapDeclared();
     mapper.mapRest();
     meta->_mapper = mapper.mapper();
     meta->_keys = qn::ModelKeyIndex(meta->_mapper);
