@@ -26,6 +26,10 @@ class QNClassInfo : public NSObject {
 public:
     /// The record in the cache, made or rebuilt first if need be. None for null.
     static Ref<QNClassInfo> classInfoWithClass(Class cls);
+    template <class T>
+    static Ref<QNClassInfo> classInfoWithClass() {
+        return classInfoWithClass(T::class_());
+    }
     /// None for an unknown name.
     static Ref<QNClassInfo> classInfoWithClassName(const Ref<NSString> &name);
     /// A new record that is not kept; those of the superclasses are. None for null.

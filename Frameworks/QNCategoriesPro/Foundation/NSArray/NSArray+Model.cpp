@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSArray/NSArray+Model.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Diagnosis/ModelDiagnosis.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelReader.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelText.h"
@@ -16,9 +17,11 @@ Ref<NSArray> qn::modelArrayWithClass(Class cls, const Ref<NSArray> &array) {
     return models;
 }
 
-Ref<NSArray> qn::modelArrayWithClass(Class cls, const id &json) {
+Ref<NSArray> qn::modelArrayWithClass(Class cls, const id &json, Ref<NSError> *error) {
     const auto data = jsonData(json);
-    if (auto models = readModelArray(cls, data))
-        return *models;
-    return modelArrayWithClass(cls, collectionFromJSON<NSArray>(data ? data : json));
+    const auto read = readModelArray(cls, data);
+    auto models = read ? *read : modelArrayWithClass(cls, collectionFromJSON<NSArray>(data ? data : json));
+    if (error)
+        *error = diagnosis(data ? data : json, cls, ModelRoot::array, models ? models->count() : 0);
+    return models;
 }

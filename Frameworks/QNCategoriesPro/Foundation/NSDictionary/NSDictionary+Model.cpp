@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSDictionary/NSDictionary+Model.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Diagnosis/ModelDiagnosis.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Values/ModelWalk.h"
 
@@ -14,6 +15,9 @@ Ref<NSDictionary> qn::modelDictionaryWithClass(Class cls, const Ref<NSDictionary
     return models;
 }
 
-Ref<NSDictionary> qn::modelDictionaryWithClass(Class cls, const id &json) {
-    return modelDictionaryWithClass(cls, _dictionaryWithJSON(json));
+Ref<NSDictionary> qn::modelDictionaryWithClass(Class cls, const id &json, Ref<NSError> *error) {
+    auto models = modelDictionaryWithClass(cls, _dictionaryWithJSON(json));
+    if (error)
+        *error = diagnosis(json, cls, ModelRoot::dictionary, models ? models->count() : 0);
+    return models;
 }

@@ -1,5 +1,6 @@
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/NSObject+Model.h"
 
+#include "Frameworks/QNCategoriesPro/Foundation/NSObject/Diagnosis/ModelDiagnosis.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Metadata/ModelHooks.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelReader.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSObject/Reading/ModelSetting.h"
@@ -18,11 +19,13 @@ id qn::modelWithDictionary(Class cls, const id &dictionary) {
     return model && fillModel(*model, contents) ? model : nullptr;
 }
 
-id qn::modelWithJSON(Class cls, const id &json) {
+id qn::modelWithJSON(Class cls, const id &json, Ref<NSError> *error) {
     const auto data = jsonData(json);
-    if (auto model = readModel(cls, data))
-        return *model;
-    return modelWithDictionary(cls, _dictionaryWithJSON(data ? data : json));
+    const auto read = readModel(cls, data);
+    id model = read ? *read : modelWithDictionary(cls, _dictionaryWithJSON(data ? data : json));
+    if (error)
+        *error = diagnosis(data ? data : json, cls, ModelRoot::model, model ? 1 : 0);
+    return model;
 }
 
 bool qn::modelSetWithDictionary(const id &model, const id &dictionary) {
@@ -31,6 +34,10 @@ bool qn::modelSetWithDictionary(const id &model, const id &dictionary) {
     return keptModel && fillModel(*keptModel, kept);
 }
 
-bool qn::modelSetWithJSON(const id &model, const id &json) {
-    return modelSetWithDictionary(model, _dictionaryWithJSON(json));
+bool qn::modelSetWithJSON(const id &model, const id &json, Ref<NSError> *error) {
+    const Class cls = model ? model->isa() : nullptr;
+    const bool isSet = modelSetWithDictionary(model, _dictionaryWithJSON(json));
+    if (error)
+        *error = diagnosis(json, cls, ModelRoot::existing, isSet ? 1 : 0);
+    return isSet;
 }

@@ -26,6 +26,11 @@ public:
     static id unarchivedObjectOfClass(Class cls, const Ref<NSData> &archive, Ref<NSError> *error = nullptr) {
         return unarchivedObjectOfClasses({cls}, archive, error);
     }
+    /// The same with the class, or all of them, as types; the object is to be of the first.
+    template <class T, class... Others>
+    static Ref<T> unarchivedObjectOf(const Ref<NSData> &archive, Ref<NSError> *error = nullptr) {
+        return as<T>(unarchivedObjectOfClasses({T::class_(), Others::class_()...}, archive, error));
+    }
 
     /// For `unarchivedObjectOfClasses`.
     explicit NSKeyedUnarchiver(std::vector<Class> allowed);

@@ -48,6 +48,18 @@ Ref<NSNumber> qn::numberFromValue(const id &value) {
     return as<NSNumber>(value);
 }
 
+bool qn::saysNumber(const NSString &text) {
+    const std::u16string &units = text.units();
+    const auto isAmong = [&](const auto &words) { return std::ranges::count(words, units) > 0; };
+    if (isAmong(truths) || isAmong(falsehoods) || isAmong(nulls))
+        return true;
+    std::u16string_view rest = units;
+    rest.remove_prefix(std::min(rest.find_first_not_of(u" \t\r\n"), rest.size()));
+    rest.remove_prefix(rest.starts_with(u'-') || rest.starts_with(u'+') ? 1 : 0);
+    rest.remove_prefix(rest.starts_with(u'.') ? 1 : 0);
+    return !rest.empty() && rest.front() >= u'0' && rest.front() <= u'9';
+}
+
 void qn::setNumber(NSObject &model, const id &value, const _QNModelPropertyMeta &meta) {
     static const auto &zero = *new Ref<NSNumber>(NSNumber::numberWithLongLong(0));
     Ref<NSNumber> made;

@@ -16,6 +16,9 @@ namespace qn {
 /// The value as a number, by the table; none also for a text with a number that is not finite.
 Ref<NSNumber> numberFromValue(const id &value);
 
+/// Whether the text is one of the words of the table or begins with a number.
+bool saysNumber(const NSString &text);
+
 /// Sets a number property, narrowed as NSNumber does; to 0 for a value that is not a number. Not-a-number
 /// becomes 0, and so do infinite floats and doubles.
 void setNumber(NSObject &model, const id &value, const _QNModelPropertyMeta &meta);

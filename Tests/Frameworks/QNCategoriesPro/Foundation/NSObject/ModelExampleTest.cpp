@@ -42,10 +42,19 @@ TEST(ModelExample, areMadeByTheDozen) {
     EXPECT_EQ(text(qn::modelToJSONString(people)), R"([{"name":"Ada"},{"name":"Grace"}])");
     EXPECT_EQ(text(as<Person>(places->objectForKey(u"desk"_ns))->name), "Grace");
     const auto office =
-        qn::modelWithJSON<Office>(u"{\"name\": \"Hall\", \"staff\": [{\"mail\": \"a@b\"}]}"_ns);
+        qn::modelWithJSON<Office>(u"{\"name\": \"Hall\", \"people\": [{\"mail\": \"a@b\"}]}"_ns);
     EXPECT_EQ(text(as<Person>(office->staff->objectAtIndex(0))->mail), "a@b");
+    EXPECT_EQ(text(qn::modelToJSONString(office)), R"({"title":"Hall","people":[{"mail":"a@b"}]})");
     EXPECT_EQ(Office::class_()->properties().size(), 2u);
     EXPECT_EQ(qn::modelArrayWithClass<Person>(table), nullptr);
+}
+
+TEST(ModelExample, saysWhatDidNotFit) {
+    Ref<NSError> error;
+    const auto jobs = qn::modelArrayWithClass<Job>(u"[{\"pages\": 2},\n {\"pages\": \"many\"}]"_ns, &error);
+    EXPECT_EQ(jobs->count(), 2u);
+    EXPECT_EQ(text(error->localizedDescription()),
+              "Job.pages cannot be \"many\", which is no number: [1].pages, line 2, column 12");
 }
 
 TEST(ModelExample, isCopiedComparedAndArchived) {
@@ -63,8 +72,7 @@ TEST(ModelExample, isCopiedComparedAndArchived) {
     printer->substitute.reset();
 
     const auto archive = NSKeyedArchiver::archivedDataWithRootObject(printer);
-    const auto again = as<Printer>(NSKeyedUnarchiver::unarchivedObjectOfClasses(
-        {Printer::class_(), NSString::class_(), NSValue::class_()}, archive));
+    const auto again = NSKeyedUnarchiver::unarchivedObjectOf<Printer, NSString, NSValue>(archive);
     ASSERT_TRUE(again);
     EXPECT_TRUE(again->isEqual(printer));
 }
