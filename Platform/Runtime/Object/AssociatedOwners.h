@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#pragma GCC visibility push(default)
+
 class NSObject;
 
 namespace runtime {
@@ -46,3 +48,5 @@ private:
 void endAssociatedValues(const NSObject *object) noexcept;
 
 } // namespace runtime
+
+#pragma GCC visibility pop

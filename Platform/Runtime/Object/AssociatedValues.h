@@ -23,6 +23,8 @@
 
 #include "Platform/Runtime/Object/NSObject.h"
 
+#pragma GCC visibility push(default)
+
 namespace runtime {
 
 enum class Association : unsigned char { strong, strongNonatomic, copied, copiedNonatomic, weak };
@@ -42,3 +44,5 @@ void removeAssociatedValue(const id &owner, const void *key);
 void removeAssociatedValues(const id &owner);
 
 } // namespace runtime
+
+#pragma GCC visibility pop

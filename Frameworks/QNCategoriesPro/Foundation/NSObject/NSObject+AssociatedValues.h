@@ -16,6 +16,8 @@
 
 #include "Platform/Runtime/Object/AssociatedValues.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 using runtime::Association;
@@ -50,3 +52,5 @@ inline void removeAssociatedValues(const id &object) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

@@ -24,6 +24,8 @@
 
 #include <utility>
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 /// A swap that is undone with its holder.
@@ -76,3 +78,5 @@ MethodSwap swapClassMethods(SEL first, SEL second) {
 }
 
 } // namespace qn
+
+#pragma GCC visibility pop

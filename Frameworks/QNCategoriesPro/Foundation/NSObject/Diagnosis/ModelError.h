@@ -14,6 +14,8 @@
 
 #include "Platform/Foundation/System/NSError.h"
 
+#pragma GCC visibility push(default)
+
 namespace qn {
 
 Ref<NSString> modelErrorDomain();
@@ -35,3 +37,5 @@ Ref<NSString> modelErrorColumnKey();   ///< NSNumber, from 1, in characters (Uni
 Ref<NSString> modelErrorOffsetKey();   ///< NSNumber, from 0, in bytes of UTF-8
 
 } // namespace qn
+
+#pragma GCC visibility pop
