@@ -19,7 +19,7 @@ namespace runtime {
 class AssociatedOwners {
 public:
     /// False: the object has no associated values. True for every object that has some and, when there are
-    /// `owners` of them, for about one in `slots / owners` of the others.
+    /// `owners` of them, for about one in `slotCount / owners` of the others.
     static bool mayInclude(const NSObject *object) {
         return count.load(std::memory_order_relaxed) != 0 &&
                perSlot[slotOf(object)].load(std::memory_order_relaxed) != 0;
@@ -29,7 +29,7 @@ public:
     static void remove(const NSObject *object) { change(object, -1); }
 
 private:
-    static constexpr std::size_t slots = 4096;
+    static constexpr std::size_t slotCount = 4096;
 
     static std::size_t slotOf(const NSObject *object) {
         return (reinterpret_cast<std::uintptr_t>(object) >> 4) * 0x9E3779B97F4A7C15u >> 52;
@@ -41,7 +41,7 @@ private:
 
     // Of all owners, so that the slots stay out of the processor's cache as long as there are none.
     static std::atomic<std::int32_t> count;
-    static std::array<std::atomic<std::int32_t>, slots> perSlot;
+    static std::array<std::atomic<std::int32_t>, slotCount> perSlot;
 };
 
 /// For the destructor of NSObject: lets go of the object's associated values, if it has any.

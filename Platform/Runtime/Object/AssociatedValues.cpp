@@ -11,7 +11,7 @@
 #include <vector>
 
 constinit std::atomic<std::int32_t> runtime::AssociatedOwners::count = 0;
-constinit std::array<std::atomic<std::int32_t>, runtime::AssociatedOwners::slots>
+constinit std::array<std::atomic<std::int32_t>, runtime::AssociatedOwners::slotCount>
     runtime::AssociatedOwners::perSlot{};
 
 namespace {
