@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 namespace ascii {
 
 /// 0 to 15; nothing for a character that is not an ASCII hexadecimal digit.
@@ -26,3 +28,5 @@ constexpr Unit upperHexDigit(std::size_t value) {
 }
 
 } // namespace ascii
+
+#pragma GCC visibility pop

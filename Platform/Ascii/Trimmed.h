@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace ascii {
 
 /// The part of the text between the first and the last character that is no blank.
@@ -13,3 +15,5 @@ constexpr std::string_view trimmed(std::string_view text, std::string_view blank
 }
 
 } // namespace ascii
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 struct JSONUnescaped {
     std::size_t used; ///< bytes up to the closing quote
     std::size_t made; ///< bytes of the unescaped string, never more than `used`
@@ -15,3 +17,5 @@ struct JSONUnescaped {
 /// without an end, with a control character, with an unknown escape or with half a surrogate pair. Safe from
 /// any thread.
 std::optional<JSONUnescaped> unescapeJSON(std::string_view behindQuote, char *out);
+
+#pragma GCC visibility pop
