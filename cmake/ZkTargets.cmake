@@ -28,11 +28,23 @@ if(ZK_FUZZ)
     target_compile_options(zk_options INTERFACE -Wno-error)
 endif()
 
+# zk_absolute(VARIABLE): its paths, by one name each, also of files in another folder ("../").
+function(zk_absolute variable)
+    set(paths)
+    foreach(path ${${variable}})
+        cmake_path(ABSOLUTE_PATH path NORMALIZE)
+        list(APPEND paths ${path})
+    endforeach()
+    set(${variable} ${paths} PARENT_SCOPE)
+endfunction()
+
 # What libraries and their rooms have in common. The headers are also compiled alone, by the target
 # all_verify_interface_header_sets. Of the rooms of installed libraries, HEADERS are public and INNER headers are not.
 function(zk_add_library name kind)
     cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;INNER;USES" ${ARGN})
     add_library(${name} ${kind} ${ARG_SOURCES})
+    zk_absolute(ARG_HEADERS)
+    zk_absolute(ARG_INNER)
     target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_HEADERS})
     target_sources(${name} PUBLIC FILE_SET inner TYPE HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_INNER})
     set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
