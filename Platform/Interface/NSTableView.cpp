@@ -99,10 +99,10 @@ private:
 };
 
 /// The target of the timer for a reload.
-class [[gnu::visibility("hidden")]] TableReload final : public NSObject {
+class TableReload final : public NSObject {
     NS_CLASS(TableReload, NSObject)
 public:
-    explicit TableReload(NSTableView & table) : table_(&table) {}
+    explicit TableReload(NSTableView &table) : table_(&table) {}
 
     /// Reloads after the other timers that are due, as one of them may change what the table shows.
     void reload() {

@@ -30,6 +30,7 @@ class NSString;
 class NSTableView;
 class NSTableModel;
 class NSTimer;
+class [[gnu::visibility("hidden")]] TableReload;
 class TableRowDelegate;
 
 /// A column of a table, known by its identifier; the heading is what people see.

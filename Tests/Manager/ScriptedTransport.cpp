@@ -1,6 +1,6 @@
 #include "Tests/Manager/ScriptedTransport.h"
 
-#include "Tests/Manager/ManagerTesting.h"
+#include "Tests/Support/Bytes.h"
 
 #include <bit>
 #include <cstring>

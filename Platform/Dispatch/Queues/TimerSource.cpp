@@ -14,9 +14,9 @@ constexpr auto patience = 100ms; // before a tick is offered again to a queue th
 
 // Shared with the blocks in the queue. Cancelling an alarm waits for its function, which takes the mutex: so
 // alarms are moved out (`former`) and destroyed after the mutex is released.
-class [[gnu::visibility("hidden")]] TimerSource::State : public std::enable_shared_from_this<State> {
+class TimerSource::State : public std::enable_shared_from_this<State> {
 public:
-    State(Queue & queue, Clock & clock) : queue_(queue), clock_(clock) {}
+    State(Queue &queue, Clock &clock) : queue_(queue), clock_(clock) {}
 
     void setTimer(Instant start, std::chrono::nanoseconds period);
     void setHandler(Block handler);

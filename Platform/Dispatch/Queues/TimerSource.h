@@ -52,7 +52,7 @@ public:
     void cancel();
 
 private:
-    class State;
+    class [[gnu::visibility("hidden")]] State;
     const std::shared_ptr<State> state_;
 };
 

@@ -17,7 +17,7 @@
 
 namespace dispatch {
 
-class AlarmList;
+class [[gnu::visibility("hidden")]] AlarmList;
 struct AlarmEntry;
 
 class [[nodiscard]] Alarm {

@@ -27,12 +27,12 @@ struct AlarmEntry {
     std::thread::id runner;
 };
 
-class [[gnu::visibility("hidden")]] AlarmList : public std::enable_shared_from_this<AlarmList> {
+class AlarmList : public std::enable_shared_from_this<AlarmList> {
 public:
     using EntryRef = std::shared_ptr<AlarmEntry>;
 
     Alarm add(Instant deadline, std::function<void()> function);
-    void cancel(AlarmEntry & entry) noexcept;
+    void cancel(AlarmEntry &entry) noexcept;
 
     /// Deadline of the next alarm, `distantFuture()` without one.
     Instant next() const;
@@ -40,9 +40,9 @@ public:
     /// Takes the next alarm off the list if it is due at `limit`; none otherwise. The caller must `run` it.
     EntryRef takeDue(Instant limit);
     /// Blocks until an alarm is due by `clock`, and takes it like `takeDue`.
-    EntryRef takeWhenDue(Clock & clock);
+    EntryRef takeWhenDue(Clock &clock);
     /// Calls the alarm's function, on the thread that took the alarm.
-    void run(AlarmEntry & entry);
+    void run(AlarmEntry &entry);
 
 private:
     Instant nextLocked() const ZK_REQUIRES(mutex_);

@@ -1,7 +1,6 @@
 #include "Platform/Runtime/Object/AssociatedValues.h"
 
 #include "Platform/Locking/Mutex.h"
-#include "Platform/Runtime/Object/NSException.h"
 #include "Platform/Runtime/Object/Raise.h"
 
 #include <array>

@@ -13,7 +13,6 @@
 #include "Frameworks/QNCategoriesPro/QNThreadSafeArray.h"
 #include "Frameworks/QNCategoriesPro/QNTimer.h"
 #include "Platform/Dispatch/Queues/MainQueue.h"
-#include "Platform/Foundation/Dates/NSDate.h"
 #include "Platform/Foundation/Text/NSLocale.h"
 #include "Platform/Runtime/Object/Class.h"
 #include "Platform/Runtime/Object/NSException.h"

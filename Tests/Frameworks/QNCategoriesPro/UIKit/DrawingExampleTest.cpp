@@ -1,5 +1,5 @@
 // What docs/interface.md shows.
-#include "Frameworks/QNCategoriesPro/Foundation/NSBezierPath/NSBezierPath+Length.h"
+#include "Frameworks/QNCategoriesPro/Foundation/NSBezierPath/MeasuredPath.h"
 #include "Frameworks/QNCategoriesPro/Foundation/NSBezierPath/NSBezierPath+Shapes.h"
 #include "Frameworks/QNCategoriesPro/UIKit/QColor/QColor+Contrast.h"
 #include "Frameworks/QNCategoriesPro/UIKit/QColor/QColor+Mixing.h"
