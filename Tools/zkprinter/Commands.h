@@ -3,12 +3,11 @@
 #pragma once
 
 #include "Tools/zkprinter/Failure.h"
+#include "Tools/zkprinter/Format.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
-
-enum class Format { text, json };
 
 /// Lists the queues of supported models.
 ExitStatus listQueues(Format format);

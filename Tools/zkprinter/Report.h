@@ -1,8 +1,8 @@
 // A report of named facts, printed as text for people or as JSON.
 #pragma once
 
-#include "Tools/zkprinter/Commands.h"
 #include "Tools/zkprinter/Failure.h"
+#include "Tools/zkprinter/Format.h"
 #include "Tools/zkprinter/Json.h"
 #include "Tools/zkprinter/SerialNumbers.h"
 
