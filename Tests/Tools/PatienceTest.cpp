@@ -1,4 +1,4 @@
-#include "Tools/zkprinter/Patience.h"
+#include "Tools/zkprinter/Printers/Patience.h"
 
 #include "Platform/Dispatch/Time/ManualClock.h"
 #include "Tests/Support/Testing.h"

@@ -1,4 +1,4 @@
-#include "Tools/zkprinter/ReminderReply.h"
+#include "Tools/zkprinter/Printers/ReminderReply.h"
 
 #include "Tests/Support/Random.h"
 

@@ -1,4 +1,4 @@
-#include "Tools/zkprinter/SerialNumbers.h"
+#include "Tools/zkprinter/Printing/SerialNumbers.h"
 
 #include "Tests/Support/Random.h"
 

@@ -1,4 +1,4 @@
-#include "Tools/zkprinter/TransportFailure.h"
+#include "Tools/zkprinter/Failures/TransportFailure.h"
 
 #include "Platform/Transport/zkcomtl.h"
 #include "Tests/Support/Testing.h"

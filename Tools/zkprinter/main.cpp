@@ -4,14 +4,14 @@
 #include "Platform/Foundation/System/NSLog.h"
 #include "Platform/Foundation/System/TerminationSignals.h"
 #include "Platform/Foundation/Text/ControlCharacters.h"
-#include "Tools/zkprinter/Commands.h"
-#include "Tools/zkprinter/Journal.h"
-#include "Tools/zkprinter/Json.h"
-#include "Tools/zkprinter/Output.h"
-#include "Tools/zkprinter/Patience.h"
-#include "Tools/zkprinter/Queue.h"
-#include "Tools/zkprinter/Report.h"
-#include "Tools/zkprinter/Terminal.h"
+#include "Tools/zkprinter/Commands/Commands.h"
+#include "Tools/zkprinter/Printers/Journal.h"
+#include "Tools/zkprinter/Printers/Patience.h"
+#include "Tools/zkprinter/Printers/Queue.h"
+#include "Tools/zkprinter/Printing/Json.h"
+#include "Tools/zkprinter/Printing/Output.h"
+#include "Tools/zkprinter/Printing/Report.h"
+#include "Tools/zkprinter/Printing/Terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

@@ -1,9 +1,0 @@
-// Attached printers in JSON.
-#pragma once
-
-#include "Tools/zkprinter/Json.h"
-
-class ZKUSB;
-
-/// Writes the fields of the printer.
-void describe(Json &json, ZKUSB &printer);
